@@ -1,0 +1,21 @@
+# Compiler, linker and sanitizer settings that hold for every target.
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+find_program(MOLD mold)
+if(MOLD)
+  add_link_options(-fuse-ld=mold)
+endif()
+
+add_compile_options(-fno-omit-frame-pointer)
+if(FLEETOR_SANITIZE)
+  add_compile_options(-fsanitize=${FLEETOR_SANITIZE} -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${FLEETOR_SANITIZE})
+endif()
+
+# Warnings for our own targets only; fleetor_room() and the programs link it.
+add_library(fleetor_warnings INTERFACE)
+target_compile_options(fleetor_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace fleetor {
+
+using Date = std::chrono::system_clock::time_point;
+
+/// Wall-clock time and the calendar of the device's time zone. Any thread.
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  virtual Date now() const = 0;
+
+  /// "yyyy-MM-dd" of that moment in the device's time zone.
+  virtual std::string day(Date moment) const = 0;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+namespace fleetor {
+
+enum class Idiom { unspecified, phone, pad };
+
+/// What the client asks about the machine that it runs on, and the few things that it asks the machine to do.
+/// Main thread only.
+class Device {
+ public:
+  virtual ~Device() = default;
+
+  virtual Idiom userInterfaceIdiom() const = 0;  ///< unspecified counts as a phone
+  virtual double screenWidth() const = 0;        ///< points
+  virtual double screenHeight() const = 0;       ///< points
+  virtual double screenScale() const = 0;        ///< pixels a point
+  virtual double systemVersion() const = 0;      ///< the operating system's version as a number, 8.0 and up today
+
+  /// This application on this device: an upper-case UUID text, the same over restarts, from which nothing about the
+  /// device can be told.
+  virtual std::string identifierForVendor() = 0;
+
+  /// The text for people behind an English key, in the language of the device; the key itself when untranslated.
+  virtual std::string localizedString(const std::string& key) const = 0;
+
+  virtual std::string pathForResource(const std::string& name, const std::string& type) const = 0;  ///< empty: none
+  virtual void openURL(const std::string& url) = 0;  ///< hands the URL to the system's own browser
+
+  bool isPad() const { return userInterfaceIdiom() == Idiom::pad; }
+};
+
+}  // namespace fleetor

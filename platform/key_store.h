@@ -1,0 +1,45 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+namespace fleetor {
+
+/// Attributes of one generic-password item, by the key store's own attribute names (see `sec`).
+using SecItem = std::map<std::string, std::string>;
+
+/// Attribute names and fixed values of the key store.
+namespace sec {
+inline constexpr const char* itemClass = "class";
+inline constexpr const char* genericPassword = "genp";
+inline constexpr const char* generic = "gena";  ///< the item's identifier
+inline constexpr const char* accessGroup = "agrp";
+inline constexpr const char* accessible = "pdmn";
+inline constexpr const char* accessibleAlwaysThisDeviceOnly = "dku";
+inline constexpr const char* account = "acct";
+inline constexpr const char* label = "labl";
+inline constexpr const char* description = "desc";
+inline constexpr const char* valueData = "v_Data";
+inline constexpr const char* returnAttributes = "r_Attributes";
+inline constexpr const char* returnData = "r_Data";
+inline constexpr const char* matchLimit = "m_Limit";
+inline constexpr const char* matchLimitOne = "m_LimitOne";
+}  // namespace sec
+
+/// The platform's secure store for small secrets. Items are found by `sec::generic` and, when the query names one,
+/// `sec::accessGroup`. All calls are made on the main thread and must return within a few seconds, whatever the
+/// platform's store does. None reports an error: a call that cannot be carried out finds nothing or changes nothing.
+class KeyStore {
+ public:
+  virtual ~KeyStore() = default;
+
+  /// The attributes of the item that matches, `sec::valueData` among them only when the query asks for
+  /// `sec::returnData`; nothing when there is none.
+  virtual std::optional<SecItem> copyMatching(const SecItem& query) = 0;
+  virtual bool add(const SecItem& item) = 0;
+  virtual bool update(const SecItem& query, const SecItem& changes) = 0;
+  virtual bool remove(const SecItem& query) = 0;
+};
+
+}  // namespace fleetor

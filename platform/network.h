@@ -1,0 +1,21 @@
+#pragma once
+
+namespace fleetor {
+
+/// Whether the internet can be reached at all; a hint that explains a failure, never a gate for a request.
+/// `isReachable` may be called from any thread and never waits; it is false until the platform first reports.
+class ReachabilityMonitor {
+ public:
+  virtual ~ReachabilityMonitor() = default;
+  virtual void startMonitoring() = 0;
+  virtual bool isReachable() const = 0;
+};
+
+/// The platform's small sign that the network is in use. Main thread only.
+class NetworkActivityIndicator {
+ public:
+  virtual ~NetworkActivityIndicator() = default;
+  virtual void setVisible(bool visible) = 0;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace fleetor {
+
+/// One request, complete: the transport adds nothing that the service could notice beyond what HTTP itself asks for
+/// ("Host", "Connection", "Accept-Encoding", "User-Agent").
+struct HttpRequest {
+  std::string url;     ///< absolute, already escaped; sent as it is, a trailing "?" included
+  std::string method;  ///< "GET", "POST", "PUT" or "DELETE"
+  std::vector<std::pair<std::string, std::string>> headers;  ///< spelled as they go on the wire, no name twice
+  std::optional<std::string> body;                           ///< nothing sends no body at all
+  double timeoutSeconds = 30;  ///< longest time without any progress, connecting included
+  bool reloadIgnoringLocalCacheData = true;
+};
+
+/// The error codes of the URL-loading system that the client tells apart.
+namespace url_error {
+inline constexpr long cancelled = -999;
+inline constexpr long badUrl = -1000;
+inline constexpr long timedOut = -1001;
+inline constexpr long cannotFindHost = -1003;
+inline constexpr long cannotConnectToHost = -1004;
+inline constexpr long networkConnectionLost = -1005;
+inline constexpr long notConnectedToInternet = -1009;
+inline constexpr long badServerResponse = -1011;
+inline constexpr long cannotDecodeContentData = -1016;
+inline constexpr long cannotParseResponse = -1017;
+}  // namespace url_error
+
+/// What came back. A transfer that broke after its headers arrived has both a status and an error.
+struct HttpReply {
+  int status = 0;           ///< 0 when no answer arrived
+  std::string contentType;  ///< value of the answer's "Content-Type", parameters included; may be empty
+  std::string body;         ///< after removal of any transfer or content encoding
+  long error = 0;           ///< 0, or one of url_error
+  std::string errorDescription;
+};
+
+/// Sends requests. `send` may be called from any thread and returns at once; transfers run on a network thread of the
+/// transport's own. `done` is called exactly once for each request, on the network thread, so it must be quick; it is
+/// not called any more once the transport's destructor has returned. Redirects are followed, but the header
+/// "Authorization" never reaches another origin (scheme, host and port). Nothing is retried, cached or kept in cookies.
+class Transport {
+ public:
+  using Done = std::function<void(HttpReply)>;
+
+  virtual ~Transport() = default;
+  virtual void send(HttpRequest request, Done done) = 0;
+};
+
+}  // namespace fleetor
