@@ -8,14 +8,17 @@
 
 namespace fleetor {
 
-/// One request, complete: the transport adds nothing that the service could notice beyond what HTTP itself asks for
-/// ("Host", "Connection", "Accept-Encoding", "User-Agent").
+/// One request, complete: the transport adds nothing that the service could notice beyond what HTTP itself
+/// asks for
+/// ("Host", "Connection", "Accept-Encoding", "Accept-Language", "User-Agent").
 struct HttpRequest {
-  std::string url;     ///< absolute, already escaped; sent as it is, a trailing "?" included
+  std::string url;  ///< absolute, already escaped; sent as it is, a trailing "?" included (the escape of a
+                    ///< letter, a digit or one of "-._~" may be sent as the character that it stands for)
   std::string method;  ///< "GET", "POST", "PUT" or "DELETE"
-  std::vector<std::pair<std::string, std::string>> headers;  ///< spelled as they go on the wire, no name twice
-  std::optional<std::string> body;                           ///< nothing sends no body at all
-  double timeoutSeconds = 30;  ///< longest time without any progress, connecting included
+  std::vector<std::pair<std::string, std::string>>
+      headers;                      ///< spelled as they go on the wire, no name twice
+  std::optional<std::string> body;  ///< nothing sends no body at all
+  double timeoutSeconds = 30;  ///< longest time without any progress, connecting included; 0 waits for ever
   bool reloadIgnoringLocalCacheData = true;
 };
 
@@ -27,10 +30,13 @@ inline constexpr long timedOut = -1001;
 inline constexpr long cannotFindHost = -1003;
 inline constexpr long cannotConnectToHost = -1004;
 inline constexpr long networkConnectionLost = -1005;
+inline constexpr long tooManyRedirects = -1007;
 inline constexpr long notConnectedToInternet = -1009;
 inline constexpr long badServerResponse = -1011;
 inline constexpr long cannotDecodeContentData = -1016;
 inline constexpr long cannotParseResponse = -1017;
+inline constexpr long dataLengthExceedsMaximum = -1103;
+inline constexpr long secureConnectionFailed = -1200;
 }  // namespace url_error
 
 /// What came back. A transfer that broke after its headers arrived has both a status and an error.
@@ -42,10 +48,13 @@ struct HttpReply {
   std::string errorDescription;
 };
 
-/// Sends requests. `send` may be called from any thread and returns at once; transfers run on a network thread of the
-/// transport's own. `done` is called exactly once for each request, on the network thread, so it must be quick; it is
-/// not called any more once the transport's destructor has returned. Redirects are followed, but the header
-/// "Authorization" never reaches another origin (scheme, host and port). Nothing is retried, cached or kept in cookies.
+/// Sends requests. `send` may be called from any thread and returns at once; transfers run on a network
+/// thread of the transport's own. `done` is called exactly once for each request, on the network thread, so
+/// it must be quick; it is not called any more once the transport's destructor has returned. Redirects are
+/// followed, but the header "Authorization" never reaches another origin (scheme, host and port). Nothing is
+/// cached or kept in cookies. A request is sent once; only a GET or DELETE, which do no harm twice, may go
+/// out again when the service closes the connection before its first byte of answer, as it may do with a
+/// connection kept open.
 class Transport {
  public:
   using Done = std::function<void(HttpReply)>;
