@@ -1,0 +1,57 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "ui/component.h"
+#include "ui/geometry.h"
+
+namespace fleetor {
+
+/// How all bars of that kind look; none: the look's own choice.
+struct NavigationBarAppearance {
+  std::optional<Color> backgroundImageColor;  ///< of the 1 × 1 point image that fills the bar
+  std::optional<Color> barTintColor;
+  std::optional<Color> tintColor;  ///< of the buttons
+  std::optional<Color> titleColor;
+  std::string backIndicatorImage;
+  std::string backIndicatorTransitionMaskImage;
+  std::string shadowImage;  ///< the line under the bar
+  bool translucent = true;
+
+  friend bool operator==(const NavigationBarAppearance&, const NavigationBarAppearance&) = default;
+};
+
+struct TabBarItemAppearance {
+  std::optional<Color> titleColor;
+  std::optional<Color> selectedTitleColor;
+
+  friend bool operator==(const TabBarItemAppearance&, const TabBarItemAppearance&) = default;
+};
+
+struct ProgressOverlayAppearance {
+  std::optional<Color> backgroundColor;
+  std::optional<Color> foregroundColor;
+
+  friend bool operator==(const ProgressOverlayAppearance&, const ProgressOverlayAppearance&) = default;
+};
+
+/// The look that all components of one kind share.
+class Appearance : public Component {
+ public:
+  const NavigationBarAppearance& navigationBar() const { return navigationBar_; }
+  void setNavigationBar(NavigationBarAppearance look) { assign(navigationBar_, std::move(look)); }
+
+  const TabBarItemAppearance& tabBarItem() const { return tabBarItem_; }
+  void setTabBarItem(TabBarItemAppearance look) { assign(tabBarItem_, std::move(look)); }
+
+  const ProgressOverlayAppearance& progressOverlay() const { return progressOverlay_; }
+  void setProgressOverlay(ProgressOverlayAppearance look) { assign(progressOverlay_, std::move(look)); }
+
+ private:
+  NavigationBarAppearance navigationBar_;
+  TabBarItemAppearance tabBarItem_;
+  ProgressOverlayAppearance progressOverlay_;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,25 @@
+#include "ui/bar_button_item.h"
+
+#include <utility>
+
+namespace fleetor {
+
+std::shared_ptr<BarButtonItem> BarButtonItem::initWithImage(const std::string& image, bool renderingOriginal,
+                                                            Action action) {
+  auto item = std::make_shared<BarButtonItem>();
+  item->setImage(image);
+  item->renderingOriginal_ = renderingOriginal;
+  item->setAction(std::move(action));
+  return item;
+}
+
+std::shared_ptr<BarButtonItem> BarButtonItem::initWithBarButtonSystemItem(SystemItem kind, Action action) {
+  auto item = std::make_shared<BarButtonItem>();
+  item->systemItem_ = kind;
+  if (kind == SystemItem::done) item->setTitle("Done");
+  if (kind == SystemItem::cancel) item->setTitle("Cancel");
+  item->setAction(std::move(action));
+  return item;
+}
+
+}  // namespace fleetor

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "ui/component.h"
+#include "ui/geometry.h"
+
+namespace fleetor {
+
+/// What a control calls when the user operates it; the argument is the control.
+using Action = std::function<void(Component& sender)>;
+
+class Label : public Component {
+ public:
+  const std::string& text() const { return text_; }
+  void setText(std::string text) { assign(text_, std::move(text)); }
+
+  /// None: the colour that the look has for labels.
+  const std::optional<Color>& textColor() const { return textColor_; }
+  void setTextColor(std::optional<Color> color) { assign(textColor_, color); }
+
+  std::string accessibleName() const override { return text_; }
+
+ private:
+  std::string text_;
+  std::optional<Color> textColor_;
+};
+
+class ImageView : public Component {
+ public:
+  /// Name of the image resource; empty, or a name without a resource: nothing is shown.
+  const std::string& image() const { return image_; }
+  void setImage(std::string name) { assign(image_, std::move(name)); }
+
+ private:
+  std::string image_;
+};
+
+class ActivityIndicator : public Component {
+ public:
+  bool isAnimating() const { return animating_; }  ///< hidden while it is not
+  void startAnimating() { assign(animating_, true); }
+  void stopAnimating() { assign(animating_, false); }
+
+ private:
+  bool animating_ = false;
+};
+
+class Button : public Component {
+ public:
+  const std::string& title() const { return title_; }
+  void setTitle(std::string title) { assign(title_, std::move(title)); }
+
+  const std::string& image() const { return image_; }
+  void setImage(std::string name) { assign(image_, std::move(name)); }
+
+  bool selected() const { return selected_; }
+  void setSelected(bool selected) { assign(selected_, selected); }
+
+  bool enabled() const { return enabled_; }
+  void setEnabled(bool enabled) { assign(enabled_, enabled); }
+
+  void setAction(Action action) { action_ = std::move(action); }
+
+  /// The user taps the button. It may be gone when this returns.
+  void tap() {
+    if (!enabled_ || !action_) return;
+    const Action action = action_;
+    action(*this);
+  }
+
+  std::string accessibleName() const override {
+    return title_.empty() ? Component::accessibleName() : title_;
+  }
+
+ private:
+  std::string title_;
+  std::string image_;
+  bool selected_ = false;
+  bool enabled_ = true;
+  Action action_;
+};
+
+/// A button that shows a spinner in place of its title while it is loading. It still takes taps then.
+class LoadingButton : public Button {
+ public:
+  bool loading() const { return loading_; }
+  void setLoading(bool loading) { assign(loading_, loading); }
+
+  double cornerRadius() const { return cornerRadius_; }  ///< points
+  void setCornerRadius(double points) { assign(cornerRadius_, points); }
+
+ private:
+  bool loading_ = false;
+  double cornerRadius_ = 0;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "ui/view_controller.h"
+
+namespace fleetor {
+
+/// The bar over a navigation stack; its look otherwise is the shared one (Appearance).
+class NavigationBar : public Component {
+ public:
+  explicit NavigationBar(bool translucent) : translucent_(translucent) {}
+
+  bool translucent() const { return translucent_; }
+  void setTranslucent(bool translucent) { assign(translucent_, translucent); }
+
+  bool hidden() const { return hidden_; }
+  void setHidden(bool hidden) { assign(hidden_, hidden); }
+
+ private:
+  bool translucent_;
+  bool hidden_ = false;
+};
+
+/// A stack of screens of which the top one shows. Never empty: the root cannot be popped.
+class NavigationController : public ViewController {
+ public:
+  static std::shared_ptr<NavigationController> initWithRootViewController(
+      Environment& environment, std::shared_ptr<ViewController> root);
+
+  /// Bottom first.
+  const std::vector<std::shared_ptr<ViewController>>& viewControllers() const { return stack_; }
+  const std::shared_ptr<ViewController>& topViewController() const { return stack_.back(); }
+
+  void pushViewController(std::shared_ptr<ViewController> controller, bool animated);
+
+  /// The screen that was taken off, or none when only the root was there. It stays in the tree until the
+  /// transition is over.
+  std::shared_ptr<ViewController> popViewControllerAnimated(bool animated);
+  std::vector<std::shared_ptr<ViewController>> popToRootViewControllerAnimated(bool animated);
+
+  NavigationBar& navigationBar() { return navigationBar_; }
+
+  StatusBarStyle preferredStatusBarStyle() const override {
+    return topViewController()->preferredStatusBarStyle();
+  }
+
+ protected:
+  /// For subclasses, whose makers set the root right after construction.
+  explicit NavigationController(Environment& environment);
+  void setRoot(std::shared_ptr<ViewController> root);
+  Controllers visibleChildViewControllers() const override { return {stack_.back()}; }
+
+ private:
+  Controllers popTo(std::size_t size, bool animated);
+
+  Controllers stack_;
+  NavigationBar navigationBar_;
+};
+
+}  // namespace fleetor

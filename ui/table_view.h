@@ -1,0 +1,104 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "ui/environment.h"
+#include "ui/table_view_cell.h"
+
+namespace fleetor {
+
+class TableView;
+
+struct IndexPath {
+  int section = 0;
+  int row = 0;
+
+  friend bool operator==(const IndexPath&, const IndexPath&) = default;
+};
+
+class TableViewDataSource {
+ public:
+  virtual ~TableViewDataSource() = default;
+  virtual int tableViewNumberOfRowsInSection(TableView& tableView, int section) = 0;
+
+  /// The filled cell of a row that is about to be shown; never none.
+  virtual std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                        IndexPath path) = 0;
+};
+
+class TableViewDelegate {
+ public:
+  virtual ~TableViewDelegate() = default;
+
+  /// Points.
+  virtual double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) = 0;
+  virtual double tableViewEstimatedHeightForRowAtIndexPath(TableView& tableView, IndexPath path) {
+    return tableViewHeightForRowAtIndexPath(tableView, path);
+  }
+  virtual void tableViewDidSelectRowAtIndexPath(TableView& /*tableView*/, IndexPath /*path*/) {}
+};
+
+/// A list of one section. The number of rows is asked once after each reload, a cell only when whoever draws
+/// is about to show its row, and kept until the next reload or until the row has left the screen.
+class TableView : public Component {
+ public:
+  using CellMaker = std::function<std::shared_ptr<TableViewCell>(const std::string& identifier)>;
+
+  explicit TableView(Environment& environment) : environment_(environment) {}
+
+  /// Weak: both must outlive the table or be taken back.
+  void setDataSource(TableViewDataSource* dataSource) { dataSource_ = dataSource; }
+  void setDelegate(TableViewDelegate* delegate) { delegate_ = delegate; }
+
+  void registerMaker(const std::string& identifier, CellMaker maker) {
+    makers_[identifier] = std::move(maker);
+  }
+
+  /// A cell that nobody uses any more, with what it last showed, or a new one. An identifier without a maker
+  /// is a programming fault.
+  std::shared_ptr<TableViewCell> dequeueReusableCellWithIdentifier(const std::string& identifier);
+
+  /// Forgets all cells, the row count and the selection, then emits `reloaded`. Called while the data source
+  /// is being asked, it takes place on the next turn of the main queue.
+  void reloadData();
+  Signal<> reloaded;
+
+  /// An empty footer: no separators below the last row.
+  bool tableFooterView() const { return tableFooterView_; }
+  void setTableFooterView(bool empty) { assign(tableFooterView_, empty); }
+
+  std::optional<IndexPath> indexPathForSelectedRow() const { return selected_; }
+
+  // For whoever draws. Rows out of range have no cell and no height, and are not tapped.
+  int numberOfRows();
+  double heightForRow(int row);
+  double estimatedHeightForRow(int row);
+  std::shared_ptr<TableViewCell> cellForRow(int row);  ///< the row is about to be shown
+  void didEndDisplayingRow(int row);                   ///< the row has left the screen
+  void tap(int row);  ///< the user selects the row, if it is one for selecting
+
+ private:
+  bool contains(int row) { return row >= 0 && row < numberOfRows(); }
+  void reloadNow();
+
+  Environment& environment_;
+  TableViewDataSource* dataSource_ = nullptr;
+  TableViewDelegate* delegate_ = nullptr;
+  std::map<std::string, CellMaker> makers_;
+  std::map<std::string, std::vector<std::shared_ptr<TableViewCell>>> reusable_;
+  std::unordered_map<int, std::shared_ptr<TableViewCell>> cells_;
+  std::optional<int> rows_;
+  std::optional<IndexPath> selected_;
+  bool tableFooterView_ = false;
+  int asking_ = 0;
+  bool reloadPending_ = false;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace fleetor

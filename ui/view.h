@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/queues.h"
+#include "ui/component.h"
+#include "ui/geometry.h"
+
+namespace fleetor {
+
+/// The area of a screen.
+class View : public Component {
+ public:
+  const Rect& frame() const { return frame_; }
+  void setFrame(const Rect& frame) {
+    const Rect before = frame_;
+    if (assign(frame_, frame)) frameChanged.emit(before);
+  }
+
+  /// Whether the area takes touches; what is inside it takes none either when it does not.
+  bool userInteractionEnabled() const { return userInteractionEnabled_; }
+  void setUserInteractionEnabled(bool enabled) { assign(userInteractionEnabled_, enabled); }
+
+  /// Asks whoever draws to move everything to where its constraints put it now, over that time.
+  void animateLayout(Seconds duration) { layoutAnimated.emit(duration); }
+
+  Signal<const Rect&> frameChanged;  ///< the frame before
+  Signal<Seconds> layoutAnimated;
+
+ private:
+  Rect frame_;
+  bool userInteractionEnabled_ = true;
+};
+
+/// A distance between two edges that a screen may change while it runs.
+class LayoutConstraint : public Component {
+ public:
+  double constant() const { return constant_; }  ///< points
+  void setConstant(double points) { assign(constant_, points); }
+
+ private:
+  double constant_ = 0;
+};
+
+}  // namespace fleetor

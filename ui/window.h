@@ -1,0 +1,61 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/action_sheet_date_picker.h"
+#include "ui/alert_view.h"
+#include "ui/text_field.h"
+#include "ui/toast.h"
+#include "ui/view_controller.h"
+
+namespace fleetor {
+
+/// The one window. `changed` tells of a new root, toast, alert, picker or size. Main thread only.
+class Window : public Component {
+ public:
+  explicit Window(Environment& environment);
+  ~Window() override;
+
+  const std::shared_ptr<ViewController>& rootViewController() const { return root_; }
+
+  /// The old root and everything presented over it disappear, the new one appears, neither animated, and the
+  /// old ones are released; so is a date picker.
+  void setRootViewController(std::shared_ptr<ViewController> root);
+
+  /// The screen on top: the last one presented, or the root.
+  ViewController* topViewController() const;
+
+  /// Points; at first the device's screen.
+  const Size& size() const { return size_; }
+  void setSize(const Size& size);
+
+  Keyboard& keyboard() { return keyboard_; }
+
+  /// Toasts show one after the other: each fades in, stays for its seconds and hides itself before the next.
+  void showToast(const std::string& text, double seconds, bool rounded);
+  const Toast* toast() const { return toasts_.empty() ? nullptr : toasts_.front().get(); }
+
+  /// Oldest first; the last one is on top and the only one to answer.
+  const std::vector<std::shared_ptr<AlertView>>& alerts() const { return alerts_; }
+  const std::shared_ptr<ActionSheetDatePicker>& datePicker() const { return datePicker_; }
+
+ private:
+  friend class AlertView;
+  friend class ActionSheetDatePicker;
+
+  void showNextToast();
+
+  Environment& environment_;
+  Size size_;
+  Keyboard keyboard_;
+  std::shared_ptr<ViewController> root_;
+  std::deque<std::shared_ptr<Toast>> toasts_;
+  std::vector<std::shared_ptr<AlertView>> alerts_;
+  std::shared_ptr<ActionSheetDatePicker> datePicker_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace fleetor
