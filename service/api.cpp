@@ -1,0 +1,142 @@
+#include "service/api.h"
+
+#include <algorithm>
+
+namespace fleetor {
+
+namespace {
+
+constexpr const char* keychainIdentifier = "Fleetor_Keychain";
+constexpr const char* keychainAccessGroup = "FLEETOR.org.fleetor.client";
+constexpr double errorToastSeconds = 3.0;
+
+struct ServiceState {
+  ServiceDevice device;
+  std::string baseURLString;
+};
+
+std::shared_ptr<ServiceState> service;
+
+}  // namespace
+
+void API::install(ServiceDevice device) {
+  APIHTTPClient::install(device);
+  service = std::make_shared<ServiceState>(ServiceState{std::move(device), {}});
+}
+
+void API::setAPIBaseURLWithString(const std::string& url) {
+  service->baseURLString = url;
+}
+
+void API::configureRequest() {
+  requestAuthForToken(keychain().objectForKey(sec::valueData));
+  APIHTTPClient::setControlsNetworkIndicator(true);
+  service->device.reachability.startMonitoring();
+}
+
+void API::requestAuthForToken(const std::optional<std::string>& token) {
+  if (!token) return;
+  APIHTTPClient::requestHeaders().setObject("Bearer " + *token, "Authorization");
+}
+
+KeychainItemWrapper API::keychain() {
+  auto wrapper = KeychainItemWrapper::initWithIdentifier(service->device.keyStore, keychainIdentifier,
+                                                         keychainAccessGroup);
+  wrapper.setObject(sec::accessibleAlwaysThisDeviceOnly, sec::accessible);
+  return wrapper;
+}
+
+// The store comes first: the main screen is chosen by what it holds.
+void API::loginUserWithToken(std::string_view token) {
+  keychain().setObject(std::string(token), sec::valueData);
+  requestAuthForToken(std::string(token));
+  service->device.showMainOrLogin();
+}
+
+void API::logoutUser() {
+  const std::string uid = service->device.device.identifierForVendor();
+  postWithPath("/logout", {{"uid", uid}}, noModelClass, {400}, [](auto&&...) {});
+  service->device.sharedSettings.removeObject("WidgetVehicle");
+  service->device.sharedSettings.synchronize();
+  keychain().resetKeychainItem();
+  requestAuthForToken(std::nullopt);
+  service->device.showMainOrLogin();
+}
+
+bool API::isLogged() {
+  return !keychain().objectForKey(sec::valueData).value_or("").empty();
+}
+
+void API::displayError(const std::string& text) {
+  service->device.showToast(text, errorToastSeconds, true);
+}
+
+void API::rest(const std::string& path, const std::string& method, const std::optional<Params>& params,
+               const std::optional<RequestBody>& body, PendingCompletion completion, MapEnvelope map,
+               ErrorCodes errorCodes) {
+  const std::string url = service->baseURLString + path;
+  std::optional<std::string> bodyText;
+  if (body) bodyText = body->text();
+  service->device.log.line("REQUEST: " + url);
+  service->device.log.line("REQUEST: " + parametersForLog(params));
+  APIHTTPClient::JSONFromURLWithString(
+      url, method, params, bodyText, map != nullptr,
+      [completion = std::move(completion), map, errorCodes = std::move(errorCodes)](
+          ResponseObject object, ResponseKind kind, const std::optional<HTTPResponse>& response,
+          const std::optional<APIFailure>& error) {
+        handleCompletionWithJSON(std::move(object), kind, response, error, completion, map, errorCodes);
+      });
+}
+
+void API::handleCompletionWithJSON(ResponseObject object, ResponseKind kind,
+                                   const std::optional<HTTPResponse>& response,
+                                   std::optional<APIFailure> error, PendingCompletion completion,
+                                   MapEnvelope map, const ErrorCodes& errorCodes) {
+  if (!completion) return;
+  std::shared_ptr<void> result;
+  if (kind == ResponseKindSuccess && map) {
+    try {
+      auto* json = std::get_if<JSONValue>(&object);
+      MappedEnvelope mapped = map(json ? std::move(*json) : JSONValue());
+      if (mapped.error) kind = ResponseKindInvalidData;
+      result = std::move(mapped.envelope);
+      error = std::move(mapped.error);
+    } catch (const std::exception&) {  // out of memory over a huge answer
+      kind = ResponseKindUnexpected;
+    }
+  }
+  const long status = response ? response->statusCode : 0;
+  service->device.queues.main([=, result = std::move(result), error = std::move(error)]() mutable {
+    showMessageForKind(kind, status, errorCodes);
+    (*completion)(std::move(result), kind, status, error);
+    *completion = nullptr;
+  });
+}
+
+void API::showMessageForKind(ResponseKind kind, long status, const ErrorCodes& errorCodes) {
+  const auto show = [](const char* message) {
+    displayError(service->device.device.localizedString(message));
+  };
+  const bool unauthorised = status == 401 || status == 403;
+  switch (kind) {
+    case ResponseKindInvalidData:
+      return show("The data returned by the server is incorrect, please try again");
+    case ResponseKindHTTP:
+      if (unauthorised) {
+        if (!isLogged()) return;
+        logoutUser();
+        return show("Your session has expired, you will be logged out");
+      }
+      if (std::find(errorCodes.begin(), errorCodes.end(), status) != errorCodes.end()) return;
+      return show("An unexpected error occurred, please try again");
+    case ResponseKindConnection:
+      return show("The call ended with an error, please check the status of your Internet connection");
+    case ResponseKindUnexpected:
+      return show("An unexpected error occurred, please try again");
+    case ResponseKindSuccess:
+    case ResponseKindCancelled:
+      return;
+  }
+}
+
+}  // namespace fleetor

@@ -1,0 +1,247 @@
+#include "service/api_http_client.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "service/network_activity_indicator_manager.h"
+
+namespace fleetor {
+
+namespace {
+
+struct RequestSettings {
+  std::string contentType = APIHTTPClient::automaticContentType;
+  std::int32_t timeout = 30;
+  RequestCachePolicy cachePolicy = RequestCachePolicy::reloadIgnoringLocalCacheData;
+};
+
+/// The class-level state. Requests in flight hold on to the one that they were started with.
+struct ClientState {
+  explicit ClientState(const ServiceDevice& given)
+      : device(given),
+        indicator(std::make_shared<AFNetworkActivityIndicatorManager>(given.queues, given.networkActivity)) {}
+
+  RequestSettings currentSettings() const {
+    const std::lock_guard lock(mutex);
+    return settings;
+  }
+  template <class Change>
+  void change(Change apply) {
+    const std::lock_guard lock(mutex);
+    apply(settings);
+  }
+
+  ServiceDevice device;
+  std::shared_ptr<AFNetworkActivityIndicatorManager> indicator;
+  RequestHeaders headers;
+  mutable std::mutex mutex;
+  RequestSettings settings;
+};
+
+std::shared_ptr<ClientState> client;
+
+bool sameHeaderName(const std::string& a, const std::string& b) {
+  const auto lower = [](char each) {
+    return each >= 'A' && each <= 'Z' ? static_cast<char>(each + ('a' - 'A')) : each;
+  };
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+void setHeader(HttpRequest& request, const std::string& name, const std::string& value) {
+  for (auto& [known, current] : request.headers) {
+    if (!sameHeaderName(known, name)) continue;
+    known = name;
+    current = value;
+    return;
+  }
+  request.headers.emplace_back(name, value);
+}
+
+std::string contentTypeFor(const std::string& body, const std::string& configured) {
+  std::string type = configured;
+  if (!body.empty() && configured == APIHTTPClient::automaticContentType) {
+    const bool enclosed =
+        (body.front() == '{' && body.back() == '}') || (body.front() == '[' && body.back() == ']');
+    type = enclosed ? "application/json" : "application/x-www-form-urlencoded";
+  }
+  return type + "; charset=utf-8";
+}
+
+bool hasQuery(const std::string& url) {
+  return url.substr(0, url.find('#')).find('?') != std::string::npos;
+}
+
+HttpRequest buildRequest(const ClientState& state, const std::string& url, const std::string& method,
+                         const std::optional<Params>& params, const std::optional<Data>& body,
+                         const Headers& headers) {
+  const RequestSettings settings = state.currentSettings();
+  HttpRequest request;
+  request.url = url;
+  request.method = method;
+  request.timeoutSeconds = settings.timeout;
+  request.reloadIgnoringLocalCacheData =
+      settings.cachePolicy == RequestCachePolicy::reloadIgnoringLocalCacheData;
+  if (body)
+    request.body = body->bytes;
+  else if (params && method == "GET")
+    request.url += (hasQuery(url) ? "&" : "?") + parameterText(*params);
+  else if (params)
+    request.body = parameterText(*params);
+
+  if (settings.contentType != APIHTTPClient::automaticContentType)
+    setHeader(request, "Content-type", settings.contentType);
+  else if (request.body)
+    setHeader(request, "Content-type", contentTypeFor(*request.body, settings.contentType));
+  for (const auto& [name, value] : state.headers.snapshot())
+    setHeader(request, name, value);
+  for (const auto& [name, value] : headers)
+    setHeader(request, name, value);
+  if (request.body) setHeader(request, "Content-Length", std::to_string(request.body->size()));
+  return request;
+}
+
+void complete(HTTPRequestOperation operation, const APIHTTPCompletion& completion) {
+  if (operation.error) {
+    const APIFailure error = *operation.error;
+    APIHTTPClient::handleError(error, std::move(operation), completion);
+  } else {
+    completion(std::move(operation.responseObject), ResponseKindSuccess, operation.response, std::nullopt);
+  }
+}
+
+HTTPRequestOperation judgeSafely(HttpReply reply, ResponseSerializer serializer) {
+  const int status = reply.status;
+  try {
+    return judge(std::move(reply), serializer);
+  } catch (const std::exception& fault) {  // out of memory over a huge answer
+    HTTPRequestOperation operation;
+    if (status != 0) operation.response = HTTPResponse{status};
+    operation.error = APIFailure{failure_domain::url, url_error::cannotDecodeContentData, fault.what()};
+    return operation;
+  }
+}
+
+}  // namespace
+
+void RequestHeaders::setObject(const std::string& value, const std::string& name) {
+  const std::lock_guard lock(mutex_);
+  entries_[name] = value;
+}
+
+std::optional<std::string> RequestHeaders::objectForKey(const std::string& name) const {
+  const std::lock_guard lock(mutex_);
+  const auto found = entries_.find(name);
+  return found == entries_.end() ? std::nullopt : std::optional(found->second);
+}
+
+Headers RequestHeaders::snapshot() const {
+  const std::lock_guard lock(mutex_);
+  return entries_;
+}
+
+const std::shared_ptr<AFNetworkActivityIndicatorManager>& AFNetworkActivityIndicatorManager::sharedManager() {
+  static const std::shared_ptr<AFNetworkActivityIndicatorManager> none;
+  return client ? client->indicator : none;
+}
+
+void APIHTTPClient::install(const ServiceDevice& device) {
+  client = std::make_shared<ClientState>(device);
+}
+
+RequestHeaders& APIHTTPClient::requestHeaders() {
+  return client->headers;
+}
+
+void APIHTTPClient::setRequestContentType(const std::string& type) {
+  client->change([&](RequestSettings& settings) { settings.contentType = type; });
+}
+
+void APIHTTPClient::setTimeoutInSeconds(std::int32_t seconds) {
+  client->change([&](RequestSettings& settings) { settings.timeout = seconds; });
+}
+
+void APIHTTPClient::setCachingPolicy(RequestCachePolicy policy) {
+  client->change([&](RequestSettings& settings) { settings.cachePolicy = policy; });
+}
+
+void APIHTTPClient::setDefaultTextEncoding(unsigned long) {}
+
+void APIHTTPClient::setControlsNetworkIndicator(bool controls) {
+  client->indicator->setEnabled(controls);
+}
+
+std::string APIHTTPClient::contentTypeForRequestString(const std::string& body) {
+  return contentTypeFor(body, client->currentSettings().contentType);
+}
+
+void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::string& method,
+                                          const std::optional<Params>& params,
+                                          const std::optional<std::string>& bodyString, bool jsonResponse,
+                                          APIHTTPCompletion completion) {
+  JSONFromURLWithString(url, method, params, bodyString, Headers(), jsonResponse, std::move(completion));
+}
+
+void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::string& method,
+                                          const std::optional<Params>& params,
+                                          const std::optional<std::string>& bodyString,
+                                          const Headers& headers, bool jsonResponse,
+                                          APIHTTPCompletion completion) {
+  std::optional<Data> data;
+  if (bodyString) data = Data{*bodyString};
+  JSONFromURLWithString(url, method, params, data, headers, jsonResponse, std::move(completion));
+}
+
+void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::string& method,
+                                          const std::optional<Params>& params,
+                                          const std::optional<Data>& bodyData, const Headers& headers,
+                                          bool jsonResponse, APIHTTPCompletion completion) {
+  const auto serializer = jsonResponse ? ResponseSerializer::JSON : ResponseSerializer::plain;
+  auto shared = std::make_shared<const APIHTTPCompletion>(std::move(completion));
+
+  // Global queue: judge and decode the answer. Network thread: only pass it on.
+  auto ended = [state = client, serializer, shared](HttpReply reply) {
+    state->indicator->operationEnded();
+    auto held = std::make_shared<HttpReply>(std::move(reply));
+    state->device.queues.global(
+        [held, serializer, shared] { complete(judgeSafely(std::move(*held), serializer), *shared); });
+  };
+
+  client->device.queues.global([=, state = client] {
+    bool started = false;
+    try {
+      HttpRequest request = buildRequest(*state, url, method, params, bodyData, headers);
+      state->indicator->operationStarted();
+      started = true;
+      state->device.transport.send(std::move(request), ended);
+    } catch (const std::exception&) {
+      if (started) state->indicator->operationEnded();
+      (*shared)({}, ResponseKindUnexpected, std::nullopt, std::nullopt);
+    }
+  });
+}
+
+void APIHTTPClient::handleError(const APIFailure& error, HTTPRequestOperation operation,
+                                const APIHTTPCompletion& completion) {
+  Log& log = client->device.log;
+  const int status = operation.response ? operation.response->statusCode : 0;
+  ResponseKind kind = ResponseKindConnection;
+  if (operation.isCancelled) {
+    kind = ResponseKindCancelled;
+  } else if (status != 0) {
+    log.line("Kind = HTTP, " + std::to_string(status));
+    kind = ResponseKindHTTP;
+  } else if (error.code == url_error::notConnectedToInternet || !client->device.reachability.isReachable()) {
+    log.line("Kind = CONNECTION");
+  } else if (error.code == url_error::timedOut) {
+    log.line("Kind = TIMEOUT");
+  } else {
+    log.line("Error: " + error.domain + " " + std::to_string(error.code) + " " + error.localizedDescription);
+    kind = ResponseKindUnexpected;
+  }
+  log.line(operation.responseString.value_or("(null)") + ", " + std::to_string(status));
+  completion(std::move(operation.responseObject), kind, operation.response, error);
+}
+
+}  // namespace fleetor

@@ -1,0 +1,232 @@
+#include "service/response_serializer.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+namespace fleetor {
+
+namespace {
+
+// A body beyond this size that turns out not to be JSON is not kept for the log: decoding consumes it in
+// place, and a second copy of every large answer is too much for a line that hardly anybody reads.
+constexpr std::size_t longestLoggedBody = std::size_t{1} << 20;
+
+constexpr std::array<std::string_view, 3> jsonTypes{"application/json", "text/json", "text/javascript"};
+
+std::string lowerCase(std::string_view text) {
+  std::string lower(text);
+  for (char& each : lower)
+    if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
+  return lower;
+}
+
+std::string_view trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+std::string mimeTypeOf(std::string_view contentType) {
+  return lowerCase(trimmed(contentType.substr(0, contentType.find(';'))));
+}
+
+std::string charsetOf(std::string_view contentType) {
+  while (true) {
+    const auto semicolon = contentType.find(';');
+    if (semicolon == std::string_view::npos) return {};
+    contentType.remove_prefix(semicolon + 1);
+    const std::string_view parameter = contentType.substr(0, contentType.find(';'));
+    const auto equals = parameter.find('=');
+    if (equals == std::string_view::npos || lowerCase(trimmed(parameter.substr(0, equals))) != "charset")
+      continue;
+    std::string_view name = trimmed(parameter.substr(equals + 1));
+    if (name.size() >= 2 && name.front() == '"' && name.back() == '"') name = name.substr(1, name.size() - 2);
+    return lowerCase(name);
+  }
+}
+
+bool isUTF8(std::string_view text) {
+  const auto* byte = reinterpret_cast<const unsigned char*>(text.data());
+  const auto* const end = byte + text.size();
+  while (byte < end) {
+    std::uint64_t eight = 0;
+    if (end - byte >= 8 && (std::memcpy(&eight, byte, 8), (eight & 0x8080808080808080) == 0)) {
+      byte += 8;
+      continue;
+    }
+    if (*byte < 0x80) {
+      ++byte;
+      continue;
+    }
+    const int more = *byte >= 0xF0 ? 3 : *byte >= 0xE0 ? 2 : 1;
+    if (*byte < 0xC2 || *byte > 0xF4 || end - byte <= more) return false;
+    for (int i = 1; i <= more; ++i)
+      if ((byte[i] & 0xC0) != 0x80) return false;
+    const bool overlong = (byte[0] == 0xE0 && byte[1] < 0xA0) || (byte[0] == 0xF0 && byte[1] < 0x90);
+    const bool surrogate = byte[0] == 0xED && byte[1] > 0x9F;
+    const bool beyond = byte[0] == 0xF4 && byte[1] > 0x8F;
+    if (overlong || surrogate || beyond) return false;
+    byte += more + 1;
+  }
+  return true;
+}
+
+// What iconv knows by more than a registered name: its suffixes, its own memory layouts and the locale's
+// encoding.
+bool isCharsetName(std::string_view name) {
+  static constexpr std::array<std::string_view, 4> internal{"char", "internal", "wchar_t", "ucs-4-internal"};
+  return !name.empty() && std::find(internal.begin(), internal.end(), name) == internal.end() &&
+         std::all_of(name.begin(), name.end(), [](char each) {
+           return (each >= 'a' && each <= 'z') || (each >= '0' && each <= '9') ||
+                  std::strchr("-_.:+()", each);
+         });
+}
+
+// Wide encodings are big-endian unless a byte-order mark says otherwise; iconv would take the machine's own
+// order.
+std::string iconvNameOf(std::string_view charset, std::string_view bytes) {
+  const bool marked = bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE") ||
+                      bytes.starts_with(std::string_view("\0\0\xFE\xFF", 4));
+  if ((charset == "utf-16" || charset == "utf-32") && !marked) return std::string(charset) + "be";
+  return std::string(charset);
+}
+
+class Converter {
+ public:
+  explicit Converter(const std::string& charset) : handle_(iconv_open("UTF-8", charset.c_str())) {}
+  ~Converter() {
+    if (isKnown()) iconv_close(handle_);
+  }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+
+  bool isKnown() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+  std::optional<std::string> convert(std::string& bytes) {
+    std::string text;
+    std::array<char, 16384> piece;
+    char* in = bytes.data();
+    std::size_t left = bytes.size();
+    bool flushing = false;
+    while (true) {
+      char* out = piece.data();
+      std::size_t room = piece.size();
+      const auto result = iconv(handle_, flushing ? nullptr : &in, &left, &out, &room);
+      text.append(piece.data(), piece.size() - room);
+      if (result == static_cast<std::size_t>(-1)) {
+        if (errno != E2BIG) return {};
+      } else if (flushing) {
+        return text;
+      } else {
+        flushing = true;
+      }
+    }
+  }
+
+ private:
+  iconv_t handle_;
+};
+
+std::string statusText(int status) {
+  switch (status) {
+    case 400:
+      return "bad request";
+    case 401:
+      return "unauthorized";
+    case 403:
+      return "forbidden";
+    case 404:
+      return "not found";
+    case 405:
+      return "method not allowed";
+    case 408:
+      return "request timed out";
+    case 429:
+      return "too many requests";
+    case 500:
+      return "internal server error";
+    case 501:
+      return "unimplemented";
+    case 502:
+      return "bad gateway";
+    case 503:
+      return "service unavailable";
+    case 504:
+      return "gateway timed out";
+    default:
+      break;
+  }
+  if (status >= 500) return "server error";
+  if (status >= 400) return "client error";
+  if (status >= 300) return "redirected";
+  return status >= 200 ? "no error" : "informational";
+}
+
+APIFailure urlFailure(long code, std::string description) {
+  return {failure_domain::url, code, std::move(description)};
+}
+
+}  // namespace
+
+std::optional<std::string> decodeText(std::string bytes, const std::string& charset) {
+  const std::string name = lowerCase(charset);
+  if (name != "utf-8" && name != "utf8" && isCharsetName(name)) {
+    Converter converter(iconvNameOf(name, bytes));
+    if (converter.isKnown()) return converter.convert(bytes);
+  }
+  if (!isUTF8(bytes)) return {};
+  return bytes;
+}
+
+HTTPRequestOperation judge(HttpReply reply, ResponseSerializer serializer) {
+  HTTPRequestOperation operation;
+  if (reply.status != 0) operation.response = HTTPResponse{reply.status};
+  const std::string charset = charsetOf(reply.contentType);
+  const auto fail = [&](long code, std::string description) {
+    operation.error = urlFailure(code, std::move(description));
+  };
+
+  if (reply.error != 0) {
+    operation.isCancelled = reply.error == url_error::cancelled;
+    fail(reply.error, std::move(reply.errorDescription));
+    operation.responseString = decodeText(std::move(reply.body), charset);
+    return operation;
+  }
+
+  const std::string type = mimeTypeOf(reply.contentType);
+  const bool accepted = serializer == ResponseSerializer::plain || reply.body.empty() ||
+                        std::find(jsonTypes.begin(), jsonTypes.end(), type) != jsonTypes.end();
+  if (reply.status < 200 || reply.status > 299)
+    fail(url_error::badServerResponse,
+         "Request failed: " + statusText(reply.status) + " (" + std::to_string(reply.status) + ")");
+  else if (!accepted)
+    fail(url_error::cannotDecodeContentData, "Request failed: unacceptable content-type: " + type);
+
+  if (serializer == ResponseSerializer::plain) {
+    if (operation.error) operation.responseString = decodeText(reply.body, charset);
+    operation.responseObject = std::move(reply.body);
+    return operation;
+  }
+
+  auto text = decodeText(std::move(reply.body), charset);
+  if (!text) return operation;
+  if (text->size() <= longestLoggedBody) operation.responseString = text;
+  if (accepted && !text->empty() && *text != " ") {
+    auto decoded = decodeJSON(std::move(*text));
+    if (decoded)
+      operation.responseObject = std::move(decoded).value();
+    else if (!operation.error)
+      fail(url_error::cannotParseResponse, decoded.error().description);
+  }
+  if (!operation.error) operation.responseString.reset();
+  return operation;
+}
+
+}  // namespace fleetor
