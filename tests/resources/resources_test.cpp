@@ -1,0 +1,160 @@
+#include <gmock/gmock.h>
+
+#include <QColor>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImage>
+#include <QImageReader>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextTable>
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+// Pictures are drawn by a plug-in of the platform, which wants an application.
+class DrawingEnvironment : public testing::Environment {
+ public:
+  void SetUp() override {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    application = std::make_unique<QGuiApplication>(count, arguments);
+  }
+  void TearDown() override { application.reset(); }
+
+ private:
+  int count = 1;
+  char name[10] = "resources";
+  char* arguments[2] = {name, nullptr};
+  std::unique_ptr<QGuiApplication> application;
+};
+
+[[maybe_unused]] const auto* const environment = testing::AddGlobalTestEnvironment(new DrawingEnvironment);
+
+QImage drawn(const QString& name, int width = 96) {
+  QImageReader reader(":/images/" + name + ".svg");
+  if (reader.size().isEmpty()) return {};
+  reader.setScaledSize(reader.size().scaled(width, 10 * width, Qt::KeepAspectRatio));
+  return reader.read().convertToFormat(QImage::Format_ARGB32);
+}
+
+// Of the pixels that are painted at all, the share that has this colour.
+double shareOf(const QColor& colour, const QImage& image) {
+  int painted = 0;
+  int matching = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QColor pixel = image.pixelColor(x, y);
+      if (pixel.alpha() < 200) continue;
+      ++painted;
+      matching += std::abs(pixel.red() - colour.red()) < 3 && std::abs(pixel.green() - colour.green()) < 3 &&
+                  std::abs(pixel.blue() - colour.blue()) < 3;
+    }
+  }
+  return painted == 0 ? 0.0 : double(matching) / painted;
+}
+
+// Pixels that differ visibly; rounding at the edges of a shape does not count.
+int differences(const QImage& a, const QImage& b) {
+  int count = 0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x) {
+      const QColor p = a.pixelColor(x, y);
+      const QColor q = b.pixelColor(x, y);
+      count +=
+          std::max({std::abs(p.red() - q.red()) * p.alpha() / 255, std::abs(p.alpha() - q.alpha())}) > 64;
+    }
+  }
+  return count;
+}
+
+TEST(Images, of_the_bars_are_white_and_those_of_the_selected_tabs_dark) {
+  for (const char* name : {"NavMenu", "NavBack", "NavDate", "BtnLogout", "BtnAccount", "BtnAbout", "TabInfo",
+                           "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
+    EXPECT_GT(shareOf(Qt::white, drawn(name)), 0.99) << name;
+  }
+  const QColor selected = QColor::fromRgbF(0.23f, 0.29f, 0.35f);
+  for (const char* name : {"TabInfo", "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
+    EXPECT_GT(shareOf(selected, drawn(QString(name) + "Selected")), 0.7) << name;
+  }
+}
+
+TEST(Images, of_a_vehicle_come_in_a_pair_that_looks_to_opposite_sides) {
+  for (const char* kind : {"car", "van", "truck", "bus", "motorcycle", "trailer", "excavator"}) {
+    const QImage left = drawn(kind);
+    const QImage right = drawn(QString("p") + kind);
+    ASSERT_FALSE(left.isNull() || right.isNull()) << kind;
+    EXPECT_LT(differences(left.mirrored(true, false), right), 20) << kind;
+    EXPECT_GT(differences(left, right), 200) << kind << " looks the same from both sides";
+  }
+}
+
+TEST(Images, of_the_marks_and_of_the_application_draw_something) {
+  for (const char* name : {"flag", "parking", "fleetor", "NavShadow"}) {
+    const QImage image = drawn(name);
+    ASSERT_FALSE(image.isNull()) << name;
+    EXPECT_NE(image, QImage(image.size(), image.format())) << name;
+    << name;
+  }
+}
+
+TEST(Images, of_the_launch_fill_the_screen_and_keep_the_logo_when_they_are_cut_to_it) {
+  struct Screen {
+    const char* name;
+    double narrowest;  // width by height of the screens that show it, either way up
+    double widest;
+  };
+  for (const auto& [name, narrowest, widest] :
+       {Screen{"640x960", 0.66, 1.5}, Screen{"640x1136", 0.56, 1.78}, Screen{"750x1334", 0.56, 1.78},
+        Screen{"1242x2208", 0.46, 2.17}, Screen{"1024x768", 0.7, 1.34}, Screen{"2048x1536", 0.7, 1.34}}) {
+    const QImage image = drawn(name, 400);
+    ASSERT_FALSE(image.isNull()) << name;
+    for (const QPoint corner : {image.rect().topLeft(), image.rect().topRight(), image.rect().bottomLeft(),
+                                image.rect().bottomRight()}) {
+      EXPECT_EQ(qAlpha(image.pixel(corner)), 255) << name;
+    }
+    // The word and the road of the logo are the only slate in the picture.
+    QRect logo;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) {
+        if (qRed(image.pixel(x, y)) < 80 && qBlue(image.pixel(x, y)) < 110) logo |= QRect(x, y, 1, 1);
+      }
+    }
+    ASSERT_GT(logo.width(), 60) << name;
+    for (const double aspect : {narrowest, widest}) {
+      QRect shown({}, QSizeF(aspect, 1).scaled(image.size(), Qt::KeepAspectRatio).toSize());
+      shown.moveCenter(image.rect().center());
+      EXPECT_TRUE(shown.contains(logo)) << name << " at " << aspect;
+    }
+  }
+}
+
+TEST(Documents, read_on_any_background_and_link_to_the_outside) {
+  for (const char* name : {"tos", "about"}) {
+    QFile file(QString(":/documents/%1.html").arg(name));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+    QTextDocument document;
+    document.setHtml(QString::fromUtf8(file.readAll()));
+    int headings = 0;
+    int links = 0;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+      headings += block.blockFormat().headingLevel() > 0;
+      EXPECT_EQ(block.blockFormat().background().style(), Qt::NoBrush) << name;
+      for (auto part = block.begin(); !part.atEnd(); ++part) {
+        const QTextCharFormat format = part.fragment().charFormat();
+        const std::string text = part.fragment().text().toStdString();
+        EXPECT_EQ(format.background().style(), Qt::NoBrush) << text;
+        EXPECT_EQ(format.hasProperty(QTextFormat::ForegroundBrush), format.isAnchor()) << text;
+        if (!format.isAnchor()) continue;
+        ++links;
+        EXPECT_THAT(format.anchorHref().toStdString(), testing::StartsWith("https://")) << text;
+      }
+    }
+    EXPECT_GT(headings, 2) << name;
+    EXPECT_GT(links, 0) << name;
+  }
+}
+
+}  // namespace
