@@ -13,11 +13,12 @@ std::shared_ptr<BarButtonItem> BarButtonItem::initWithImage(const std::string& i
   return item;
 }
 
-std::shared_ptr<BarButtonItem> BarButtonItem::initWithBarButtonSystemItem(SystemItem kind, Action action) {
+std::shared_ptr<BarButtonItem> BarButtonItem::initWithBarButtonSystemItem(Environment& environment,
+                                                                          SystemItem kind, Action action) {
   auto item = std::make_shared<BarButtonItem>();
   item->systemItem_ = kind;
-  if (kind == SystemItem::done) item->setTitle("Done");
-  if (kind == SystemItem::cancel) item->setTitle("Cancel");
+  if (kind == SystemItem::done) item->setTitle(environment.device.localizedString("Done"));
+  if (kind == SystemItem::cancel) item->setTitle(environment.device.localizedString("Cancel"));
   item->setAction(std::move(action));
   return item;
 }

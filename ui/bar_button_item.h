@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "ui/controls.h"
+#include "ui/environment.h"
 
 namespace fleetor {
 
@@ -17,8 +18,9 @@ class BarButtonItem : public Button {
   static std::shared_ptr<BarButtonItem> initWithImage(const std::string& image, bool renderingOriginal,
                                                       Action action);
 
-  /// A button of the system's own kind, its title still to be translated ("Done", "Cancel").
-  static std::shared_ptr<BarButtonItem> initWithBarButtonSystemItem(SystemItem kind, Action action);
+  /// A button of the system's own kind, with the system's own title in the user's language.
+  static std::shared_ptr<BarButtonItem> initWithBarButtonSystemItem(Environment& environment, SystemItem kind,
+                                                                    Action action);
 
   SystemItem systemItem() const { return systemItem_; }
   bool renderingOriginal() const { return renderingOriginal_; }

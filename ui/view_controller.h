@@ -127,7 +127,12 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   /// Gives the children their places after the view's frame changed.
   virtual void layoutChildren(const Rect& frameBefore);
 
-  /// Enters or takes out a child without a word to it.
+  /// Where a child's view is, without loading it.
+  static const Rect& frameOf(const ViewController& child) { return child.view_.frame(); }
+  static void place(ViewController& child, const Rect& frame) { child.view_.setFrame(frame); }
+
+  /// Enters or takes out a child without a word to it. A child that has a parent already is a programming
+  /// fault.
   void adopt(std::shared_ptr<ViewController> child);
   void disown(const std::shared_ptr<ViewController>& child);
 
@@ -142,6 +147,10 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   friend class Window;
 
   ViewController& topAncestor();
+  void presentOver(std::shared_ptr<ViewController> controller, bool animated,
+                   std::function<void()> completion);
+  void resize(const Rect& frame);      ///< this root's, with everything presented over it
+  Controllers presentedChain() const;  ///< everything presented over this one, topmost first
   void dismissPresented(bool animated, std::function<void()> completion);
   void releasePresented();
 

@@ -1,0 +1,48 @@
+#include "ui/storyboard.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ui/fault.h"
+#include "ui/view_controller.h"
+
+namespace fleetor {
+
+Storyboard::Storyboard(Environment& environment, std::string name, std::string initial,
+                       std::vector<StoryboardScene> scenes, std::vector<StoryboardSegue> segues)
+    : environment_(environment),
+      name_(std::move(name)),
+      initial_(std::move(initial)),
+      scenes_(std::move(scenes)),
+      segues_(std::move(segues)) {}
+
+std::shared_ptr<ViewController> Storyboard::instantiateInitialViewController() {
+  return instantiateViewControllerWithIdentifier(initial_);
+}
+
+std::shared_ptr<ViewController> Storyboard::instantiateViewControllerWithIdentifier(
+    const std::string& identifier) {
+  const auto scene = std::ranges::find(scenes_, identifier, &StoryboardScene::identifier);
+  if (scene == scenes_.end())
+    programmingFault("storyboard \"" + name_ + "\" has no screen \"" + identifier + "\"");
+  auto controller = scene->make(environment_);
+  controller->setStoryboard(this, identifier);
+  return controller;
+}
+
+const StoryboardSegue& Storyboard::segueWithIdentifier(const std::string& identifier,
+                                                       const std::string& source) const {
+  const auto segue = std::ranges::find_if(segues_, [&](const StoryboardSegue& candidate) {
+    return candidate.identifier == identifier && candidate.source == source;
+  });
+  if (segue == segues_.end())
+    programmingFault("storyboard \"" + name_ + "\" has no transition \"" + identifier + "\" from screen \"" +
+                     source + "\"");
+  return *segue;
+}
+
+void Storyboard::wrongClass(const std::string& identifier) const {
+  programmingFault("screen \"" + identifier + "\" of storyboard \"" + name_ + "\" is of another class");
+}
+
+}  // namespace fleetor

@@ -1,0 +1,111 @@
+#include "ui/table_view.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ui/fault.h"
+
+namespace fleetor {
+
+namespace {
+/// More spare cells than fit on any screen are not worth keeping.
+constexpr std::size_t spareCells = 64;
+}  // namespace
+
+TableViewCell::TableViewCell(std::string reuseIdentifier) : reuseIdentifier_(std::move(reuseIdentifier)) {
+  outlet("textLabel", textLabel_);
+  outlet("detailTextLabel", detailTextLabel_);
+}
+
+Component* TableViewCell::viewWithTag(int tag) const {
+  const auto found = tags_.find(tag);
+  return found == tags_.end() ? nullptr : found->second;
+}
+
+LoadingTableViewCell::LoadingTableViewCell(std::string reuseIdentifier)
+    : TableViewCell(std::move(reuseIdentifier)) {
+  outlet("activityIndicator", activityIndicator_);
+  setTag(indicatorTag, activityIndicator_);
+  setSelectable(false);
+}
+
+std::shared_ptr<TableViewCell> TableView::dequeueReusableCellWithIdentifier(const std::string& identifier) {
+  auto& spare = reusable_[identifier];
+  const auto unused = std::ranges::find_if(spare, [](const auto& cell) { return cell.use_count() == 1; });
+  if (unused != spare.end()) {
+    auto cell = std::move(*unused);
+    spare.erase(unused);
+    return cell;
+  }
+  const auto maker = makers_.find(identifier);
+  if (maker == makers_.end()) programmingFault("no row of the kind \"" + identifier + "\" is registered");
+  return maker->second(identifier);
+}
+
+void TableView::reloadData() {
+  if (asking_ == 0) {
+    reloadNow();
+    return;
+  }
+  if (reloadPending_) return;
+  reloadPending_ = true;
+  environment_.queues.main([this, alive = std::weak_ptr(alive_)] {
+    if (!alive.expired() && reloadPending_) reloadNow();
+  });
+}
+
+void TableView::reloadNow() {
+  reloadPending_ = false;
+  rows_.reset();
+  selected_.reset();
+  for (auto& [row, cell] : std::exchange(cells_, {}))
+    if (auto& spare = reusable_[cell->reuseIdentifier()]; spare.size() < spareCells)
+      spare.push_back(std::move(cell));
+  reloaded.emit();
+}
+
+int TableView::numberOfRows() {
+  if (!rows_) {
+    ++asking_;
+    rows_ = dataSource_ ? dataSource_->tableViewNumberOfRowsInSection(*this, 0) : 0;
+    --asking_;
+  }
+  return *rows_;
+}
+
+double TableView::heightForRow(int row) {
+  return delegate_ && contains(row) ? delegate_->tableViewHeightForRowAtIndexPath(*this, {0, row}) : 0;
+}
+
+double TableView::estimatedHeightForRow(int row) {
+  return delegate_ && contains(row) ? delegate_->tableViewEstimatedHeightForRowAtIndexPath(*this, {0, row})
+                                    : 0;
+}
+
+std::shared_ptr<TableViewCell> TableView::cellForRow(int row) {
+  if (const auto found = cells_.find(row); found != cells_.end()) return found->second;
+  if (!dataSource_ || !contains(row)) return nullptr;
+  ++asking_;
+  auto cell = dataSource_->tableViewCellForRowAtIndexPath(*this, {0, row});
+  --asking_;
+  cells_[row] = cell;
+  return cell;
+}
+
+void TableView::didEndDisplayingRow(int row) {
+  const auto found = cells_.find(row);
+  if (found == cells_.end()) return;
+  if (auto& spare = reusable_[found->second->reuseIdentifier()]; spare.size() < spareCells)
+    spare.push_back(std::move(found->second));
+  cells_.erase(found);
+}
+
+void TableView::tap(int row) {
+  const auto cell = cellForRow(row);
+  if (!cell || !cell->selectable()) return;
+  selected_ = IndexPath{0, row};
+  changed.emit();
+  if (delegate_) delegate_->tableViewDidSelectRowAtIndexPath(*this, {0, row});
+}
+
+}  // namespace fleetor

@@ -1,0 +1,165 @@
+#include "ui/view_controller.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ui/fault.h"
+#include "ui/navigation_controller.h"
+#include "ui/sw_reveal_view_controller.h"
+#include "ui/window.h"
+
+namespace fleetor {
+
+ViewController::ViewController(Environment& environment) : environment_(environment) {
+  view_.setFrame({0, 0, environment.device.screenWidth(), environment.device.screenHeight()});
+  frameChanged_ = view_.frameChanged.connect([this](const Rect& before) { layoutChildren(before); });
+}
+
+ViewController::~ViewController() {
+  for (const auto& child : children_)
+    child->parent_ = nullptr;
+  if (presented_) presented_->presenting_ = nullptr;
+}
+
+void ViewController::loadViewIfNeeded() {
+  if (viewLoaded_) return;
+  viewLoaded_ = true;
+  viewDidLoad();
+}
+
+View& ViewController::view() {
+  loadViewIfNeeded();
+  return view_;
+}
+
+void ViewController::endEditing() {
+  if (!environment_.window) return;
+  Keyboard& keyboard = environment_.window->keyboard();
+  const std::function<bool(const ViewController&)> holdsFocus = [&](const ViewController& screen) {
+    return std::ranges::any_of(
+               screen.outlets(),
+               [&](const auto& named) { return named.second == keyboard.firstResponder(); }) ||
+           std::ranges::any_of(screen.children_, [&](const auto& child) { return holdsFocus(*child); });
+  };
+  if (keyboard.firstResponder() && holdsFocus(*this)) keyboard.setFirstResponder(nullptr);
+}
+
+NavigationController* ViewController::navigationController() const {
+  for (ViewController* above = parent_; above; above = above->parent_)
+    if (auto* found = dynamic_cast<NavigationController*>(above)) return found;
+  return nullptr;
+}
+
+SWRevealViewController* ViewController::revealViewController() const {
+  for (ViewController* above = parent_; above; above = above->parent_)
+    if (auto* found = dynamic_cast<SWRevealViewController*>(above)) return found;
+  return nullptr;
+}
+
+void ViewController::addChildViewController(std::shared_ptr<ViewController> child) {
+  adopt(child);
+  if (appearance_ != AppearanceState::appearing && appearance_ != AppearanceState::appeared) return;
+  child->beginAppearanceTransition(true, false);
+  if (appearance_ == AppearanceState::appeared) child->endAppearanceTransition();
+}
+
+void ViewController::setStoryboard(Storyboard* storyboard, std::string identifier) {
+  storyboard_ = storyboard;
+  storyboardIdentifier_ = std::move(identifier);
+}
+
+void ViewController::layoutChildren(const Rect& /*frameBefore*/) {
+  for (const auto& child : children_)
+    place(*child, {0, 0, view_.frame().width, view_.frame().height});
+}
+
+void ViewController::adopt(std::shared_ptr<ViewController> child) {
+  if (child->parent_ || child->presenting_) programmingFault("a screen is put into a second container");
+  child->parent_ = this;
+  place(*child, {0, 0, view_.frame().width, view_.frame().height});
+  children_.push_back(std::move(child));
+}
+
+void ViewController::disown(const std::shared_ptr<ViewController>& child) {
+  child->parent_ = nullptr;
+  std::erase(children_, child);
+}
+
+void ViewController::beginAppearanceTransition(bool appearing, bool animated) {
+  const auto self = shared_from_this();
+  const auto forward = [&](AppearanceState expected) {
+    if (appearance_ != expected) return;  // what the screen did just now has overtaken this change
+    for (const auto& child : visibleChildViewControllers())
+      child->beginAppearanceTransition(appearing, animated);
+  };
+  if (appearing) {
+    if (appearance_ == AppearanceState::appearing || appearance_ == AppearanceState::appeared) return;
+    loadViewIfNeeded();
+    appearance_ = AppearanceState::appearing;
+    animated_ = animated;
+    viewWillAppear(animated);
+    forward(AppearanceState::appearing);
+  } else {
+    if (appearance_ == AppearanceState::disappearing || appearance_ == AppearanceState::disappeared) return;
+    transition_.complete();
+    if (appearance_ == AppearanceState::disappearing || appearance_ == AppearanceState::disappeared) return;
+    appearance_ = AppearanceState::disappearing;
+    animated_ = animated;
+    viewWillDisappear(animated);
+    endEditing();
+    forward(AppearanceState::disappearing);
+  }
+}
+
+void ViewController::endAppearanceTransition() {
+  using enum AppearanceState;
+  const auto self = shared_from_this();
+  if (appearance_ == appeared || appearance_ == disappeared) return;
+  const AppearanceState reached = appearance_ == appearing ? appeared : disappeared;
+  appearance_ = reached;
+  for (const auto& child : visibleChildViewControllers())
+    child->endAppearanceTransition();
+  if (appearance_ != reached) return;
+  if (reached == appeared)
+    viewDidAppear(animated_);
+  else
+    viewDidDisappear(animated_);
+}
+
+void ViewController::completeTransitions() {
+  const auto self = shared_from_this();
+  if (ViewController* above = parent_ ? parent_ : presenting_) above->completeTransitions();
+  presentation_.complete();
+  transition_.complete();
+}
+
+void ViewController::exchange(TransitionKind kind, Seconds duration, Controllers outgoing,
+                              Controllers incoming, bool animated, std::function<void()> finish) {
+  using enum AppearanceState;
+  const auto self = shared_from_this();
+  const bool onScreen = appearance_ == appeared || appearance_ == appearing;
+  if (onScreen) {
+    for (const auto& controller : outgoing)
+      controller->beginAppearanceTransition(false, animated);
+    for (const auto& controller : incoming)
+      if (appearance_ == appeared || appearance_ == appearing)
+        controller->beginAppearanceTransition(true, animated);
+  }
+  Transition transition{kind, duration, outgoing, incoming};
+  transition_.run(
+      environment_.queues, std::move(transition), animated && appearance_ == appeared,
+      [this, outgoing = std::move(outgoing), incoming = std::move(incoming), finish = std::move(finish)] {
+        const auto alive = shared_from_this();
+        for (const auto& controller : outgoing)
+          controller->endAppearanceTransition();
+        // While this one is still appearing, its children's did-operations come with its own.
+        if (appearance_ == appeared)
+          for (const auto& controller : incoming)
+            controller->endAppearanceTransition();
+        if (finish) finish();
+        changed.emit();
+      });
+  changed.emit();
+}
+
+}  // namespace fleetor
