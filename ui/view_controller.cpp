@@ -137,8 +137,8 @@ void ViewController::exchange(TransitionKind kind, Seconds duration, Controllers
                               Controllers incoming, bool animated, std::function<void()> finish) {
   using enum AppearanceState;
   const auto self = shared_from_this();
-  const bool onScreen = appearance_ == appeared || appearance_ == appearing;
-  if (onScreen) {
+  animated = animated && appearance_ == appeared;  // nothing to watch otherwise
+  if (appearance_ == appeared || appearance_ == appearing) {
     for (const auto& controller : outgoing)
       controller->beginAppearanceTransition(false, animated);
     for (const auto& controller : incoming)

@@ -1,0 +1,159 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "ui/tab_bar.h"
+#include "ui/web_view.h"
+#include "ui_world.h"
+
+namespace fleetor::test {
+
+class Components : public testing::Test, public World {};
+
+TEST_F(Components, TellOfAChangeOnlyWhenThereIsOne) {
+  auto button = std::make_unique<LoadingButton>();
+  int changes = 0;
+  int goodbyes = 0;
+  const Connection change = button->changed.connect([&] { ++changes; });
+  const Connection goodbye = button->destroyed.connect([&] { ++goodbyes; });
+  button->setLoading(true);
+  button->setLoading(true);
+  EXPECT_EQ(changes, 1);
+
+  int taps = 0;
+  button->setAction([&](Component&) {
+    ++taps;
+    button.reset();
+  });
+  button->setEnabled(false);
+  button->tap();
+  button->setEnabled(true);
+  button->tap();
+  EXPECT_EQ(taps, 1);
+  EXPECT_EQ(goodbyes, 1) << "an action may destroy its own button";
+}
+
+TEST_F(Components, ToastsShowOneAfterTheOther) {
+  const auto shown = [&] { return window.toast() ? window.toast()->text() : std::string("-"); };
+  window.showToast("first", 3, true);
+  window.showToast("second", 1, false);
+  EXPECT_EQ(shown(), "first");
+  EXPECT_TRUE(window.toast()->rounded());
+  queues.advance(Seconds(3.1));
+  EXPECT_EQ(shown(), "first") << "it stays its seconds after it has faded in";
+  queues.advance(Seconds(0.15));
+  EXPECT_EQ(shown(), "second");
+  EXPECT_FALSE(window.toast()->rounded());
+  queues.advance(Seconds(1.2));
+  EXPECT_EQ(shown(), "-");
+}
+
+TEST_F(Components, AnAlertGoesBeforeItsAnswerIsHeardAndMayOutliveItsAsker) {
+  struct Asker : AlertViewDelegate {
+    Window& window;
+    std::string heard;
+    explicit Asker(Window& shownIn) : window(shownIn) {}
+    void alertViewClickedButtonAtIndex(AlertView& alert, int index) override {
+      heard += alert.buttonTitles()[static_cast<std::size_t>(index)] + std::to_string(window.alerts().size());
+    }
+  };
+  auto asker = std::make_shared<Asker>(window);
+  const auto alert = AlertView::initWithTitle(environment, "Title", "Message", asker, "No", {"Yes"});
+  alert->show();
+  alert->show();
+  EXPECT_EQ(window.alerts().size(), 1u);
+  alert->tapButton(1);
+  alert->tapButton(1);
+  EXPECT_EQ(asker->heard, "Yes0") << "once, and with the alert gone";
+
+  alert->show();
+  asker.reset();
+  alert->tapButton(0);
+  EXPECT_TRUE(window.alerts().empty());
+}
+
+TEST_F(Components, ADatePickerGivesOneAnswer) {
+  auto origin = std::make_unique<Button>();
+  const auto ask = [&] {
+    return ActionSheetDatePicker::showPickerWithTitle(
+        environment, "Choose", DatePickerMode::date, queues.now(),
+        [&](Date date) { diary.write("done " + queues.day(date)); }, [&] { diary.write("cancelled"); },
+        *origin);
+  };
+  const auto replaced = ask();
+  const auto picker = ask();
+  replaced->done();
+  EXPECT_EQ(window.datePicker(), picker);
+  EXPECT_EQ(picker->origin(), origin.get());
+  origin.reset();
+  EXPECT_EQ(picker->origin(), nullptr);
+  picker->setSelectedDate(queues.now() + std::chrono::hours(24));
+  picker->done();
+  picker->cancel();
+  EXPECT_EQ(diary.take(), "done 2026-03-11");
+  EXPECT_EQ(window.datePicker(), nullptr);
+
+  origin = std::make_unique<Button>();
+  ask()->cancel();
+  EXPECT_EQ(diary.take(), "cancelled");
+}
+
+TEST_F(Components, TheKeyboardIsUpWhileAFieldHasTheFocus) {
+  for (const char* name : {UIKeyboardWillShowNotification, UIKeyboardWillHideNotification})
+    center.addObserver(this, name, [&](const Notification& notification) {
+      const auto& info = std::any_cast<const KeyboardInfo&>(notification.object);
+      diary.write(notification.name + " " + std::to_string(std::lround(info.frameEnd.height)));
+    });
+  const auto login = show(screen("login"));
+  TextField name(environment);
+  auto word = std::make_unique<TextField>(environment);
+  login->outlet("loginTextField", name);
+  window.keyboard().setHeight(260);
+  name.becomeFirstResponder();
+  word->becomeFirstResponder();
+  EXPECT_FALSE(name.isFirstResponder());
+  EXPECT_EQ(diary.take(), "UIKeyboardWillShowNotification 260") << "it stays up as the focus moves";
+  login->endEditing();
+  EXPECT_TRUE(word->isFirstResponder()) << "the focus is not in that screen";
+  word.reset();
+  EXPECT_FALSE(window.keyboard().visible());
+  EXPECT_EQ(diary.take(), "UIKeyboardWillHideNotification 0");
+
+  name.becomeFirstResponder();
+  window.keyboard().setHeight(300);
+  EXPECT_EQ(diary.take(), "UIKeyboardWillShowNotification 260 UIKeyboardWillShowNotification 300");
+  window.setRootViewController(screen("main"));
+  EXPECT_EQ(diary.take(), "login:WD UIKeyboardWillHideNotification 0 main:L main:WA login:DD main:DA");
+}
+
+TEST_F(Components, OnlyTheUsersTapReachesTheDelegateOfATabBar) {
+  struct Taps : TabBarDelegate {
+    std::string heard;
+    void tabBarDidSelectItem(TabBar& bar, TabBarItem& item) override {
+      heard += std::to_string(bar.indexOfItem(&item)) + (bar.selectedItem() == &item ? "! " : "? ");
+    }
+  } taps;
+  TabBar bar;
+  bar.setDelegate(&taps);
+  bar.setItems({std::make_shared<TabBarItem>(), std::make_shared<TabBarItem>()});
+  bar.setSelectedItem(bar.items()[1]);
+  bar.tap(0);
+  bar.tap(0);
+  bar.tap(2);
+  EXPECT_EQ(taps.heard, "0! 0! ");
+}
+
+TEST_F(Components, AWebViewAsksBeforeItGoesAnywhere) {
+  struct Gate : WebViewDelegate {
+    bool webViewShouldStartLoadWithRequest(WebView&, const std::string&, NavigationType type) override {
+      return type != NavigationType::linkClicked;
+    }
+  } gate;
+  WebView view;
+  view.setDelegate(&gate);
+  view.loadRequest("file:///tos.html");
+  view.tapLink("http://elsewhere/");
+  EXPECT_EQ(view.url(), "file:///tos.html");
+}
+
+}  // namespace fleetor::test

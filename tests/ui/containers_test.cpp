@@ -1,0 +1,214 @@
+#include <gtest/gtest.h>
+
+#include "ui_world.h"
+
+namespace fleetor::test {
+
+class Containers : public testing::Test, public World {};
+
+TEST_F(Containers, AScreenLoadsOnceAndAppearsWithItsWindow) {
+  window.setRootViewController(stackOf(screen("a")));
+  EXPECT_EQ(diary.take(), "a:L a:WA a:DA");
+  const auto a = screen("x");
+  a->loadViewIfNeeded();
+  a->view();
+  EXPECT_EQ(diary.take(), "x:L");
+}
+
+TEST_F(Containers, AStackTellsItsScreensInOrder) {
+  const auto stack = show(stackOf(screen("a")));
+  stack->pushViewController(screen("b"), true);
+  EXPECT_EQ(diary.take(), "a:WD* b:L b:WA*");
+  ASSERT_NE(stack->runningTransition(), nullptr);
+  EXPECT_EQ(stack->runningTransition()->kind, TransitionKind::push);
+  EXPECT_EQ(after(Seconds(0.34)), "");
+  EXPECT_EQ(after(Seconds(0.02)), "a:DD* b:DA*");
+  EXPECT_EQ(stack->runningTransition(), nullptr);
+
+  stack->pushViewController(screen("c"), false);
+  EXPECT_EQ(diary.take(), "b:WD c:L c:WA b:DD c:DA");
+  stack->popToRootViewControllerAnimated(false);
+  EXPECT_EQ(diary.take(), "c:WD a:WA c:DD a:DA") << "the one between was not on screen";
+  EXPECT_EQ(stack->popViewControllerAnimated(true), nullptr) << "the root stays";
+  EXPECT_EQ(diary.take(), "");
+  EXPECT_EQ(stack->childViewControllers().size(), 1u);
+}
+
+TEST_F(Containers, AChangeCompletesTheOneThatStillRuns) {
+  const auto stack = show(stackOf(screen("a")));
+  stack->pushViewController(screen("b"), true);
+  diary.take();
+  stack->popViewControllerAnimated(true);
+  EXPECT_EQ(diary.take(), "a:DD* b:DA* b:WD* a:WA*");
+  EXPECT_EQ(after(Seconds(0.2)), "") << "the overtaken change's own end no longer counts";
+  EXPECT_EQ(after(Seconds(0.2)), "b:DD* a:DA*");
+}
+
+TEST_F(Containers, APoppedScreenLeavesTheTreeWhenTheChangeIsOverAndIsReleased) {
+  const auto stack = show(stackOf(screen("a")));
+  std::weak_ptr<ViewController> popped;
+  {
+    const auto b = screen("b");
+    popped = b;
+    stack->pushViewController(b, false);
+    stack->popViewControllerAnimated(true);
+    EXPECT_EQ(b->navigationController(), stack.get());
+  }
+  EXPECT_FALSE(popped.expired());
+  queues.advance(duration::navigation);
+  EXPECT_TRUE(popped.expired());
+}
+
+TEST_F(Containers, AScreenThatOutlivesItsContainersStandsAlone) {
+  const auto top = screen("top");
+  std::weak_ptr<ViewController> container;
+  {
+    const auto stack = show(stackOf(screen("a")));
+    container = stack;
+    stack->pushViewController(top, false);
+    stack->popViewControllerAnimated(true);
+    window.setRootViewController(screen("login"));
+  }
+  EXPECT_TRUE(container.expired());
+  EXPECT_EQ(top->navigationController(), nullptr);
+  EXPECT_EQ(top->revealViewController(), nullptr);
+  top->dismissViewControllerAnimated(true);
+  top->endEditing();
+  queues.advance(Seconds(1));
+}
+
+TEST_F(Containers, NothingReachesTheChildrenOfAContainerThatIsNotOnScreen) {
+  const auto stack = stackOf(screen("a"));
+  stack->pushViewController(screen("b"), true);
+  const auto reveal = std::make_shared<Reveal>(environment, diary, "r");
+  reveal->setRearViewControllerAnimated(screen("menu"), true);
+  reveal->setFrontViewControllerAnimated(stack, true);
+  reveal->revealToggleAnimated(true);
+  EXPECT_EQ(after(Seconds(1)), "");
+  window.setRootViewController(reveal);
+  EXPECT_EQ(diary.take(), "r:L r:WA menu:L menu:WA b:L b:WA menu:DA b:DA r:DA");
+}
+
+TEST_F(Containers, TheSideMenuAppearsAsItIsRevealed) {
+  const auto reveal = std::make_shared<Reveal>(environment, diary, "r");
+  reveal->setRearViewControllerAnimated(screen("menu"), false);
+  reveal->setFrontViewControllerAnimated(stackOf(screen("list")), false);
+  show(reveal);
+
+  reveal->revealToggleAnimated(true);
+  EXPECT_EQ(diary.take(), "menu:L menu:WA*");
+  EXPECT_EQ(after(duration::reveal), "menu:DA*");
+  EXPECT_EQ(reveal->frontViewPosition(), FrontViewPosition::right);
+  EXPECT_EQ(reveal->frontViewController()->view().frame(), (Rect{260, 0, 390, 844}));
+
+  const std::weak_ptr<ViewController> old = reveal->frontViewController();
+  reveal->pushFrontViewControllerAnimated(stackOf(screen("account")), true);
+  EXPECT_EQ(diary.take(), "list:WD* menu:WD* account:L account:WA*");
+  EXPECT_EQ(after(duration::reveal), "list:DD* menu:DD* account:DA*");
+  EXPECT_TRUE(old.expired());
+  EXPECT_EQ(reveal->frontViewController()->view().frame(), (Rect{0, 0, 390, 844}));
+
+  // Without the gestures attached the user cannot move the front screen.
+  reveal->pan(FrontViewPosition::right);
+  EXPECT_EQ(reveal->frontViewPosition(), FrontViewPosition::left);
+  EXPECT_FALSE(reveal->panShouldBegin(10));
+  reveal->panGestureRecognizer();
+  reveal->tapGestureRecognizer();
+  reveal->setDraggableBorderWidth(120);
+  EXPECT_TRUE(reveal->panShouldBegin(120));
+  EXPECT_FALSE(reveal->panShouldBegin(121));
+  EXPECT_FALSE(reveal->tapShouldBegin()) << "there is no menu to close";
+  reveal->pan(FrontViewPosition::right);
+  reveal->tapFront();
+  EXPECT_EQ(after(duration::reveal), "menu:WA* menu:DA* menu:WD* menu:DD*");
+}
+
+TEST_F(Containers, TheColumnOfATabletKeepsItsWidth) {
+  const auto reveal = std::make_shared<Reveal>(environment, diary, "r");
+  reveal->setRearViewRevealWidth(300);
+  reveal->setRearViewRevealOverdraw(0);
+  reveal->setRearViewControllerAnimated(screen("list"), false);
+  reveal->setFrontViewControllerAnimated(screen("empty"), false);
+  reveal->setFrontViewPositionAnimated(FrontViewPosition::rightMost, true);
+  reveal->frontViewController()->view().setFrame({300, 0, 90, 844});
+  window.setSize({1024, 768});
+  show(reveal);
+  EXPECT_EQ(reveal->frontViewController()->view().frame(), (Rect{300, 0, 724, 768}));
+  window.setSize({768, 1024});
+  EXPECT_EQ(reveal->frontViewController()->view().frame(), (Rect{300, 0, 468, 1024}));
+  EXPECT_EQ(reveal->rearViewController()->view().frame(), (Rect{0, 0, 300, 1024}));
+
+  reveal->setFrontViewControllerAnimated(screen("vehicle"), false);
+  EXPECT_EQ(diary.take(), "empty:WD vehicle:L vehicle:WA empty:DD vehicle:DA");
+}
+
+TEST_F(Containers, ThePagerShowsOnePageAndReportsTheUsersSwipes) {
+  struct Swipes : SwipeTabBarControllerDelegate {
+    std::string heard;
+    void swipeTabBarControllerDidScrollToIndexFromIndex(SwipeTabBarController&, int index,
+                                                        int from) override {
+      heard += std::to_string(from) + ">" + std::to_string(index) + " ";
+    }
+  } swipes;
+  const auto pager = std::make_shared<Pager>(environment, diary, "p");
+  pager->setDelegate(&swipes);
+  pager->setViewControllers({screen("a"), screen("b"), screen("c")});
+  EXPECT_EQ(diary.take(), "a:L b:L c:L") << "pages load as they are installed";
+  window.setRootViewController(pager);
+  EXPECT_EQ(diary.take(), "p:L p:WA a:WA a:DA p:DA");
+
+  pager->scrollToIndex(1);
+  EXPECT_EQ(diary.take(), "a:WD b:WA a:DD b:DA");
+  pager->scrollToIndex(1);
+  pager->setSelectedIndexAnimated(2, false);
+  EXPECT_EQ(diary.take(), "b:WD c:WA b:DD c:DA");
+  pager->scrollToIndex(3);
+  pager->setSelectedIndexAnimated(-1, false);
+  EXPECT_EQ(diary.take(), "");
+  EXPECT_EQ(swipes.heard, "0>1 1>1 ");
+}
+
+TEST_F(Containers, APageDeepInsideHearsEachChangeOnce) {
+  const auto pager = std::make_shared<Pager>(environment, diary, "p");
+  pager->setViewControllers({screen("a"), screen("b")});
+  const auto vehicle = screen("v");
+  vehicle->addChildViewController(pager);
+  const auto stack = stackOf(screen("list"));
+  const auto reveal = std::make_shared<Reveal>(environment, diary, "r");
+  reveal->setFrontViewControllerAnimated(stack, false);
+  reveal->setRearViewControllerAnimated(screen("menu"), false);
+  show(reveal);
+
+  stack->pushViewController(vehicle, true);
+  EXPECT_EQ(diary.take(), "list:WD* v:L v:WA* p:L p:WA* a:WA*");
+  pager->scrollToIndex(1);
+  EXPECT_EQ(diary.take(), "list:DD* a:DA* p:DA* v:DA* a:WD b:WA a:DD b:DA")
+      << "a change inside completes the one around it";
+  reveal->revealToggleAnimated(false);
+  EXPECT_EQ(diary.take(), "menu:L menu:WA menu:DA");
+  reveal->presentViewController(screen("m"), false);
+  EXPECT_EQ(diary.take(), "r:WD menu:WD v:WD p:WD b:WD m:L m:WA menu:DD b:DD p:DD v:DD r:DD m:DA");
+  pager->scrollToIndex(0);
+  stack->popViewControllerAnimated(true);
+  EXPECT_EQ(after(Seconds(1)), "") << "all of it lies behind the presented screen";
+  reveal->dismissViewControllerAnimated(false);
+  EXPECT_EQ(diary.take(), "m:WD r:WA menu:WA list:WA m:DD menu:DA list:DA r:DA");
+}
+
+TEST_F(Containers, AScreenMayChangeItsContainerWhileItAppears) {
+  const auto first = screen("first");
+  const auto stack = stackOf(first);
+  first->onWillAppear = [&] { stack->pushViewController(screen("second"), true); };
+  window.setRootViewController(stack);
+  EXPECT_EQ(diary.take(), "first:L first:WA first:WD second:L second:WA first:DD second:DA");
+
+  const auto login = screen("login");
+  const auto next = screen("next");
+  login->onDidAppear = [&] { window.setRootViewController(next); };
+  window.setRootViewController(login);
+  EXPECT_EQ(window.rootViewController(), next);
+  EXPECT_EQ(diary.take(),
+            "second:WD login:L login:WA second:DD login:DA login:WD next:L next:WA login:DD next:DA");
+}
+
+}  // namespace fleetor::test

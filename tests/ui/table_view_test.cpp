@@ -1,0 +1,136 @@
+#include "ui/table_view.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "ui_world.h"
+
+namespace fleetor::test {
+
+/// Forty rows and a loading row, like a screen with a paged list.
+class TableViewTest : public testing::Test,
+                      public World,
+                      public TableViewDataSource,
+                      public TableViewDelegate {
+ protected:
+  TableViewTest() {
+    table.setDataSource(this);
+    table.setDelegate(this);
+    table.registerMaker("Cell", [this](const std::string& identifier) {
+      ++made;
+      return std::make_shared<TableViewCell>(identifier);
+    });
+    table.registerMaker("LoadingCell", [](const std::string& identifier) {
+      return std::make_shared<LoadingTableViewCell>(identifier);
+    });
+  }
+
+  int tableViewNumberOfRowsInSection(TableView&, int) override {
+    ++counted;
+    return vehicles + 1;
+  }
+  std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& asker, IndexPath path) override {
+    asked.push_back(path.row);
+    if (path.row >= vehicles) {
+      if (failsAtOnce) {
+        vehicles = 3;
+        asker.reloadData();
+      }
+      auto cell = asker.dequeueReusableCellWithIdentifier("LoadingCell");
+      dynamic_cast<ActivityIndicator&>(*cell->viewWithTag(123)).startAnimating();
+      return cell;
+    }
+    auto cell = asker.dequeueReusableCellWithIdentifier("Cell");
+    cell->textLabel().setText(std::to_string(path.row));
+    return cell;
+  }
+  double tableViewHeightForRowAtIndexPath(TableView&, IndexPath path) override {
+    return path.row < vehicles ? 68 : 60;
+  }
+  void tableViewDidSelectRowAtIndexPath(TableView&, IndexPath path) override { tapped.push_back(path.row); }
+
+  TableView table{environment};
+  int vehicles = 40;
+  int made = 0;
+  int counted = 0;
+  bool failsAtOnce = false;
+  std::vector<int> asked;
+  std::vector<int> tapped;
+};
+
+TEST_F(TableViewTest, AsksForRowsOnlyWhenTheyAreAboutToShow) {
+  EXPECT_EQ(table.numberOfRows(), 41);
+  EXPECT_EQ(table.heightForRow(40), 60);
+  EXPECT_EQ(table.estimatedHeightForRow(0), 68);
+  EXPECT_EQ(table.heightForRow(41), 0);
+  EXPECT_EQ(asked, std::vector<int>{}) << "counting and measuring must not reach the loading row";
+  const auto shown = table.cellForRow(3);
+  EXPECT_EQ(table.cellForRow(3), shown);
+  EXPECT_EQ(table.cellForRow(41), nullptr);
+  EXPECT_EQ(asked, std::vector<int>{3});
+
+  vehicles = 60;
+  EXPECT_EQ(table.numberOfRows(), 41) << "the table as it was, until it is reloaded";
+  int reloads = 0;
+  const Connection connection = table.reloaded.connect([&] { ++reloads; });
+  table.reloadData();
+  EXPECT_EQ(reloads, 1);
+  EXPECT_EQ(table.numberOfRows(), 61);
+  EXPECT_EQ(counted, 2);
+  table.cellForRow(3);
+  EXPECT_EQ(asked, (std::vector<int>{3, 3}));
+}
+
+TEST_F(TableViewTest, ScrollingThroughReusesWhatHasLeftTheScreen) {
+  vehicles = 10000;
+  std::set<const TableViewCell*> onScreen;
+  for (int row = 0; row < vehicles; ++row) {
+    const auto cell = table.cellForRow(row);
+    ASSERT_EQ(cell->textLabel().text(), std::to_string(row));
+    if (row >= 12) table.didEndDisplayingRow(row - 12);
+  }
+  EXPECT_LE(made, 14);
+  table.reloadData();
+  const auto held = table.cellForRow(0);
+  table.reloadData();
+  EXPECT_NE(table.cellForRow(1), held) << "a cell that somebody still draws is not filled anew";
+}
+
+TEST_F(TableViewTest, TapsSelectTheRowsThatAreForTapping) {
+  table.tap(5);
+  EXPECT_EQ(table.indexPathForSelectedRow(), (IndexPath{0, 5}));
+  table.tap(40);
+  table.tap(41);
+  table.tap(-1);
+  EXPECT_EQ(tapped, std::vector<int>{5}) << "neither the loading row nor one that is not there";
+  table.reloadData();
+  EXPECT_EQ(table.indexPathForSelectedRow(), std::nullopt);
+}
+
+TEST_F(TableViewTest, AReloadWhileARowIsAskedComesAfterwards) {
+  failsAtOnce = true;
+  int reloads = 0;
+  const Connection connection = table.reloaded.connect([&] { ++reloads; });
+  const auto cell = table.cellForRow(40);
+  ASSERT_NE(cell, nullptr);
+  EXPECT_TRUE(dynamic_cast<ActivityIndicator&>(*cell->viewWithTag(123)).isAnimating());
+  EXPECT_EQ(reloads, 0);
+  EXPECT_EQ(table.numberOfRows(), 41);
+  queues.runUntilIdle();
+  EXPECT_EQ(reloads, 1);
+  EXPECT_EQ(table.numberOfRows(), 4);
+
+  {
+    TableView gone(environment);
+    gone.setDataSource(this);
+    gone.registerMaker("LoadingCell", [](const std::string& identifier) {
+      return std::make_shared<LoadingTableViewCell>(identifier);
+    });
+    gone.cellForRow(3);
+  }
+  queues.runUntilIdle();
+  EXPECT_EQ(reloads, 1);
+}
+
+}  // namespace fleetor::test
