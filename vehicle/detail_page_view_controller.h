@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string_view>
+
+#include "model/vehicle_records.h"
+#include "shell/base/base_view_controller.h"
+
+namespace fleetor {
+
+/// One page of the vehicle pager. The pager sets its vehicle before it installs the page, and tells it when
+/// it is selected. A page never polls by itself.
+class DetailPageViewController : public BaseViewController {
+ public:
+  using BaseViewController::BaseViewController;
+
+  const Vehicle& vehicle() const { return vehicle_; }
+  void setVehicle(Vehicle vehicle) { vehicle_ = std::move(vehicle); }
+
+  bool wasSelected() const { return wasSelected_; }
+
+  void viewDidLoad() override;
+
+  /// The page is shown for the first time since it was loaded or cleared: a page starts its first load here.
+  virtual void firstSelected() {}
+  void tabSelected();
+  void clearTabSelected() { wasSelected_ = false; }
+
+  /// "RGB", "RRGGBB" or "RRGGBBAA" with or without "#"; without alpha, opaque. A text of any other length is
+  /// read as one number in the last form's places, and the number ends at the first character that is not a
+  /// hexadecimal digit.
+  static Color colorFromHexString(std::string_view text);
+
+ private:
+  Vehicle vehicle_;
+  bool wasSelected_ = false;
+};
+
+}  // namespace fleetor

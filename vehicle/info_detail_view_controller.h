@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "ui/table_view.h"
+#include "vehicle/detail_page_view_controller.h"
+
+namespace fleetor {
+
+/// The vehicle's latest readings as a list in "itemsTableView". Shows what the pager's polls bring while it
+/// is visible; keeps the last readings otherwise, whatever goes wrong.
+class InfoDetailViewController final : public DetailPageViewController,
+                                       public TableViewDataSource,
+                                       public TableViewDelegate {
+ public:
+  explicit InfoDetailViewController(Environment& environment);
+
+  TableView& itemsTableView() { return itemsTableView_; }
+  const std::shared_ptr<const Live>& live() const { return live_; }  ///< none before the first
+
+  void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+  void viewDidDisappear(bool animated) override;
+  void receivedNotification(const Notification& notification);
+
+  int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
+  std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                IndexPath path) override;
+  double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
+
+ private:
+  /// Value and caption of a row.
+  std::pair<std::string, std::string> textsForRow(int row) const;
+
+  TableView itemsTableView_;
+  std::shared_ptr<const Live> live_;
+};
+
+}  // namespace fleetor

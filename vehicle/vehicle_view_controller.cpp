@@ -1,0 +1,170 @@
+#include "vehicle/vehicle_view_controller.h"
+
+#include <any>
+#include <string>
+
+#include "service/api.h"
+#include "service/envelopes.h"
+#include "ui/action_sheet_date_picker.h"
+#include "ui/appearance.h"
+#include "ui/storyboard.h"
+#include "vehicle/notifications.h"
+
+namespace fleetor {
+
+namespace {
+
+constexpr Seconds pollInterval{15.0};
+constexpr Color barColor{0.67, 0.76, 0.8, 1.0};
+constexpr Color selectedTitleColor{0.23, 0.29, 0.35, 1.0};
+
+struct PageEntry {
+  const char* storyboardIdentifier;
+  const char* image;
+  const char* title;
+};
+
+constexpr std::array<PageEntry, VehicleViewController::pageCount> pageTable{{
+    {"InfoDetailVC", "TabInfo", "Info"},
+    {"LiveDetailVC", "TabLive", "Live"},
+    {"MapDetailVC", "TabMap", "Map"},
+    {"RouteDetailVC", "TabRoute", "Trips"},
+    {"AboutDetailVC", "TabAbout", "About"},
+}};
+
+}  // namespace
+
+VehicleViewController::VehicleViewController(Environment& environment) : PageViewController(environment) {
+  outlet("pagesTabBar", pagesTabBar_);
+  std::vector<std::shared_ptr<TabBarItem>> items;
+  for (const auto& page : pageTable) {
+    items.push_back(std::make_shared<TabBarItem>());
+    items.back()->setTitle(localized(page.title));
+  }
+  pagesTabBar_.setItems(std::move(items));
+  pagesTabBar_.setDelegate(this);
+}
+
+void VehicleViewController::viewDidLoad() {
+  PageViewController::viewDidLoad();
+  setTitle(vehicle_.name.str());
+  if (!environment().device.isPad()) showBackButton();
+  auto dateButton =
+      BarButtonItem::initWithImage("NavDate", true, [this](Component& sender) { showDatePicker(sender); });
+  dateButton->setAccessibleName(localized("Choose date"));
+  navigationItem().setRightBarButtonItem(dateButton);
+  date_ = environment().clock.now();
+  makePages();
+  styleTabBar();
+  addObserver(UIApplicationDidEnterBackgroundNotification,
+              [this](const Notification&) { didEnterBackground(); });
+  addObserver(UIApplicationWillEnterForegroundNotification,
+              [this](const Notification&) { wilEnterForeground(); });
+}
+
+void VehicleViewController::makePages() {
+  std::vector<std::shared_ptr<ViewController>> installed;
+  for (std::size_t i = 0; i < pageCount; ++i) {
+    pages_[i] = storyboard()->instantiate<DetailPageViewController>(pageTable[i].storyboardIdentifier);
+    pages_[i]->setVehicle(vehicle_);
+    installed.push_back(pages_[i]);
+  }
+  swipeTabBarController_ = std::dynamic_pointer_cast<SwipeTabBarController>(childViewControllers().back());
+  swipeTabBarController_->setViewControllers(std::move(installed));
+  pagesTabBar_.setSelectedItem(pagesTabBar_.items().front());
+  pages_[static_cast<std::size_t>(swipeTabBarController_->selectedIndex())]->tabSelected();
+}
+
+void VehicleViewController::styleTabBar() {
+  for (std::size_t i = 0; i < pageCount; ++i) {
+    const std::string image = pageTable[i].image;
+    pagesTabBar_.items()[i]->setImage(image);
+    pagesTabBar_.items()[i]->setSelectedImage(image + "Selected");
+  }
+  environment().appearance.setTabBarItem({whiteColor, selectedTitleColor});
+  pagesTabBar_.setBarTintColor(barColor);
+  pagesTabBar_.setTranslucent(false);
+}
+
+void VehicleViewController::viewWillAppear(bool animated) {
+  PageViewController::viewWillAppear(animated);
+  swipeTabBarController_->setDelegate(this);
+}
+
+void VehicleViewController::viewDidAppear(bool animated) {
+  PageViewController::viewDidAppear(animated);
+  refreshFlag_ = true;
+  loadItems();
+}
+
+void VehicleViewController::viewWillDisappear(bool animated) {
+  PageViewController::viewWillDisappear(animated);
+  swipeTabBarController_->setDelegate(nullptr);
+}
+
+void VehicleViewController::viewDidDisappear(bool animated) {
+  PageViewController::viewDidDisappear(animated);
+  refreshFlag_ = false;
+}
+
+void VehicleViewController::loadItems() {
+  if (isLoading()) return;
+  setLoading(true);
+  const auto self = sharedFrom(this);
+  API::getWithPath("/live", {{"vehid", vehicle_.vehicleId}}, modelClass<LiveResponse>, {},
+                   [self](auto response, auto kind, long, auto& error) {
+                     if (self->refreshFlag_) {
+                       std::any object;
+                       if (kind == ResponseKindSuccess)
+                         object = std::shared_ptr<const Live>(response, &*response->live);
+                       else if (error)
+                         object = *error;
+                       self->environment().notificationCenter.postNotificationName(kFleetorNotificationLive,
+                                                                                   object);
+                       self->environment().queues.mainAfter(pollInterval, [self] { self->loadItems(); });
+                     }
+                     self->setLoading(false);
+                   });
+}
+
+void VehicleViewController::swipeTabBarControllerDidScrollToIndexFromIndex(SwipeTabBarController&, int index,
+                                                                           int fromIndex) {
+  if (index == fromIndex) return;
+  if (pagesTabBar_.indexOfItem(pagesTabBar_.selectedItem()) == index) return;
+  const auto page = static_cast<std::size_t>(index);
+  pages_[page]->tabSelected();
+  pagesTabBar_.setSelectedItem(pagesTabBar_.items()[page]);
+}
+
+void VehicleViewController::tabBarDidSelectItem(TabBar&, TabBarItem& item) {
+  const int index = pagesTabBar_.indexOfItem(&item);
+  if (index == swipeTabBarController_->selectedIndex()) return;
+  pages_[static_cast<std::size_t>(index)]->tabSelected();
+  swipeTabBarController_->setSelectedIndexAnimated(index, false);
+}
+
+void VehicleViewController::didEnterBackground() {
+  refreshFlag_ = false;
+  for (const auto& page : pages_)
+    page->clearTabSelected();
+}
+
+void VehicleViewController::wilEnterForeground() {
+  refreshFlag_ = true;
+  loadItems();
+  pages_[static_cast<std::size_t>(swipeTabBarController_->selectedIndex())]->tabSelected();
+}
+
+void VehicleViewController::showDatePicker(Component& sender) {
+  const auto self = sharedFrom(this);  // until the picker goes
+  ActionSheetDatePicker::showPickerWithTitle(
+      environment(), localized("Choose date"), DatePickerMode::date, date_,
+      [self](Date chosen) {
+        self->date_ = chosen;
+        self->environment().notificationCenter.postNotificationName(kFleetorNotificationDate,
+                                                                    self->environment().clock.day(chosen));
+      },
+      [] {}, sender);
+}
+
+}  // namespace fleetor

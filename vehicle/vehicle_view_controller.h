@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "model/vehicle_records.h"
+#include "platform/clock.h"
+#include "shell/base/page_view_controller.h"
+#include "ui/swipe_tab_bar_controller.h"
+#include "ui/tab_bar.h"
+#include "vehicle/detail_page_view_controller.h"
+
+namespace fleetor {
+
+/// The vehicle pager: five pages about one vehicle over a tab bar. It owns the one polling loop and the
+/// chosen day and tells the pages of both through notifications (vehicle/notifications.h).
+///
+/// The loop polls 15 seconds after each answer while the screen is visible and the program is in the
+/// foreground. A poll in flight and a poll still to come keep the screen alive; neither is ever cancelled, so
+/// a quick return runs two loops side by side, which the loading flag alone keeps from overlapping.
+class VehicleViewController final : public PageViewController,
+                                    public SwipeTabBarControllerDelegate,
+                                    public TabBarDelegate {
+ public:
+  static constexpr std::size_t pageCount = 5;
+
+  explicit VehicleViewController(Environment& environment);
+
+  bool refreshFlag() const { return refreshFlag_; }
+
+  /// Set by whoever opens the pager, before it loads.
+  const Vehicle& vehicle() const { return vehicle_; }
+  void setVehicle(Vehicle vehicle) { vehicle_ = std::move(vehicle); }
+
+  TabBar& pagesTabBar() { return pagesTabBar_; }
+  Date date() const { return date_; }
+
+  /// The embedded pager, which the storyboard has made the last child; none before loading.
+  const std::shared_ptr<SwipeTabBarController>& swipeTabBarController() const {
+    return swipeTabBarController_;
+  }
+
+  void viewDidLoad() override;
+  void viewWillAppear(bool animated) override;
+  void viewDidAppear(bool animated) override;
+  void viewWillDisappear(bool animated) override;
+  void viewDidDisappear(bool animated) override;
+
+  void swipeTabBarControllerDidScrollToIndexFromIndex(SwipeTabBarController& controller, int index,
+                                                      int fromIndex) override;
+  void tabBarDidSelectItem(TabBar& tabBar, TabBarItem& item) override;
+
+  void showDatePicker(Component& sender);
+
+  /// One poll, unless one is on its way.
+  void loadItems();
+
+ private:
+  void didEnterBackground();
+  void wilEnterForeground();
+  void makePages();
+  void styleTabBar();
+
+  bool refreshFlag_ = false;
+  Vehicle vehicle_;
+  TabBar pagesTabBar_;
+  Date date_{};
+  std::shared_ptr<SwipeTabBarController> swipeTabBarController_;
+  std::array<std::shared_ptr<DetailPageViewController>, pageCount> pages_;
+};
+
+}  // namespace fleetor
