@@ -1,0 +1,87 @@
+#include "shell/app_delegate.h"
+
+#include "service/api.h"
+#include "shell/base/base_navigation_controller.h"
+#include "shell/beside_rear.h"
+#include "shell/empty_view_controller.h"
+#include "shell/login_view_controller.h"
+#include "shell/main_view_controller.h"
+#include "shell/menu_view_controller.h"
+#include "shell/vehicles_table_view_controller.h"
+#include "ui/appearance.h"
+#include "ui/storyboard.h"
+#include "ui/window.h"
+
+namespace fleetor {
+
+namespace {
+constexpr const char* firstRunKey = "FirstRun";  // its own value, too
+constexpr Color navigationBarColor{0.67, 0.76, 0.80, 1.0};
+constexpr double listWidth = 300.0;
+}  // namespace
+
+bool AppDelegate::applicationDidFinishLaunchingWithOptions() {
+  // The key store outlives an installation: a fresh one starts signed out.
+  if (!standardSettings_.object(firstRunKey)) {
+    standardSettings_.setObject(std::string(firstRunKey), firstRunKey);
+    standardSettings_.synchronize();
+    API::keychain().resetKeychainItem();
+  }
+  showChooser_ = false;
+  API::setAPIBaseURLWithString(serviceURL_);
+  API::configureRequest();
+  setAppearance();
+  return true;
+}
+
+void AppDelegate::setAppearance() {
+  NavigationBarAppearance bar;
+  bar.backgroundImageColor = navigationBarColor;
+  bar.barTintColor = navigationBarColor;
+  bar.tintColor = whiteColor;
+  bar.titleColor = whiteColor;
+  bar.backIndicatorImage = "NavBack";
+  bar.backIndicatorTransitionMaskImage = "NavBack";
+  bar.shadowImage = "NavShadow";
+  bar.translucent = environment_.device.systemVersion() < 8.0;
+  environment_.appearance.setNavigationBar(bar);
+  environment_.appearance.setProgressOverlay({clearColor, whiteColor});
+}
+
+void AppDelegate::showMainOrLogin() {
+  Storyboard& storyboard = environment_.application->storyboard();
+  Window& window = environment_.application->window();
+  if (!API::isLogged()) {
+    window.setRootViewController(storyboard.instantiate<LoginViewController>("LoginVC"));
+    return;
+  }
+  const auto container = storyboard.instantiate<MainViewController>("MainVC");
+  container->setShowChooser(showChooser_);
+  showChooser_ = false;
+  const auto list = BaseNavigationController::initWithRootViewController(
+      environment_, storyboard.instantiate<VehiclesTableViewController>("VehiclesVC"));
+  if (environment_.device.isPad()) {
+    container->setRearViewRevealWidth(listWidth);
+    container->setRearViewControllerAnimated(list, false);
+    container->setFrontViewControllerAnimated(storyboard.instantiate<EmptyViewController>("EmptyVC"), false);
+    placeFrontBesideRear(*container);
+  } else {
+    container->setFrontViewControllerAnimated(list, false);
+    container->setRearViewControllerAnimated(storyboard.instantiate<MenuViewController>("MenuVC"), false);
+  }
+  window.setRootViewController(container);
+}
+
+bool AppDelegate::applicationOpenURLSourceApplicationAnnotation(const std::string& url, const std::string&) {
+  if (!url.ends_with("vehicles")) return false;
+  const auto& root = environment_.application->window().rootViewController();
+  if (const auto container = std::dynamic_pointer_cast<MainViewController>(root)) {
+    showChooser_ = false;
+    container->performSegueWithIdentifier("ChooseSegue", static_cast<ApplicationDelegate*>(this));
+  } else {
+    showChooser_ = true;
+  }
+  return true;
+}
+
+}  // namespace fleetor

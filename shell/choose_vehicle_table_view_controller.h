@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "shell/paged_vehicles.h"
+
+namespace fleetor {
+
+class ChooseVehicleTableViewController;
+
+class ChooseVehicleTableViewControllerDelegate {
+ public:
+  virtual ~ChooseVehicleTableViewControllerDelegate() = default;
+  virtual void chooseVehocleTableViewContollerDidCancel(ChooseVehicleTableViewController& controller) = 0;
+  virtual void chooseVehocleTableViewContollerDidChooseVehicle(ChooseVehicleTableViewController& controller,
+                                                               const Vehicle& vehicle) = 0;
+};
+
+/// Asks which vehicle the widget is to show. Reports the answer to its delegate, which also dismisses it.
+class ChooseVehicleTableViewController final : public PagedVehicles<BaseViewController> {
+ public:
+  explicit ChooseVehicleTableViewController(Environment& environment);
+
+  void setDelegate(std::weak_ptr<ChooseVehicleTableViewControllerDelegate> delegate) {
+    delegate_ = std::move(delegate);
+  }
+
+  void cancelAction(Component& sender);
+  void tableViewDidSelectRowAtIndexPath(TableView& tableView, IndexPath path) override;
+
+ protected:
+  std::string nameForVehicle(const Vehicle& vehicle) const override { return vehicle.name.str(); }
+
+ private:
+  std::weak_ptr<ChooseVehicleTableViewControllerDelegate> delegate_;
+  std::shared_ptr<BarButtonItem> cancelButton_;
+};
+
+}  // namespace fleetor

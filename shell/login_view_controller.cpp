@@ -1,0 +1,68 @@
+#include "shell/login_view_controller.h"
+
+#include "service/api.h"
+#include "service/envelopes.h"
+
+namespace fleetor {
+
+namespace {
+constexpr long wrongCredentials = 400;
+}
+
+LoginViewController::LoginViewController(Environment& environment)
+    : BaseViewController(environment), loginTextField_(environment), passwordTextField_(environment) {
+  outlet("loginTextField", loginTextField_);
+  outlet("passwordTextField", passwordTextField_);
+  outlet("loginButton", loginButton_);
+  loginTextField_.setPlaceholder(localized("User name"));
+  loginTextField_.setDelegate(this);
+  passwordTextField_.setPlaceholder(localized("Password"));
+  passwordTextField_.setSecureTextEntry(true);
+  passwordTextField_.setDelegate(this);
+  loginButton_.setTitle(localized("Sign in"));
+  loginButton_.setAction([this](Component& sender) { onLoginClick(sender); });
+}
+
+void LoginViewController::viewDidLoad() {
+  BaseViewController::viewDidLoad();
+  loginButton_.setCornerRadius(5.0);
+}
+
+bool LoginViewController::textFieldShouldReturn(TextField& textField) {
+  if (&textField == &loginTextField_)
+    passwordTextField_.becomeFirstResponder();
+  else
+    onLoginClick(textField);
+  return true;
+}
+
+void LoginViewController::onLoginClick(Component& sender) {
+  if (loginButton_.loading()) return;
+  const std::string user = loginTextField_.text();
+  const std::string password = passwordTextField_.text();
+  if (user.empty()) {
+    loginTextField_.becomeFirstResponder();
+    return;
+  }
+  if (password.empty()) {
+    passwordTextField_.becomeFirstResponder();
+    return;
+  }
+  hideKeyboard(sender);
+  loginButton_.setLoading(true);
+
+  const std::string uid = environment().device.identifierForVendor();
+  const auto self = sharedFrom(this);
+  API::postWithPath(
+      "/token?grant_type=password", {{"username", user}, {"password", password}, {"uid", uid}},
+      modelClass<TokenResponse>, {wrongCredentials}, [self](auto response, auto kind, long status, auto&) {
+        if (kind == ResponseKindSuccess)
+          API::loginUserWithToken(response->token->accessToken());
+        else if (kind == ResponseKindHTTP && status == wrongCredentials)
+          self->showErrorToast(
+              self->localized("Unable to sign in - please verify your logon credentials and try again"));
+        self->loginButton_.setLoading(false);
+      });
+}
+
+}  // namespace fleetor

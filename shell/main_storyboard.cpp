@@ -1,0 +1,72 @@
+#include "shell/main_storyboard.h"
+
+#include <memory>
+
+#include "shell/about_view_controller.h"
+#include "shell/account_view_controller.h"
+#include "shell/choose_vehicle_table_view_controller.h"
+#include "shell/empty_view_controller.h"
+#include "shell/launch_view_controller.h"
+#include "shell/login_view_controller.h"
+#include "shell/main_view_controller.h"
+#include "shell/menu_view_controller.h"
+#include "shell/terms_view_controller.h"
+#include "shell/vehicles_table_view_controller.h"
+#include "ui/swipe_tab_bar_controller.h"
+#include "vehicle/about_detail_view_controller.h"
+#include "vehicle/info_detail_view_controller.h"
+#include "vehicle/live_detail_view_controller.h"
+#include "vehicle/map_detail_view_controller.h"
+#include "vehicle/route_detail_view_controller.h"
+#include "vehicle/vehicle_view_controller.h"
+
+namespace fleetor {
+
+namespace {
+
+template <class Screen>
+std::shared_ptr<ViewController> makeScreen(Environment& environment) {
+  return std::make_shared<Screen>(environment);
+}
+
+std::shared_ptr<ViewController> makePagerScreen(Environment& environment) {
+  auto screen = std::make_shared<VehicleViewController>(environment);
+  screen->addChildViewController(std::make_shared<SwipeTabBarController>(environment));
+  return screen;
+}
+
+}  // namespace
+
+Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettings,
+                              Settings& sharedSettings) {
+  const auto makeLaunch = [&standardSettings](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<LaunchViewController>(of, standardSettings);
+  };
+  const auto makeMain = [&sharedSettings](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<MainViewController>(of, sharedSettings);
+  };
+  return {environment,
+          "Main",
+          "LaunchVC",
+          {{"LaunchVC", makeLaunch},
+           {"TermsVC", makeScreen<TermsViewController>},
+           {"LoginVC", makeScreen<LoginViewController>},
+           {"MainVC", makeMain},
+           {"MenuVC", makeScreen<MenuViewController>},
+           {"EmptyVC", makeScreen<EmptyViewController>},
+           {"VehiclesVC", makeScreen<VehiclesTableViewController>},
+           {"ChooseVehicleVC", makeScreen<ChooseVehicleTableViewController>},
+           {"AccountVC", makeScreen<AccountViewController>},
+           {"AboutVC", makeScreen<AboutViewController>},
+           {"VehicleVC", makePagerScreen},
+           {"InfoDetailVC", makeScreen<InfoDetailViewController>},
+           {"LiveDetailVC", makeScreen<LiveDetailViewController>},
+           {"MapDetailVC", makeScreen<MapDetailViewController>},
+           {"RouteDetailVC", makeScreen<RouteDetailViewController>},
+           {"AboutDetailVC", makeScreen<AboutDetailViewController>}},
+          {{"TermsSegue", "LaunchVC", "TermsVC", SegueKind::modal},
+           {"ChooseSegue", "MainVC", "ChooseVehicleVC", SegueKind::modal},
+           {"DetailSegue", "VehiclesVC", "VehicleVC", SegueKind::push}}};
+}
+
+}  // namespace fleetor

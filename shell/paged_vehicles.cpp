@@ -1,0 +1,89 @@
+#include "shell/paged_vehicles.h"
+
+#include "service/api.h"
+#include "shell/base/loading_cell.h"
+#include "shell/base/vehicle_table_view_cell.h"
+
+namespace fleetor {
+
+namespace {
+constexpr int vehiclesPerPage = 20;
+constexpr double vehicleRowHeight = 68.0;
+constexpr double loadingRowHeight = 60.0;
+}  // namespace
+
+template <class Base>
+PagedVehicles<Base>::PagedVehicles(Environment& environment)
+    : Base(environment), itemsTableView_(environment) {
+  this->outlet("itemsTableView", itemsTableView_);
+  itemsTableView_.registerMaker("VehicleCell", [](const std::string& identifier) {
+    return std::make_shared<VehicleTableViewCell>(identifier);
+  });
+  registerLoadingCell(itemsTableView_, this->localized("Loading"));
+  itemsTableView_.setDataSource(this);
+  itemsTableView_.setDelegate(this);
+}
+
+template <class Base>
+void PagedVehicles<Base>::viewDidLoad() {
+  Base::viewDidLoad();
+  itemsTableView_.setTableFooterView(true);
+  items_ = VehiclesResponse::initForLoading();
+}
+
+template <class Base>
+void PagedVehicles<Base>::viewDidAppear(bool animated) {
+  Base::viewDidAppear(animated);
+  itemsTableView_.reloadData();
+}
+
+template <class Base>
+void PagedVehicles<Base>::loadItems() {
+  if (this->isLoading()) return;
+  this->setLoading(true);
+  const auto self = this->sharedFrom(this);
+  API::getWithPath("/vehicles", {{"offset", numberOfVehicles()}, {"limit", vehiclesPerPage}},
+                   modelClass<VehiclesResponse>, {}, [self](auto response, auto kind, long, auto&) {
+                     if (kind == ResponseKindSuccess)
+                       self->items_.nextResult(*response);
+                     else
+                       self->items_.onError();
+                     self->setLoading(false);
+                     self->itemsTableView_.reloadData();
+                   });
+}
+
+template <class Base>
+int PagedVehicles<Base>::tableViewNumberOfRowsInSection(TableView&, int) {
+  return numberOfVehicles() + (items_.total == numberOfVehicles() ? 0 : 1);
+}
+
+template <class Base>
+std::shared_ptr<TableViewCell> PagedVehicles<Base>::tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                                   IndexPath path) {
+  if (!isVehicleRow(path)) {
+    loadItems();
+    return dequeueLoadingCell(tableView);
+  }
+  auto cell = std::static_pointer_cast<VehicleTableViewCell>(
+      tableView.dequeueReusableCellWithIdentifier("VehicleCell"));
+  const Vehicle& vehicle = vehicleAtIndexPath(path);
+  cell->nameLabel().setText(nameForVehicle(vehicle));
+  cell->photoImageView().setImage(vehicle.icon.str());
+  return cell;
+}
+
+template <class Base>
+double PagedVehicles<Base>::tableViewHeightForRowAtIndexPath(TableView&, IndexPath path) {
+  return isVehicleRow(path) ? vehicleRowHeight : loadingRowHeight;
+}
+
+template <class Base>
+const Vehicle& PagedVehicles<Base>::vehicleAtIndexPath(IndexPath path) const {
+  return items_.vehicles->at(static_cast<std::size_t>(path.row));
+}
+
+template class PagedVehicles<BaseViewController>;
+template class PagedVehicles<PageViewController>;
+
+}  // namespace fleetor

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "model/vehicle_records.h"
+#include "service/envelopes.h"
+#include "shell/base/page_view_controller.h"
+#include "ui/table_view.h"
+
+namespace fleetor {
+
+/// A screen over `Base` that lists the account's vehicles in its "itemsTableView" and fetches them page by
+/// page: the next page is asked for when the loading row, always the last, is about to be shown. After a
+/// failed page the list keeps what it has and asks for no more; only a new screen starts again.
+///
+/// A request in flight keeps the screen alive. Made for BaseViewController and PageViewController.
+template <class Base>
+class PagedVehicles : public Base, public TableViewDataSource, public TableViewDelegate {
+ public:
+  explicit PagedVehicles(Environment& environment);
+
+  TableView& itemsTableView() { return itemsTableView_; }
+  const VehiclesResponse& items() const { return items_; }
+
+  void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+
+  /// Fetches the next page unless one is on its way.
+  void loadItems();
+
+  int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
+  std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                IndexPath path) override;
+  double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
+
+ protected:
+  virtual std::string nameForVehicle(const Vehicle& vehicle) const = 0;
+
+  bool isVehicleRow(IndexPath path) const { return path.row < numberOfVehicles(); }
+  const Vehicle& vehicleAtIndexPath(IndexPath path) const;  ///< of a vehicle row
+
+ private:
+  int numberOfVehicles() const { return items_.vehicles ? static_cast<int>(items_.vehicles->size()) : 0; }
+
+  TableView itemsTableView_;
+  VehiclesResponse items_;
+};
+
+extern template class PagedVehicles<BaseViewController>;
+extern template class PagedVehicles<PageViewController>;
+
+}  // namespace fleetor

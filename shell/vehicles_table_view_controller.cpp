@@ -1,0 +1,77 @@
+#include "shell/vehicles_table_view_controller.h"
+
+#include "service/api.h"
+#include "shell/base/base_navigation_controller.h"
+#include "shell/beside_rear.h"
+#include "ui/storyboard.h"
+#include "vehicle/vehicle_view_controller.h"
+
+namespace fleetor {
+
+void VehiclesTableViewController::viewDidLoad() {
+  PagedVehicles::viewDidLoad();
+  showMenuButton();
+  setTitle(localized("My Vehicles"));
+  if (!environment().device.isPad()) return;
+  using Self = VehiclesTableViewController;
+  navigationItem().setLeftBarButtonItem(barButton("BtnLogout", "Log out", &Self::logout));
+  navigationItem().setRightBarButtonItems({barButton("BtnAccount", "Account", &Self::showAccount),
+                                           barButton("BtnAbout", "About", &Self::showAbout)});
+}
+
+void VehiclesTableViewController::prepareForSegue(Segue& segue, const std::any&) {
+  const auto pager = std::dynamic_pointer_cast<VehicleViewController>(segue.destinationViewController);
+  if (const auto selected = itemsTableView().indexPathForSelectedRow(); pager && selected)
+    pager->setVehicle(vehicleAtIndexPath(*selected));
+}
+
+void VehiclesTableViewController::tableViewDidSelectRowAtIndexPath(TableView&, IndexPath path) {
+  if (!environment().device.isPad()) {
+    performSegueWithIdentifier("DetailSegue");
+    return;
+  }
+  auto* reveal = revealViewController();
+  if (!reveal) return;
+  const auto pager = storyboard()->instantiate<VehicleViewController>("VehicleVC");
+  pager->setVehicle(vehicleAtIndexPath(path));
+  reveal->setFrontViewControllerAnimated(
+      BaseNavigationController::initWithRootViewController(environment(), pager), false);
+  placeFrontBesideRear(*reveal);
+}
+
+void VehiclesTableViewController::logout(Component&) {
+  AlertView::initWithTitle(environment(), localized("Confirmation"),
+                           localized("Are you sure you want to log out?"), sharedFrom(this),
+                           localized("Cancel"), {localized("Log out")})
+      ->show();
+}
+
+void VehiclesTableViewController::alertViewClickedButtonAtIndex(AlertView&, int index) {
+  if (index == 1) API::logoutUser();
+}
+
+void VehiclesTableViewController::showAccount(Component&) {
+  presentFormSheet("AccountVC");
+}
+
+void VehiclesTableViewController::showAbout(Component&) {
+  presentFormSheet("AboutVC");
+}
+
+std::shared_ptr<BarButtonItem> VehiclesTableViewController::barButton(const std::string& image,
+                                                                      const std::string& name,
+                                                                      ButtonAction action) {
+  auto button = BarButtonItem::initWithImage(image, true,
+                                             [this, action](Component& sender) { (this->*action)(sender); });
+  button->setAccessibleName(localized(name));
+  return button;
+}
+
+void VehiclesTableViewController::presentFormSheet(const std::string& storyboardIdentifier) {
+  const auto sheet = BaseNavigationController::initWithRootViewController(
+      environment(), storyboard()->instantiateViewControllerWithIdentifier(storyboardIdentifier));
+  sheet->setModalPresentationStyle(ModalPresentationStyle::formSheet);
+  presentViewController(sheet, true);
+}
+
+}  // namespace fleetor

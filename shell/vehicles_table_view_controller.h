@@ -1,0 +1,38 @@
+#pragma once
+
+#include <any>
+#include <string>
+
+#include "shell/paged_vehicles.h"
+#include "ui/alert_view.h"
+
+namespace fleetor {
+
+/// "My Vehicles": where a signed-in user starts. On a phone it opens a vehicle by pushing its pager; on a
+/// tablet it is the permanent left column, puts the pager beside itself and carries what the side menu
+/// carries on a phone.
+class VehiclesTableViewController final : public PagedVehicles<PageViewController>, public AlertViewDelegate {
+ public:
+  using PagedVehicles::PagedVehicles;
+
+  void viewDidLoad() override;
+  void prepareForSegue(Segue& segue, const std::any& sender) override;
+  void tableViewDidSelectRowAtIndexPath(TableView& tableView, IndexPath path) override;
+  void alertViewClickedButtonAtIndex(AlertView& alertView, int index) override;
+
+  // The buttons of a tablet.
+  void logout(Component& sender);  ///< asks first
+  void showAccount(Component& sender);
+  void showAbout(Component& sender);
+
+ protected:
+  std::string nameForVehicle(const Vehicle& vehicle) const override { return vehicle.fullName(); }
+
+ private:
+  using ButtonAction = void (VehiclesTableViewController::*)(Component&);
+  std::shared_ptr<BarButtonItem> barButton(const std::string& image, const std::string& name,
+                                           ButtonAction action);
+  void presentFormSheet(const std::string& storyboardIdentifier);
+};
+
+}  // namespace fleetor
