@@ -137,6 +137,9 @@ void HttpExchange::sendHop() {
 
   // Named operations of the manager would add a content type of their own to a POST that has none.
   const QByteArray method = QByteArray::fromStdString(request_.method);
+  // A POST without a body states its length, which is nothing, and needs the guard against a second sending
+  // as well.
+  if (!body_ && (method == "POST" || method == "PUT")) body_ = std::make_shared<const std::string>();
   OneWayBody* body = body_ ? new OneWayBody(body_) : nullptr;
   if (method == "GET" && !body) {
     reply_ = manager_.get(hop);
@@ -171,7 +174,10 @@ void HttpExchange::finishHop() {
   read();
   if (!done_) return;  // the last bytes were too many
   const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-  const long error = codeOf(reply_->error(), status != 0);
+  // The manager rewinds the body at these two, though it has been told to leave redirects alone.
+  const bool isKeptBody =
+      (status == 307 || status == 308) && reply_->error() == QNetworkReply::ContentReSendError;
+  const long error = isKeptBody ? 0 : codeOf(reply_->error(), status != 0);
   if (error == 0 && followRedirect(status)) return;
 
   answer_.status = status;

@@ -1,0 +1,132 @@
+#include "qt/device/queues.h"
+
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QThread>
+#include <QTimer>
+#include <atomic>
+#include <future>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace fleetor {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Runs the main loop until `done` says so, or fails after some seconds.
+template <class Done>
+void runUntil(Done done) {
+  QEventLoop loop;
+  QTimer poll, limit;
+  bool late = false;
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    if (done()) loop.quit();
+  });
+  QObject::connect(&limit, &QTimer::timeout, [&] {
+    late = true;
+    loop.quit();
+  });
+  poll.start(1);
+  limit.start(10'000);
+  loop.exec();
+  EXPECT_FALSE(late);
+}
+
+TEST(QtQueues, RunsMainTasksOnTheMainThreadInTheOrderOfEachSender) {
+  QtQueues queues;
+  std::vector<std::pair<int, int>> seen;
+  bool elsewhere = false;
+  {
+    std::vector<std::jthread> senders;
+    for (int sender = 0; sender < 3; sender++)
+      senders.emplace_back([&, sender] {
+        for (int i = 0; i < 1000; i++)
+          queues.main([&, sender, i] {
+            elsewhere |= QThread::currentThread() != qApp->thread();
+            seen.emplace_back(sender, i);
+          });
+      });
+  }
+  EXPECT_TRUE(seen.empty()) << "nothing runs inline";
+  runUntil([&] { return seen.size() == 3000; });
+  EXPECT_FALSE(elsewhere);
+  int next[3] = {0, 0, 0};
+  for (const auto& [sender, i] : seen)
+    ASSERT_EQ(next[sender]++, i);
+}
+
+TEST(QtQueues, RunsDelayedTasksInTheOrderOfTheirMomentsAndNeverEarly) {
+  QtQueues queues;
+  std::vector<std::string> seen;
+  const auto began = std::chrono::steady_clock::now();
+  const auto later = [&](Seconds delay, std::string name) {
+    queues.mainAfter(delay, [&, delay, name] {
+      EXPECT_GE(std::chrono::steady_clock::now() - began, delay) << name;
+      seen.push_back(name);
+    });
+  };
+  std::jthread([&] {
+    later(0.0605s, "third");
+    later(0.0201s, "second");
+    later(-1s, "first");
+    later(Seconds(1e300), "never");
+  }).join();
+  EXPECT_TRUE(seen.empty());
+  runUntil([&] { return seen.size() == 3; });
+  EXPECT_THAT(seen, testing::ElementsAre("first", "second", "third"));
+}
+
+TEST(QtQueues, RunsGlobalTasksSideBySide) {
+  QtQueues queues;
+  std::promise<void> first, second;
+  std::promise<bool> met;
+  queues.global([&] {
+    first.set_value();
+    met.set_value(second.get_future().wait_for(5s) == std::future_status::ready);
+  });
+  queues.global([&] {
+    first.get_future().wait_for(5s);
+    second.set_value();
+  });
+  EXPECT_TRUE(met.get_future().get());
+}
+
+TEST(QtQueues, DropsWaitingTasksAndWaitsForRunningOnesWhenDestroyed) {
+  std::atomic<int> ran = 0;
+  auto captured = std::make_shared<int>();
+  std::promise<void> running;
+  std::atomic<bool> ended = false;
+  {
+    QtQueues queues;
+    const auto never = [&ran, captured] { ran++; };
+    queues.main(never);
+    queues.mainAfter(0s, never);
+    QCoreApplication::processEvents();  // arms what is delayed, runs what is not
+    ran = 0;
+    queues.main(never);
+    queues.mainAfter(0.001s, never);
+    queues.mainAfter(1h, never);
+    queues.global([&] {
+      running.set_value();
+      std::this_thread::sleep_for(50ms);
+      queues.main(never);
+      queues.global(never);
+      ended = true;
+    });
+    running.get_future().wait();
+    for (int i = 0; i < 100; i++)
+      queues.global([captured] { std::this_thread::sleep_for(1ms); });
+  }
+  EXPECT_TRUE(ended);
+  std::this_thread::sleep_for(5ms);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(ran, 0);
+  EXPECT_EQ(captured.use_count(), 1) << "what the tasks held is released with them";
+}
+
+}  // namespace
+}  // namespace fleetor

@@ -1,0 +1,137 @@
+#pragma once
+
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <functional>
+#include <list>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace fleetor {
+
+/// A listening socket on loopback that shows what really came over the wire. Each connection runs `serve` on
+/// a thread of its own; the connection is closed when `serve` returns. The destructor closes everything and
+/// waits.
+class RawServer {
+ public:
+  class Peer {
+   public:
+    Peer(int socket, RawServer& server) : socket_(socket), server_(server) {}
+
+    /// The next whole request, head and body, byte for byte; empty when the client has gone.
+    std::string read() {
+      std::string got;
+      while (true) {
+        const auto head = got.find("\r\n\r\n");
+        if (head != std::string::npos && got.size() >= head + 4 + contentLength(got.substr(0, head))) break;
+        char chunk[16384];
+        const auto count = ::recv(socket_, chunk, sizeof chunk, 0);
+        if (count <= 0) return "";
+        got.append(chunk, static_cast<std::size_t>(count));
+      }
+      const std::lock_guard lock(server_.mutex_);
+      server_.requests_.push_back(got);
+      return got;
+    }
+
+    void write(std::string_view bytes) {
+      while (!bytes.empty()) {
+        const auto count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (count <= 0) return;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+      }
+    }
+
+    /// Answers nothing more and waits until the client closes the connection.
+    void hold() {
+      char byte;
+      while (::recv(socket_, &byte, 1, 0) > 0) {
+      }
+    }
+
+   private:
+    static std::size_t contentLength(const std::string& head) {
+      const auto at = head.find("\r\nContent-Length: ");
+      return at == std::string::npos ? 0 : std::strtoul(head.c_str() + at + 18, nullptr, 10);
+    }
+
+    int socket_;
+    RawServer& server_;
+  };
+
+  explicit RawServer(std::function<void(Peer&)> serve) : serve_(std::move(serve)) {
+    listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listener_, 16) != 0)
+      std::abort();
+    ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+    port_ = ntohs(address.sin_port);
+    accepting_ = std::thread([this] { accept(); });
+  }
+
+  ~RawServer() {
+    ::shutdown(listener_, SHUT_RDWR);
+    accepting_.join();
+    ::close(listener_);
+    {
+      const std::lock_guard lock(mutex_);
+      for (auto& connection : connections_)
+        ::shutdown(connection.socket, SHUT_RDWR);
+    }
+    for (auto& connection : connections_) {
+      connection.thread.join();
+      ::close(connection.socket);
+    }
+  }
+
+  RawServer(const RawServer&) = delete;
+  RawServer& operator=(const RawServer&) = delete;
+
+  std::string url(const std::string& path) const {
+    return "http://127.0.0.1:" + std::to_string(port_) + path;
+  }
+
+  std::vector<std::string> requests() {
+    const std::lock_guard lock(mutex_);
+    return requests_;
+  }
+
+ private:
+  struct Connection {
+    int socket;
+    std::thread thread;
+  };
+
+  void accept() {
+    while (true) {
+      const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+      if (socket < 0) return;
+      const std::lock_guard lock(mutex_);
+      connections_.push_back({socket, std::thread([this, socket] {
+                                Peer peer(socket, *this);
+                                serve_(peer);
+                                ::shutdown(socket, SHUT_RDWR);
+                              })});
+    }
+  }
+
+  std::function<void(Peer&)> serve_;
+  int listener_ = -1;
+  int port_ = 0;
+  std::thread accepting_;
+  std::mutex mutex_;
+  std::list<Connection> connections_;
+  std::vector<std::string> requests_;
+};
+
+}  // namespace fleetor
