@@ -95,6 +95,16 @@ long codeOf(QNetworkReply::NetworkError error, bool answered) {
   }
 }
 
+// The manager tries to rewind the body in two cases where nothing has to be sent again: at a redirect that
+// keeps the body, though redirects are none of its business here, and (at times) when the service ends an
+// answer of unstated length in the only way it can, by closing the connection. Both answers have arrived
+// whole.
+bool answersWhole(const QNetworkReply& reply, int status) {
+  if (reply.error() != QNetworkReply::ContentReSendError || status == 0) return false;
+  return status == 307 || status == 308 ||
+         (!reply.hasRawHeader("Content-Length") && !reply.hasRawHeader("Transfer-Encoding"));
+}
+
 }  // namespace
 
 HttpExchange::HttpExchange(QNetworkAccessManager& manager, HttpRequest request, Transport::Done done,
@@ -174,10 +184,7 @@ void HttpExchange::finishHop() {
   read();
   if (!done_) return;  // the last bytes were too many
   const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-  // The manager rewinds the body at these two, though it has been told to leave redirects alone.
-  const bool isKeptBody =
-      (status == 307 || status == 308) && reply_->error() == QNetworkReply::ContentReSendError;
-  const long error = isKeptBody ? 0 : codeOf(reply_->error(), status != 0);
+  const long error = answersWhole(*reply_, status) ? 0 : codeOf(reply_->error(), status != 0);
   if (error == 0 && followRedirect(status)) return;
 
   answer_.status = status;
