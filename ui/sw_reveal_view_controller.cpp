@@ -17,6 +17,10 @@ void SWRevealViewController::pushFrontViewControllerAnimated(std::shared_ptr<Vie
 void SWRevealViewController::replaceFront(std::shared_ptr<ViewController> controller,
                                           FrontViewPosition position, bool animated) {
   const auto self = shared_from_this();
+  if (controller == front_) {
+    setFrontViewPositionAnimated(position, animated);
+    return;
+  }
   completeTransitions();
   const auto old = std::exchange(front_, controller);
   adopt(controller);

@@ -23,7 +23,8 @@ inline constexpr Seconds keyboard{0.25};
 inline constexpr Seconds toastFadeIn{0.2};
 }  // namespace duration
 
-/// An animated change of what is on screen, for whoever draws it.
+/// An animated change of what is on screen, for whoever draws it. A presentation names only the screens that
+/// come over the presenter or go from there.
 struct Transition {
   TransitionKind kind = TransitionKind::push;
   Seconds duration{0};

@@ -72,7 +72,6 @@ void ViewController::presentOver(std::shared_ptr<ViewController> controller, boo
   if (presented_ != controller) return;  // a new root screen took its place meanwhile
 
   Transition transition{TransitionKind::present, duration::modal, {}, {controller}};
-  if (covers) transition.outgoing.push_back(self);
   presentation_.run(environment_.queues, std::move(transition), animated,
                     [this, covers, controller, completion = std::move(completion)] {
                       const auto alive = shared_from_this();
@@ -107,7 +106,6 @@ void ViewController::dismissPresented(bool animated, std::function<void()> compl
   if (presented_ != above.back()) return;
 
   Transition transition{TransitionKind::dismiss, duration::modal, above, {}};
-  if (above.back()->coversPresenter()) transition.incoming.push_back(self);
   presentation_.run(environment_.queues, std::move(transition), animated,
                     [this, above = std::move(above), completion = std::move(completion)] {
                       const auto alive = shared_from_this();
