@@ -43,10 +43,10 @@ class Appearance : public Component {
   void setNavigationBar(NavigationBarAppearance look) { assign(navigationBar_, std::move(look)); }
 
   const TabBarItemAppearance& tabBarItem() const { return tabBarItem_; }
-  void setTabBarItem(TabBarItemAppearance look) { assign(tabBarItem_, std::move(look)); }
+  void setTabBarItem(const TabBarItemAppearance& look) { assign(tabBarItem_, look); }
 
   const ProgressOverlayAppearance& progressOverlay() const { return progressOverlay_; }
-  void setProgressOverlay(ProgressOverlayAppearance look) { assign(progressOverlay_, std::move(look)); }
+  void setProgressOverlay(const ProgressOverlayAppearance& look) { assign(progressOverlay_, look); }
 
  private:
   NavigationBarAppearance navigationBar_;

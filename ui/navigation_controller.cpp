@@ -26,8 +26,8 @@ void NavigationController::pushViewController(std::shared_ptr<ViewController> co
   completeTransitions();
   const auto covered = stack_.back();
   adopt(controller);
-  stack_.push_back(controller);
-  exchange(TransitionKind::push, duration::navigation, {covered}, {controller}, animated);
+  stack_.push_back(std::move(controller));
+  exchange(TransitionKind::push, duration::navigation, {covered}, {stack_.back()}, animated);
 }
 
 std::shared_ptr<ViewController> NavigationController::popViewControllerAnimated(bool animated) {

@@ -22,26 +22,26 @@ void SWRevealViewController::replaceFront(std::shared_ptr<ViewController> contro
     return;
   }
   completeTransitions();
-  const auto old = std::exchange(front_, controller);
-  adopt(controller);
+  const auto old = std::exchange(front_, std::move(controller));
+  adopt(front_);
   Controllers outgoing;
   if (old) outgoing.push_back(old);
   if (rear_ && position_ != FrontViewPosition::left && position == FrontViewPosition::left)
     outgoing.push_back(rear_);
   position_ = position;
-  place(*controller, {frontX(), 0, frameOf(*this).width, frameOf(*this).height});
-  exchange(TransitionKind::exchange, duration::reveal, std::move(outgoing), {controller}, animated,
-           [this, old] {
-             if (old) disown(old);
-           });
+  place(*front_, {frontX(), 0, frameOf(*this).width, frameOf(*this).height});
+  exchange(TransitionKind::exchange, duration::reveal, std::move(outgoing), {front_}, animated, [this, old] {
+    if (old) disown(old);
+  });
 }
 
 void SWRevealViewController::setRearViewControllerAnimated(std::shared_ptr<ViewController> controller,
                                                            bool animated) {
   const auto self = shared_from_this();
   completeTransitions();
-  const auto old = std::exchange(rear_, controller);
-  adopt(controller);
+  if (controller == rear_) return;
+  const auto old = std::exchange(rear_, std::move(controller));
+  adopt(rear_);
   placeRear();
   const auto finish = [this, old] {
     if (old) disown(old);
@@ -49,7 +49,7 @@ void SWRevealViewController::setRearViewControllerAnimated(std::shared_ptr<ViewC
   if (position_ == FrontViewPosition::left)
     exchange(TransitionKind::exchange, duration::reveal, {}, {}, false, finish);
   else
-    exchange(TransitionKind::exchange, duration::reveal, old ? Controllers{old} : Controllers{}, {controller},
+    exchange(TransitionKind::exchange, duration::reveal, old ? Controllers{old} : Controllers{}, {rear_},
              animated, finish);
 }
 

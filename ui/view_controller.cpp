@@ -56,7 +56,7 @@ SWRevealViewController* ViewController::revealViewController() const {
   return nullptr;
 }
 
-void ViewController::addChildViewController(std::shared_ptr<ViewController> child) {
+void ViewController::addChildViewController(const std::shared_ptr<ViewController>& child) {
   adopt(child);
   if (appearance_ != AppearanceState::appearing && appearance_ != AppearanceState::appeared) return;
   child->beginAppearanceTransition(true, false);

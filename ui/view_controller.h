@@ -71,7 +71,7 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   SWRevealViewController* revealViewController() const;  ///< the nearest above, or none
 
   /// Makes the screen a child, last in line; it appears and disappears together with this one from now on.
-  void addChildViewController(std::shared_ptr<ViewController> child);
+  void addChildViewController(const std::shared_ptr<ViewController>& child);
 
   // The storyboard.
   Storyboard* storyboard() const { return storyboard_; }  ///< the one that made this screen, or none

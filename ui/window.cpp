@@ -19,7 +19,9 @@ Window::~Window() {
 void Window::setRootViewController(std::shared_ptr<ViewController> root) {
   if (ViewController* top = topViewController()) top->completeTransitions();
   if (root == root_) return;
-  const auto old = std::exchange(root_, root);
+  const auto old = std::exchange(root_, std::move(root));
+  // What the screens do while they hear of this may put yet another root in place.
+  const auto shown = root_;
   datePicker_ = nullptr;
 
   // Topmost first: what a form sheet left visible below it goes too.
@@ -30,15 +32,15 @@ void Window::setRootViewController(std::shared_ptr<ViewController> root) {
   }
   for (const auto& controller : leaving)
     controller->beginAppearanceTransition(false, false);
-  if (root && root_ == root) {
-    root->view_.setFrame({0, 0, size_.width, size_.height});
-    root->beginAppearanceTransition(true, false);
+  if (shown && shown == root_) {
+    shown->view_.setFrame({0, 0, size_.width, size_.height});
+    shown->beginAppearanceTransition(true, false);
   }
   changed.emit();
   for (const auto& controller : leaving)
     controller->endAppearanceTransition();
   if (old) old->releasePresented();
-  if (root) root->endAppearanceTransition();
+  if (shown) shown->endAppearanceTransition();
 }
 
 ViewController* Window::topViewController() const {
