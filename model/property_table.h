@@ -1,0 +1,226 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "model/text.h"
+
+namespace fleetor {
+
+class JSONModel;
+
+/// One declared property: the data member, its name, and whether the input may leave it out.
+template <auto Member>
+struct Property {
+  std::string_view name;
+  bool isOptional;
+};
+
+template <auto Member>
+constexpr auto required(std::string_view name) {
+  return std::tuple(Property<Member>{name, false});
+}
+
+template <auto Member>
+constexpr auto optional(std::string_view name) {
+  return std::tuple(Property<Member>{name, true});
+}
+
+/// The declared properties of record R, which must be specialised right behind the record:
+///
+///   template <>
+///   inline constexpr auto propertiesOf<Location> = properties(
+///       required<&Location::lat>("lat"),
+///       required<&Location::lon>("lon"));
+///
+/// The kind follows from the member's type: Text, std::int64_t, a record or std::optional of one, std::vector of records
+/// or std::optional of one. An optional record or array needs the std::optional form; a required one may have it, for
+/// records that are also made empty by hand. Anything else does not compile.
+template <class R>
+inline constexpr auto propertiesOf = std::false_type();
+
+template <class... Properties>
+constexpr auto properties(Properties... list) {
+  return std::tuple_cat(list...);
+}
+
+/// The properties of a base, as the first argument of `properties`.
+template <class Base>
+constexpr auto inherited() {
+  return propertiesOf<Base>;
+}
+
+namespace json {
+
+struct RecordType;
+
+enum class PropertyKind : std::uint8_t { text, integer, record, array };
+
+/// A property with its types erased: what the engine works on.
+struct PropertyEntry {
+  std::string_view name;
+  std::string_view key;  ///< the JSON key, through the record's key mapper
+  PropertyKind kind;
+  bool isOptional;
+  void* (*at)(void* record);                  ///< the data member
+  const RecordType* type = nullptr;           ///< of a record, or of an array's elements
+  void* (*make)(void* member) = nullptr;      ///< makes the record or array exist and returns it
+  void (*drop)(void* member) = nullptr;       ///< back to the initial state
+  const void* (*peek)(const void* member) = nullptr;  ///< the record or array, null when there is none
+};
+
+/// A record type with its types erased. The list operations work on a std::vector of the record.
+struct RecordType {
+  std::string_view name;
+  const PropertyEntry* properties;
+  std::size_t count;
+  std::uint64_t required;       ///< bit i: property i is required
+  bool hasKeyMapper;
+  bool hasKeyPaths;             ///< some key holds a "."
+  bool (*validate)(const void* record);  ///< null accepts everything
+  void (*reserve)(void* list, std::size_t count);
+  void* (*append)(void* list);
+  std::size_t (*size)(const void* list);
+  const void* (*element)(const void* list, std::size_t index);
+};
+
+template <class T>
+struct Unwrapped {
+  using Type = T;
+  static constexpr bool isOptional = false;
+};
+template <class T>
+struct Unwrapped<std::optional<T>> {
+  using Type = T;
+  static constexpr bool isOptional = true;
+};
+
+template <class T>
+struct ElementOf {
+  using Type = void;
+};
+template <class T>
+struct ElementOf<std::vector<T>> {
+  using Type = T;
+};
+
+template <class C, class V>
+V memberValue(V C::*);
+
+/// The unqualified name of a type, as the compiler spells it.
+template <class T>
+constexpr std::string_view typeName() {
+  std::string_view text = __PRETTY_FUNCTION__;
+  text.remove_prefix(text.find("T = ") + 4);
+  text = text.substr(0, text.find_first_of(";]"));
+  const auto colon = text.rfind("::");
+  return colon == text.npos ? text : text.substr(colon + 2);
+}
+
+template <class R>
+struct TableOf;
+
+template <class R, auto Member>
+constexpr PropertyEntry entryOf(Property<Member> property) {
+  using Held = decltype(memberValue(Member));
+  using Value = typename Unwrapped<Held>::Type;
+  using Element = typename ElementOf<Value>::Type;
+  constexpr bool wrapped = Unwrapped<Held>::isOptional;
+  constexpr bool isText = std::is_same_v<Held, Text>;
+  constexpr bool isInteger = std::is_same_v<Held, std::int64_t>;
+  constexpr bool isRecord = std::is_base_of_v<JSONModel, Value>;
+  constexpr bool isArray = std::is_base_of_v<JSONModel, Element>;
+  static_assert(isText || isInteger || isRecord || isArray,
+                "JSONModelProperty type not allowed: Property type of R.Member is not supported by JSONModel.");
+
+  PropertyEntry entry{};
+  entry.name = property.name;
+  entry.key = property.name;
+  if (const auto mapper = R::keyMapper()) entry.key = mapper->modelToJSONKey(property.name);
+  entry.isOptional = property.isOptional;
+  entry.at = [](void* record) -> void* { return &(static_cast<R*>(record)->*Member); };
+  if constexpr (isText) {
+    entry.kind = PropertyKind::text;
+  } else if constexpr (isInteger) {
+    entry.kind = PropertyKind::integer;
+  } else if constexpr (isRecord || isArray) {
+    entry.kind = isRecord ? PropertyKind::record : PropertyKind::array;
+    entry.type = &TableOf<std::conditional_t<isRecord, Value, Element>>::type;
+    entry.make = [](void* member) -> void* {
+      if constexpr (wrapped)
+        return &static_cast<Held*>(member)->emplace();
+      else
+        return member;
+    };
+    entry.drop = [](void* member) { *static_cast<Held*>(member) = Held(); };
+    entry.peek = [](const void* member) -> const void* {
+      if constexpr (wrapped) {
+        const auto& held = *static_cast<const Held*>(member);
+        return held ? &*held : nullptr;
+      } else {
+        return member;
+      }
+    };
+    if (property.isOptional && !wrapped) throw "an optional record or array is declared as std::optional";
+  }
+  return entry;
+}
+
+template <class R>
+struct TableOf {
+  static_assert(std::is_base_of_v<JSONModel, R>);
+  static_assert(!std::is_same_v<std::remove_cv_t<decltype(propertiesOf<R>)>, std::false_type>,
+                "propertiesOf<R> must be specialised right behind the record");
+
+  static constexpr auto entries = std::apply(
+      [](auto... list) { return std::array<PropertyEntry, sizeof...(list)>{entryOf<R>(list)...}; }, propertiesOf<R>);
+  static_assert(entries.size() <= 64, "one bit a property");
+
+  static constexpr std::uint64_t required() {
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < entries.size(); ++i)
+      if (!entries[i].isOptional) mask |= std::uint64_t{1} << i;
+    return mask;
+  }
+  static constexpr bool hasKeyPaths() {
+    for (const auto& entry : entries)
+      if (entry.key.find('.') != entry.key.npos) return true;
+    return false;
+  }
+  static constexpr bool keysAreDistinct() {
+    for (std::size_t i = 0; i < entries.size(); ++i)
+      for (std::size_t j = 0; j < i; ++j)
+        if (entries[i].key == entries[j].key || entries[i].name == entries[j].name) return false;
+    return true;
+  }
+  static_assert(keysAreDistinct(), "two properties share a name or a JSON key");
+
+  static bool validate(const void* record) { return static_cast<const R*>(record)->validate(); }
+  static void reserve(void* list, std::size_t count) { static_cast<std::vector<R>*>(list)->reserve(count); }
+  static void* append(void* list) { return &static_cast<std::vector<R>*>(list)->emplace_back(); }
+  static std::size_t size(const void* list) { return static_cast<const std::vector<R>*>(list)->size(); }
+  static const void* element(const void* list, std::size_t index) {
+    return &(*static_cast<const std::vector<R>*>(list))[index];
+  }
+
+  static constexpr bool keepsDefaultValidate =
+      std::is_same_v<decltype(&R::validate), bool (JSONModel::*)() const>;
+
+  static constexpr RecordType type{
+      typeName<R>(), entries.data(), entries.size(), required(), R::keyMapper().has_value(), hasKeyPaths(),
+      keepsDefaultValidate ? nullptr : &validate, &reserve, &append, &size, &element};
+};
+
+template <class R>
+inline constexpr const RecordType& recordType = TableOf<R>::type;
+
+}  // namespace json
+}  // namespace fleetor
