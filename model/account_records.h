@@ -4,7 +4,8 @@
 
 namespace fleetor {
 
-// The account, its credential, and what is fixed about one vehicle. Every value is text and shown as it comes.
+// The account, its credential, and what is fixed about one vehicle. Every value is text and shown as it
+// comes.
 
 /// The signed-in account.
 struct User : APIModel {
@@ -23,17 +24,12 @@ struct User : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<User> = properties(
-    required<&User::name>("name"),
-    required<&User::statusDescription>("statusDescription"),
-    required<&User::sms>("sms"),
-    required<&User::companyName>("companyName"),
-    required<&User::address1>("address1"),
-    required<&User::address2>("address2"),
-    required<&User::vat>("vat"),
-    required<&User::gsm>("gsm"),
-    required<&User::mail>("mail"),
-    required<&User::expirationDate>("expirationDate"));
+inline constexpr auto propertiesOf<User> =
+    properties(required<&User::name>("name"), required<&User::statusDescription>("statusDescription"),
+               required<&User::sms>("sms"), required<&User::companyName>("companyName"),
+               required<&User::address1>("address1"), required<&User::address2>("address2"),
+               required<&User::vat>("vat"), required<&User::gsm>("gsm"), required<&User::mail>("mail"),
+               required<&User::expirationDate>("expirationDate"));
 
 /// The credential that signing in returns. The members keep the service's spelling, the getters ours.
 struct Token : APIModel {
@@ -49,9 +45,8 @@ struct Token : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<Token> = properties(
-    required<&Token::access_token>("access_token"),
-    required<&Token::token_type>("token_type"));
+inline constexpr auto propertiesOf<Token> = properties(required<&Token::access_token>("access_token"),
+                                                       required<&Token::token_type>("token_type"));
 
 /// A vehicle's fixed data.
 struct InfoAuto : APIModel {
@@ -69,16 +64,12 @@ struct InfoAuto : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<InfoAuto> = properties(
-    required<&InfoAuto::name>("name"),
-    required<&InfoAuto::registration>("registration"),
-    required<&InfoAuto::mapLineColor>("mapLineColor"),
-    required<&InfoAuto::icon>("icon"),
-    required<&InfoAuto::driver>("driver"),
-    required<&InfoAuto::driverGsm>("driverGsm"),
-    required<&InfoAuto::engine>("engine"),
-    required<&InfoAuto::tank>("tank"),
-    required<&InfoAuto::active>("active"));
+inline constexpr auto propertiesOf<InfoAuto> =
+    properties(required<&InfoAuto::name>("name"), required<&InfoAuto::registration>("registration"),
+               required<&InfoAuto::mapLineColor>("mapLineColor"), required<&InfoAuto::icon>("icon"),
+               required<&InfoAuto::driver>("driver"), required<&InfoAuto::driverGsm>("driverGsm"),
+               required<&InfoAuto::engine>("engine"), required<&InfoAuto::tank>("tank"),
+               required<&InfoAuto::active>("active"));
 
 /// The maintenance schedule.
 struct InfoService : APIModel {
@@ -90,10 +81,9 @@ struct InfoService : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<InfoService> = properties(
-    required<&InfoService::oil>("oil"),
-    required<&InfoService::tech>("tech"),
-    required<&InfoService::odo>("odo"));
+inline constexpr auto propertiesOf<InfoService> = properties(required<&InfoService::oil>("oil"),
+                                                             required<&InfoService::tech>("tech"),
+                                                             required<&InfoService::odo>("odo"));
 
 /// Two counters that are reported with the information and not shown.
 struct InfoLive : APIModel {
@@ -104,9 +94,8 @@ struct InfoLive : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<InfoLive> = properties(
-    required<&InfoLive::odo>("odo"),
-    required<&InfoLive::fuel>("fuel"));
+inline constexpr auto propertiesOf<InfoLive> = properties(required<&InfoLive::odo>("odo"),
+                                                          required<&InfoLive::fuel>("fuel"));
 
 /// What is known about one vehicle. The service calls its first part "auto".
 struct Info : APIModel {
@@ -115,17 +104,17 @@ struct Info : APIModel {
   InfoLive live;
 
   static constexpr std::optional<JSONKeyMapper> keyMapper() {
-    return JSONKeyMapper{[](std::string_view key) { return key == "auto" ? std::string_view("vehicle") : key; },
-                         [](std::string_view name) { return name == "vehicle" ? std::string_view("auto") : name; }};
+    return JSONKeyMapper{
+        [](std::string_view key) { return key == "auto" ? std::string_view("vehicle") : key; },
+        [](std::string_view name) { return name == "vehicle" ? std::string_view("auto") : name; }};
   }
 
   friend bool operator==(const Info&, const Info&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<Info> = properties(
-    required<&Info::vehicle>("vehicle"),
-    required<&Info::service>("service"),
-    required<&Info::live>("live"));
+inline constexpr auto propertiesOf<Info> = properties(required<&Info::vehicle>("vehicle"),
+                                                      required<&Info::service>("service"),
+                                                      required<&Info::live>("live"));
 
 }  // namespace fleetor

@@ -11,7 +11,9 @@ namespace {
 constexpr std::size_t longestBody = std::size_t{1} << 31;  // so that every offset of a text fits in 32 bits
 constexpr std::size_t deepestNesting = 1024;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 /// The parser refuses integers beyond 64 bits. Gives every one of them an exponent, which makes it a double.
 std::string withLongIntegersAsDoubles(std::string_view json) {
@@ -28,12 +30,14 @@ std::string withLongIntegersAsDoubles(std::string_view json) {
       inText = true;
     } else if (isDigit(c)) {
       const std::size_t first = i;
-      while (i + 1 < json.size() && isDigit(json[i + 1])) out += json[++i];
+      while (i + 1 < json.size() && isDigit(json[i + 1]))
+        out += json[++i];
       const char next = i + 1 < json.size() ? json[i + 1] : ' ';
       const char previous = first > 0 ? json[first - 1] : ' ';
-      const bool isInteger = next != '.' && next != 'e' && next != 'E' && previous != '.' && previous != '+' &&
-                             previous != 'e' && previous != 'E' &&
-                             !(previous == '-' && first > 1 && (json[first - 2] == 'e' || json[first - 2] == 'E'));
+      const bool isInteger =
+          next != '.' && next != 'e' && next != 'E' && previous != '.' && previous != '+' &&
+          previous != 'e' && previous != 'E' &&
+          !(previous == '-' && first > 1 && (json[first - 2] == 'e' || json[first - 2] == 'E'));
       if (isInteger && i + 1 - first >= 19) out += "e0";
     }
   }
@@ -65,7 +69,11 @@ Result<JSONValue> decodeJSON(std::string bytes) {
   return JSONValue(std::make_shared<const json::Document>(std::move(parsed)));
 }
 
-bool JSONValue::isObject() const { return document_ && document_->root().is_object(); }
-bool JSONValue::isArray() const { return document_ && document_->root().is_array(); }
+bool JSONValue::isObject() const {
+  return document_ && document_->root().is_object();
+}
+bool JSONValue::isArray() const {
+  return document_ && document_->root().is_array();
+}
 
 }  // namespace fleetor

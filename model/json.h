@@ -11,9 +11,9 @@ namespace json {
 class Document;
 }
 
-/// A decoded JSON document whose top level is an object or an array; or nothing (nil) when made without one. A cheap
-/// handle on immutable memory: copies share it, any thread may read it. The texts of the records that were mapped from
-/// it stay valid after the last handle is gone.
+/// A decoded JSON document whose top level is an object or an array; or nothing (nil) when made without one.
+/// A cheap handle on immutable memory: copies share it, any thread may read it. The texts of the records that
+/// were mapped from it stay valid after the last handle is gone.
 class JSONValue {
  public:
   JSONValue() = default;
@@ -29,17 +29,18 @@ class JSONValue {
   std::shared_ptr<const json::Document> document_;
 };
 
-/// Decodes one JSON text in UTF-8; any failure is the error `badJSON`. Any thread, nothing is shared between calls. Hand
-/// the body over with std::move: it is read in place and freed before the call returns.
+/// Decodes one JSON text in UTF-8; any failure is the error `badJSON`. Any thread, nothing is shared between
+/// calls. Hand the body over with std::move: it is read in place and freed before the call returns.
 ///
 /// What is accepted beside the plain cases:
 /// - a byte-order mark in front is skipped;
 /// - of duplicate keys in one object, the last wins;
-/// - an integer beyond 64 bits is read as the nearest double; a number beyond the range of double is malformed;
+/// - an integer beyond 64 bits is read as the nearest double; a number beyond the range of double is
+/// malformed;
 /// - nesting up to 1,023 levels; deeper is malformed;
 /// - bodies up to 2 GiB; longer is malformed.
-/// Malformed: an empty body, a top level that is neither object nor array, invalid UTF-8, a lone surrogate escape, anything
-/// after the end.
+/// Malformed: an empty body, a top level that is neither object nor array, invalid UTF-8, a lone surrogate
+/// escape, anything after the end.
 Result<JSONValue> decodeJSON(std::string bytes);
 
 }  // namespace fleetor

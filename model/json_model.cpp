@@ -15,8 +15,8 @@ namespace {
 namespace dom = simdjson::dom;
 using Fault = std::optional<JSONModelError>;
 
-/// Hands out texts. References to the document's arena are borrowed in one large batch, and what is left is given back
-/// at the end, so that a text costs no atomic step.
+/// Hands out texts. References to the document's arena are borrowed in one large batch, and what is left is
+/// given back at the end, so that a text costs no atomic step.
 class TextSource {
  public:
   explicit TextSource(const TextArena* arena) : arena_(arena) { arena_->retain(batch); }
@@ -60,17 +60,24 @@ class TextSource {
 
 std::string_view typeText(dom::element_type type) {
   switch (type) {
-    case dom::element_type::ARRAY: return "array";
-    case dom::element_type::OBJECT: return "object";
-    case dom::element_type::STRING: return "string";
-    case dom::element_type::BOOL: return "boolean";
-    case dom::element_type::NULL_VALUE: return "null";
-    default: return "number";
+    case dom::element_type::ARRAY:
+      return "array";
+    case dom::element_type::OBJECT:
+      return "object";
+    case dom::element_type::STRING:
+      return "string";
+    case dom::element_type::BOOL:
+      return "boolean";
+    case dom::element_type::NULL_VALUE:
+      return "null";
+    default:
+      return "number";
   }
 }
 
-/// Integral values up to 2^53 and beyond print without fraction; the plain decimal form is kept as long as it is shorter
-/// than anybody's patience, an exponent takes over outside of 1e-5 to 1e17. Always the shortest that reads back the same.
+/// Integral values up to 2^53 and beyond print without fraction; the plain decimal form is kept as long as it
+/// is shorter than anybody's patience, an exponent takes over outside of 1e-5 to 1e17. Always the shortest
+/// that reads back the same.
 std::size_t doubleText(double value, char* out, char* end) {
   const double size = std::fabs(value);
   const bool plain = size == 0 || (size >= 1e-5 && size < 1e17);
@@ -95,7 +102,8 @@ class Mapper {
     dom::object object;
     if (value.get(object))
       return JSONModelError::invalidData(
-          "Attempt to initialize JSONModel object using initWithDictionary:error: but the dictionary parameter was not "
+          "Attempt to initialize JSONModel object using initWithDictionary:error: but the dictionary "
+          "parameter was not "
           "an 'NSDictionary'.");
 
     Found found;
@@ -107,7 +115,8 @@ class Mapper {
 
     for (std::size_t i = 0; i < type.count; ++i) {
       if (!(found.filled >> i & 1)) continue;
-      if (auto fault = fill(found.values[i].element, type, type.properties[i], type.properties[i].at(out))) return fault;
+      if (auto fault = fill(found.values[i].element, type, type.properties[i], type.properties[i].at(out)))
+        return fault;
     }
     if (type.validate && !type.validate(out)) return JSONModelError::modelIsInvalid();
     return {};
@@ -175,12 +184,14 @@ class Mapper {
   Fault fill(dom::element value, const RecordType& type, const PropertyEntry& property, void* member) {
     if (value.is_null()) {
       if (property.isOptional) return {};
-      return at(property,
-                JSONModelError::invalidData("Value of required model key " + std::string(property.name) + " is null"));
+      return at(property, JSONModelError::invalidData("Value of required model key " +
+                                                      std::string(property.name) + " is null"));
     }
     switch (property.kind) {
-      case PropertyKind::text: return fillText(value, type, property, *static_cast<Text*>(member));
-      case PropertyKind::integer: return fillInteger(value, type, property, *static_cast<std::int64_t*>(member));
+      case PropertyKind::text:
+        return fillText(value, type, property, *static_cast<Text*>(member));
+      case PropertyKind::integer:
+        return fillInteger(value, type, property, *static_cast<std::int64_t*>(member));
       case PropertyKind::record: {
         auto fault = record(value, *property.type, property.make(member));
         if (!fault) return {};
@@ -192,8 +203,8 @@ class Mapper {
         dom::array values;
         if (value.get(values))
           return JSONModelError::invalidDataWithTypeMismatch(
-              "Property '" + std::string(property.name) + "' is declared as NSArray<" + std::string(property.type->name) +
-              ">* but the corresponding JSON value is not a JSON Array.");
+              "Property '" + std::string(property.name) + "' is declared as NSArray<" +
+              std::string(property.type->name) + ">* but the corresponding JSON value is not a JSON Array.");
         void* list = property.make(member);
         property.type->reserve(list, std::min(values.size(), longestReserve));
         if (auto fault = array(values, *property.type, list)) return at(property, std::move(*fault));
@@ -207,36 +218,56 @@ class Mapper {
     char digits[400];
     char* const end = digits + sizeof digits;
     switch (value.type()) {
-      case dom::element_type::STRING: out = texts_.slice(std::string_view(value)); return {};
-      case dom::element_type::BOOL: out = texts_.copy(bool(value) ? "1" : "0"); return {};
+      case dom::element_type::STRING:
+        out = texts_.slice(std::string_view(value));
+        return {};
+      case dom::element_type::BOOL:
+        out = texts_.copy(bool(value) ? "1" : "0");
+        return {};
       case dom::element_type::INT64:
         out = texts_.copy({digits, std::to_chars(digits, end, std::int64_t(value)).ptr});
         return {};
       case dom::element_type::UINT64:
         out = texts_.copy({digits, std::to_chars(digits, end, std::uint64_t(value)).ptr});
         return {};
-      case dom::element_type::DOUBLE: out = texts_.copy({digits, doubleText(double(value), digits, end)}); return {};
-      default: return notSupported(value, type, property);
+      case dom::element_type::DOUBLE:
+        out = texts_.copy({digits, doubleText(double(value), digits, end)});
+        return {};
+      default:
+        return notSupported(value, type, property);
     }
   }
 
   static Fault fillInteger(dom::element value, const RecordType& type, const PropertyEntry& property,
                            std::int64_t& out) {
     switch (value.type()) {
-      case dom::element_type::STRING: out = integerValue(std::string_view(value)); return {};
-      case dom::element_type::BOOL: out = bool(value) ? 1 : 0; return {};
-      case dom::element_type::INT64: out = std::int64_t(value); return {};
-      case dom::element_type::UINT64: out = std::numeric_limits<std::int64_t>::max(); return {};
-      case dom::element_type::DOUBLE: out = integerPart(double(value)); return {};
-      default: return notSupported(value, type, property);
+      case dom::element_type::STRING:
+        out = integerValue(std::string_view(value));
+        return {};
+      case dom::element_type::BOOL:
+        out = bool(value) ? 1 : 0;
+        return {};
+      case dom::element_type::INT64:
+        out = std::int64_t(value);
+        return {};
+      case dom::element_type::UINT64:
+        out = std::numeric_limits<std::int64_t>::max();
+        return {};
+      case dom::element_type::DOUBLE:
+        out = integerPart(double(value));
+        return {};
+      default:
+        return notSupported(value, type, property);
     }
   }
 
-  /// An object or array under a key that takes text or a number. It is the service's mistake, so it is an error like any
-  /// other and never stops the program.
-  static JSONModelError notSupported(dom::element value, const RecordType& type, const PropertyEntry& property) {
-    return at(property, JSONModelError::invalidData(std::string(typeText(value.type())) + " type not supported for " +
-                                                    std::string(type.name) + "." + std::string(property.name)));
+  /// An object or array under a key that takes text or a number. It is the service's mistake, so it is an
+  /// error like any other and never stops the program.
+  static JSONModelError notSupported(dom::element value, const RecordType& type,
+                                     const PropertyEntry& property) {
+    return at(property,
+              JSONModelError::invalidData(std::string(typeText(value.type())) + " type not supported for " +
+                                          std::string(type.name) + "." + std::string(property.name)));
   }
 
   static JSONModelError at(const PropertyEntry& property, JSONModelError error) {

@@ -26,18 +26,20 @@ struct JSONKeyMapper {
   Map modelToJSONKey;
 };
 
-/// Base of every record: turns decoded JSON into records and records into JSON, guided by the record's property table
-/// (property_table.h). The tables are constants, so every operation may be called from any thread at any time.
+/// Base of every record: turns decoded JSON into records and records into JSON, guided by the record's
+/// property table (property_table.h). The tables are constants, so every operation may be called from any
+/// thread at any time.
 ///
 /// A record may hide `keyMapper` to rename keys and `validate` to refuse what was filled.
 class JSONModel {
  public:
-  /// Maps a decoded object. A failure never yields a half-filled record. Hand the value over with std::move when it is not
-  /// needed any more: its memory is freed on the way.
+  /// Maps a decoded object. A failure never yields a half-filled record. Hand the value over with std::move
+  /// when it is not needed any more: its memory is freed on the way.
   template <class R>
   static Result<R> initWithDictionary(JSONValue value) {
     R record;
-    if (auto error = json::mapRecord(std::move(value), json::recordType<R>, &record)) return *std::move(error);
+    if (auto error = json::mapRecord(std::move(value), json::recordType<R>, &record))
+      return *std::move(error);
     return record;
   }
 
@@ -46,11 +48,13 @@ class JSONModel {
   static Result<std::optional<std::vector<R>>> arrayOfModelsFromDictionaries(JSONValue value) {
     if (value.isNil()) return std::optional<std::vector<R>>();
     std::vector<R> records;
-    if (auto error = json::mapArray(std::move(value), json::recordType<R>, &records)) return *std::move(error);
+    if (auto error = json::mapArray(std::move(value), json::recordType<R>, &records))
+      return *std::move(error);
     return std::optional(std::move(records));
   }
 
-  /// The record as a JSON text. A property that is not set is left out when it is optional and null when it is required.
+  /// The record as a JSON text. A property that is not set is left out when it is optional and null when it
+  /// is required.
   template <class R>
   static std::string toJSONString(const R& record) {
     return json::writeRecord(json::recordType<R>, &record);

@@ -16,9 +16,10 @@ JSONModelError JSONModelError::invalidData(std::string_view message) {
 }
 
 JSONModelError JSONModelError::invalidDataWithMissingKeys(std::vector<std::string> names) {
-  auto error = withText(JSONModelErrorCode::invalidData,
-                        "Invalid JSON data. Required JSON keys are missing from the input. Check the error user "
-                        "information.");
+  auto error =
+      withText(JSONModelErrorCode::invalidData,
+               "Invalid JSON data. Required JSON keys are missing from the input. Check the error user "
+               "information.");
   error.kJSONModelMissingKeys = std::move(names);
   return error;
 }
@@ -32,7 +33,8 @@ JSONModelError JSONModelError::invalidDataWithTypeMismatch(std::string mismatch)
 }
 
 JSONModelError JSONModelError::badResponse() {
-  return withText(JSONModelErrorCode::badResponse, "Bad network response. Probably the JSON URL is unreachable.");
+  return withText(JSONModelErrorCode::badResponse,
+                  "Bad network response. Probably the JSON URL is unreachable.");
 }
 
 JSONModelError JSONModelError::badJSON() {

@@ -18,10 +18,18 @@ void writeText(std::string& out, std::string_view text) {
     out += '\\';
     switch (byte) {
       case '"':
-      case '\\': out += static_cast<char>(byte); break;
-      case '\n': out += 'n'; break;
-      case '\r': out += 'r'; break;
-      case '\t': out += 't'; break;
+      case '\\':
+        out += static_cast<char>(byte);
+        break;
+      case '\n':
+        out += 'n';
+        break;
+      case '\r':
+        out += 'r';
+        break;
+      case '\t':
+        out += 't';
+        break;
       default:
         out += "u00";
         out += hex[byte >> 4];
@@ -45,7 +53,8 @@ bool writeProperty(std::string& out, const PropertyEntry& property, const void* 
     }
     case PropertyKind::integer: {
       char digits[24];
-      const auto end = std::to_chars(digits, digits + sizeof digits, *static_cast<const std::int64_t*>(member));
+      const auto end =
+          std::to_chars(digits, digits + sizeof digits, *static_cast<const std::int64_t*>(member));
       out.append(digits, end.ptr);
       return true;
     }

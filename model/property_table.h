@@ -41,9 +41,9 @@ constexpr auto optional(std::string_view name) {
 ///       required<&Location::lat>("lat"),
 ///       required<&Location::lon>("lon"));
 ///
-/// The kind follows from the member's type: Text, std::int64_t, a record or std::optional of one, std::vector of records
-/// or std::optional of one. An optional record or array needs the std::optional form; a required one may have it, for
-/// records that are also made empty by hand. Anything else does not compile.
+/// The kind follows from the member's type: Text, std::int64_t, a record or std::optional of one, std::vector
+/// of records or std::optional of one. An optional record or array needs the std::optional form; a required
+/// one may have it, for records that are also made empty by hand. Anything else does not compile.
 template <class R>
 inline constexpr auto propertiesOf = std::false_type();
 
@@ -70,10 +70,10 @@ struct PropertyEntry {
   std::string_view key;  ///< the JSON key, through the record's key mapper
   PropertyKind kind;
   bool isOptional;
-  void* (*at)(void* record);                  ///< the data member
-  const RecordType* type = nullptr;           ///< of a record, or of an array's elements
-  void* (*make)(void* member) = nullptr;      ///< makes the record or array exist and returns it
-  void (*drop)(void* member) = nullptr;       ///< back to the initial state
+  void* (*at)(void* record);                          ///< the data member
+  const RecordType* type = nullptr;                   ///< of a record, or of an array's elements
+  void* (*make)(void* member) = nullptr;              ///< makes the record or array exist and returns it
+  void (*drop)(void* member) = nullptr;               ///< back to the initial state
   const void* (*peek)(const void* member) = nullptr;  ///< the record or array, null when there is none
 };
 
@@ -82,9 +82,9 @@ struct RecordType {
   std::string_view name;
   const PropertyEntry* properties;
   std::size_t count;
-  std::uint64_t required;       ///< bit i: property i is required
+  std::uint64_t required;  ///< bit i: property i is required
   bool hasKeyMapper;
-  bool hasKeyPaths;             ///< some key holds a "."
+  bool hasKeyPaths;                      ///< some key holds a "."
   bool (*validate)(const void* record);  ///< null accepts everything
   void (*reserve)(void* list, std::size_t count);
   void* (*append)(void* list);
@@ -138,8 +138,9 @@ constexpr PropertyEntry entryOf(Property<Member> property) {
   constexpr bool isInteger = std::is_same_v<Held, std::int64_t>;
   constexpr bool isRecord = std::is_base_of_v<JSONModel, Value>;
   constexpr bool isArray = std::is_base_of_v<JSONModel, Element>;
-  static_assert(isText || isInteger || isRecord || isArray,
-                "JSONModelProperty type not allowed: Property type of R.Member is not supported by JSONModel.");
+  static_assert(
+      isText || isInteger || isRecord || isArray,
+      "JSONModelProperty type not allowed: Property type of R.Member is not supported by JSONModel.");
 
   PropertyEntry entry{};
   entry.name = property.name;
@@ -180,8 +181,9 @@ struct TableOf {
   static_assert(!std::is_same_v<std::remove_cv_t<decltype(propertiesOf<R>)>, std::false_type>,
                 "propertiesOf<R> must be specialised right behind the record");
 
-  static constexpr auto entries = std::apply(
-      [](auto... list) { return std::array<PropertyEntry, sizeof...(list)>{entryOf<R>(list)...}; }, propertiesOf<R>);
+  static constexpr auto entries =
+      std::apply([](auto... list) { return std::array<PropertyEntry, sizeof...(list)>{entryOf<R>(list)...}; },
+                 propertiesOf<R>);
   static_assert(entries.size() <= 64, "one bit a property");
 
   static constexpr std::uint64_t required() {
@@ -214,9 +216,17 @@ struct TableOf {
   static constexpr bool keepsDefaultValidate =
       std::is_same_v<decltype(&R::validate), bool (JSONModel::*)() const>;
 
-  static constexpr RecordType type{
-      typeName<R>(), entries.data(), entries.size(), required(), R::keyMapper().has_value(), hasKeyPaths(),
-      keepsDefaultValidate ? nullptr : &validate, &reserve, &append, &size, &element};
+  static constexpr RecordType type{typeName<R>(),
+                                   entries.data(),
+                                   entries.size(),
+                                   required(),
+                                   R::keyMapper().has_value(),
+                                   hasKeyPaths(),
+                                   keepsDefaultValidate ? nullptr : &validate,
+                                   &reserve,
+                                   &append,
+                                   &size,
+                                   &element};
 };
 
 template <class R>

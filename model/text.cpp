@@ -43,7 +43,9 @@ std::string_view skipBlanksAndPlus(std::string_view text) {
 
 }  // namespace
 
-TextArena* TextArena::make(std::size_t capacity) { return SmallArena::make(capacity); }
+TextArena* TextArena::make(std::size_t capacity) {
+  return SmallArena::make(capacity);
+}
 
 Text::Text(std::string_view text) {
   if (text.empty()) {
@@ -58,7 +60,9 @@ Text::Text(std::string_view text) {
   length_ = static_cast<std::uint32_t>(text.size());
 }
 
-std::ostream& operator<<(std::ostream& out, const Text& text) { return out << text.view(); }
+std::ostream& operator<<(std::ostream& out, const Text& text) {
+  return out << text.view();
+}
 
 double doubleValue(std::string_view text) noexcept {
   text = skipBlanksAndPlus(text);
@@ -72,7 +76,8 @@ std::int64_t integerValue(std::string_view text) noexcept {
   std::int64_t value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc::result_out_of_range) return value;
-  return text.front() == '-' ? std::numeric_limits<std::int64_t>::min() : std::numeric_limits<std::int64_t>::max();
+  return text.front() == '-' ? std::numeric_limits<std::int64_t>::min()
+                             : std::numeric_limits<std::int64_t>::max();
 }
 
 }  // namespace fleetor

@@ -10,20 +10,23 @@
 
 namespace fleetor {
 
-/// A block of bytes that texts point into. It lives as long as any text of it does: a count of 64 bits, so that a mapping
-/// can borrow millions of references in one step. Any thread.
+/// A block of bytes that texts point into. It lives as long as any text of it does: a count of 64 bits, so
+/// that a mapping can borrow millions of references in one step. Any thread.
 class TextArena {
  public:
   TextArena(const TextArena&) = delete;
   TextArena& operator=(const TextArena&) = delete;
 
   const char* bytes() const noexcept { return bytes_; }
-  void retain(std::uint64_t count = 1) const noexcept { references_.fetch_add(count, std::memory_order_relaxed); }
+  void retain(std::uint64_t count = 1) const noexcept {
+    references_.fetch_add(count, std::memory_order_relaxed);
+  }
   void release(std::uint64_t count = 1) const noexcept {
     if (references_.fetch_sub(count, std::memory_order_acq_rel) == count) destroy_(this);
   }
 
-  /// A block of `capacity` bytes with one reference, to be written through `writableBytes` before it is shared.
+  /// A block of `capacity` bytes with one reference, to be written through `writableBytes` before it is
+  /// shared.
   static TextArena* make(std::size_t capacity);
   char* writableBytes() noexcept { return bytes_; }
 
@@ -40,9 +43,9 @@ class TextArena {
   mutable std::atomic<std::uint64_t> references_;
 };
 
-/// An immutable text in UTF-8: 16 bytes, a view into a shared block. Copying costs one atomic step and no allocation.
-/// Every operation is safe from any thread as for a std::shared_ptr. A text that was never set (`isSet` false) is also
-/// empty; the difference matters to the writing of records only, and not to ==.
+/// An immutable text in UTF-8: 16 bytes, a view into a shared block. Copying costs one atomic step and no
+/// allocation. Every operation is safe from any thread as for a std::shared_ptr. A text that was never set
+/// (`isSet` false) is also empty; the difference matters to the writing of records only, and not to ==.
 class Text {
  public:
   constexpr Text() noexcept = default;
@@ -50,8 +53,8 @@ class Text {
   /// Copies the text. Texts are held below 4 GiB; a longer one is cut off there.
   Text(std::string_view text);
   template <class S>
-    requires(std::convertible_to<const S&, std::string_view> && !std::same_as<S, Text>)
-  Text(const S& text) : Text(std::string_view(text)) {}
+  requires(std::convertible_to<const S&, std::string_view> && !std::same_as<S, Text>) Text(const S& text)
+      : Text(std::string_view(text)) {}
 
   /// Takes over one reference of the arena that the caller already holds.
   static Text adopt(const TextArena* arena, std::uint32_t offset, std::uint32_t length) noexcept {
@@ -83,7 +86,8 @@ class Text {
   bool empty() const noexcept { return length_ == 0; }
   std::size_t size() const noexcept { return length_; }
 
-  /// Valid as long as this text, or a copy of it, is neither changed nor destroyed. Not terminated by a zero byte.
+  /// Valid as long as this text, or a copy of it, is neither changed nor destroyed. Not terminated by a zero
+  /// byte.
   std::string_view view() const noexcept {
     return arena_ ? std::string_view(arena_->bytes() + offset_, length_) : std::string_view();
   }
@@ -92,8 +96,8 @@ class Text {
 
   friend bool operator==(const Text& a, const Text& b) noexcept { return a.view() == b.view(); }
   template <class S>
-    requires(std::convertible_to<const S&, std::string_view> && !std::same_as<S, Text>)
-  friend bool operator==(const Text& a, const S& b) noexcept {
+  requires(std::convertible_to<const S&, std::string_view> && !std::same_as<S, Text>) friend bool operator==(
+      const Text& a, const S& b) noexcept {
     return a.view() == std::string_view(b);
   }
   friend std::ostream& operator<<(std::ostream& out, const Text& text);
@@ -106,12 +110,12 @@ class Text {
 
 static_assert(sizeof(Text) == 16);
 
-/// The number that the text begins with, after blanks and a sign; 0 when there is none or it is not finite. Reads a point
-/// as the decimal separator whatever the locale.
+/// The number that the text begins with, after blanks and a sign; 0 when there is none or it is not finite.
+/// Reads a point as the decimal separator whatever the locale.
 double doubleValue(std::string_view text) noexcept;
 
-/// The decimal integer that the text begins with, after blanks and a sign; reading stops at the first other character.
-/// 0 when there is none, the nearest limit when it does not fit.
+/// The decimal integer that the text begins with, after blanks and a sign; reading stops at the first other
+/// character. 0 when there is none, the nearest limit when it does not fit.
 std::int64_t integerValue(std::string_view text) noexcept;
 
 }  // namespace fleetor

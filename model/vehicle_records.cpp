@@ -8,7 +8,9 @@ std::string Vehicle::fullName() const {
   return name.str() + "\n" + registration.str();
 }
 
-Coordinate Location::coordinate() const { return {doubleValue(lat), doubleValue(lon)}; }
+Coordinate Location::coordinate() const {
+  return {doubleValue(lat), doubleValue(lon)};
+}
 
 std::string MapEntry::subtitle() const {
   if (duration.empty()) return dateTime.str();

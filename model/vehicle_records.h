@@ -9,8 +9,8 @@
 
 namespace fleetor {
 
-// Where a vehicle is and was. Almost every value is text, numbers included: the service sends it as it likes it shown.
-// Derived values are computed anew on every call.
+// Where a vehicle is and was. Almost every value is text, numbers included: the service sends it as it likes
+// it shown. Derived values are computed anew on every call.
 
 /// Looks up the text for people behind an English key.
 using Localizer = std::function<std::string(const std::string& key)>;
@@ -30,12 +30,11 @@ struct Vehicle : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<Vehicle> = properties(
-    required<&Vehicle::vehicleId>("vehicleId"),
-    required<&Vehicle::name>("name"),
-    required<&Vehicle::registration>("registration"),
-    required<&Vehicle::mapLineColor>("mapLineColor"),
-    required<&Vehicle::icon>("icon"));
+inline constexpr auto propertiesOf<Vehicle> = properties(required<&Vehicle::vehicleId>("vehicleId"),
+                                                         required<&Vehicle::name>("name"),
+                                                         required<&Vehicle::registration>("registration"),
+                                                         required<&Vehicle::mapLineColor>("mapLineColor"),
+                                                         required<&Vehicle::icon>("icon"));
 
 /// A geographic point, in decimal degrees as text.
 struct Location : APIModel {
@@ -50,9 +49,8 @@ struct Location : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<Location> = properties(
-    required<&Location::lat>("lat"),
-    required<&Location::lon>("lon"));
+inline constexpr auto propertiesOf<Location> = properties(required<&Location::lat>("lat"),
+                                                          required<&Location::lon>("lon"));
 
 /// Values that are reported with the live state and not shown.
 struct LiveLed : APIModel {
@@ -63,17 +61,12 @@ struct LiveLed : APIModel {
 
 template <>
 inline constexpr auto propertiesOf<LiveLed> = properties(
-    required<&LiveLed::z1>("z1"),
-    required<&LiveLed::z3>("z3"),
-    required<&LiveLed::z4>("z4"),
-    required<&LiveLed::z6>("z6"),
-    required<&LiveLed::z8>("z8"),
-    required<&LiveLed::z14>("z14"),
-    required<&LiveLed::z23>("z23"),
-    required<&LiveLed::z28>("z28"),
-    required<&LiveLed::z33>("z33"));
+    required<&LiveLed::z1>("z1"), required<&LiveLed::z3>("z3"), required<&LiveLed::z4>("z4"),
+    required<&LiveLed::z6>("z6"), required<&LiveLed::z8>("z8"), required<&LiveLed::z14>("z14"),
+    required<&LiveLed::z23>("z23"), required<&LiveLed::z28>("z28"), required<&LiveLed::z33>("z33"));
 
-/// A vehicle's latest reported state. The key "vehicles" holds one vehicle; reading names differ from the keys.
+/// A vehicle's latest reported state. The key "vehicles" holds one vehicle; reading names differ from the
+/// keys.
 struct Live : APIModel {
   Text datetime;
   Vehicle vehicles;
@@ -106,21 +99,12 @@ struct Live : APIModel {
 
 template <>
 inline constexpr auto propertiesOf<Live> = properties(
-    required<&Live::datetime>("datetime"),
-    required<&Live::vehicles>("vehicles"),
-    required<&Live::active>("active"),
-    required<&Live::speed>("speed"),
-    required<&Live::powerSupply>("powerSupply"),
-    optional<&Live::powerSupplyType>("powerSupplyType"),
-    required<&Live::sig>("sig"),
-    required<&Live::direction>("direction"),
-    required<&Live::fuel>("fuel"),
-    optional<&Live::fuelType>("fuelType"),
-    required<&Live::rpm>("rpm"),
-    required<&Live::odometer>("odometer"),
-    required<&Live::led>("led"),
-    required<&Live::street>("street"),
-    required<&Live::temp>("temp"),
+    required<&Live::datetime>("datetime"), required<&Live::vehicles>("vehicles"),
+    required<&Live::active>("active"), required<&Live::speed>("speed"),
+    required<&Live::powerSupply>("powerSupply"), optional<&Live::powerSupplyType>("powerSupplyType"),
+    required<&Live::sig>("sig"), required<&Live::direction>("direction"), required<&Live::fuel>("fuel"),
+    optional<&Live::fuelType>("fuelType"), required<&Live::rpm>("rpm"), required<&Live::odometer>("odometer"),
+    required<&Live::led>("led"), required<&Live::street>("street"), required<&Live::temp>("temp"),
     required<&Live::location>("location"));
 
 /// One point of the day's track.
@@ -141,14 +125,13 @@ struct MapEntry : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<MapEntry> = properties(
-    required<&MapEntry::lp>("lp"),
-    required<&MapEntry::location>("location"),
-    required<&MapEntry::dateTime>("dateTime"),
-    required<&MapEntry::duration>("duration"),
-    required<&MapEntry::totdist>("totdist"),
-    required<&MapEntry::label>("label"),
-    required<&MapEntry::street>("street"));
+inline constexpr auto propertiesOf<MapEntry> = properties(required<&MapEntry::lp>("lp"),
+                                                          required<&MapEntry::location>("location"),
+                                                          required<&MapEntry::dateTime>("dateTime"),
+                                                          required<&MapEntry::duration>("duration"),
+                                                          required<&MapEntry::totdist>("totdist"),
+                                                          required<&MapEntry::label>("label"),
+                                                          required<&MapEntry::street>("street"));
 
 /// One item of the day's trip list.
 struct RouteItem : APIModel {
@@ -165,14 +148,10 @@ struct RouteItem : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<RouteItem> = properties(
-    required<&RouteItem::lp>("lp"),
-    required<&RouteItem::status>("status"),
-    required<&RouteItem::timeFrom>("timeFrom"),
-    required<&RouteItem::timeTo>("timeTo"),
-    required<&RouteItem::duration>("duration"),
-    required<&RouteItem::distance>("distance"),
-    required<&RouteItem::from>("from"),
-    required<&RouteItem::to>("to"));
+inline constexpr auto propertiesOf<RouteItem> =
+    properties(required<&RouteItem::lp>("lp"), required<&RouteItem::status>("status"),
+               required<&RouteItem::timeFrom>("timeFrom"), required<&RouteItem::timeTo>("timeTo"),
+               required<&RouteItem::duration>("duration"), required<&RouteItem::distance>("distance"),
+               required<&RouteItem::from>("from"), required<&RouteItem::to>("to"));
 
 }  // namespace fleetor
