@@ -57,6 +57,10 @@ class API {
   /// Starts the class-level state afresh over this device. Once, before anything else of this class.
   static void install(ServiceDevice device);
 
+  /// Before the device is taken apart: no request leaves any more. Then the transport goes, then the queues,
+  /// then the rest; completions that are still due are dropped with the queues.
+  static void shutDown() { APIHTTPClient::shutDown(); }
+
   static void setAPIBaseURLWithString(const std::string& url);  ///< no trailing slash
 
   /// Installs the stored token, the activity indicator and the reachability monitor. Once, at start-up.

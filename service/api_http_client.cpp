@@ -32,11 +32,21 @@ struct ClientState {
     apply(settings);
   }
 
+  /// Hands the request over unless the layer was shut down, which waits for this.
+  bool send(HttpRequest request, const Transport::Done& done) {
+    const std::lock_guard lock(sending);
+    if (isShutDown) return false;
+    device.transport.send(std::move(request), done);
+    return true;
+  }
+
   ServiceDevice device;
   std::shared_ptr<AFNetworkActivityIndicatorManager> indicator;
   RequestHeaders headers;
   mutable std::mutex mutex;
   RequestSettings settings;
+  std::mutex sending;
+  bool isShutDown = false;
 };
 
 std::shared_ptr<ClientState> client;
@@ -150,6 +160,11 @@ void APIHTTPClient::install(const ServiceDevice& device) {
   client = std::make_shared<ClientState>(device);
 }
 
+void APIHTTPClient::shutDown() {
+  const std::lock_guard lock(client->sending);
+  client->isShutDown = true;
+}
+
 RequestHeaders& APIHTTPClient::requestHeaders() {
   return client->headers;
 }
@@ -202,23 +217,21 @@ void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::str
 
   // Global queue: judge and decode the answer. Network thread: only pass it on.
   auto ended = [state = client, serializer, shared](HttpReply reply) {
-    state->indicator->operationEnded();
     auto held = std::make_shared<HttpReply>(std::move(reply));
-    state->device.queues.global(
-        [held, serializer, shared] { complete(judgeSafely(std::move(*held), serializer), *shared); });
+    state->device.queues.global([state, held, serializer, shared] {
+      complete(judgeSafely(std::move(*held), serializer), *shared);
+      state->indicator->operationEnded();
+    });
   };
 
   client->device.queues.global([=, state = client] {
-    bool started = false;
+    state->indicator->operationStarted();
     try {
-      HttpRequest request = buildRequest(*state, url, method, params, bodyData, headers);
-      state->indicator->operationStarted();
-      started = true;
-      state->device.transport.send(std::move(request), ended);
+      if (state->send(buildRequest(*state, url, method, params, bodyData, headers), ended)) return;
     } catch (const std::exception&) {
-      if (started) state->indicator->operationEnded();
       (*shared)({}, ResponseKindUnexpected, std::nullopt, std::nullopt);
     }
+    state->indicator->operationEnded();
   });
 }
 

@@ -54,6 +54,10 @@ class APIHTTPClient {
   /// cache. Once, on the main thread, before the first request.
   static void install(const ServiceDevice& device);
 
+  /// From here on no request is sent any more, not even one that is being built, and the transport may be
+  /// destroyed.
+  static void shutDown();
+
   static RequestHeaders& requestHeaders();
   static void setRequestContentType(const std::string& type);
   static void setTimeoutInSeconds(std::int32_t seconds);

@@ -1,40 +1,34 @@
 #include "service/network_activity_indicator_manager.h"
 
-#include <utility>
-
 namespace fleetor {
 
 void AFNetworkActivityIndicatorManager::setEnabled(bool enabled) {
-  queues_.main([self = shared_from_this(), enabled] {
-    self->enabled_ = enabled;
-    self->show(enabled && self->running_ > 0);
-  });
+  enabled_ = enabled;
+  queues_.main([self = shared_from_this()] { self->update(); });
 }
 
 void AFNetworkActivityIndicatorManager::operationStarted() {
-  count(+1);
+  ++running_;
+  if (enabled_ && !visible_) queues_.main([self = shared_from_this()] { self->update(); });
 }
 
 void AFNetworkActivityIndicatorManager::operationEnded() {
-  count(-1);
-}
-
-void AFNetworkActivityIndicatorManager::count(int change) {
-  queues_.main([self = shared_from_this(), change] {
-    self->running_ += change;
-    const unsigned generation = ++self->generation_;
-    if (self->running_ > 0) return self->show(self->enabled_);
-    if (!self->visible_) return;
-    self->queues_.mainAfter(hideDelay, [self, generation] {
-      if (generation == self->generation_) self->show(false);
-    });
+  if (--running_ > 0) return;
+  const unsigned drop = ++drops_;
+  if (!enabled_) return;
+  queues_.mainAfter(hideDelay, [self = shared_from_this(), drop] {
+    if (drop == self->drops_) self->update();
   });
 }
 
-void AFNetworkActivityIndicatorManager::show(bool visible) {
-  if (visible == visible_) return;
-  visible_ = visible;
-  indicator_.setVisible(visible);
+// Looks again after each change: an operation that started meanwhile may have seen the indicator still shown.
+void AFNetworkActivityIndicatorManager::update() {
+  while (true) {
+    const bool visible = enabled_ && running_ > 0;
+    if (visible == visible_) return;
+    visible_ = visible;
+    indicator_.setVisible(visible);
+  }
 }
 
 }  // namespace fleetor

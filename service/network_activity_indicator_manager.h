@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 
 #include "platform/network.h"
@@ -8,7 +9,8 @@
 namespace fleetor {
 
 /// Counts the operations that are running and shows the platform's activity indicator while there are any,
-/// and for another 0.17 seconds, so that it does not flicker between two requests.
+/// and for another 0.17 seconds, so that it does not flicker between two requests. Every operation may be
+/// called from any thread; the main thread is bothered only when something may have to change.
 class AFNetworkActivityIndicatorManager
     : public std::enable_shared_from_this<AFNetworkActivityIndicatorManager> {
  public:
@@ -20,21 +22,20 @@ class AFNetworkActivityIndicatorManager
   /// The manager of the request layer; nothing before API::install().
   static const std::shared_ptr<AFNetworkActivityIndicatorManager>& sharedManager();
 
-  void setEnabled(bool enabled);  ///< any thread, like the two below
+  void setEnabled(bool enabled);
   void operationStarted();
   void operationEnded();
 
  private:
-  void count(int change);
-  void show(bool visible);
+  void update();
 
-  // Main thread only.
   Queues& queues_;
   NetworkActivityIndicator& indicator_;
-  bool enabled_ = false;
-  bool visible_ = false;
-  int running_ = 0;
-  unsigned generation_ = 0;  // tells a late hiding from the current one
+  std::atomic<int> running_ = 0;
+  std::atomic<unsigned> drops_ =
+      0;  // how often the count has fallen to zero: tells a late hiding from the current one
+  std::atomic<bool> enabled_ = false;
+  std::atomic<bool> visible_ = false;  // changed on the main thread only
 };
 
 }  // namespace fleetor

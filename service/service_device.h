@@ -14,7 +14,7 @@
 namespace fleetor {
 
 /// What the request layer asks of the device and of the screens above it, handed in once with API::install().
-/// All of it outlives the last request.
+/// All of it lives until API::shutDown(), and everything but the transport until the queues are gone.
 struct ServiceDevice {
   Queues& queues;
   Transport& transport;
