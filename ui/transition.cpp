@@ -12,9 +12,8 @@ void TransitionSlot::run(Queues& queues, Transition transition, bool animated, s
   const Seconds length = transition.duration;
   running_ = std::make_shared<Run>(Run{std::move(transition), std::move(finish)});
   queues.mainAfter(length, [this, run = std::weak_ptr(running_)] {
-    // The run belongs to this slot alone: while it is alive and still the running one, so is the slot.
-    const auto alive = run.lock();
-    if (alive && alive == running_) complete();
+    // The run belongs to this slot alone: while it is alive, it is the running one and the slot is alive too.
+    if (!run.expired()) complete();
   });
 }
 

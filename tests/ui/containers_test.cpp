@@ -193,6 +193,12 @@ TEST_F(Containers, APageDeepInsideHearsEachChangeOnce) {
   EXPECT_EQ(after(Seconds(1)), "") << "all of it lies behind the presented screen";
   reveal->dismissViewControllerAnimated(false);
   EXPECT_EQ(diary.take(), "m:WD r:WA menu:WA list:WA m:DD menu:DA list:DA r:DA");
+
+  stack->pushViewController(screen("z"), true);
+  diary.take();
+  reveal->presentViewController(screen("m"), true);
+  EXPECT_EQ(diary.take(), "r:WD* menu:WD* list:DD* z:DA* z:WD* m:L m:WA*")
+      << "leaving the screen completes what still runs inside";
 }
 
 TEST_F(Containers, AScreenMayChangeItsContainerWhileItAppears) {
@@ -202,13 +208,22 @@ TEST_F(Containers, AScreenMayChangeItsContainerWhileItAppears) {
   window.setRootViewController(stack);
   EXPECT_EQ(diary.take(), "first:L first:WA first:WD second:L second:WA first:DD second:DA");
 
+  const auto reveal = std::make_shared<Reveal>(environment, diary, "r");
+  reveal->setRearViewControllerAnimated(screen("menu"), false);
+  reveal->setFrontViewPositionAnimated(FrontViewPosition::right, false);
+  reveal->onWillAppear = [&] { reveal->setFrontViewControllerAnimated(screen("front"), true); };
+  window.setRootViewController(reveal);
+  EXPECT_EQ(diary.take(),
+            "second:WD r:L r:WA front:L front:WA menu:L menu:WA second:DD menu:DA front:DA r:DA");
+
   const auto login = screen("login");
   const auto next = screen("next");
   login->onDidAppear = [&] { window.setRootViewController(next); };
   window.setRootViewController(login);
   EXPECT_EQ(window.rootViewController(), next);
   EXPECT_EQ(diary.take(),
-            "second:WD login:L login:WA second:DD login:DA login:WD next:L next:WA login:DD next:DA");
+            "r:WD menu:WD front:WD login:L login:WA menu:DD front:DD r:DD login:DA login:WD next:L next:WA "
+            "login:DD next:DA");
 }
 
 }  // namespace fleetor::test

@@ -73,6 +73,15 @@ TEST_F(Presentation, DismissingTakesEverythingAboveAtOnce) {
   EXPECT_EQ(window.topViewController(), main.get());
 }
 
+TEST_F(Presentation, AScreenThatIsStillComingMayBeDismissed) {
+  const auto main = show(screen("main"));
+  main->presentViewController(screen("next"), true, [&] { diary.write("presented"); });
+  diary.take();
+  main->dismissViewControllerAnimated(true);
+  EXPECT_EQ(diary.take(), "main:DD* next:DA* presented next:WD* main:WA*");
+  EXPECT_EQ(after(Seconds(1)), "next:DD* main:DA*");
+}
+
 TEST_F(Presentation, ANewRootReleasesTheOldOneWithEverythingOverIt) {
   device.idiom = Idiom::pad;
   std::weak_ptr<ViewController> old;
@@ -95,6 +104,12 @@ TEST_F(Presentation, ANewRootReleasesTheOldOneWithEverythingOverIt) {
   EXPECT_TRUE(over.expired());
   EXPECT_EQ(window.datePicker(), nullptr);
   EXPECT_EQ(after(Seconds(1)), "");
+
+  const auto held = window.rootViewController();
+  held->presentViewController(screen("x"), false);
+  over = held->presentedViewController();
+  window.setRootViewController(screen("main"));
+  EXPECT_TRUE(over.expired()) << "even when something keeps the old root alive";
 }
 
 TEST_F(Presentation, TheStoryboardMakesScreensAndTransitions) {

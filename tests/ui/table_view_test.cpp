@@ -91,10 +91,15 @@ TEST_F(TableViewTest, ScrollingThroughReusesWhatHasLeftTheScreen) {
     if (row >= 12) table.didEndDisplayingRow(row - 12);
   }
   EXPECT_LE(made, 14);
+}
+
+TEST_F(TableViewTest, ACellThatSomebodyStillDrawsIsNotFilledAnew) {
+  auto held = table.cellForRow(0);
   table.reloadData();
-  const auto held = table.cellForRow(0);
-  table.reloadData();
-  EXPECT_NE(table.cellForRow(1), held) << "a cell that somebody still draws is not filled anew";
+  EXPECT_NE(table.cellForRow(1), held);
+  const TableViewCell* let = held.get();
+  held = nullptr;
+  EXPECT_EQ(table.cellForRow(2).get(), let);
 }
 
 TEST_F(TableViewTest, TapsSelectTheRowsThatAreForTapping) {
