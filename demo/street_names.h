@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+
+#include "demo/random.h"
+#include "demo/street_network.h"
+
+namespace fleetor::demo {
+
+// Names for streets and parks, each given once.
+class StreetNames {
+ public:
+  explicit StreetNames(std::uint64_t seed) : random_(seed) {}
+
+  std::string nextStreet(StreetClass kind);
+  std::string nextPark();
+
+ private:
+  std::string nextStem();
+  std::string unique(const char* ending);
+
+  Random random_;
+  std::set<std::string> given_;
+};
+
+}  // namespace fleetor::demo
