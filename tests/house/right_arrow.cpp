@@ -1,0 +1,2 @@
+#include "model/text.h"
+#include "service/api.h"
