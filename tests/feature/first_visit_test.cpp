@@ -1,0 +1,125 @@
+#include <gmock/gmock.h>
+
+#include "support/client.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::optional<std::string> storedToken() {
+  return API::keychain().objectForKey(sec::valueData);
+}
+
+TEST(FirstVisit, LeadsFromTheTermsOverTheSignInAndThePagesOfTheListToReadingsThatChange) {
+  Machine phone;
+  phone.device.resources["tos.html"] = "/opt/flee tor/tos.html";
+  Client client(phone);
+  API::keychain().setObject("from-an-earlier-installation", sec::valueData);
+  client.application.launch();
+  client.settle();
+  EXPECT_EQ(storedToken().value_or(""), "");
+
+  // The terms. A link in them opens outside; whoever looks away and comes back finds them once.
+  auto* terms = client.find<TermsViewController>();
+  ASSERT_TRUE(terms);
+  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee%20tor/tos.html");
+  terms->tosWebView().tapLink("http://elsewhere.test/");
+  EXPECT_THAT(phone.device.openedURLs, ElementsAre("http://elsewhere.test/"));
+  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee%20tor/tos.html");
+  terms->agreeButton().tap();
+  client.settle();  // no three seconds of waiting on this way
+  ASSERT_TRUE(client.root<LoginViewController>());
+  EXPECT_EQ(phone.standardSettings.values["FirstRun"], Settings::Value("FirstRun"));
+  EXPECT_EQ(phone.standardSettings.values["TermsAccepted"], Settings::Value("TermsAccepted"));
+  EXPECT_THAT(client.takeRequests(), IsEmpty());
+
+  // The sign-in.
+  client.transport.answer("/token", tokenReply("new-token"));
+  client.signIn("anna & co", "s3cret+");
+  ASSERT_TRUE(client.root<MainViewController>());
+  EXPECT_EQ(storedToken(), "new-token");
+  const HttpRequest token = client.transport.last();
+  EXPECT_EQ(token.body, "password=s3cret%2B&uid=" + phone.device.identifier + "&username=anna%20%26%20co");
+  EXPECT_THAT(client.takeRequests(), ElementsAre("POST /token?grant_type=password"));
+
+  // The list, page by page as it is scrolled.
+  auto& table = client.find<VehiclesTableViewController>()->itemsTableView();
+  Viewport eyes(table);
+  client.settle();
+  EXPECT_EQ(headerOf(client.transport.last(), "Authorization"), "Bearer new-token");
+  EXPECT_EQ(table.numberOfRows(), 21);
+  EXPECT_EQ(client.textOfRow(table, 0), "Vehicle 1\nKR 1");
+  EXPECT_EQ(client.textOfRow(table, 2), "Vehicle 3");
+  EXPECT_THAT(client.takeRequests(), ElementsAre("GET /vehicles?limit=20&offset=0"));
+  eyes.scrollToEnd();
+  client.settle();
+  eyes.scrollToEnd();
+  client.settle();
+  EXPECT_EQ(table.numberOfRows(), 45);
+  EXPECT_EQ(client.textOfRow(table, 44), "Vehicle 45");
+  EXPECT_THAT(client.takeRequests(),
+              ElementsAre("GET /vehicles?limit=20&offset=20", "GET /vehicles?limit=20&offset=40"));
+
+  // One vehicle's readings.
+  int speed = 57;
+  client.transport.answer("/live", [&](const HttpRequest&) { return std::optional(liveReply(44, speed++)); });
+  ASSERT_TRUE(client.open(43));
+  auto& readings = client.find<InfoDetailViewController>()->itemsTableView();
+  EXPECT_EQ(client.textOfRow(readings, 2), "57km/h | Speed");
+  client.advance(13.9);
+  EXPECT_EQ(client.textOfRow(readings, 2), "57km/h | Speed");
+  client.advance(1.1);
+  EXPECT_EQ(client.textOfRow(readings, 2), "58km/h | Speed");
+  client.advance(15);
+  EXPECT_EQ(client.textOfRow(readings, 2), "59km/h | Speed");
+}
+
+TEST(LaterVisit, FindsTheUserSignedInUntilTheTabletSignsOut) {
+  Machine tablet(Idiom::pad);
+  {
+    Client client(tablet);
+    client.start("");
+    client.transport.answer("/token", tokenReply("kept"));
+    client.signIn("anna", "secret");
+    ASSERT_TRUE(client.root<MainViewController>());
+  }
+  tablet.sharedSettings.setObject(std::int64_t{7}, "WidgetVehicle");
+  {
+    Client client(tablet);
+    client.application.launch();
+    client.advance(2.9);
+    EXPECT_EQ(client.find<LaunchViewController>()->launchImageView().image(), "2048x1536.png");
+    client.advance(0.1);
+    ASSERT_TRUE(client.root<MainViewController>());
+
+    auto* list = client.find<VehiclesTableViewController>();
+    list->navigationItem().leftBarButtonItems().at(0)->tap();
+    const auto& alert = client.application.window().alerts().at(0);
+    EXPECT_EQ(alert->message(), "Are you sure you want to log out?");
+    alert->tapButton(0);
+    EXPECT_TRUE(API::isLogged());
+    list->navigationItem().leftBarButtonItems().at(0)->tap();
+    client.transport.leaveOpen("/logout");  // nobody waits for the service here
+    client.takeRequests();
+    client.application.window().alerts().at(0)->tapButton(1);
+    EXPECT_TRUE(client.root<LoginViewController>());
+    client.settle();
+    EXPECT_EQ(client.transport.last().body, "uid=" + tablet.device.identifier);
+    EXPECT_THAT(client.takeRequests(), ElementsAre("POST /logout"));
+    EXPECT_FALSE(tablet.sharedSettings.values.contains("WidgetVehicle"));
+
+    // The old credential still goes out with the next sign-in.
+    client.transport.answer("/token", reply(400, "text/plain", ""));
+    client.signIn("anna", "wrong");
+    EXPECT_EQ(headerOf(client.transport.last(), "Authorization"), "Bearer kept");
+  }
+  Client client(tablet);
+  client.application.launch();
+  client.advance(3);
+  EXPECT_TRUE(client.root<LoginViewController>());
+}
+
+}  // namespace
+}  // namespace fleetor::test

@@ -1,0 +1,157 @@
+#include <gmock/gmock.h>
+
+#include "support/client.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* connectionMessage =
+    "The call ended with an error, please check the status of your Internet connection";
+constexpr const char* unexpectedMessage = "An unexpected error occurred, please try again";
+constexpr const char* dataMessage = "The data returned by the server is incorrect, please try again";
+constexpr const char* expiredMessage = "Your session has expired, you will be logged out";
+
+struct Trouble {
+  const char* name;
+  HttpReply reply;
+  const char* message;
+};
+
+/// Prints as its name.
+void PrintTo(const Trouble& trouble, std::ostream* out) {
+  *out << trouble.name;
+}
+
+class AnyTrouble : public testing::TestWithParam<Trouble> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Service, AnyTrouble,
+    testing::Values(Trouble{"NotRunning", failedReply(url_error::cannotConnectToHost), unexpectedMessage},
+                    Trouble{"Offline", failedReply(url_error::notConnectedToInternet), connectionMessage},
+                    Trouble{"Silent", failedReply(url_error::timedOut), connectionMessage},
+                    Trouble{"Failing", reply(500, "text/html", "<h1>Sorry</h1>"), unexpectedMessage},
+                    Trouble{"HTML", reply(200, "text/html", "<h1>Hello</h1>"), unexpectedMessage},
+                    Trouble{"Garbage", jsonReply("{\"total\": 1, \"err"), unexpectedMessage},
+                    Trouble{"Empty", jsonReply(""), dataMessage},
+                    Trouble{"Refusing", jsonReply(envelope(0, "", 500)), dataMessage}),
+    [](const auto& named) { return named.param.name; });
+
+// One message each, and everything goes on when the service is back.
+TEST_P(AnyTrouble, IsToldOnceOnEveryScreenAndPassesWithTheService) {
+  Machine phone;
+  Client client(phone);
+  client.start("");
+  client.transport.answer("/token", GetParam().reply);
+  client.signIn("anna", "secret");
+  EXPECT_THAT(client.takeMessages(), ElementsAre(GetParam().message));
+  EXPECT_FALSE(client.root<LoginViewController>()->loginButton().loading());
+  EXPECT_EQ(client.root<LoginViewController>()->passwordTextField().text(), "secret");
+  client.advance(10);
+  client.transport.answer("/token", tokenReply("t"));
+  client.signIn("anna", "secret");
+  ASSERT_TRUE(client.root<MainViewController>());
+
+  // The list keeps the page that it has and stops asking.
+  auto& table = client.find<VehiclesTableViewController>()->itemsTableView();
+  Viewport eyes(table);
+  client.settle();
+  client.transport.answerOnce("/vehicles", GetParam().reply);
+  eyes.scrollToEnd();
+  client.settle();
+  EXPECT_THAT(client.takeMessages(), ElementsAre(GetParam().message));
+  EXPECT_EQ(table.numberOfRows(), 20);
+  client.takeRequests();
+  eyes.scrollToEnd();
+  client.advance(10);
+  EXPECT_THAT(client.takeRequests(), IsEmpty());
+
+  // The readings stay and go on.
+  ASSERT_TRUE(client.open(1));
+  auto& readings = client.find<InfoDetailViewController>()->itemsTableView();
+  client.transport.answerOnce("/live", GetParam().reply);
+  client.advance(15);
+  EXPECT_THAT(client.takeMessages(), ElementsAre(GetParam().message));
+  EXPECT_EQ(client.textOfRow(readings, 2), "57km/h | Speed");
+  client.transport.answer("/live", liveReply(2, 80));
+  client.advance(15);
+  EXPECT_EQ(client.textOfRow(readings, 2), "80km/h | Speed");
+  EXPECT_THAT(client.takeMessages(), IsEmpty());
+}
+
+TEST(WrongPassword, IsToldByTheSignInScreenAlone) {
+  Machine phone;
+  Client client(phone);
+  client.start("");
+  client.transport.answer("/token", reply(400, "application/json", R"({"error":"invalid_grant"})"));
+  client.signIn("anna", "wrong");
+  EXPECT_THAT(client.takeMessages(),
+              ElementsAre("Unable to sign in - please verify your logon credentials and try again [square]"));
+  EXPECT_FALSE(client.root<LoginViewController>()->loginButton().loading());
+}
+
+TEST(SignIn, GoesToTheEmptyFieldAndSendsNothingTwice) {
+  Machine phone;
+  Client client(phone);
+  client.start("");
+  auto& login = *client.root<LoginViewController>();
+  login.loginButton().tap();
+  EXPECT_TRUE(login.loginTextField().isFirstResponder());
+  login.loginTextField().setText(" ");
+  login.loginButton().tap();
+  EXPECT_TRUE(login.passwordTextField().isFirstResponder());
+  login.passwordTextField().setText("x");
+  login.loginTextField().pressReturn();
+  EXPECT_TRUE(login.passwordTextField().isFirstResponder());
+  client.settle();
+  EXPECT_THAT(client.takeRequests(), IsEmpty());
+
+  login.passwordTextField().pressReturn();
+  EXPECT_FALSE(client.application.window().keyboard().visible());
+  EXPECT_TRUE(login.loginButton().loading());
+  login.loginButton().tap();
+  client.settle();
+  EXPECT_THAT(client.takeRequests(), ElementsAre("POST /token?grant_type=password"));
+  EXPECT_THAT(client.takeMessages(), IsEmpty());
+}
+
+TEST(ExpiredSession, SignsOutOnceAndThePollingEnds) {
+  for (const int status : {401, 403}) {
+    Machine phone;
+    Client client(phone);
+    client.start();
+    Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
+    client.settle();
+    client.open(0);
+    client.transport.answer("/live", reply(status, "application/json", "{}"));
+    client.advance(15);
+    EXPECT_TRUE(client.root<LoginViewController>());
+    EXPECT_FALSE(API::isLogged());
+    client.takeRequests();
+    client.advance(120);
+    EXPECT_THAT(client.takeRequests(), IsEmpty());
+    EXPECT_THAT(client.takeMessages(), ElementsAre(expiredMessage));
+
+    client.transport.answer("/token", tokenReply("fresh"));
+    client.signIn("anna", "secret");
+    EXPECT_TRUE(client.root<MainViewController>());
+  }
+}
+
+TEST(EmptyAccount, ShowsAnEmptyListAndNoMessage) {
+  Machine phone;
+  Client client(phone);
+  serveFleet(client.transport, 0, 0);
+  client.start();
+  auto& table = client.find<VehiclesTableViewController>()->itemsTableView();
+  Viewport eyes(table);
+  client.settle();
+  EXPECT_EQ(table.numberOfRows(), 0);
+  EXPECT_EQ(client.takeRequests().size(), 1u);
+  EXPECT_THAT(client.takeMessages(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace fleetor::test

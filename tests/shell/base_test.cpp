@@ -1,0 +1,98 @@
+#include <gmock/gmock.h>
+
+#include "shell/base/base_navigation_controller.h"
+#include "support/client.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+
+/// A screen that follows the keyboard, as the root of the window.
+class FollowingScreen : public BaseViewController {
+ public:
+  using BaseViewController::BaseViewController;
+
+  void viewDidLoad() override {
+    setScrollViewBottomConstraint(bottom);
+    outlet("field", field);
+    setHandleKeyboard(true);
+    BaseViewController::viewDidLoad();
+    EXPECT_FALSE(isHandlingKeyboard());
+    setHandleKeyboard(true);
+    layouts_ = view().layoutAnimated.connect([this](Seconds seconds) { layouts.push_back(seconds.count()); });
+  }
+
+  std::shared_ptr<LayoutConstraint> bottom = std::make_shared<LayoutConstraint>();
+  TextField field{environment()};
+  std::vector<double> layouts;
+
+ private:
+  Connection layouts_;
+};
+
+class Base : public testing::Test {
+ protected:
+  void post(const char* name, double height, double seconds) {
+    client.center.postNotificationName(name, KeyboardInfo{{0, 0, 390, height}, seconds});
+  }
+
+  Machine phone;
+  Client client{phone};
+};
+
+TEST_F(Base, ContentIsLiftedByTheFirstKeyboardAndComesBackToItsRestingPlace) {
+  const auto screen = std::make_shared<FollowingScreen>(client.environment);
+  screen->bottom->setConstant(12);
+  client.application.window().setRootViewController(screen);
+  post(UIKeyboardWillHideNotification, 0, 0.3);
+  EXPECT_EQ(screen->bottom->constant(), 12);
+  post(UIKeyboardWillShowNotification, 216, 0);
+  post(UIKeyboardWillShowNotification, 300, 0.3);
+  EXPECT_EQ(screen->bottom->constant(), 216);
+  post(UIKeyboardWillHideNotification, 0, 0.3);
+  EXPECT_EQ(screen->bottom->constant(), 12);
+  EXPECT_THAT(screen->layouts, ElementsAre(0.25, 0.3));
+
+  client.application.window().setRootViewController(nullptr);
+  post(UIKeyboardWillShowNotification, 216, 0);
+  EXPECT_EQ(screen->bottom->constant(), 12);
+}
+
+TEST_F(Base, AFieldGetsOneToolbarWhoseButtonClosesTheKeyboard) {
+  const auto screen = std::make_shared<FollowingScreen>(client.environment);
+  client.application.window().setRootViewController(screen);
+  screen->accessoryViewForTextField(screen->field);
+  const auto toolbar = screen->field.inputAccessoryView();
+  screen->accessoryViewForTextField(screen->field);
+  EXPECT_EQ(screen->field.inputAccessoryView(), toolbar);
+  EXPECT_EQ(toolbar->frame(), (Rect{0, 0, 320, 44}));
+  ASSERT_EQ(toolbar->items().size(), 2u);
+  screen->field.becomeFirstResponder();
+  toolbar->items()[1]->tap();
+  EXPECT_FALSE(client.application.window().keyboard().visible());
+}
+
+TEST_F(Base, TasksForTheMainThreadWaitForTheirTurn) {
+  const auto screen = std::make_shared<FollowingScreen>(client.environment);
+  std::string order;
+  screen->runOnMainThread([&] { order += "task "; });
+  order += "caller ";
+  client.queues.runUntilIdle();
+  EXPECT_EQ(order, "caller task ");
+}
+
+TEST_F(Base, OnlyOldSystemsHaveBarsThatAreSetOneByOne) {
+  for (const double version : {7.1, 8.0}) {
+    phone.device.version = version;
+    client.appearance.setNavigationBar({});
+    const auto navigation = BaseNavigationController::initWithRootViewController(
+        client.environment, std::make_shared<FollowingScreen>(client.environment));
+    navigation->topViewController()->loadViewIfNeeded();
+    EXPECT_EQ(navigation->navigationBar().translucent(), version == 8.0);
+    EXPECT_EQ(navigation->preferredStatusBarStyle(), StatusBarStyle::lightContent);
+  }
+}
+
+}  // namespace
+}  // namespace fleetor::test

@@ -1,0 +1,175 @@
+#include <gmock/gmock.h>
+
+#include "shell/choose_vehicle_table_view_controller.h"
+#include "shell/empty_view_controller.h"
+#include "shell/launch_image.h"
+
+#include "shell/menu_view_controller.h"
+#include "support/client.h"
+
+namespace fleetor::test {
+namespace {
+
+constexpr const char* widgetURL = "fleetor-widget://anything/vehicles";
+
+TEST(LaunchImage, FollowsTheDeviceAndTheLongSideOfItsScreen) {
+  struct Case {
+    Idiom idiom;
+    double width, height, scale;
+    const char* image;
+  };
+  for (const Case& each : {Case{Idiom::pad, 1024, 768, 2, "2048x1536.png"},
+                           {Idiom::pad, 1024, 768, 1, "1024x768.png"},
+                           {Idiom::phone, 320, 480, 2, "640x960.png"},
+                           {Idiom::unspecified, 568, 320, 2, "640x1136.png"},
+                           {Idiom::phone, 375, 667, 2, "750x1334.png"},
+                           {Idiom::phone, 390, 600, 3, "1242x2208.png"}}) {
+    FakeDevice device;
+    device.idiom = each.idiom;
+    device.width = each.width;
+    device.height = each.height;
+    device.scale = each.scale;
+    EXPECT_EQ(launchImageName(device), each.image);
+  }
+}
+
+TEST(StartUp, AsksForTheTermsAgainUnlessTheirOwnTextIsStored) {
+  for (const Settings::Value& stored : {Settings::Value("yes"), Settings::Value(std::int64_t{1})}) {
+    Machine phone;
+    phone.standardSettings.setObject(stored, "TermsAccepted");
+    Client client(phone);
+    client.application.launch();
+    client.advance(10);
+    EXPECT_TRUE(client.find<TermsViewController>());
+  }
+}
+
+TEST(StartUp, KeepsTheTokenAndInstallsTheLookOfAllBars) {
+  Machine phone;
+  Client client(phone);
+  client.start("kept");
+  EXPECT_TRUE(API::isLogged());
+  EXPECT_EQ(client.reachability.started, 1);
+  const Color bar{0.67, 0.76, 0.80, 1.0};
+  EXPECT_EQ(
+      client.appearance.navigationBar(),
+      (NavigationBarAppearance{bar, bar, whiteColor, whiteColor, "NavBack", "NavBack", "NavShadow", false}));
+  EXPECT_EQ(client.appearance.progressOverlay(), (ProgressOverlayAppearance{clearColor, whiteColor}));
+}
+
+TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
+  Machine phone;
+  Client client(phone);
+  client.start();
+  auto& container = *client.root<MainViewController>();
+  EXPECT_TRUE(std::dynamic_pointer_cast<MenuViewController>(container.rearViewController()));
+  EXPECT_TRUE(container.panShouldBegin(120));
+  EXPECT_FALSE(container.panShouldBegin(121));
+  auto* list = client.find<VehiclesTableViewController>();
+  EXPECT_EQ(list->title(), "My Vehicles");
+  EXPECT_TRUE(list->navigationItem().rightBarButtonItems().empty());
+  list->navigationItem().leftBarButtonItems().at(0)->tap();
+  client.settle();
+  EXPECT_EQ(container.frontViewPosition(), FrontViewPosition::right);
+  container.tapFront();
+  client.settle();
+  EXPECT_EQ(container.frontViewPosition(), FrontViewPosition::left);
+}
+
+TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
+  Machine tablet(Idiom::pad);
+  Client client(tablet);
+  client.start();
+  Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
+  client.settle();
+  auto& container = *client.root<MainViewController>();
+  const Rect beside{300, 0, 724, 768};
+  EXPECT_EQ(container.frontViewController()->view().frame(), beside);
+  EXPECT_EQ(container.rearViewController()->view().frame(), (Rect{0, 0, 300, 768}));
+  EXPECT_EQ(client.find<EmptyViewController>()->launchImageView().image(), "2048x1536.png");
+  auto* list = client.find<VehiclesTableViewController>();
+  EXPECT_EQ(list->appearanceState(), ViewController::AppearanceState::appeared);
+  EXPECT_FALSE(container.tapShouldBegin());
+
+  // A second vehicle takes the place of the first.
+  const std::weak_ptr<ViewController> first = client.open(0)->weak_from_this();
+  EXPECT_EQ(client.open(1)->vehicle().name, "Vehicle 2");
+  EXPECT_EQ(container.frontViewController()->view().frame(), beside);
+  EXPECT_TRUE(client.find<VehicleViewController>()->navigationItem().leftBarButtonItems().empty());
+  EXPECT_EQ(client.find<VehiclesTableViewController>(), list);
+  client.advance(31);
+  EXPECT_TRUE(first.expired());
+
+  // Account and about come as sheets that can be closed.
+  for (std::size_t i = 0; i < 2; ++i) {
+    list->navigationItem().rightBarButtonItems().at(i)->tap();
+    client.settle();
+    const auto sheet = container.presentedViewController();
+    ASSERT_TRUE(sheet);
+    EXPECT_EQ(sheet->modalPresentationStyle(), ModalPresentationStyle::formSheet);
+    auto& page = *sheet->childViewControllers().at(0);
+    EXPECT_EQ(page.storyboardIdentifier(), i == 0 ? "AccountVC" : "AboutVC");
+    page.navigationItem().leftBarButtonItems().at(0)->tap();
+    client.settle();
+    EXPECT_FALSE(container.presentedViewController());
+  }
+}
+
+TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
+  Machine phone;
+  {
+    Client client(phone);
+    client.start();
+    EXPECT_FALSE(client.application.receiveURL("fleetor-widget://vehicles/7"));
+    EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
+    EXPECT_TRUE(client.application.receiveURL(widgetURL));
+    client.settle();
+    auto* chooser = client.find<ChooseVehicleTableViewController>();
+    ASSERT_TRUE(chooser);
+    EXPECT_TRUE(client.application.receiveURL(widgetURL));
+    client.settle();
+    EXPECT_EQ(client.find<ChooseVehicleTableViewController>(), chooser);
+  }
+  phone.keyStore.items.clear();
+  Client client(phone);
+  client.application.launch();
+  EXPECT_TRUE(client.application.receiveURL(widgetURL));
+  client.advance(3);
+  ASSERT_TRUE(client.root<LoginViewController>());
+  client.transport.answer("/token", tokenReply("t"));
+  client.signIn("anna", "secret");
+  EXPECT_TRUE(client.find<ChooseVehicleTableViewController>());
+  EXPECT_FALSE(client.delegate.showChooser());
+}
+
+TEST(Chooser, StoresTheVehicleForTheWidgetOrNothing) {
+  Machine phone;
+  Client client(phone);
+  client.start();
+  const auto choose = [&] {
+    client.application.receiveURL(widgetURL);
+    client.settle();
+    return client.find<ChooseVehicleTableViewController>();
+  };
+  auto* chooser = choose();
+  chooser->navigationItem().leftBarButtonItems().at(0)->tap();
+  client.settle();
+  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
+  EXPECT_TRUE(phone.sharedSettings.values.empty());
+
+  chooser = choose();
+  Viewport eyes(chooser->itemsTableView());
+  client.settle();
+  EXPECT_EQ(client.textOfRow(chooser->itemsTableView(), 3), "Vehicle 4");
+  chooser->itemsTableView().tap(20);  // the loading row
+  client.settle();
+  ASSERT_EQ(client.find<ChooseVehicleTableViewController>(), chooser);
+  chooser->itemsTableView().tap(3);
+  client.settle();
+  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
+  EXPECT_EQ(phone.sharedSettings.values["WidgetVehicle"], Settings::Value(std::int64_t{4}));
+  EXPECT_EQ(phone.sharedSettings.synchronized, 1);
+}
+
+}  // namespace
+}  // namespace fleetor::test

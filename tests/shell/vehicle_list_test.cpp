@@ -1,0 +1,102 @@
+#include <gmock/gmock.h>
+
+#include "support/client.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class VehicleList : public testing::Test {
+ protected:
+  VehicleList() {
+    client.transport.leaveOpen("/vehicles");
+    client.start();
+    table = &client.find<VehiclesTableViewController>()->itemsTableView();
+  }
+
+  HttpReply page(int total, int delivered) { return vehiclesPage(client.transport.last(), total, delivered); }
+  void answer(const HttpReply& with) {
+    client.transport.answerOpen("/vehicles", with);
+    client.queues.runUntilIdle();
+  }
+
+  Machine phone;
+  Client client{phone};
+  TableView* table = nullptr;
+};
+
+TEST_F(VehicleList, AsksForAPageOnceHoweverOftenTheLoadingRowIsDrawn) {
+  EXPECT_EQ(table->numberOfRows(), 1);
+  EXPECT_EQ(table->heightForRow(0), 60.0);
+  const auto spinner = dynamic_cast<ActivityIndicator*>(table->cellForRow(0)->viewWithTag(123));
+  ASSERT_TRUE(spinner);
+  EXPECT_TRUE(spinner->isAnimating());
+  for (int i = 0; i < 3; ++i) {
+    table->reloadData();
+    table->cellForRow(0);
+    client.settle();
+  }
+  EXPECT_THAT(client.takeRequests(), ElementsAre("GET /vehicles?limit=20&offset=0"));
+}
+
+TEST_F(VehicleList, ShowsTheVehiclesAboveALoadingRowThatIsNotForTapping) {
+  Viewport eyes(*table);
+  client.settle();
+  answer(page(45, 45));
+  EXPECT_EQ(table->heightForRow(19), 68.0);
+  EXPECT_EQ(table->heightForRow(20), 60.0);
+  const auto row = table->cellForRow(4);
+  EXPECT_EQ(dynamic_cast<ImageView*>(row->findOutlet("photoImageView"))->image(), "Car5");
+  table->tap(20);
+  client.settle();
+  EXPECT_FALSE(client.find<VehicleViewController>());
+}
+
+// The count that is held decides, whatever a page was asked for or promised.
+TEST_F(VehicleList, ContinuesAfterWhatItHoldsWhenAPageIsShort) {
+  Viewport eyes(*table);
+  client.settle();
+  answer(page(45, 7));
+  EXPECT_EQ(table->numberOfRows(), 8);
+  eyes.scrollTo(1);
+  client.settle();
+  EXPECT_EQ(table->numberOfRows(), 8);
+  answer(page(45, 45));
+  EXPECT_EQ(table->numberOfRows(), 28);
+  eyes.scrollToEnd();
+  client.settle();
+  EXPECT_THAT(client.takeRequests(),
+              ElementsAre("GET /vehicles?limit=20&offset=0", "GET /vehicles?limit=20&offset=7",
+                          "GET /vehicles?limit=20&offset=27"));
+}
+
+TEST_F(VehicleList, KeepsAskingOneAtATimeForVehiclesThatNeverCome) {
+  Viewport eyes(*table);
+  client.settle();
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(client.transport.openCount(), 1u);
+    answer(page(45, 3));
+  }
+  EXPECT_EQ(table->numberOfRows(), 4);
+  EXPECT_THAT(client.takeRequests(),
+              ElementsAre("GET /vehicles?limit=20&offset=0", "GET /vehicles?limit=20&offset=3",
+                          "GET /vehicles?limit=20&offset=3", "GET /vehicles?limit=20&offset=3",
+                          "GET /vehicles?limit=20&offset=3"));
+}
+
+TEST_F(VehicleList, OnlyDrawsAgainWhenItReappears) {
+  Viewport eyes(*table);
+  client.settle();
+  answer(page(3, 3));
+  client.open(2);
+  client.takeRequests();
+  client.find<VehicleViewController>()->navigationItem().leftBarButtonItems().at(0)->tap();
+  client.settle();
+  EXPECT_EQ(table->numberOfRows(), 3);
+  EXPECT_THAT(client.takeRequests(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace fleetor::test

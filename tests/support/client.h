@@ -1,0 +1,193 @@
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "service/api.h"
+#include "shell/app_delegate.h"
+#include "shell/base/vehicle_table_view_cell.h"
+#include "shell/launch_view_controller.h"
+#include "shell/login_view_controller.h"
+#include "shell/main_storyboard.h"
+#include "shell/main_view_controller.h"
+#include "shell/terms_view_controller.h"
+#include "shell/vehicles_table_view_controller.h"
+#include "support/fake_device.h"
+#include "support/fleet.h"
+#include "support/memory_stores.h"
+#include "support/scripted_transport.h"
+#include "support/virtual_queues.h"
+#include "ui/appearance.h"
+#include "ui/navigation_controller.h"
+#include "vehicle/info_detail_view_controller.h"
+#include "vehicle/vehicle_view_controller.h"
+
+namespace fleetor::test {
+
+/// What outlives one run of the client.
+struct Machine {
+  FakeDevice device;
+  MemoryKeyStore keyStore;
+  MemorySettings standardSettings;
+  MemorySettings sharedSettings;
+
+  Machine() = default;
+  explicit Machine(Idiom idiom) { becomes(idiom); }
+  void becomes(Idiom idiom) {
+    device.idiom = idiom;
+    device.width = idiom == Idiom::pad ? 1024 : 390;
+    device.height = idiom == Idiom::pad ? 768 : 844;
+  }
+};
+
+/// Stands for the eyes of somebody who looks at a table: after every reload the rows from `top` on are about
+/// to be shown.
+class Viewport {
+ public:
+  static constexpr int rowsInSight = 8;
+
+  explicit Viewport(TableView& table) : table_(table) {
+    reloaded_ = table.reloaded.connect([this] { look(); });
+    look();
+  }
+
+  void scrollTo(int top) {
+    for (int row = top_; row < top_ + rowsInSight; ++row)
+      table_.didEndDisplayingRow(row);
+    top_ = top;
+    look();
+  }
+  void scrollToEnd() { scrollTo(std::max(0, table_.numberOfRows() - rowsInSight)); }
+
+ private:
+  void look() {
+    for (int row = top_; row < std::min(top_ + rowsInSight, table_.numberOfRows()); ++row)
+      table_.cellForRow(row);
+  }
+
+  TableView& table_;
+  Connection reloaded_;
+  int top_ = 0;
+};
+
+/// The whole client on the headless kit, with virtual time and a scripted service: one run, from its start to
+/// the end of this object. Tasks that are still waiting then are dropped while the rest still stands.
+class Client {
+ public:
+  explicit Client(Machine& on) : machine(on) {
+    API::install({queues, transport, on.keyStore, on.sharedSettings, reachability, indicator, log, on.device,
+                  [this](const std::string& text, double seconds, bool rounded) {
+                    application.window().showToast(text, seconds, rounded);
+                  },
+                  [this] { delegate.showMainOrLogin(); }});
+    onWindow_ = application.window().changed.connect([this] { noteToast(); });
+    serveFleet(transport, 45, 45);
+    transport.answer("/logout", jsonReply(envelope(0, "")));
+    transport.answer("/live", [](const HttpRequest& request) {
+      return std::optional(liveReply(numberOf(request.url, "vehid"), 57));
+    });
+  }
+
+  /// Starts on a machine where the user agreed to the terms and, unless `token` is empty, signed in earlier.
+  void start(const std::string& token = "old-token") {
+    machine.standardSettings.setObject(std::string("FirstRun"), "FirstRun");
+    machine.standardSettings.setObject(std::string("TermsAccepted"), "TermsAccepted");
+    if (!token.empty()) API::keychain().setObject(token, sec::valueData);
+    application.launch();
+    advance(3);
+  }
+
+  void advance(double seconds) { queues.advance(Seconds(seconds)); }
+  void settle() { advance(1); }  ///< long enough for every animation, too short for a poll
+
+  template <class Screen>
+  Screen* root() {
+    return dynamic_cast<Screen*>(application.window().rootViewController().get());
+  }
+
+  /// The first screen of that class below the root, presented ones included; none when there is none.
+  template <class Screen>
+  Screen* find() {
+    for (ViewController* each = application.window().rootViewController().get(); each;
+         each = each->presentedViewController().get())
+      if (Screen* found = findBelow<Screen>(*each)) return found;
+    return nullptr;
+  }
+
+  void signIn(const std::string& user, const std::string& password) {
+    auto& login = *root<LoginViewController>();
+    login.loginTextField().setText(user);
+    login.passwordTextField().setText(password);
+    login.loginButton().tap();
+    settle();
+  }
+
+  VehicleViewController* open(int row) {
+    find<VehiclesTableViewController>()->itemsTableView().tap(row);
+    settle();
+    return find<VehicleViewController>();
+  }
+
+  /// The texts of a row, top to bottom.
+  static std::string textOfRow(TableView& table, int row) {
+    const auto cell = table.cellForRow(row);
+    if (auto* vehicle = dynamic_cast<VehicleTableViewCell*>(cell.get())) return vehicle->nameLabel().text();
+    if (cell->reuseIdentifier() == "LoadingCell") return "...";
+    return cell->textLabel().text() + " | " + cell->detailTextLabel().text();
+  }
+
+  /// The requests so far as "GET /vehicles?offset=0&limit=20", and forgets them.
+  std::vector<std::string> takeRequests() {
+    std::vector<std::string> lines;
+    for (const auto& each : transport.requests())
+      lines.push_back(each.method + " " + each.url.substr(baseURL().size()));
+    transport.forgetRequests();
+    return lines;
+  }
+
+  /// Every message that was shown since the last call, in order; square corners are marked.
+  std::vector<std::string> takeMessages() {
+    advance(60);  // those that still wait in line
+    return std::exchange(messages_, {});
+  }
+
+  static std::string baseURL() { return "http://service.test"; }
+
+  Machine& machine;
+  NotificationCenter center;
+  Appearance appearance;
+  Environment environment{queues, machine.device, queues, center, appearance};
+  VirtualQueues queues;
+  ScriptedTransport transport{queues};
+  FakeReachability reachability;
+  FakeIndicator indicator;
+  RecordingLog log;
+  AppDelegate delegate{environment, machine.standardSettings, baseURL()};
+  Storyboard storyboard = makeMainStoryboard(environment, machine.standardSettings, machine.sharedSettings);
+  Application application{environment, storyboard, delegate};
+
+ private:
+  template <class Screen>
+  static Screen* findBelow(ViewController& top) {
+    if (auto* screen = dynamic_cast<Screen*>(&top)) return screen;
+    for (const auto& child : top.childViewControllers())
+      if (Screen* found = findBelow<Screen>(*child)) return found;
+    return nullptr;
+  }
+
+  void noteToast() {
+    const Toast* toast = application.window().toast();
+    if (toast && toast != lastToast_)
+      messages_.push_back(toast->text() + (toast->rounded() ? "" : " [square]"));
+    lastToast_ = toast;
+  }
+
+  const Toast* lastToast_ = nullptr;
+  std::vector<std::string> messages_;
+  Connection onWindow_;
+};
+
+}  // namespace fleetor::test

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+#include <string_view>
+
+#include "support/scripted_transport.h"
+
+// What the tracking service answers, for tests that tell stories about the screens.
+namespace fleetor::test {
+
+inline std::string envelope(int total, const std::string& payload, int code = 200) {
+  return R"({"total":)" + std::to_string(total) + R"(,"error":{"code":)" + std::to_string(code) +
+         R"(,"description":"as scripted"})" + (payload.empty() ? "" : ",") + payload + "}";
+}
+
+/// Every third vehicle has no registration.
+inline std::string vehicleJSON(int id) {
+  const std::string number = std::to_string(id);
+  return R"({"vehicleId":)" + number + R"(,"name":"Vehicle )" + number + R"(","registration":")" +
+         (id % 3 == 0 ? "" : "KR " + number) + R"(","mapLineColor":"1e90ff","icon":"Car)" + number + R"("})";
+}
+
+/// The value of a query or form parameter as it was sent, or nothing.
+inline std::string parameterOf(std::string_view text, std::string_view name) {
+  if (const auto query = text.find('?'); query != text.npos) text.remove_prefix(query + 1);
+  while (!text.empty()) {
+    const auto pair = text.substr(0, text.find('&'));
+    if (pair.starts_with(name) && pair.substr(name.size()).starts_with('='))
+      return std::string(pair.substr(name.size() + 1));
+    text.remove_prefix(std::min(text.size(), pair.size() + 1));
+  }
+  return {};
+}
+
+inline int numberOf(std::string_view text, std::string_view name) {
+  const std::string value = parameterOf(text, name);
+  int number = -1;
+  std::from_chars(value.data(), value.data() + value.size(), number);
+  return number;
+}
+
+/// One page of a fleet of `delivered` vehicles that claims to hold `total`.
+inline HttpReply vehiclesPage(const HttpRequest& request, int total, int delivered) {
+  const int offset = numberOf(request.url, "offset");
+  const int end = std::min(offset + numberOf(request.url, "limit"), delivered);
+  std::string list;
+  for (int i = offset; i < end; ++i)
+    list += (i == offset ? "" : ",") + vehicleJSON(i + 1);
+  return jsonReply(envelope(total, R"("vehicles":[)" + list + "]"));
+}
+
+inline void serveFleet(ScriptedTransport& transport, int total, int delivered) {
+  transport.answer("/vehicles", [=](const HttpRequest& request) {
+    return std::optional(vehiclesPage(request, total, delivered));
+  });
+}
+
+inline HttpReply liveReply(int vehicleId, int speed) {
+  return jsonReply(envelope(
+      1,
+      R"("live":{"datetime":"2026-03-10 08:00:15","vehicles":)" + vehicleJSON(vehicleId) +
+          R"(,"active":"1","speed":")" + std::to_string(speed) +
+          R"(","powerSupply":"13.8","powerSupplyType":"V","sig":"4","direction":"270","fuel":"40",)"
+          R"("fuelType":"l","rpm":"2100","odometer":"120345 km","led":{"z1":"0","z3":"0","z4":"0","z6":"0",)"
+          R"("z8":"0","z14":"0","z23":"0","z28":"0","z33":"0"},"street":"Long Street 5","temp":"21",)"
+          R"("location":{"lat":"50.06","lon":"19.94"}})"));
+}
+
+inline HttpReply tokenReply(const std::string& token) {
+  return jsonReply(envelope(1, R"("token":{"access_token":")" + token + R"(","token_type":"bearer"})"));
+}
+
+}  // namespace fleetor::test

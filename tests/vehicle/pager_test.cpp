@@ -1,0 +1,164 @@
+#include <gmock/gmock.h>
+
+#include <any>
+#include <cmath>
+
+#include "support/client.h"
+#include "ui/action_sheet_date_picker.h"
+#include "vehicle/notifications.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+
+class Pager : public testing::Test {
+ protected:
+  Pager() {
+    client.start();
+    Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
+    client.settle();
+    screen = client.open(2);
+    swipe = screen->swipeTabBarController();
+    client.center.addObserver(this, kFleetorNotificationLive, [this](const Notification& notification) {
+      posts.push_back(notification.object);
+    });
+  }
+  ~Pager() override { client.center.removeObserver(this); }
+
+  /// Which pages have been selected since they were last cleared, one letter a page.
+  std::string selected() {
+    std::string pages;
+    for (const auto& page : swipe->viewControllers())
+      pages += std::static_pointer_cast<DetailPageViewController>(page)->wasSelected() ? 'x' : '-';
+    return pages;
+  }
+  int tab() { return screen->pagesTabBar().indexOfItem(screen->pagesTabBar().selectedItem()); }
+
+  Machine phone;
+  Client client{phone};
+  VehicleViewController* screen = nullptr;
+  std::shared_ptr<SwipeTabBarController> swipe;
+  std::vector<std::any> posts;
+};
+
+TEST_F(Pager, HoldsFivePagesAboutItsVehicleUnderAStyledTabBar) {
+  EXPECT_EQ(screen->title(), "Vehicle 3");
+  std::vector<std::string> pages, tabs;
+  for (const auto& page : swipe->viewControllers()) {
+    pages.push_back(page->storyboardIdentifier());
+    EXPECT_EQ(std::static_pointer_cast<DetailPageViewController>(page)->vehicle().vehicleId, 3);
+  }
+  for (const auto& item : screen->pagesTabBar().items())
+    tabs.push_back(item->title() + " " + item->image() + " " + item->selectedImage());
+  EXPECT_THAT(pages,
+              ElementsAre("InfoDetailVC", "LiveDetailVC", "MapDetailVC", "RouteDetailVC", "AboutDetailVC"));
+  EXPECT_THAT(tabs, ElementsAre("Info TabInfo TabInfoSelected", "Live TabLive TabLiveSelected",
+                                "Map TabMap TabMapSelected", "Trips TabRoute TabRouteSelected",
+                                "About TabAbout TabAboutSelected"));
+  EXPECT_EQ(screen->pagesTabBar().barTintColor(), (Color{0.67, 0.76, 0.8, 1}));
+  EXPECT_FALSE(screen->pagesTabBar().translucent());
+  EXPECT_EQ(client.appearance.tabBarItem(), (TabBarItemAppearance{whiteColor, Color{0.23, 0.29, 0.35, 1}}));
+}
+
+TEST_F(Pager, SwipesAndTapsSelectAPageAndKeepTheTabInStep) {
+  EXPECT_EQ(selected(), "x----");
+  swipe->scrollToIndex(2);
+  EXPECT_EQ(selected(), "x-x--");
+  EXPECT_EQ(tab(), 2);
+  screen->pagesTabBar().tap(4);
+  EXPECT_EQ(selected(), "x-x-x");
+  EXPECT_EQ(swipe->selectedIndex(), 4);
+
+  client.application.didEnterBackground();
+  EXPECT_EQ(selected(), "-----");
+  screen->pagesTabBar().tap(4);  // the page that shows already
+  EXPECT_EQ(selected(), "-----");
+  client.application.willEnterForeground();
+  EXPECT_EQ(selected(), "----x");
+
+  // A swipe to where the tab bar stands already changes nothing.
+  screen->pagesTabBar().setSelectedItem(screen->pagesTabBar().items()[1]);
+  swipe->scrollToIndex(1);
+  EXPECT_EQ(selected(), "----x");
+}
+
+TEST_F(Pager, TellsOfFailedPollsTooButOfNothingWhileHidden) {
+  client.transport.answerOnce("/live", failedReply(url_error::notConnectedToInternet));
+  client.advance(15);
+  ASSERT_EQ(posts.size(), 1u);
+  const auto* failure = std::any_cast<APIFailure>(&posts[0]);
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->code, url_error::notConnectedToInternet);
+  client.advance(15);
+  ASSERT_EQ(posts.size(), 2u);
+  EXPECT_EQ((*std::any_cast<std::shared_ptr<const Live>>(&posts[1]))->vehicle().vehicleId, 3);
+
+  client.transport.leaveOpen("/live");
+  client.advance(15);
+  client.application.didEnterBackground();
+  EXPECT_TRUE(client.transport.answerOpen("/live", liveReply(3, 50)));
+  client.takeRequests();
+  client.advance(100);
+  EXPECT_EQ(posts.size(), 2u);
+  EXPECT_TRUE(client.takeRequests().empty());
+}
+
+TEST_F(Pager, PostsTheChosenDayEachTimeItIsConfirmed) {
+  std::vector<std::string> days;
+  client.center.addObserver(this, kFleetorNotificationDate, [&](const Notification& notification) {
+    days.push_back(std::any_cast<std::string>(notification.object));
+  });
+  const Date start = screen->date();
+  const auto ask = [&] {
+    screen->navigationItem().rightBarButtonItems().at(0)->tap();
+    return client.application.window().datePicker();
+  };
+  EXPECT_EQ(ask()->title(), "Choose date");
+  client.application.window().datePicker()->setSelectedDate(start + std::chrono::hours(240));
+  client.application.window().datePicker()->cancel();
+  EXPECT_EQ(ask()->selectedDate(), start);
+  client.application.window().datePicker()->setSelectedDate(start + std::chrono::hours(24));
+  client.application.window().datePicker()->done();
+  ask()->done();
+  EXPECT_THAT(days, ElementsAre("2026-03-11", "2026-03-11"));
+}
+
+class CountingPage : public DetailPageViewController {
+ public:
+  using DetailPageViewController::DetailPageViewController;
+  void firstSelected() override { ++loads; }
+  int loads = 0;
+};
+
+TEST_F(Pager, APageStartsItsLoadOnceUntilItIsCleared) {
+  CountingPage page(client.environment);
+  page.tabSelected();
+  page.tabSelected();
+  EXPECT_EQ(page.loads, 1);
+  page.clearTabSelected();
+  page.tabSelected();
+  EXPECT_EQ(page.loads, 2);
+}
+
+TEST(ColorFromHexString, ReadsAllLengths) {
+  const auto eighths = [](const char* text) {
+    const Color color = DetailPageViewController::colorFromHexString(text);
+    std::vector<long> bytes;
+    for (const double component : {color.red, color.green, color.blue, color.alpha})
+      bytes.push_back(std::lround(component * 255));
+    return bytes;
+  };
+  EXPECT_THAT(eighths("#0f0"), ElementsAre(0, 255, 0, 255));
+  EXPECT_THAT(eighths("00FF0080"), ElementsAre(0, 255, 0, 128));
+  EXPECT_THAT(eighths("#1e#90ff"), ElementsAre(0x1e, 0x90, 0xff, 255));
+  EXPECT_THAT(eighths("abcd"), ElementsAre(0, 0, 0xab, 0xcd));
+  EXPECT_THAT(eighths("12zz56"), ElementsAre(0, 0, 0, 0x12));
+  EXPECT_THAT(eighths("123456789"), ElementsAre(255, 255, 255, 255));
+  EXPECT_THAT(eighths("aż"), ElementsAre(0, 0, 0, 0x0a));
+  EXPECT_THAT(eighths(""), ElementsAre(0, 0, 0, 0));
+  EXPECT_EQ(DetailPageViewController::colorFromHexString("1e90ff").red, static_cast<double>(30 / 255.0f));
+}
+
+}  // namespace
+}  // namespace fleetor::test
