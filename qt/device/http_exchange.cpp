@@ -129,7 +129,9 @@ void HttpExchange::cancel() {
 void HttpExchange::sendHop() {
   QNetworkRequest hop(url_);
   hop.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-  hop.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+  // The manager has no cache to load from; asking for the network would add "Cache-Control" and "Pragma" to
+  // what is sent.
+  hop.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::PreferNetwork);
   hop.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
   hop.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
   hop.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);

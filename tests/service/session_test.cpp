@@ -111,6 +111,14 @@ TEST_F(SessionTest, KeyStoreThatRefusesLeavesTheUserSignedOut) {
   EXPECT_THAT(takeEvents(), ElementsAre("show login")) << "an empty token is no session";
 }
 
+TEST_F(SessionTest, NothingIsSentAfterTheShutDown) {
+  API::getWithPath("/live", modelClass<LiveResponse>, {}, completed());
+  API::shutDown();
+  queues.runUntilIdle();
+  EXPECT_THAT(transport.requests(), IsEmpty());
+  EXPECT_THAT(events, IsEmpty());
+}
+
 TEST(KeychainItemWrapperTest, KeepsOtherItemsAndGroupsApart) {
   MemoryKeyStore store;
   auto plain = KeychainItemWrapper::initWithIdentifier(store, "a", std::nullopt);
