@@ -53,8 +53,7 @@ struct HttpReply {
 /// it must be quick; it is not called any more once the transport's destructor has returned. Redirects are
 /// followed, but the header "Authorization" never reaches another origin (scheme, host and port). Nothing is
 /// cached or kept in cookies. A request is sent once; only a GET or DELETE, which do no harm twice, may go
-/// out again when the service closes the connection before its first byte of answer, as it may do with a
-/// connection kept open.
+/// out again when the service closes the connection.
 class Transport {
  public:
   using Done = std::function<void(HttpReply)>;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/key_store.h"
+
+namespace fleetor {
+
+/// A key store that forgets everything when it is destroyed. Main thread only.
+class MemoryKeyStore final : public KeyStore {
+ public:
+  std::optional<SecItem> copyMatching(const SecItem& query) override;
+  bool add(const SecItem& item) override;
+  bool update(const SecItem& query, const SecItem& changes) override;
+  bool remove(const SecItem& query) override;
+
+ private:
+  SecItem* find(const SecItem& query);
+
+  std::vector<SecItem> items_;
+};
+
+}  // namespace fleetor
