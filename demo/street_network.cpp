@@ -46,6 +46,9 @@ std::uint32_t StreetNetwork::addStreet(std::string name, StreetClass kind) {
 std::uint32_t StreetNetwork::addEdge(std::uint32_t from, std::uint32_t to, std::uint32_t street,
                                      std::vector<Point> shape, double houseOffset, bool bridge) {
   const auto index = static_cast<std::uint32_t>(edges_.size());
+  // To the last bit, so that edges meet without a gap however the shape was computed.
+  shape.front() = junctions_[from].at;
+  shape.back() = junctions_[to].at;
   std::vector<double> along = measuredAlong(shape);
   edges_.push_back({from, to, street, bridge, std::move(shape), std::move(along), houseOffset});
   junctions_[from].edges.push_back(index);

@@ -1,0 +1,137 @@
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <csignal>
+
+#include <memory>
+#include <vector>
+
+#include "demo/options.h"
+#include "running_service.h"
+
+namespace fleetor::demo {
+namespace {
+
+struct Ended {
+  int status = -1;
+  std::string output;
+};
+
+// The demo program itself, its standard output and error read through one pipe.
+class Program {
+ public:
+  explicit Program(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), FLEETOR_DEMO_PROGRAM);
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments)
+      pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    int ends[2];
+    EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    child_ = ::fork();
+    if (child_ == 0) {
+      ::dup2(ends[1], STDOUT_FILENO);
+      ::dup2(ends[1], STDERR_FILENO);
+      ::execv(pointers[0], pointers.data());
+      ::_exit(127);
+    }
+    ::close(ends[1]);
+    output_ = ends[0];
+  }
+  ~Program() {
+    if (child_ > 0) {
+      ::kill(child_, SIGKILL);
+      ::waitpid(child_, nullptr, 0);
+    }
+    ::close(output_);
+  }
+
+  std::string line() {
+    std::string text;
+    for (char c = 0; ::read(output_, &c, 1) == 1 && c != '\n';)
+      text += c;
+    return text;
+  }
+  void signal(int number) { ::kill(child_, number); }
+  Ended end() {
+    Ended ended;
+    char buffer[4096];
+    for (ssize_t got; (got = ::read(output_, buffer, sizeof buffer)) > 0;)
+      ended.output.append(buffer, static_cast<std::size_t>(got));
+    int status = 0;
+    ::waitpid(child_, &status, 0);
+    child_ = -1;
+    ended.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return ended;
+  }
+
+ private:
+  pid_t child_ = -1;
+  int output_ = -1;
+};
+
+TEST(DemoProgram, SaysWhereItListensAndEndsCleanlyOnASignal) {
+  for (const int number : {SIGTERM, SIGINT}) {
+    Program program({"--port", "0", "--vehicles=3", "--fault", "live=hang", "--now", "2026-03-11 08:00:00"});
+    const std::string line = program.line();
+    const std::string announced = "Listening on http://127.0.0.1:";
+    ASSERT_EQ(line.substr(0, announced.size()), announced);
+    httplib::Client client("127.0.0.1", std::stoi(line.substr(announced.size())));
+    client.set_keep_alive(true);
+    const auto answer = client.Post("/token?grant_type=password", "password=demo&uid=1&username=demo",
+                                    "application/x-www-form-urlencoded; charset=utf-8");
+    ASSERT_TRUE(answer);
+    const std::string token = Json::parse(answer->body)["token"]["access_token"].get<std::string>();
+    const auto list = client.Get("/vehicles", {{"Authorization", "Bearer " + token}});
+    ASSERT_TRUE(list);
+    EXPECT_EQ(Json::parse(list->body)["total"], 3);
+    program.signal(number);
+    EXPECT_EQ(program.end().status, 0);
+  }
+}
+
+TEST(DemoProgram, SaysThatAPortIsTaken) {
+  RunningService other;
+  const Ended ended = Program({"--port", std::to_string(other.port())}).end();
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_NE(ended.output.find("port " + std::to_string(other.port())), std::string::npos) << ended.output;
+}
+
+TEST(DemoProgram, ExplainsAWrongOptionAndHowToCallIt) {
+  const Ended ended = Program({"--ports", "1"}).end();
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_NE(ended.output.find("no option \"--ports\""), std::string::npos) << ended.output;
+  EXPECT_NE(ended.output.find("Usage: fleetor-demo-service"), std::string::npos);
+  const Ended help = Program({"--help"}).end();
+  EXPECT_EQ(help.status, 0);
+  EXPECT_NE(help.output.find("--vehicles N"), std::string::npos);
+
+  const std::vector<std::string_view> wrong[] = {{"--port"},
+                                                 {"--port", "65536"},
+                                                 {"--port", "x"},
+                                                 {"--vehicles", "10001"},
+                                                 {"--vehicles=-1"},
+                                                 {"--seed", "first"},
+                                                 {"--help=yes"},
+                                                 {"--now", "yesterday"},
+                                                 {"--fault", "live"},
+                                                 {"demo"},
+                                                 {"--now", "2026-13-01"},
+                                                 {"--state="},
+                                                 {"--now", "2026-01-01 24:00:00"},
+                                                 {"-p", "1"}};
+  for (const auto& arguments : wrong) {
+    std::string problem;
+    EXPECT_FALSE(parseOptions(arguments, problem)) << arguments[0];
+    EXPECT_FALSE(problem.empty()) << arguments[0];
+  }
+  std::string problem;
+  const auto options =
+      parseOptions({"--fault=all=delay:20*4", "--seed", "9", "--now", "2026-03-11 08:00:00"}, problem);
+  ASSERT_TRUE(options) << problem;
+  EXPECT_EQ(options->faults.at(0).remaining, 4);
+  EXPECT_EQ(stampText(options->service.now()).substr(0, 17), "2026-03-11 08:00:");
+}
+
+}  // namespace
+}  // namespace fleetor::demo
