@@ -11,35 +11,34 @@ namespace {
 constexpr std::size_t longestBody = std::size_t{1} << 31;  // so that every offset of a text fits in 32 bits
 constexpr std::size_t deepestNesting = 1024;
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
+/// An integer that neither 64-bit kind can hold.
+bool isLongInteger(std::string_view token) {
+  if (token.size() < 19 || token.find_first_not_of("0123456789", token.front() == '-' ? 1 : 0) != token.npos)
+    return false;
+  const char* const end = token.data() + token.size();
+  std::int64_t asSigned = 0;
+  std::uint64_t asUnsigned = 0;
+  return std::from_chars(token.data(), end, asSigned).ec != std::errc() &&
+         std::from_chars(token.data(), end, asUnsigned).ec != std::errc();
 }
 
-/// The parser refuses integers beyond 64 bits. Gives every one of them an exponent, which makes it a double.
+/// The parser refuses a document that holds integers beyond 64 bits. Gives every one of them an exponent,
+/// which makes it a double.
 std::string withLongIntegersAsDoubles(std::string_view json) {
   std::string out;
-  out.reserve(json.size() + simdjson::SIMDJSON_PADDING + json.size() / 16);
+  out.reserve(json.size() + json.size() / 9 + simdjson::SIMDJSON_PADDING);
   bool inText = false;
-  for (std::size_t i = 0; i < json.size(); ++i) {
-    const char c = json[i];
-    out += c;
-    if (inText) {
-      if (c == '\\' && i + 1 < json.size()) out += json[++i];
-      if (c == '"') inText = false;
-    } else if (c == '"') {
-      inText = true;
-    } else if (isDigit(c)) {
-      const std::size_t first = i;
-      while (i + 1 < json.size() && isDigit(json[i + 1]))
-        out += json[++i];
-      const char next = i + 1 < json.size() ? json[i + 1] : ' ';
-      const char previous = first > 0 ? json[first - 1] : ' ';
-      const bool isInteger =
-          next != '.' && next != 'e' && next != 'E' && previous != '.' && previous != '+' &&
-          previous != 'e' && previous != 'E' &&
-          !(previous == '-' && first > 1 && (json[first - 2] == 'e' || json[first - 2] == 'E'));
-      if (isInteger && i + 1 - first >= 19) out += "e0";
+  for (std::size_t i = 0; i < json.size();) {
+    if (!inText && (json[i] == '-' || (json[i] >= '0' && json[i] <= '9'))) {
+      const auto token = json.substr(i, json.find_first_not_of("0123456789+-.eE", i) - i);
+      out += token;
+      if (isLongInteger(token)) out += "e0";
+      i += token.size();
+      continue;
     }
+    if (json[i] == '"') inText = !inText;
+    if (inText && json[i] == '\\' && i + 1 < json.size()) out += json[i++];
+    out += json[i++];
   }
   return out;
 }
@@ -49,7 +48,7 @@ simdjson::error_code parse(std::string& bytes, simdjson::dom::document& parsed) 
   const std::size_t mark = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
   bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING);
   simdjson::dom::parser parser;
-  if (const auto error = parser.allocate(0, deepestNesting)) return error;
+  if (const auto error = parser.allocate(0, deepestNesting + 1)) return error;
   return parser.parse_into_document(parsed, bytes.data() + mark, bytes.size() - mark, false).error();
 }
 

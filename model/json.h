@@ -37,7 +37,7 @@ class JSONValue {
 /// - of duplicate keys in one object, the last wins;
 /// - an integer beyond 64 bits is read as the nearest double; a number beyond the range of double is
 /// malformed;
-/// - nesting up to 1,023 levels; deeper is malformed;
+/// - nesting up to 1,024 levels, an empty innermost one not counted; deeper is malformed;
 /// - bodies up to 2 GiB; longer is malformed.
 /// Malformed: an empty body, a top level that is neither object nor array, invalid UTF-8, a lone surrogate
 /// escape, anything after the end.

@@ -1,0 +1,146 @@
+#include "model/json.h"
+
+#include <gtest/gtest.h>
+
+#include "model/json_model.h"
+
+namespace fleetor {
+namespace {
+
+struct Sample : APIModel {
+  Text a;
+  std::int64_t n = 0;
+};
+
+}  // namespace
+
+template <>
+inline constexpr auto propertiesOf<Sample> = properties(optional<&Sample::a>("a"), optional<&Sample::n>("n"));
+
+namespace {
+
+/// The text of `a`, or how decoding failed.
+std::string textOf(const std::string& json) {
+  auto decoded = decodeJSON(json);
+  if (!decoded) return decoded.error() == JSONModelError::badJSON() ? "malformed" : "another error";
+  const auto sample = JSONModel::initWithDictionary<Sample>(std::move(*decoded));
+  return sample ? sample->a.str() : sample.error().description;
+}
+
+TEST(JsonTest, RefusesWhatIsNotJson) {
+  const std::string cases[] = {"",
+                               " ",
+                               "\xEF\xBB\xBF",
+                               "17",
+                               "\"a\"",
+                               "null",
+                               "{",
+                               "{\"a\":\"x\"",
+                               "{\"a\":}",
+                               "[1,]",
+                               "{} {}",
+                               "<html></html>",
+                               "{\"a\":\"\xFF\"}",
+                               "{\"a\":\"\xC0\x80\"}",
+                               "{\"a\":\"\\ud800\"}",
+                               "{\"a\":\"\n\"}",
+                               "{\"a\":01}",
+                               "{\"a\":1e999}",
+                               "{\"a\":1" + std::string(400, '0') + "}",
+                               "{'a':1}",
+                               "{\"a\":-}",
+                               "{\"a\":NaN}",
+                               std::string("{\"a\":1}\0", 8),
+                               std::string("\xFE\xFF\0{\0}", 6)};
+  for (const auto& json : cases)
+    EXPECT_EQ(textOf(json), "malformed") << json.substr(0, 40);
+}
+
+TEST(JsonTest, DecodesTheEdgesOfWhatIsJson) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"\xEF\xBB\xBF{\"a\":\"x\"}", "x"},
+      {"{\"a\":\"x\",\"a\":\"y\"}", "y"},
+      {"{\"a\":{},\"a\":\"y\"}", "y"},
+      {"{\"\\u0061\":\"\\u017c\\ud83d\\ude97\\n\"}", "\xC5\xBC\xF0\x9F\x9A\x97\n"},
+      {" {\"a\":\"a\\\\\\\"18446744073709551616\",\"b\":99999999999999999999} ", "a\\\"18446744073709551616"},
+      {"{\"a\":18446744073709551615}", "18446744073709551615"},
+      {"{\"a\":100000000000000000000}", "1e+20"},
+      {"{\"a\":18446744073709551615,\"b\":-9223372036854775809}", "18446744073709551615"},
+      {"{\"a\":-9223372036854775808,\"b\":[99999999999999999999]}", "-9223372036854775808"}};
+  for (const auto& [json, text] : cases)
+    EXPECT_EQ(textOf(json), text) << json;
+}
+
+TEST(JsonTest, TurnsNumbersIntoTheirShortestUsualText) {
+  const std::pair<const char*, const char*> cases[] = {{"0", "0"},
+                                                       {"42", "42"},
+                                                       {"-7", "-7"},
+                                                       {"42.0", "42"},
+                                                       {"12.5", "12.5"},
+                                                       {"0.1", "0.1"},
+                                                       {"1e2", "100"},
+                                                       {"1e5", "100000"},
+                                                       {"1e16", "10000000000000000"},
+                                                       {"1e17", "1e+17"},
+                                                       {"0.00001", "0.00001"},
+                                                       {"1e-6", "1e-06"},
+                                                       {"52.229676", "52.229676"},
+                                                       {"true", "1"},
+                                                       {"false", "0"}};
+  for (const auto& [number, text] : cases)
+    EXPECT_EQ(textOf("{\"a\":" + std::string(number) + "}"), text) << number;
+}
+
+TEST(JsonTest, ReadsIntegersFromEveryKindOfNumber) {
+  const std::pair<const char*, std::int64_t> cases[] = {{"17", 17},
+                                                        {"\"17\"", 17},
+                                                        {"\" -17km\"", -17},
+                                                        {"12.9", 12},
+                                                        {"-12.9", -12},
+                                                        {"true", 1},
+                                                        {"\"\"", 0},
+                                                        {"1e300", INT64_MAX},
+                                                        {"-1e300", INT64_MIN},
+                                                        {"18446744073709551615", INT64_MAX},
+                                                        {"99999999999999999999", INT64_MAX},
+                                                        {"9223372036854775807", INT64_MAX}};
+  for (const auto& [number, value] : cases) {
+    auto decoded = decodeJSON("{\"n\":" + std::string(number) + "}");
+    ASSERT_TRUE(decoded) << number;
+    const auto sample = JSONModel::initWithDictionary<Sample>(*decoded);
+    ASSERT_TRUE(sample) << number;
+    EXPECT_EQ(sample->n, value) << number;
+  }
+}
+
+TEST(JsonTest, BoundsNestingAndBearsIt) {
+  const auto nested = [](std::size_t levels) {
+    return "{\"a\":\"x\",\"deep\":" + std::string(levels - 1, '[') + "1" + std::string(levels - 1, ']') + "}";
+  };
+  EXPECT_EQ(textOf(nested(1000)), "x");
+  EXPECT_EQ(textOf(nested(1024)), "x");
+  EXPECT_EQ(textOf(nested(1025)), "malformed");
+  EXPECT_EQ(textOf(std::string(1'000'000, '[')), "malformed");
+
+  // Arrays within the array of a record type are walked to the bottom.
+  const std::string lists = std::string(1020, '[') + "{\"a\":\"deep\"}" + std::string(1020, ']');
+  const auto records = JSONModel::arrayOfModelsFromDictionaries<Sample>(*decodeJSON(lists));
+  ASSERT_TRUE(records);
+  ASSERT_EQ(records->value().size(), 1u);
+  EXPECT_EQ(records->value()[0].a, "deep");
+}
+
+TEST(JsonTest, DecodesABodyOfFiftyMegabytes) {
+  std::string json = "[{\"a\":\"first\"}";
+  while (json.size() < 50'000'000)
+    json += ",{\"a\":\"some text of a middling length, as services send it\",\"n\":1}";
+  json += "]";
+  const auto records = JSONModel::arrayOfModelsFromDictionaries<Sample>(*decodeJSON(std::move(json)));
+  ASSERT_TRUE(records);
+  EXPECT_GT(records->value().size(), 700'000u);
+  EXPECT_EQ(records->value().front().a, "first");
+  EXPECT_EQ(records->value().back().n, 1);
+}
+
+}  // namespace
+}  // namespace fleetor

@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include "model/account_records.h"
+#include "model/vehicle_records.h"
+
+namespace fleetor {
+namespace {
+
+template <class R>
+Result<R> recordFrom(const std::string& json) {
+  return JSONModel::initWithDictionary<R>(*decodeJSON(json));
+}
+
+/// A JSON object with every property of R: texts are named after their keys, integers count.
+std::string fullObject(const json::RecordType& type) {
+  std::string out = "{";
+  for (std::size_t i = 0; i < type.count; ++i) {
+    const auto& property = type.properties[i];
+    if (i > 0) out += ",";
+    out += "\"" + std::string(property.key) + "\":";
+    if (property.kind == json::PropertyKind::record)
+      out += fullObject(*property.type);
+    else if (property.kind == json::PropertyKind::integer)
+      out += std::to_string(i + 1);
+    else
+      out += "\"" + std::string(property.key) + "\"";
+  }
+  return out + "}";
+}
+
+std::string without(std::string json, const std::string& key) {
+  const auto at = json.find("\"" + key + "\":");
+  EXPECT_NE(at, json.npos) << key;
+  return json.replace(at + 1, key.size(), key + "-gone");
+}
+
+template <class R>
+void expectKeys(const char* expected) {
+  std::string keys;
+  for (const auto& property : json::TableOf<R>::entries)
+    keys += std::string(property.key) + (property.isOptional ? "? " : " ");
+  EXPECT_EQ(keys, expected) << json::recordType<R>.name;
+
+  const std::string json = fullObject(json::recordType<R>);
+  const auto record = recordFrom<R>(json);
+  ASSERT_TRUE(record) << json << record.error().description;
+  EXPECT_EQ(JSONModel::toJSONString(*record), json);  // every member holds what its own key sent
+}
+
+TEST(RecordsTest, ReadAndWriteExactlyTheKeysOfTheService) {
+  expectKeys<Vehicle>("vehicleId name registration mapLineColor icon ");
+  expectKeys<Live>(
+      "datetime vehicles active speed powerSupply powerSupplyType? sig direction fuel fuelType? rpm odometer "
+      "led street "
+      "temp location ");
+  expectKeys<LiveLed>("z1 z3 z4 z6 z8 z14 z23 z28 z33 ");
+  expectKeys<Location>("lat lon ");
+  expectKeys<MapEntry>("lp location dateTime duration totdist label street ");
+  expectKeys<RouteItem>("lp status timeFrom timeTo duration distance from to ");
+  expectKeys<User>("name statusDescription sms companyName address1 address2 vat gsm mail expirationDate ");
+  expectKeys<Token>("access_token token_type ");
+  expectKeys<Info>("auto service live ");
+  expectKeys<InfoAuto>("name registration mapLineColor icon driver driverGsm engine tank active ");
+  expectKeys<InfoService>("oil tech odo ");
+  expectKeys<InfoLive>("odo fuel ");
+}
+
+TEST(RecordsTest, LiveKeepsItsOwnNames) {
+  const std::string json = fullObject(json::recordType<Live>);
+  auto live = recordFrom<Live>(json);
+  ASSERT_TRUE(live);
+  EXPECT_EQ(live->dateTime(), "datetime");
+  EXPECT_EQ(live->vehicle().name, "name");
+  EXPECT_EQ(live->title(), "datetime");
+  EXPECT_EQ(live->subtitle(), "street");
+  live->setDatetime("noon");
+  live->setVehicles(Vehicle());
+  EXPECT_EQ(live->dateTime(), "noon");
+  EXPECT_TRUE(live->vehicle().name.empty());
+
+  const auto renamed = recordFrom<Live>(without(json, "vehicles").replace(1, 0, R"("vehicle":{},)"));
+  ASSERT_FALSE(renamed);
+  EXPECT_EQ(*renamed.error().kJSONModelMissingKeys, std::vector<std::string>{"vehicles"});
+  EXPECT_EQ(*recordFrom<Live>(without(json, "z28")).error().kJSONModelKeyPath, "led");
+
+  const auto bare = recordFrom<Live>(without(without(json, "powerSupplyType"), "fuelType"));
+  ASSERT_TRUE(bare);
+  EXPECT_TRUE(bare->powerSupplyType.empty());
+  const auto numeric = recordFrom<Live>(without(json, "speed").replace(1, 0, R"("speed":50,)"));
+  EXPECT_EQ(numeric->speed, "50");
+}
+
+TEST(RecordsTest, VehicleJoinsNameAndRegistration) {
+  const char* cases[][3] = {
+      {"Van", "", "Van"}, {"", "WX 1", "WX 1"}, {"Van", "WX 1", "Van\nWX 1"}, {"", "", ""}};
+  for (const auto& [name, registration, full] : cases) {
+    Vehicle vehicle;
+    vehicle.name = name;
+    vehicle.registration = registration;
+    EXPECT_EQ(vehicle.fullName(), full);
+  }
+}
+
+TEST(RecordsTest, PointsOfAMapTellWhereAndWhat) {
+  const auto location = recordFrom<Location>(R"({"lat":"52.1","lon":21.0})");
+  ASSERT_TRUE(location);
+  EXPECT_EQ(location->coordinate(), (Coordinate{52.1, 21}));
+  EXPECT_EQ(location->title([](const std::string& key) { return "<" + key + ">"; }), "<Current position>");
+  EXPECT_EQ(location->subtitle(), "");
+  EXPECT_EQ(recordFrom<Location>(R"({"lat":"north","lon":""})")->coordinate(), Coordinate());
+
+  MapEntry entry;
+  entry.location = *location;
+  entry.dateTime = "10:00";
+  entry.street = "Main 1";
+  EXPECT_EQ(entry.title(), "Main 1");
+  EXPECT_EQ(entry.subtitle(), "10:00");
+  entry.duration = "5 min";
+  EXPECT_EQ(entry.subtitle(), "10:00 (5 min)");
+  EXPECT_EQ(entry.coordinate().longitude, 21);
+}
+
+TEST(RecordsTest, InfoReadsItsVehicleFromAutoOnly) {
+  const std::string json = fullObject(json::recordType<Info>);
+  ASSERT_TRUE(recordFrom<Info>(json));
+  for (const char* key : {"vehicle", "Auto"}) {
+    std::string changed = json;
+    changed.replace(changed.find("auto"), 4, key);
+    const auto info = recordFrom<Info>(changed);
+    ASSERT_FALSE(info) << key;
+    EXPECT_EQ(*info.error().kJSONModelMissingKeys, std::vector<std::string>{"vehicle"});
+  }
+  EXPECT_EQ(Info::keyMapper()->JSONToModelKey("auto"), "vehicle");
+  EXPECT_EQ(Info::keyMapper()->JSONToModelKey("Auto"), "Auto");
+}
+
+TEST(RecordsTest, TokenAndUserNeedEveryValueButTakeEmptyOnes) {
+  auto token = recordFrom<Token>(R"({"access_token":"t","token_type":"bearer"})");
+  ASSERT_TRUE(token);
+  EXPECT_EQ(token->accessToken(), "t");
+  EXPECT_EQ(token->tokenType(), "bearer");
+  token->setAccess_token("u");
+  token->setToken_type("v");
+  EXPECT_EQ(token->accessToken(), "u");
+  EXPECT_EQ(token->tokenType(), "v");
+  EXPECT_EQ(*recordFrom<Token>(R"({"access_token":"t","token_type":null})").error().kJSONModelKeyPath,
+            "token_type");
+
+  std::string user = fullObject(json::recordType<User>);
+  user.replace(user.find(":\"address2\""), 11, ":\"\"");
+  ASSERT_TRUE(recordFrom<User>(user));
+  EXPECT_FALSE(recordFrom<User>(without(user, "address2")));
+}
+
+}  // namespace
+}  // namespace fleetor
