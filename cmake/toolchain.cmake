@@ -16,6 +16,12 @@ if(FLEETOR_SANITIZE)
   add_link_options(-fsanitize=${FLEETOR_SANITIZE})
 endif()
 
+# Coverage feedback for the fuzz targets, from every room that they run through.
+option(FLEETOR_FUZZ "Drive the fuzz targets with libFuzzer; needs clang" OFF)
+if(FLEETOR_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Warnings for our own targets only; fleetor_room() and the programs link it.
 add_library(fleetor_warnings INTERFACE)
 target_compile_options(fleetor_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)

@@ -1,5 +1,5 @@
-// Bytes, decoded, mapped into each of the envelopes. Whatever maps must write a text that maps back to an equal envelope,
-// and whatever does not must say why.
+// Bytes, decoded, mapped into each of the envelopes. Whatever maps must write a text that maps back to an
+// equal envelope, and whatever does not must say why.
 
 #include <cstdint>
 #include <cstdio>

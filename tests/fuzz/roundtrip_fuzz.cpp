@@ -25,10 +25,11 @@ struct Everything : APIModel {
 }  // namespace
 
 template <>
-inline constexpr auto fleetor::propertiesOf<Everything> =
-    properties(required<&Everything::live>("live"), optional<&Everything::info>("info"),
-               optional<&Everything::user>("user"), optional<&Everything::map>("map"),
-               required<&Everything::route>("route"));
+inline constexpr auto fleetor::propertiesOf<Everything> = properties(required<&Everything::live>("live"),
+                                                                     optional<&Everything::info>("info"),
+                                                                     optional<&Everything::user>("user"),
+                                                                     optional<&Everything::map>("map"),
+                                                                     required<&Everything::route>("route"));
 
 namespace {
 
@@ -37,7 +38,7 @@ class Bytes {
  public:
   Bytes(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}
 
-  std::uint8_t next() {
+  std::uint32_t next() {
     if (left_ == 0) return 0;
     --left_;
     return *data_++;
@@ -45,16 +46,18 @@ class Bytes {
 
   std::int64_t integer() {
     std::uint64_t value = 0;
-    for (int bytes = next() % 9; bytes > 0; --bytes) value = value << 8 | next();
+    for (std::uint32_t bytes = next() % 9; bytes > 0; --bytes)
+      value = value << 8 | next();
     return static_cast<std::int64_t>(next() % 2 ? ~value : value);
   }
 
-  /// Records hold valid UTF-8 only, so code points are drawn, of every length and with the controls among them.
+  /// Records hold valid UTF-8 only, so code points are drawn, of every length and with the controls among
+  /// them.
   std::string text() {
     std::string out;
-    for (int points = next() % 12; points > 0; --points) {
+    for (std::uint32_t points = next() % 12; points > 0; --points) {
       std::uint32_t point = next();
-      const int kind = next() % 8;
+      const std::uint32_t kind = next() % 8;
       if (kind == 0) point = point << 3 | next();
       if (kind == 1) point = point << 8 | next();
       if (kind == 2) point = (point << 12 | next() << 4) % 0x110000;
@@ -73,7 +76,8 @@ class Bytes {
     } else if (point < 0x10000) {
       put(0xE0 | point >> 12), put(0x80 | (point >> 6 & 63)), put(0x80 | (point & 63));
     } else {
-      put(0xF0 | point >> 18), put(0x80 | (point >> 12 & 63)), put(0x80 | (point >> 6 & 63)), put(0x80 | (point & 63));
+      put(0xF0 | point >> 18), put(0x80 | (point >> 12 & 63)), put(0x80 | (point >> 6 & 63)),
+          put(0x80 | (point & 63));
     }
   }
 
@@ -87,12 +91,18 @@ void fill(Bytes& bytes, const json::RecordType& type, void* record) {
     void* member = property.at(record);
     if (property.isOptional && bytes.next() % 4 == 0) continue;
     switch (property.kind) {
-      case json::PropertyKind::text: *static_cast<Text*>(member) = bytes.text(); break;
-      case json::PropertyKind::integer: *static_cast<std::int64_t*>(member) = bytes.integer(); break;
-      case json::PropertyKind::record: fill(bytes, *property.type, property.make(member)); break;
+      case json::PropertyKind::text:
+        *static_cast<Text*>(member) = bytes.text();
+        break;
+      case json::PropertyKind::integer:
+        *static_cast<std::int64_t*>(member) = bytes.integer();
+        break;
+      case json::PropertyKind::record:
+        fill(bytes, *property.type, property.make(member));
+        break;
       case json::PropertyKind::array: {
         void* list = property.make(member);
-        for (int count = bytes.next() % 4; count > 0; --count)
+        for (std::uint32_t count = bytes.next() % 4; count > 0; --count)
           fill(bytes, *property.type, property.type->append(list));
       }
     }

@@ -1,5 +1,5 @@
-// Drives a fuzz target where the compiler has no fuzzer of its own: replays the given files and folders, then runs inputs
-// mutated from them at random, the same ones every time.
+// Drives a fuzz target where the compiler has no fuzzer of its own: replays the given files and folders, then
+// runs inputs mutated from them at random, the same ones every time.
 //
 //   fuzz_... [-runs=N] [-max_total_time=SECONDS] [file or folder ...]
 
@@ -21,17 +21,42 @@ namespace {
 
 using Random = std::mt19937_64;
 
-std::size_t below(Random& random, std::size_t limit) { return static_cast<std::size_t>(random() % limit); }
+std::size_t below(Random& random, std::size_t limit) {
+  return static_cast<std::size_t>(random() % limit);
+}
 
 std::string mutated(std::string input, const std::vector<std::string>& corpus, Random& random) {
-  static const std::string pieces[] = {"null", "{}", "[]", "[", "]", "{", "}", "\"", "\\u0000", "\\ud83d", "1e400", "-",
-                                       "99999999999999999999", "12.5", "true", ":", ",", "\xFF", "\xEF\xBB\xBF"};
+  static const std::string pieces[] = {"null",
+                                       "{}",
+                                       "[]",
+                                       "[",
+                                       "]",
+                                       "{",
+                                       "}",
+                                       "\"",
+                                       "\\u0000",
+                                       "\\ud83d",
+                                       "1e400",
+                                       "-",
+                                       "99999999999999999999",
+                                       "12.5",
+                                       "true",
+                                       ":",
+                                       ",",
+                                       "\xFF",
+                                       "\xEF\xBB\xBF"};
   for (std::size_t changes = 1 + below(random, 6); changes > 0; --changes) {
     const std::size_t at = below(random, input.size() + 1);
     switch (below(random, 5)) {
-      case 0: input.insert(at, pieces[below(random, std::size(pieces))]); break;
-      case 1: input.insert(at, 1, static_cast<char>(random())); break;
-      case 2: input.erase(at, 1 + below(random, 16)); break;
+      case 0:
+        input.insert(at, pieces[below(random, std::size(pieces))]);
+        break;
+      case 1:
+        input.insert(at, 1, static_cast<char>(random()));
+        break;
+      case 2:
+        input.erase(at, 1 + below(random, 16));
+        break;
       case 3:
         if (at < input.size()) input[at] = static_cast<char>(random());
         break;
@@ -65,17 +90,21 @@ int main(int argc, char** argv) {
     } else if (std::strncmp(argv[i], "-max_total_time=", 16) == 0) {
       seconds = std::atol(argv[i] + 16);
     } else if (std::filesystem::is_directory(argv[i])) {
-      for (const auto& entry : std::filesystem::directory_iterator(argv[i])) addFile(entry.path());
+      for (const auto& entry : std::filesystem::directory_iterator(argv[i]))
+        addFile(entry.path());
     } else if (std::filesystem::is_regular_file(argv[i])) {
       addFile(argv[i]);
     } else {
-      std::fprintf(stderr, "no such file or option: %s\nusage: %s [-runs=N] [-max_total_time=SECONDS] [file or folder ...]\n",
-                   argv[i], argv[0]);
+      std::fprintf(
+          stderr,
+          "no such file or option: %s\nusage: %s [-runs=N] [-max_total_time=SECONDS] [file or folder ...]\n",
+          argv[i], argv[0]);
       return 2;
     }
   }
 
-  for (const auto& input : corpus) run(input);
+  for (const auto& input : corpus)
+    run(input);
   Random random(1);
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
   long done = 0;
