@@ -5,6 +5,7 @@
 namespace fleetor {
 
 TermsViewController::TermsViewController(Environment& environment) : BaseViewController(environment) {
+  setTitle(localized("Terms of service"));
   outlet("tosWebView", tosWebView_);
   outlet("agreeButton", agreeButton_);
   tosWebView_.setDelegate(this);

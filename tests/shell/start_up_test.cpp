@@ -44,17 +44,11 @@ TEST(StartUp, AsksForTheTermsAgainUnlessTheirOwnTextIsStored) {
   }
 }
 
-TEST(StartUp, KeepsTheTokenAndInstallsTheLookOfAllBars) {
+TEST(StartUp, KeepsTheTokenOfAnInstallationThatRanBefore) {
   Machine phone;
   Client client(phone);
   client.start("kept");
   EXPECT_TRUE(API::isLogged());
-  EXPECT_EQ(client.reachability.started, 1);
-  const Color bar{0.67, 0.76, 0.80, 1.0};
-  EXPECT_EQ(
-      client.appearance.navigationBar(),
-      (NavigationBarAppearance{bar, bar, whiteColor, whiteColor, "NavBack", "NavBack", "NavShadow", false}));
-  EXPECT_EQ(client.appearance.progressOverlay(), (ProgressOverlayAppearance{clearColor, whiteColor}));
 }
 
 TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
