@@ -1,13 +1,14 @@
 #include "qt/device/http_exchange.h"
 
 #include <QIODevice>
-#include <QNetworkInterface>
 #include <QNetworkRequest>
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <string_view>
 #include <utility>
+
+#include "qt/device/network_interfaces.h"
 
 namespace fleetor {
 namespace {
@@ -51,15 +52,6 @@ bool isSameOrigin(const QUrl& left, const QUrl& right) {
   return left.scheme() == right.scheme() && left.host() == right.host() && port(left) == port(right);
 }
 
-bool hasNetwork() {
-  const auto interfaces = QNetworkInterface::allInterfaces();
-  return std::any_of(interfaces.begin(), interfaces.end(), [](const QNetworkInterface& interface) {
-    const auto flags = interface.flags();
-    return flags.testFlag(QNetworkInterface::IsRunning) && !flags.testFlag(QNetworkInterface::IsLoopBack) &&
-           !interface.addressEntries().isEmpty();
-  });
-}
-
 // The code for a transfer that broke; 0 when the service answered and only its status is an error.
 long codeOf(QNetworkReply::NetworkError error, bool answered) {
   switch (error) {
@@ -75,7 +67,7 @@ long codeOf(QNetworkReply::NetworkError error, bool answered) {
     case QNetworkReply::ContentReSendError:
       return url_error::networkConnectionLost;
     case QNetworkReply::HostNotFoundError:
-      return hasNetwork() ? url_error::cannotFindHost : url_error::notConnectedToInternet;
+      return hasNetworkInterface() ? url_error::cannotFindHost : url_error::notConnectedToInternet;
     case QNetworkReply::OperationCanceledError:  // nobody else aborts a reply that is still connected to us
     case QNetworkReply::TimeoutError:
       return url_error::timedOut;
@@ -85,7 +77,7 @@ long codeOf(QNetworkReply::NetworkError error, bool answered) {
     case QNetworkReply::NetworkSessionFailedError:
       return url_error::notConnectedToInternet;
     case QNetworkReply::UnknownNetworkError:  // what an address without a route ends with
-      return hasNetwork() ? url_error::cannotConnectToHost : url_error::notConnectedToInternet;
+      return hasNetworkInterface() ? url_error::cannotConnectToHost : url_error::notConnectedToInternet;
     case QNetworkReply::ProtocolFailure:
     case QNetworkReply::ProtocolInvalidOperationError:
     case QNetworkReply::UnknownContentError:

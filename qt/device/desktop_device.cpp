@@ -1,0 +1,58 @@
+#include "qt/device/desktop_device.h"
+
+#include <QFile>
+#include <QSysInfo>
+#include <QUrl>
+#include <QUuid>
+#include <algorithm>
+#include <utility>
+
+namespace fleetor {
+namespace {
+
+constexpr const char* kVendorIdentifierKey = "VendorIdentifier";
+constexpr double kOldestSystemVersion = 8.0;
+
+}  // namespace
+
+DesktopDevice::DesktopDevice(Parts parts) : parts_(std::move(parts)) {}
+
+void DesktopDevice::setScreen(double width, double height, double scale) {
+  width_ = width;
+  height_ = height;
+  scale_ = scale;
+}
+
+double DesktopDevice::systemVersion() const {
+  // Some systems have no version, or name it by a word or a date; none of them is an old one.
+  return std::max(QSysInfo::productVersion().toDouble(), kOldestSystemVersion);
+}
+
+std::string DesktopDevice::identifierForVendor() {
+  if (!identifier_.empty()) return identifier_;
+  QUuid id;
+  const auto kept = parts_.settings->object(kVendorIdentifierKey);
+  if (kept && std::holds_alternative<std::string>(*kept))
+    id = QUuid(QString::fromStdString(std::get<std::string>(*kept)));
+  if (id.isNull()) id = QUuid::createUuid();
+  identifier_ = id.toString(QUuid::WithoutBraces).toUpper().toStdString();
+  parts_.settings->setObject(identifier_, kVendorIdentifierKey);
+  parts_.settings->synchronize();
+  return identifier_;
+}
+
+std::string DesktopDevice::pathForResource(const std::string& name, const std::string& type) const {
+  std::string path = parts_.resourceRoot;
+  if (!path.ends_with('/')) path += '/';
+  path += name;
+  if (!type.empty()) path += "." + type;
+  return QFile::exists(QString::fromStdString(path)) ? path : std::string();
+}
+
+void DesktopDevice::openURL(const std::string& url) {
+  const QString scheme = QUrl(QString::fromStdString(url)).scheme();
+  const bool isHarmless = scheme == u"https" || scheme == u"http" || scheme == u"mailto" || scheme == u"tel";
+  if (isHarmless && parts_.openURL) parts_.openURL(url);
+}
+
+}  // namespace fleetor

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/device.h"
+#include "platform/settings.h"
+
+namespace fleetor {
+
+/// This machine as a device of the chosen class. The window tells it the size of the screen. Main thread
+/// only.
+class DesktopDevice final : public Device {
+ public:
+  struct Parts {
+    Idiom idiom = Idiom::unspecified;
+    std::string resourceRoot = ":/";  ///< folder of the documents, of files or of built-in resources
+    std::function<void(const std::string&)> openURL = {};  ///< hands a URL to the system's browser
+    Settings* settings = nullptr;  ///< keeps the vendor identifier; outlives the device
+  };
+
+  explicit DesktopDevice(Parts parts);
+
+  void setScreen(double width, double height, double scale);  ///< points, points, pixels a point
+
+  Idiom userInterfaceIdiom() const override { return parts_.idiom; }
+  double screenWidth() const override { return width_; }
+  double screenHeight() const override { return height_; }
+  double screenScale() const override { return scale_; }
+  double systemVersion() const override;
+
+  /// Drawn at random on the first call and kept in the settings from then on.
+  std::string identifierForVendor() override;
+
+  std::string localizedString(const std::string& key) const override { return key; }
+  std::string pathForResource(const std::string& name, const std::string& type) const override;
+
+  /// Only web, mail and telephone addresses; everything else stays closed, since the text may come from a
+  /// service.
+  void openURL(const std::string& url) override;
+
+ private:
+  Parts parts_;
+  double width_ = 390;
+  double height_ = 844;
+  double scale_ = 1;
+  std::string identifier_;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,160 @@
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdlib>
+#include <regex>
+
+#include "qt/device/desktop_device.h"
+#include "qt/device/file_settings.h"
+#include "qt/device/system_clock.h"
+
+namespace fleetor {
+namespace {
+
+using testing::HasSubstr;
+
+class DeviceFiles : public testing::Test {
+ protected:
+  std::string path(const std::string& name = "sub/standard.json") const {
+    return folder_.filePath(QString::fromStdString(name)).toStdString();
+  }
+  static std::string read(const std::string& file) {
+    QFile in(QString::fromStdString(file));
+    return in.open(QIODevice::ReadOnly) ? in.readAll().toStdString() : "(none)";
+  }
+  static void write(const std::string& file, const char* text) {
+    QFile out(QString::fromStdString(file));
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(text);
+  }
+  static std::int64_t number(const Settings& settings, const std::string& key) {
+    const auto value = settings.object(key);
+    return value && std::holds_alternative<std::int64_t>(*value) ? std::get<std::int64_t>(*value) : -1;
+  }
+
+  QTemporaryDir folder_;
+};
+
+TEST_F(DeviceFiles, SettingsKeepTextsAndIntegersOverRestarts) {
+  {
+    FileSettings settings(path());
+    EXPECT_EQ(settings.object("FirstRun"), std::nullopt);
+    settings.setObject(std::int64_t{9'007'199'254'740'993}, "big");
+    settings.setObject("1", "text");
+    settings.setObject("\xC3\xA9\"\n", "odd key \xE2\x82\xAC");
+    settings.setObject("x", "gone");
+    settings.removeObject("gone");
+    EXPECT_THAT(read(path()), HasSubstr("9007199254740993")) << "written without being asked to";
+  }
+  FileSettings settings(path());
+  EXPECT_EQ(number(settings, "big"), 9'007'199'254'740'993);
+  EXPECT_EQ(settings.object("text"), Settings::Value("1"));
+  EXPECT_EQ(settings.object("odd key \xE2\x82\xAC"), Settings::Value("\xC3\xA9\"\n"));
+  EXPECT_EQ(settings.object("gone"), std::nullopt);
+}
+
+TEST_F(DeviceFiles, SettingsOfTwoProgramsAndValuesOfOtherKindsLiveSideBySide) {
+  write(path("s.json"), R"({"list":[1,2],"half":0.5,"yes":true,"n":7})");
+  FileSettings first(path("s.json")), second(path("s.json"));
+  for (const char* foreign : {"list", "half", "yes"})
+    EXPECT_EQ(first.object(foreign), std::nullopt) << foreign;
+  first.setObject(std::int64_t{1}, "a");
+  second.setObject(std::int64_t{2}, "b");
+  second.removeObject("n");
+  first.synchronize();
+  EXPECT_EQ(number(first, "a"), 1);
+  EXPECT_EQ(number(first, "b"), 2);
+  EXPECT_EQ(number(first, "n"), -1);
+  const std::string text = read(path("s.json"));
+  for (const char* kept : {"\"list\"", "0.5", "true"})
+    EXPECT_THAT(text, HasSubstr(kept));
+}
+
+TEST_F(DeviceFiles, SettingsThatCannotBeUnderstoodAreReportedOnceAndSetAside) {
+  for (const char* broken : {"{\"a\": 1", "[1]", "", "\xff\xfe"}) {
+    QFile::remove(QString::fromStdString(path("s.json.broken")));
+    write(path("s.json"), broken);
+    testing::internal::CaptureStderr();
+    {
+      FileSettings settings(path("s.json"));
+      EXPECT_EQ(settings.object("a"), std::nullopt);
+      EXPECT_EQ(read(path("s.json")), broken) << "reading changes nothing";
+      settings.setObject(std::int64_t{3}, "a");
+      settings.setObject(std::int64_t{4}, "b");
+    }
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    EXPECT_THAT(said, HasSubstr("s.json cannot be read"));
+    EXPECT_EQ(read(path("s.json.broken")), broken);
+    EXPECT_EQ(number(FileSettings(path("s.json")), "b"), 4);
+  }
+}
+
+TEST_F(DeviceFiles, SettingsThatCannotBeWrittenAreReportedAndHoldForThisRun) {
+  write(path("file"), "");
+  testing::internal::CaptureStderr();
+  {
+    FileSettings settings(path("file/below/s.json"));
+    settings.setObject(std::int64_t{3}, "a");
+    settings.setObject(std::int64_t{4}, "b");
+    EXPECT_EQ(number(settings, "a"), 3);
+    settings.removeObject("a");
+    EXPECT_EQ(settings.object("a"), std::nullopt);
+  }
+  const std::string said = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+  EXPECT_THAT(said, HasSubstr("cannot be written"));
+}
+
+TEST_F(DeviceFiles, TheVendorIdentifierIsDrawnOnceForEachInstallation) {
+  const auto identifier = [this](const char* file) {
+    FileSettings settings(path(file));
+    DesktopDevice device({.settings = &settings});
+    const std::string first = device.identifierForVendor();
+    EXPECT_EQ(device.identifierForVendor(), first);
+    return first;
+  };
+  const std::string here = identifier("here.json");
+  EXPECT_TRUE(std::regex_match(here, std::regex("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"))) << here;
+  EXPECT_EQ(identifier("here.json"), here);
+  EXPECT_NE(identifier("there.json"), here);
+  write(path("here.json"), R"({"VendorIdentifier":"not one"})");
+  const std::string next = identifier("here.json");
+  EXPECT_NE(next, here);
+  EXPECT_EQ(identifier("here.json"), next);
+}
+
+TEST_F(DeviceFiles, TheDeviceFindsDocumentsAndOpensOnlyHarmlessAddresses) {
+  write(path("terms.html"), "<p>");
+  std::vector<std::string> opened;
+  DesktopDevice device({.idiom = Idiom::pad,
+                        .resourceRoot = folder_.path().toStdString(),
+                        .openURL = [&opened](const std::string& url) { opened.push_back(url); }});
+  EXPECT_EQ(device.pathForResource("terms", "html"), path("terms.html"));
+  EXPECT_EQ(device.pathForResource("about", "html"), "");
+  EXPECT_TRUE(device.isPad());
+  EXPECT_GE(device.systemVersion(), 8.0);
+  for (const char* url :
+       {"https://a.example/", "tel:+15551234", "file:///etc/passwd", "javascript:1", "", "x"})
+    device.openURL(url);
+  EXPECT_THAT(opened, testing::ElementsAre("https://a.example/", "tel:+15551234"));
+}
+
+TEST(SystemClock, TellsTheDayOfTheTimeZoneThatHoldsNow) {
+  const SystemClock clock;
+  const Date newYear = std::chrono::sys_days(std::chrono::January / 1 / 2024);
+  const char* before = std::getenv("TZ");
+  const std::string zone = before ? before : "";
+  ::setenv("TZ", "UTC", 1);
+  EXPECT_EQ(clock.day(newYear), "2024-01-01");
+  EXPECT_EQ(clock.day(newYear - std::chrono::milliseconds(1)), "2023-12-31");
+  ::setenv("TZ", "XXX+5", 1);
+  EXPECT_EQ(clock.day(newYear), "2023-12-31");
+  before ? ::setenv("TZ", zone.c_str(), 1) : ::unsetenv("TZ");
+  ::tzset();
+}
+
+}  // namespace
+}  // namespace fleetor
