@@ -1,0 +1,75 @@
+#include "qt/adapters.h"
+
+#include <QFile>
+#include <QQmlEngine>
+
+#include "qt/control_items.h"
+#include "qt/table_model.h"
+#include "qt/view_controller_items.h"
+#include "qt/window_item.h"
+
+namespace fleetor {
+
+ComponentItem::ComponentItem(Component& component, Adapters& adapters)
+    : QObject(&adapters), component_(&component), adapters_(adapters) {
+  changed_ = component.changed.connect([this] { refresh(); });
+}
+
+QString ComponentItem::accessibleName() const {
+  return read<Component>([](const Component& c) { return toQString(c.accessibleName()); });
+}
+
+void ComponentItem::componentDestroyed() {
+  component_ = nullptr;
+  refresh();
+  deleteLater();
+}
+
+ComponentItem* Adapters::itemFor(Component* component) {
+  if (!component) return nullptr;
+  if (const auto found = items_.find(component); found != items_.end()) return found->second.item;
+  ComponentItem* item = make(*component);
+  QQmlEngine::setObjectOwnership(item, QQmlEngine::CppOwnership);
+  items_[component] = {item, component->destroyed.connect([this, component] {
+                         const auto entry = items_.extract(component);
+                         if (!entry.empty()) entry.mapped().item->componentDestroyed();
+                       })};
+  return item;
+}
+
+ComponentItem* Adapters::make(Component& component) {
+  Component* const c = &component;
+  if (dynamic_cast<NavigationController*>(c)) return new NavigationControllerItem(component, *this);
+  if (dynamic_cast<SWRevealViewController*>(c)) return new RevealControllerItem(component, *this);
+  if (dynamic_cast<SwipeTabBarController*>(c)) return new SwipeTabBarControllerItem(component, *this);
+  if (dynamic_cast<ViewController*>(c)) return new ViewControllerItem(component, *this);
+  if (dynamic_cast<TableView*>(c)) return new TableItem(component, *this);
+  if (dynamic_cast<TableViewCell*>(c)) return new CellItem(component, *this);
+  if (dynamic_cast<Button*>(c)) return new ButtonItem(component, *this);
+  if (dynamic_cast<Label*>(c)) return new LabelItem(component, *this);
+  if (dynamic_cast<ImageView*>(c)) return new ImageViewItem(component, *this);
+  if (dynamic_cast<ActivityIndicator*>(c)) return new ActivityIndicatorItem(component, *this);
+  if (dynamic_cast<TextField*>(c)) return new TextFieldItem(component, *this);
+  if (dynamic_cast<WebView*>(c)) return new WebViewItem(component, *this);
+  if (dynamic_cast<TabBar*>(c)) return new TabBarAdapter(component, *this);
+  if (dynamic_cast<Toast*>(c)) return new ToastItem(component, *this);
+  if (dynamic_cast<AlertView*>(c)) return new AlertViewItem(component, *this);
+  if (dynamic_cast<ActionSheetDatePicker*>(c)) return new DatePickerItem(component, *this);
+  if (dynamic_cast<LayoutConstraint*>(c)) return new LayoutConstraintItem(component, *this);
+  if (dynamic_cast<Window*>(c)) return new WindowItem(component, *this);
+  return new ComponentItem(component, *this);
+}
+
+QUrl Adapters::imageUrl(const std::string& name) {
+  QString file = toQString(name);
+  if (file.endsWith(QLatin1String(".png"))) file.chop(4);
+  file = QStringLiteral("/images/%1.svg").arg(file);
+  return !name.empty() && QFile::exists(QLatin1Char(':') + file) ? QUrl(QStringLiteral("qrc:") + file)
+                                                                 : QUrl();
+}
+
+QString Adapters::localized(const char* key) const {
+  return toQString(environment_.device.localizedString(key));
+}
+
+}  // namespace fleetor

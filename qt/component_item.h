@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+#include <QObject>
+#include <QString>
+#include <string>
+
+#include "ui/component.h"
+
+namespace fleetor {
+
+class Adapters;
+
+inline QString toQString(const std::string& text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// What QML sees of one component. Main thread only. It outlives its component by a moment: from the
+/// component's end until the event loop comes round again every property has its default value and every call
+/// does nothing, so that what still draws it never meets a dangling pointer. Owned by Adapters.
+class ComponentItem : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString accessibleName READ accessibleName NOTIFY changed)
+
+ public:
+  ComponentItem(Component& component, Adapters& adapters);
+
+  QString accessibleName() const;
+
+  /// The component as that class; none once it is gone, or when it is not one.
+  template <class C>
+  C* as() const {
+    return component_ ? dynamic_cast<C*>(component_) : nullptr;
+  }
+
+  /// Something that the component does not announce itself has changed.
+  virtual void refresh() { Q_EMIT changed(); }
+
+ Q_SIGNALS:
+  void changed();
+
+ protected:
+  /// What `get` reads of the component, or a default value once it is gone.
+  template <class C, class Get>
+  auto read(Get get) const {
+    using Value = std::decay_t<std::invoke_result_t<Get, C&>>;
+    C* const component = as<C>();
+    return component ? Value(get(*component)) : Value{};
+  }
+
+  Adapters& adapters() const { return adapters_; }
+
+ private:
+  friend class Adapters;
+  void componentDestroyed();
+
+  Component* component_;
+  Adapters& adapters_;
+  Connection changed_;
+};
+
+}  // namespace fleetor

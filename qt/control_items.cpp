@@ -1,0 +1,188 @@
+#include "qt/control_items.h"
+
+#include <QFile>
+
+#include "ui/bar_button_item.h"
+
+namespace fleetor {
+
+namespace {
+
+QColor toQColor(const Color& color) {
+  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                          static_cast<float>(color.blue), static_cast<float>(color.alpha));
+}
+
+}  // namespace
+
+QString LabelItem::text() const {
+  return read<Label>([](Label& c) { return toQString(c.text()); });
+}
+QColor LabelItem::textColor() const {
+  return read<Label>([](Label& c) { return toQColor(c.textColor().value_or(clearColor)); });
+}
+
+QUrl ImageViewItem::source() const {
+  return read<ImageView>([](ImageView& c) { return Adapters::imageUrl(c.image()); });
+}
+
+bool ActivityIndicatorItem::animating() const {
+  return read<ActivityIndicator>([](ActivityIndicator& c) { return c.isAnimating(); });
+}
+
+QString ButtonItem::title() const {
+  const auto* bar = as<BarButtonItem>();
+  if (bar && bar->systemItem() != SystemItem::none) return adapters().localized(bar->title().c_str());
+  return read<Button>([](Button& c) { return toQString(c.title()); });
+}
+QUrl ButtonItem::image() const {
+  return read<Button>([](Button& c) { return Adapters::imageUrl(c.image()); });
+}
+bool ButtonItem::selected() const {
+  return read<Button>([](Button& c) { return c.selected(); });
+}
+bool ButtonItem::enabled() const {
+  return read<Button>([](Button& c) { return c.enabled(); });
+}
+bool ButtonItem::loading() const {
+  return read<LoadingButton>([](LoadingButton& c) { return c.loading(); });
+}
+double ButtonItem::cornerRadius() const {
+  return read<LoadingButton>([](LoadingButton& c) { return c.cornerRadius(); });
+}
+bool ButtonItem::flexibleSpace() const {
+  return read<BarButtonItem>([](BarButtonItem& c) { return c.systemItem() == SystemItem::flexibleSpace; });
+}
+void ButtonItem::tap() {
+  if (auto* button = as<Button>()) button->tap();
+}
+
+QString TextFieldItem::text() const {
+  return read<TextField>([](TextField& c) { return toQString(c.text()); });
+}
+void TextFieldItem::setText(const QString& text) {
+  if (auto* field = as<TextField>()) field->setText(text.toStdString());
+}
+QString TextFieldItem::placeholder() const {
+  return read<TextField>([](TextField& c) { return toQString(c.placeholder()); });
+}
+bool TextFieldItem::secure() const {
+  return read<TextField>([](TextField& c) { return c.secureTextEntry(); });
+}
+bool TextFieldItem::firstResponder() const {
+  return read<TextField>([](TextField& c) { return c.isFirstResponder(); });
+}
+void TextFieldItem::setFirstResponder(bool first) {
+  auto* field = as<TextField>();
+  if (!field || field->isFirstResponder() == first) return;
+  if (first)
+    field->becomeFirstResponder();
+  else
+    field->resignFirstResponder();
+}
+void TextFieldItem::pressReturn() {
+  if (auto* field = as<TextField>()) field->pressReturn();
+}
+
+QString WebViewItem::document() const {
+  const QString url = read<WebView>([](WebView& c) { return toQString(c.url()); });
+  if (url.isEmpty()) return {};
+  // Documents of the program lie among its resources or beside it; nothing is ever fetched for this view.
+  const QString prefix = QStringLiteral("file://");
+  if (!url.startsWith(prefix)) return {};
+  QFile file(QUrl::fromPercentEncoding(url.mid(prefix.size()).toUtf8()));
+  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+void WebViewItem::tapLink(const QString& url) {
+  if (auto* view = as<WebView>()) view->tapLink(url.toStdString());
+}
+
+QStringList TabBarAdapter::titles() const {
+  QStringList titles;
+  if (auto* bar = as<TabBar>())
+    for (const auto& item : bar->items())
+      titles << toQString(item->title());
+  return titles;
+}
+QList<QUrl> TabBarAdapter::images() const {
+  QList<QUrl> images;
+  if (auto* bar = as<TabBar>())
+    for (const auto& item : bar->items())
+      images << Adapters::imageUrl(item->image());
+  return images;
+}
+QList<QUrl> TabBarAdapter::selectedImages() const {
+  QList<QUrl> images;
+  if (auto* bar = as<TabBar>())
+    for (const auto& item : bar->items())
+      images << Adapters::imageUrl(item->selectedImage());
+  return images;
+}
+int TabBarAdapter::selectedIndex() const {
+  const auto* bar = as<TabBar>();
+  return bar ? bar->indexOfItem(bar->selectedItem()) : -1;
+}
+void TabBarAdapter::tap(int index) {
+  if (auto* bar = as<TabBar>()) bar->tap(index);
+}
+void TabBarAdapter::refresh() {
+  items_.clear();
+  if (auto* bar = as<TabBar>())
+    for (const auto& item : bar->items())
+      items_.push_back(item->changed.connect([this] { Q_EMIT changed(); }));
+  Q_EMIT changed();
+}
+
+QString ToastItem::text() const {
+  return read<Toast>([](Toast& c) { return toQString(c.text()); });
+}
+bool ToastItem::rounded() const {
+  return read<Toast>([](Toast& c) { return c.rounded(); });
+}
+
+QString AlertViewItem::title() const {
+  return read<AlertView>([](AlertView& c) { return toQString(c.title()); });
+}
+QString AlertViewItem::message() const {
+  return read<AlertView>([](AlertView& c) { return toQString(c.message()); });
+}
+QStringList AlertViewItem::buttonTitles() const {
+  QStringList titles;
+  if (auto* alert = as<AlertView>())
+    for (const auto& title : alert->buttonTitles())
+      titles << toQString(title);
+  return titles;
+}
+void AlertViewItem::tapButton(int index) {
+  if (auto* alert = as<AlertView>()) alert->tapButton(index);
+}
+
+QString DatePickerItem::title() const {
+  return read<ActionSheetDatePicker>([](ActionSheetDatePicker& c) { return toQString(c.title()); });
+}
+QDateTime DatePickerItem::selectedDate() const {
+  return read<ActionSheetDatePicker>([](ActionSheetDatePicker& c) {
+    const auto sinceEpoch =
+        std::chrono::duration_cast<std::chrono::milliseconds>(c.selectedDate().time_since_epoch());
+    return QDateTime::fromMSecsSinceEpoch(sinceEpoch.count());
+  });
+}
+void DatePickerItem::selectDay(int year, int month, int day) {
+  auto* picker = as<ActionSheetDatePicker>();
+  const QDate date = QDate(year, month, 1).addDays(day - 1);
+  if (!picker || !date.isValid()) return;
+  const QDateTime moment(date, selectedDate().time());
+  picker->setSelectedDate(Date(std::chrono::milliseconds(moment.toMSecsSinceEpoch())));
+}
+void DatePickerItem::done() {
+  if (auto* picker = as<ActionSheetDatePicker>()) picker->done();
+}
+void DatePickerItem::cancel() {
+  if (auto* picker = as<ActionSheetDatePicker>()) picker->cancel();
+}
+
+double LayoutConstraintItem::constant() const {
+  return read<LayoutConstraint>([](LayoutConstraint& c) { return c.constant(); });
+}
+
+}  // namespace fleetor

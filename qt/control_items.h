@@ -1,0 +1,192 @@
+#pragma once
+
+#include <QColor>
+#include <QDateTime>
+#include <QStringList>
+#include <QUrl>
+
+#include "qt/adapters.h"
+#include "ui/action_sheet_date_picker.h"
+#include "ui/alert_view.h"
+#include "ui/controls.h"
+#include "ui/tab_bar.h"
+#include "ui/text_field.h"
+#include "ui/toast.h"
+#include "ui/view.h"
+#include "ui/web_view.h"
+
+namespace fleetor {
+
+class LabelItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString text READ text NOTIFY changed)
+  Q_PROPERTY(QColor textColor READ textColor NOTIFY changed)  ///< transparent: the look's own
+
+ public:
+  using ComponentItem::ComponentItem;
+  QString text() const;
+  QColor textColor() const;
+};
+
+class ImageViewItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QUrl source READ source NOTIFY changed)
+
+ public:
+  using ComponentItem::ComponentItem;
+  QUrl source() const;
+};
+
+class ActivityIndicatorItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(bool animating READ animating NOTIFY changed)
+
+ public:
+  using ComponentItem::ComponentItem;
+  bool animating() const;
+};
+
+/// Every kind of button: plain, loading, and of a bar.
+class ButtonItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(QUrl image READ image NOTIFY changed)
+  Q_PROPERTY(bool selected READ selected NOTIFY changed)
+  Q_PROPERTY(bool enabled READ enabled NOTIFY changed)
+  Q_PROPERTY(bool loading READ loading NOTIFY changed)
+  Q_PROPERTY(double cornerRadius READ cornerRadius NOTIFY changed)
+  Q_PROPERTY(bool flexibleSpace READ flexibleSpace CONSTANT)
+
+ public:
+  using ComponentItem::ComponentItem;
+  QString title() const;
+  QUrl image() const;
+  bool selected() const;
+  bool enabled() const;
+  bool loading() const;
+  double cornerRadius() const;
+  bool flexibleSpace() const;
+  Q_INVOKABLE void tap();
+};
+
+class TextFieldItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
+  Q_PROPERTY(QString placeholder READ placeholder NOTIFY changed)
+  Q_PROPERTY(bool secure READ secure NOTIFY changed)
+  Q_PROPERTY(bool firstResponder READ firstResponder WRITE setFirstResponder NOTIFY changed)
+
+ public:
+  using ComponentItem::ComponentItem;
+  QString text() const;
+  void setText(const QString& text);
+  QString placeholder() const;
+  bool secure() const;
+  bool firstResponder() const;
+  void setFirstResponder(bool first);
+  Q_INVOKABLE void pressReturn();
+};
+
+class WebViewItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString document READ document NOTIFY changed)
+
+ public:
+  using ComponentItem::ComponentItem;
+  QString document() const;  ///< HTML text; empty: blank
+  Q_INVOKABLE void tapLink(const QString& url);
+};
+
+class TabBarAdapter : public ComponentItem {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(TabBarItem)
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QStringList titles READ titles NOTIFY changed)
+  Q_PROPERTY(QList<QUrl> images READ images NOTIFY changed)
+  Q_PROPERTY(QList<QUrl> selectedImages READ selectedImages NOTIFY changed)
+  Q_PROPERTY(int selectedIndex READ selectedIndex NOTIFY changed)
+
+ public:
+  TabBarAdapter(Component& component, Adapters& adapters) : ComponentItem(component, adapters) { refresh(); }
+  QStringList titles() const;
+  QList<QUrl> images() const;
+  QList<QUrl> selectedImages() const;
+  int selectedIndex() const;  ///< -1 while nothing is selected
+  Q_INVOKABLE void tap(int index);
+  void refresh() override;
+
+ private:
+  std::vector<Connection> items_;
+};
+
+class ToastItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString text READ text NOTIFY changed)
+  Q_PROPERTY(bool rounded READ rounded NOTIFY changed)
+
+ public:
+  using ComponentItem::ComponentItem;
+  QString text() const;
+  bool rounded() const;
+};
+
+class AlertViewItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(QString message READ message NOTIFY changed)
+  Q_PROPERTY(QStringList buttonTitles READ buttonTitles NOTIFY changed)  ///< cancel first
+
+ public:
+  using ComponentItem::ComponentItem;
+  QString title() const;
+  QString message() const;
+  QStringList buttonTitles() const;
+  Q_INVOKABLE void tapButton(int index);
+};
+
+class DatePickerItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(QDateTime selectedDate READ selectedDate NOTIFY changed)  ///< local time
+
+ public:
+  using ComponentItem::ComponentItem;
+  QString title() const;
+  QDateTime selectedDate() const;
+
+  /// Turns to that day (month 1 to 12, any day number: the calendar carries over) at the same time of day.
+  Q_INVOKABLE void selectDay(int year, int month, int day);
+  Q_INVOKABLE void done();
+  Q_INVOKABLE void cancel();
+};
+
+class LayoutConstraintItem : public ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(double constant READ constant NOTIFY changed)
+
+ public:
+  using ComponentItem::ComponentItem;
+  double constant() const;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,53 @@
+#include "qt/main_window.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QtPlugin>
+
+#include "qt/window_item.h"
+
+// The QML module is part of this library; naming its registration keeps the linker from leaving it out.
+extern void qml_register_types_Fleetor();
+
+namespace fleetor {
+
+MainWindow::MainWindow(Application& application, Environment& environment, const Look& look)
+    : application_(application), adapters_(environment) {
+  qml_register_types_Fleetor();
+  auto* item = adapters_.itemFor<WindowItem>(&application.window());
+  engine_.setInitialProperties({{QStringLiteral("content"), QVariant::fromValue(item)},
+                                {QStringLiteral("width"), look.size.width()},
+                                {QStringLiteral("height"), look.size.height()},
+                                {QStringLiteral("forceDark"), look.dark}});
+  engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Fleetor/Main.qml")));
+  if (engine_.rootObjects().isEmpty()) return;
+  window_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().constFirst());
+  if (!window_) return;
+
+  const auto resize = [this, item] { item->setSize(window_->width(), window_->height()); };
+  connect(window_, &QWindow::widthChanged, this, resize);
+  connect(window_, &QWindow::heightChanged, this, resize);
+  resize();
+  connect(window_, &QWindow::visibilityChanged, this, &MainWindow::followVisibility);
+  connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &MainWindow::followVisibility);
+}
+
+MainWindow::~MainWindow() {
+  if (window_) window_->disconnect(this);
+  qGuiApp->disconnect(this);
+}
+
+void MainWindow::followVisibility() {
+  const auto state = QGuiApplication::applicationState();
+  const bool inBackground = window_->visibility() == QWindow::Hidden ||
+                            window_->visibility() == QWindow::Minimized ||
+                            state == Qt::ApplicationSuspended || state == Qt::ApplicationHidden;
+  if (inBackground == inBackground_) return;
+  inBackground_ = inBackground;
+  if (inBackground)
+    application_.didEnterBackground();
+  else
+    application_.willEnterForeground();
+}
+
+}  // namespace fleetor

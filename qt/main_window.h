@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+#include <QQmlApplicationEngine>
+#include <QSize>
+
+#include "qt/adapters.h"
+#include "ui/application.h"
+
+class QQuickWindow;
+
+namespace fleetor {
+
+/// Draws the application's window with Qt Quick and passes the user's gestures on. Also tells the application
+/// when it leaves the user's sight (hidden, minimised or suspended; merely losing the focus is not that) and
+/// comes back. Main thread only; destroyed before the application, with every drawing of its components.
+class MainWindow : public QObject {
+ public:
+  /// How the window starts.
+  struct Look {
+    QSize size{390, 844};  ///< points
+    bool dark = false;     ///< also dark when the system is
+  };
+
+  MainWindow(Application& application, Environment& environment, const Look& look);
+  ~MainWindow() override;
+
+  /// False when the window could not be made; why stands on standard error.
+  bool isOpen() const { return window_ != nullptr; }
+  QQuickWindow& window() { return *window_; }
+
+ private:
+  void followVisibility();
+
+  Application& application_;
+  Adapters adapters_;
+  QQmlApplicationEngine engine_;
+  QQuickWindow* window_ = nullptr;
+  bool inBackground_ = false;
+};
+
+}  // namespace fleetor

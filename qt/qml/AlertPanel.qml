@@ -1,0 +1,93 @@
+import QtQuick
+
+// A question over everything; nothing else can be touched until it is answered.
+FocusScope {
+    id: root
+
+    property AlertViewItem alert
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.dim
+        opacity: 0
+        NumberAnimation on opacity {
+            to: 1
+            duration: 150
+        }
+        MouseArea {
+            anchors.fill: parent
+        }
+    }
+
+    Rectangle {
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 48, 340)
+        height: column.height + 24
+        radius: 14
+        color: Theme.raised
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: root.alert?.title ?? ""
+        Accessible.description: root.alert?.message ?? ""
+
+        Column {
+            id: column
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.margins: 20
+            y: 20
+            spacing: 8
+            Text {
+                width: parent.width
+                text: root.alert?.title ?? ""
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                color: Theme.text
+                font.pixelSize: Theme.titleSize - 1
+                font.bold: true
+                Accessible.ignored: true
+            }
+            Text {
+                width: parent.width
+                text: root.alert?.message ?? ""
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                color: Theme.secondaryText
+                font.pixelSize: Theme.bodySize
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            Row {
+                anchors.right: parent.right
+                spacing: 4
+                Repeater {
+                    model: root.alert?.buttonTitles ?? []
+                    delegate: Tappable {
+                        id: choice
+                        required property int index
+                        required property string modelData
+                        width: Math.max(Theme.touch, word.implicitWidth + 28)
+                        height: Theme.touch
+                        label: modelData
+                        focus: index === 0
+                        onTapped: root.alert.tapButton(index)
+                        Rectangle {
+                            anchors.fill: parent
+                            radius: 8
+                            color: choice.pressed ? Theme.pressed : "transparent"
+                        }
+                        Text {
+                            id: word
+                            anchors.centerIn: parent
+                            text: choice.modelData
+                            textFormat: Text.PlainText
+                            color: Theme.accent
+                            font.pixelSize: Theme.bodySize
+                            font.bold: true
+                            Accessible.ignored: true
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

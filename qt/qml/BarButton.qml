@@ -1,0 +1,36 @@
+import QtQuick
+
+// A button of a bar: a picture, or a word.
+Tappable {
+    id: root
+
+    property ButtonItem button
+    readonly property bool pictured: (button?.image.toString() ?? "") !== ""
+
+    width: pictured ? Theme.touch : word.implicitWidth + 24
+    height: Theme.touch
+    visible: button !== null && !(button?.flexibleSpace ?? false)
+    enabled: button?.enabled ?? false
+    label: button?.accessibleName ?? ""
+    opacity: pressed ? 0.5 : 1
+    onTapped: button.tap()
+
+    Image {
+        anchors.centerIn: parent
+        visible: root.pictured
+        source: root.button?.image ?? ""
+        sourceSize: Qt.size(28, 28)
+    }
+
+    Text {
+        id: word
+        anchors.centerIn: parent
+        visible: !root.pictured
+        text: root.button?.title ?? ""
+        textFormat: Text.PlainText
+        color: Theme.barText
+        font.pixelSize: Theme.bodySize + 1
+        font.bold: true
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,29 @@
+import QtQuick
+
+// The chooser of the widget's vehicle, under a bar of its own.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.background
+    }
+
+    NavigationBar {
+        id: bar
+        width: parent.width
+        title: root.screen.title
+        leftItems: [root.screen.outlet("cancelButton")]
+        z: 2
+    }
+
+    TableList {
+        anchors.fill: parent
+        anchors.topMargin: bar.height
+        table: root.screen.outlet("itemsTableView") as TableItem
+        label: root.screen.title
+        focus: true
+    }
+}

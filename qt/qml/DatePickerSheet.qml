@@ -1,0 +1,155 @@
+import QtQuick
+
+// A month of days in a sheet at the bottom; the arrows turn months and years.
+FocusScope {
+    id: root
+
+    property WindowItem window
+    property DatePickerItem picker
+    readonly property date chosen: picker?.selectedDate ?? new Date()
+    property int year: chosen.getFullYear()
+    property int month: chosen.getMonth()
+    readonly property int firstWeekday: Qt.locale().firstDayOfWeek
+    readonly property int lead: (new Date(year, month, 1).getDay() - firstWeekday + 7) % 7
+
+    function turn(months) {
+        const to = new Date(year, month + months, 1);
+        year = to.getFullYear();
+        month = to.getMonth();
+    }
+
+    function choose(day) {
+        picker.selectDay(chosen.getFullYear(), chosen.getMonth() + 1, day);
+        year = chosen.getFullYear();
+        month = chosen.getMonth();
+    }
+
+    Keys.onLeftPressed: choose(chosen.getDate() - 1)
+    Keys.onRightPressed: choose(chosen.getDate() + 1)
+    Keys.onUpPressed: choose(chosen.getDate() - 7)
+    Keys.onDownPressed: choose(chosen.getDate() + 7)
+    Keys.onReturnPressed: picker.done()
+    Keys.onEnterPressed: picker.done()
+
+    onPickerChanged: {
+        year = chosen.getFullYear();
+        month = chosen.getMonth();
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.dim
+        opacity: 0
+        NumberAnimation on opacity {
+            to: 1
+            duration: 200
+        }
+        MouseArea {
+            anchors.fill: parent
+            onClicked: root.picker.cancel()
+        }
+    }
+
+    Rectangle {
+        id: sheet
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, 420)
+        height: column.height + 24
+        y: root.height
+        radius: 14
+        color: Theme.raised
+        Accessible.role: Accessible.Dialog
+        Accessible.name: root.picker?.title ?? ""
+
+        // Rests at the bottom, its lower corners out of sight.
+        NumberAnimation on y {
+            id: rise
+            to: root.height - sheet.height + 12
+            duration: 250
+            easing.type: Easing.OutCubic
+        }
+        Connections {
+            target: root
+            function onHeightChanged() {
+                rise.stop();
+                sheet.y = root.height - sheet.height + 12;
+            }
+        }
+        MouseArea {
+            anchors.fill: parent
+        }
+
+        Column {
+            id: column
+            width: parent.width
+
+            Item {
+                width: parent.width
+                height: Theme.barHeight
+                TextButton {
+                    anchors.left: parent.left
+                    anchors.leftMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    label: root.window?.word("Cancel") ?? ""
+                    onTapped: root.picker.cancel()
+                }
+                Text {
+                    anchors.centerIn: parent
+                    text: root.picker?.title ?? ""
+                    textFormat: Text.PlainText
+                    color: Theme.text
+                    font.pixelSize: Theme.bodySize + 1
+                    font.bold: true
+                    Accessible.ignored: true
+                }
+                TextButton {
+                    anchors.right: parent.right
+                    anchors.rightMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    label: root.window?.word("Done") ?? ""
+                    onTapped: root.picker.done()
+                }
+            }
+
+            Item {
+                width: parent.width
+                height: Theme.touch
+                Row {
+                    TextButton { sign: "«"; label: root.window?.word("Previous year") ?? ""; onTapped: root.turn(-12) }
+                    TextButton { sign: "‹"; label: root.window?.word("Previous month") ?? ""; onTapped: root.turn(-1) }
+                }
+                Text {
+                    anchors.centerIn: parent
+                    text: Qt.locale().standaloneMonthName(root.month) + " " + root.year
+                    color: Theme.text
+                    font.pixelSize: Theme.bodySize
+                    font.bold: true
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                Row {
+                    anchors.right: parent.right
+                    TextButton { sign: "›"; label: root.window?.word("Next month") ?? ""; onTapped: root.turn(1) }
+                    TextButton { sign: "»"; label: root.window?.word("Next year") ?? ""; onTapped: root.turn(12) }
+                }
+            }
+
+            MonthGrid {
+                width: parent.width - 16
+                x: 8
+                year: root.year
+                month: root.month
+                lead: root.lead
+                firstWeekday: root.firstWeekday
+                chosen: root.chosen
+                onPicked: day => {
+                    root.picker.selectDay(root.year, root.month + 1, day);
+                }
+            }
+            Item {
+                width: 1
+                height: 8
+            }
+        }
+    }
+}

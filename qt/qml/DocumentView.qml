@@ -1,0 +1,65 @@
+import QtQuick
+
+// One document, to read and to scroll; a link in it goes to the component.
+Flickable {
+    id: flick
+
+    property WebViewItem view
+
+    contentWidth: width
+    contentHeight: page.height + 2 * Theme.margin
+    clip: true
+    flickableDirection: Flickable.VerticalFlick
+    activeFocusOnTab: true
+    Keys.onDownPressed: contentY = Math.min(contentY + 60, Math.max(0, contentHeight - height))
+    Keys.onUpPressed: contentY = Math.max(0, contentY - 60)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_PageDown || event.key === Qt.Key_Space)
+            contentY = Math.min(contentY + height * 0.9, Math.max(0, contentHeight - height));
+        else if (event.key === Qt.Key_PageUp)
+            contentY = Math.max(0, contentY - height * 0.9);
+    }
+
+    Text {
+        id: page
+        x: Theme.margin + Math.max(0, (flick.width - 720) / 2)
+        y: Theme.margin
+        width: Math.min(flick.width, 720) - 2 * Theme.margin
+        text: flick.view?.document ?? ""
+        textFormat: Text.RichText
+        wrapMode: Text.Wrap
+        color: Theme.text
+        linkColor: Theme.accent
+        font.pixelSize: Theme.bodySize
+        lineHeight: 1.15
+        onLinkActivated: link => flick.view.tapLink(link)
+        Accessible.role: Accessible.StaticText
+        HoverHandler {
+            cursorShape: page.hoveredLink ? Qt.PointingHandCursor : Qt.ArrowCursor
+        }
+    }
+
+    Rectangle {
+        parent: flick
+        anchors.right: parent.right
+        anchors.rightMargin: 2
+        y: flick.visibleArea.yPosition * flick.height
+        width: 4
+        height: Math.max(24, flick.visibleArea.heightRatio * flick.height)
+        radius: 2
+        color: Theme.secondaryText
+        opacity: flick.moving ? 0.6 : 0
+        Behavior on opacity {
+            NumberAnimation { duration: 200 }
+        }
+    }
+
+    Rectangle {
+        parent: flick
+        anchors.fill: parent
+        visible: flick.activeFocus
+        color: "transparent"
+        border.width: 2
+        border.color: Theme.focusRing
+    }
+}

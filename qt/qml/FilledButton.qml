@@ -1,0 +1,39 @@
+import QtQuick
+
+// The one button of a screen that matters most; a spinner takes the place of its title while it is loading.
+Tappable {
+    id: root
+
+    property ButtonItem button
+
+    implicitHeight: Math.max(50, Theme.bodySize * 2.4)
+    label: button?.accessibleName ?? ""
+    enabled: button?.enabled ?? false
+    ringRadius: plate.radius
+    onTapped: button.tap()
+
+    Rectangle {
+        id: plate
+        anchors.fill: parent
+        radius: root.button?.cornerRadius || 8
+        color: root.pressed ? Qt.darker(Theme.accent, 1.25) : Theme.accent
+    }
+
+    Text {
+        anchors.centerIn: parent
+        visible: !spinner.running
+        text: root.button?.title ?? ""
+        textFormat: Text.PlainText
+        color: Theme.onAccent
+        font.pixelSize: Theme.bodySize + 1
+        font.bold: true
+        Accessible.ignored: true
+    }
+
+    Spinner {
+        id: spinner
+        anchors.centerIn: parent
+        running: root.button?.loading ?? false
+        color: Theme.onAccent
+    }
+}

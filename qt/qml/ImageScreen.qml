@@ -1,0 +1,21 @@
+import QtQuick
+
+// One picture that fills the screen.
+Rectangle {
+    id: root
+
+    required property ViewControllerItem screen
+    readonly property ImageViewItem picture: screen.outlet("launchImageView") as ImageViewItem
+
+    color: Theme.bar
+    clip: true
+    Accessible.role: Accessible.Graphic
+    Accessible.name: "Fleetor"
+
+    Image {
+        anchors.fill: parent
+        source: root.picture?.source ?? ""
+        sourceSize: Qt.size(width, height)
+        fillMode: Image.PreserveAspectCrop
+    }
+}

@@ -1,0 +1,71 @@
+import QtQuick
+
+// Sign-in: the mark, two fields and a button; scrolls where the screen is too short for them.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.well
+    }
+
+    Rectangle {
+        id: head
+        width: parent.width
+        height: Math.max(120, Math.min(240, parent.height * 0.28))
+        color: Theme.bar
+        Column {
+            anchors.centerIn: parent
+            spacing: 6
+            Image {
+                anchors.horizontalCenter: parent.horizontalCenter
+                source: "qrc:/images/fleetor.svg"
+                sourceSize: Qt.size(72, 72)
+            }
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: "Fleetor"
+                color: Theme.tabSelected
+                font.pixelSize: Theme.titleSize + 8
+                font.bold: true
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+        }
+    }
+
+    Flickable {
+        anchors.fill: parent
+        anchors.topMargin: head.height
+        anchors.bottomMargin: Qt.inputMethod.visible ? Math.max(0, Qt.inputMethod.keyboardRectangle.height) : 0
+        contentHeight: form.height + 56
+        clip: true
+        interactive: contentHeight > height
+
+        Column {
+            id: form
+            x: (parent.width - width) / 2
+            y: 28
+            width: Math.min(root.width - 2 * 24, 420)
+            spacing: 14
+            TextEntry {
+                width: parent.width
+                field: root.screen.outlet("loginTextField") as TextFieldItem
+            }
+            TextEntry {
+                width: parent.width
+                field: root.screen.outlet("passwordTextField") as TextFieldItem
+            }
+            Item {
+                width: 1
+                height: 4
+            }
+            FilledButton {
+                width: parent.width
+                button: root.screen.outlet("loginButton") as ButtonItem
+            }
+        }
+    }
+}

@@ -1,0 +1,75 @@
+import QtQuick
+import QtQuick.Window
+
+// The one window: screens, what lies over them, and the way back.
+Window {
+    id: main
+
+    required property WindowItem content
+    property bool forceDark: false
+
+    function back() {
+        return content.goBack();
+    }
+
+    title: "Fleetor"
+    visible: true
+    color: Theme.background
+    minimumWidth: 320
+    minimumHeight: 480
+    Component.onCompleted: Theme.forceDark = forceDark
+
+    Item {
+        id: base
+        anchors.fill: parent
+        focus: true
+        Keys.onEscapePressed: event => event.accepted = main.back()
+        Keys.onBackPressed: event => event.accepted = main.back()
+
+        Repeater {
+            model: main.content.screens
+            delegate: PresentedScreen {
+                window: main.content
+                anchors.fill: parent
+                enabled: !main.content.blocked && topmost
+            }
+        }
+
+        Loader {
+            anchors.fill: parent
+            active: main.content.datePicker !== null
+            source: active ? "DatePickerSheet.qml" : ""
+            onLoaded: {
+                item.window = main.content;
+                item.picker = main.content.datePicker;
+                item.forceActiveFocus();
+            }
+        }
+
+        Loader {
+            id: alertLoader
+            anchors.fill: parent
+            active: main.content.alert !== null
+            source: active ? "AlertPanel.qml" : ""
+            onLoaded: {
+                item.alert = Qt.binding(() => main.content.alert);
+                item.forceActiveFocus();
+            }
+        }
+
+        Loader {
+            anchors.fill: parent
+            active: main.content.toast !== null
+            source: active ? "ToastView.qml" : ""
+            onLoaded: item.toast = Qt.binding(() => main.content.toast)
+        }
+    }
+
+    Connections {
+        target: Qt.inputMethod
+        function onKeyboardRectangleChanged() {
+            const scale = main.Screen.devicePixelRatio;
+            main.content.setKeyboardHeight(Qt.inputMethod.visible ? Qt.inputMethod.keyboardRectangle.height / scale : 0);
+        }
+    }
+}

@@ -1,0 +1,70 @@
+import QtQuick
+
+// The days of one month under the names of the weekdays.
+Grid {
+    id: grid
+
+    property int year
+    property int month // 0 to 11
+    property int lead // empty places before the first day
+    property int firstWeekday
+    property date chosen
+    readonly property int days: new Date(year, month + 1, 0).getDate()
+    readonly property real cell: width / 7
+
+    signal picked(int day)
+
+    columns: 7
+
+    Repeater {
+        model: 7
+        Text {
+            required property int index
+            width: grid.cell
+            height: 24
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            text: Qt.locale().standaloneDayName((index + grid.firstWeekday) % 7, Locale.NarrowFormat)
+            color: Theme.secondaryText
+            font.pixelSize: Theme.smallSize
+            Accessible.ignored: true
+        }
+    }
+
+    Repeater {
+        model: 42
+        Tappable {
+            id: place
+            required property int index
+            readonly property int day: index - grid.lead + 1
+            readonly property bool inMonth: day >= 1 && day <= grid.days
+            readonly property bool isChosen: inMonth && grid.chosen.getFullYear() === grid.year && grid.chosen.getMonth() === grid.month && grid.chosen.getDate() === day
+
+            width: grid.cell
+            height: Math.min(48, grid.cell)
+            enabled: inMonth
+            tabStop: isChosen
+            checked: isChosen
+            Accessible.ignored: !inMonth
+            label: new Date(grid.year, grid.month, day).toLocaleDateString(Qt.locale(), Locale.LongFormat)
+            onTapped: grid.picked(day)
+
+            Rectangle {
+                anchors.centerIn: parent
+                width: Math.min(parent.width, parent.height) - 6
+                height: width
+                radius: width / 2
+                visible: place.isChosen || place.pressed
+                color: place.isChosen ? Theme.accent : Theme.pressed
+            }
+            Text {
+                anchors.centerIn: parent
+                visible: place.inMonth
+                text: place.day
+                color: place.isChosen ? Theme.onAccent : Theme.text
+                font.pixelSize: Theme.bodySize
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,84 @@
+import QtQuick
+
+// The bar over a screen: title in the middle, buttons at both ends.
+Rectangle {
+    id: bar
+
+    property string title
+    property var leftItems: []
+    property var rightItems: []
+    property bool backButton: false
+    property string backLabel
+
+    signal backTapped
+
+    height: Theme.barHeight
+    color: Theme.bar
+
+    Row {
+        id: left
+        anchors.left: parent.left
+        anchors.leftMargin: 4
+        anchors.verticalCenter: parent.verticalCenter
+        Repeater {
+            model: bar.leftItems
+            delegate: BarButton {
+                required property var modelData
+                button: modelData as ButtonItem
+            }
+        }
+        Tappable {
+            visible: bar.backButton && bar.leftItems.length === 0
+            width: Theme.touch
+            height: Theme.touch
+            label: bar.backLabel
+            onTapped: bar.backTapped()
+            Image {
+                anchors.centerIn: parent
+                source: "qrc:/images/NavBack.svg"
+                sourceSize: Qt.size(28, 28)
+            }
+        }
+    }
+
+    Row {
+        id: right
+        anchors.right: parent.right
+        anchors.rightMargin: 4
+        anchors.verticalCenter: parent.verticalCenter
+        layoutDirection: Qt.RightToLeft
+        Repeater {
+            model: bar.rightItems
+            delegate: BarButton {
+                required property var modelData
+                button: modelData as ButtonItem
+            }
+        }
+    }
+
+    Text {
+        readonly property real side: Math.max(left.width, right.width) + 8
+        // Centred while that leaves room, else between the buttons.
+        readonly property bool centred: implicitWidth <= bar.width - 2 * side
+        x: centred ? (bar.width - width) / 2 : left.width + 8
+        width: centred ? implicitWidth : bar.width - left.width - right.width - 20
+        anchors.verticalCenter: parent.verticalCenter
+        text: bar.title
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        color: Theme.barText
+        font.pixelSize: Theme.titleSize
+        font.bold: true
+        style: Text.Raised
+        styleColor: "#40334049"
+        Accessible.role: Accessible.Heading
+        Accessible.name: text
+    }
+
+    Rectangle {
+        anchors.top: parent.bottom
+        width: parent.width
+        height: 1
+        color: "#26000000"
+    }
+}

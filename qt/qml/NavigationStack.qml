@@ -1,0 +1,133 @@
+import QtQuick
+
+// A stack of screens: pushed ones slide in from the right, and a drag from the left edge takes the top one off again.
+FocusScope {
+    id: stack
+
+    required property ViewControllerItem screen
+    readonly property NavigationControllerItem navigation: screen as NavigationControllerItem
+    property real drag: 0 // how far a drag has moved the top screen, in points
+    property bool dragging: false
+
+    clip: true
+
+    Repeater {
+        model: stack.navigation.children
+        delegate: FocusScope {
+            id: page
+
+            required property ViewControllerItem screen
+            property int place: -1
+            readonly property bool top: place === stack.navigation.depth - 1
+
+            function target() {
+                if (place < 0)
+                    return width;
+                return top ? 0 : -0.3 * width;
+            }
+
+            function follow() {
+                place = stack.navigation.indexOf(screen);
+                const wanted = target();
+                if (stack.navigation.animating) {
+                    slide.duration = stack.navigation.duration;
+                    slide.to = wanted;
+                    slide.restart();
+                } else if (!slide.running || slide.to !== wanted) {
+                    slide.stop();
+                    x = wanted;
+                }
+                if (top)
+                    forceActiveFocus();
+            }
+
+            width: stack.width
+            height: stack.height
+            z: place < 0 ? 1000 : place
+            visible: top || slide.running || stack.dragging
+            enabled: top
+            onWidthChanged: if (!slide.running) x = target()
+
+            Component.onCompleted: {
+                if (stack.navigation.animating && stack.navigation.indexOf(screen) > 0)
+                    x = width;
+                follow();
+            }
+
+            Connections {
+                target: stack.navigation
+                function onChanged() {
+                    page.follow();
+                }
+            }
+
+            Connections {
+                target: stack
+                function onDragChanged() {
+                    if (!stack.dragging)
+                        return;
+                    if (page.top)
+                        page.x = stack.drag;
+                    else if (page.place === stack.navigation.depth - 2)
+                        page.x = 0.3 * (stack.drag - page.width);
+                }
+            }
+
+            NumberAnimation {
+                id: slide
+                target: page
+                property: "x"
+                easing.type: Easing.OutCubic
+            }
+
+            Rectangle {
+                anchors.fill: parent
+                color: Theme.background
+            }
+
+            NavigationBar {
+                id: bar
+                width: parent.width
+                z: 2
+                visible: !stack.navigation.barHidden
+                title: page.screen?.title ?? ""
+                leftItems: page.screen?.leftItems ?? []
+                rightItems: page.screen?.rightItems ?? []
+                backButton: page.place > 0
+                onBackTapped: stack.navigation.pop()
+            }
+
+            ScreenLoader {
+                anchors.fill: parent
+                anchors.topMargin: bar.visible ? bar.height : 0
+                screen: page.screen
+                focus: true
+            }
+        }
+    }
+
+    Item {
+        width: 24
+        height: parent.height
+        z: 2000
+        enabled: stack.navigation.depth > 1
+        DragHandler {
+            id: edge
+            target: null
+            yAxis.enabled: false
+            onActiveChanged: {
+                if (active) {
+                    stack.dragging = true;
+                } else {
+                    const back = stack.drag > stack.width / 3;
+                    if (back)
+                        stack.navigation.pop();
+                    else
+                        stack.drag = 0;
+                    stack.dragging = false;
+                }
+            }
+            onTranslationChanged: if (active) stack.drag = Math.max(0, translation.x)
+        }
+    }
+}

@@ -1,0 +1,97 @@
+import QtQuick
+
+// Pages side by side; a sideways drag turns them. A page is drawn when it is first seen.
+FocusScope {
+    id: pager
+
+    required property ViewControllerItem screen
+    readonly property SwipeTabBarControllerItem pages: screen as SwipeTabBarControllerItem
+    property int shown: pages.selectedIndex
+    property bool turning: false
+
+    function rest() {
+        const wanted = -pages.selectedIndex * width;
+        if (drag.active || strip.x === wanted)
+            return;
+        if (turning || pages.animating) {
+            turn.to = wanted;
+            turn.restart();
+        } else if (!turn.running || turn.to !== wanted) {
+            turn.stop();
+            strip.x = wanted;
+        }
+    }
+
+    clip: true
+    onShownChanged: rest()
+    onWidthChanged: {
+        turn.stop();
+        strip.x = -pages.selectedIndex * width;
+    }
+
+    Item {
+        id: strip
+        height: parent.height
+
+        Repeater {
+            model: pager.pages.children
+            delegate: FocusScope {
+                id: page
+
+                required property ViewControllerItem screen
+                required property int index
+                readonly property bool current: index === pager.shown
+                readonly property bool seen: x + strip.x < pager.width && x + strip.x > -pager.width
+                property bool wasSeen: false
+
+                x: index * pager.width
+                width: pager.width
+                height: strip.height
+                visible: seen
+                enabled: current
+                focus: current
+                onSeenChanged: wasSeen = wasSeen || seen
+                Component.onCompleted: wasSeen = wasSeen || seen
+
+                ScreenLoader {
+                    anchors.fill: parent
+                    screen: page.wasSeen ? page.screen : null
+                    focus: true
+                }
+            }
+        }
+    }
+
+    NumberAnimation {
+        id: turn
+        target: strip
+        property: "x"
+        duration: 300
+        easing.type: Easing.OutCubic
+    }
+
+    DragHandler {
+        id: drag
+        target: null
+        yAxis.enabled: false
+        property real from: 0
+        onActiveChanged: {
+            if (active) {
+                turn.stop();
+                from = strip.x;
+                return;
+            }
+            const index = pager.pages.selectedIndex;
+            const moved = strip.x + index * pager.width;
+            const step = Math.abs(moved) > pager.width / 4 ? -Math.sign(moved) : 0;
+            pager.turning = true;
+            pager.pages.scrollToIndex(Math.max(0, Math.min(pager.pages.count - 1, index + step)));
+            pager.rest();
+            pager.turning = false;
+        }
+        onTranslationChanged: {
+            if (active)
+                strip.x = Math.max(-(pager.pages.count - 1) * pager.width, Math.min(0, from + translation.x));
+        }
+    }
+}

@@ -1,0 +1,10 @@
+import QtQuick
+
+// A screen that has nothing to show.
+Rectangle {
+    required property ViewControllerItem screen
+
+    color: Theme.background
+    Accessible.role: Accessible.Pane
+    Accessible.name: screen?.title ?? ""
+}

@@ -1,0 +1,7 @@
+import QtQuick
+
+// What fills one row of a table.
+Item {
+    property CellItem cell
+    property string spoken // what assistive technology reads for the row
+}

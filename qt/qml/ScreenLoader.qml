@@ -1,0 +1,48 @@
+import QtQuick
+
+// Draws one screen by the file of its identifier; containers by their kind.
+FocusScope {
+    id: host
+
+    property ViewControllerItem screen
+
+    readonly property var files: ({
+            LaunchVC: "ImageScreen.qml",
+            EmptyVC: "ImageScreen.qml",
+            TermsVC: "TermsScreen.qml",
+            LoginVC: "LoginScreen.qml",
+            VehiclesVC: "VehiclesScreen.qml",
+            ChooseVehicleVC: "ChooseVehicleScreen.qml",
+            VehicleVC: "VehicleScreen.qml",
+            InfoDetailVC: "TablePage.qml"
+        })
+    readonly property string file: {
+        if (!screen?.loaded)
+            return "";
+        if (screen instanceof NavigationControllerItem)
+            return "NavigationStack.qml";
+        if (screen instanceof RevealControllerItem)
+            return "RevealContainer.qml";
+        if (screen instanceof SwipeTabBarControllerItem)
+            return "PagerPages.qml";
+        return files[screen.identifier] ?? "PlainScreen.qml";
+    }
+
+    function load() {
+        if (file === "")
+            loader.source = "";
+        else
+            loader.setSource(file, {
+                screen: screen
+            });
+    }
+
+    onFileChanged: load()
+    onScreenChanged: load()
+
+    Loader {
+        id: loader
+        anchors.fill: parent
+        focus: true
+    }
+}

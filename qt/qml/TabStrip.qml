@@ -1,0 +1,58 @@
+import QtQuick
+
+// The tabs beneath a pager.
+Rectangle {
+    id: strip
+
+    property TabBarItem tabBar
+    readonly property int count: tabBar?.titles.length ?? 0
+
+    height: Math.max(56, 34 + Theme.tabSize * 1.6)
+    color: Theme.bar
+    Accessible.role: Accessible.PageTabList
+    Accessible.name: ""
+
+    Row {
+        anchors.fill: parent
+        Repeater {
+            model: strip.count
+            delegate: Tappable {
+                id: tab
+
+                required property int index
+
+                width: strip.width / strip.count
+                height: strip.height
+                role: Accessible.PageTab
+                label: strip.tabBar?.titles[index] ?? ""
+                checked: strip.tabBar?.selectedIndex === index
+                opacity: pressed ? 0.6 : 1
+                onTapped: strip.tabBar.tap(index)
+                Keys.onLeftPressed: strip.tabBar.tap(index - 1)
+                Keys.onRightPressed: strip.tabBar.tap(index + 1)
+
+                Column {
+                    anchors.centerIn: parent
+                    width: parent.width
+                    spacing: 2
+                    Image {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        source: (tab.checked ? strip.tabBar?.selectedImages[tab.index] : strip.tabBar?.images[tab.index]) ?? ""
+                        sourceSize: Qt.size(26, 26)
+                    }
+                    Text {
+                        width: parent.width
+                        horizontalAlignment: Text.AlignHCenter
+                        elide: Text.ElideRight
+                        text: tab.label
+                        textFormat: Text.PlainText
+                        color: tab.checked ? Theme.tabSelected : Theme.barText
+                        font.pixelSize: Theme.tabSize
+                        font.bold: true
+                        Accessible.ignored: true
+                    }
+                }
+            }
+        }
+    }
+}

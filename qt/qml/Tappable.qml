@@ -1,0 +1,50 @@
+import QtQuick
+
+// Anything that takes a tap: by finger, mouse, keyboard or assistive technology.
+Item {
+    id: tappable
+
+    property string label
+    property int role: Accessible.Button
+    property bool tabStop: true
+    readonly property alias pressed: area.pressed
+    readonly property bool ringed: activeFocus
+    property real ringRadius: 8
+    property bool checked: false
+
+    signal tapped
+
+    function activate() {
+        if (enabled)
+            tapped();
+    }
+
+    activeFocusOnTab: tabStop
+    Accessible.role: role
+    Accessible.name: label
+    Accessible.focusable: true
+    Accessible.checkable: role === Accessible.PageTab
+    Accessible.checked: checked
+    Accessible.selected: checked
+    Accessible.onPressAction: activate()
+    Keys.onReturnPressed: activate()
+    Keys.onEnterPressed: activate()
+    Keys.onSpacePressed: activate()
+
+    MouseArea {
+        id: area
+        anchors.fill: parent
+        onClicked: tappable.activate()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: 1
+        z: 10
+        visible: tappable.ringed
+        color: "transparent"
+        radius: tappable.ringRadius
+        border.width: 2
+        border.color: Theme.focusRing
+    }
+}

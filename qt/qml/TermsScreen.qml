@@ -1,0 +1,39 @@
+import QtQuick
+
+// The terms of service, and the button that accepts them.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+    readonly property ButtonItem agree: screen.outlet("agreeButton") as ButtonItem
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.background
+    }
+
+    DocumentView {
+        anchors.fill: parent
+        anchors.bottomMargin: foot.height
+        view: root.screen.outlet("tosWebView") as WebViewItem
+        focus: true
+    }
+
+    Rectangle {
+        id: foot
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: 80
+        color: Theme.raised
+        Rectangle {
+            width: parent.width
+            height: 1
+            color: Theme.separator
+        }
+        FilledButton {
+            anchors.centerIn: parent
+            width: Math.min(parent.width - 2 * Theme.margin, 420)
+            button: root.agree
+        }
+    }
+}

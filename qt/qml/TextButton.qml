@@ -1,0 +1,28 @@
+import QtQuick
+
+// A word, or a sign that stands for one, to tap.
+Tappable {
+    id: root
+
+    property string sign
+
+    width: Math.max(Theme.touch, word.implicitWidth + 24)
+    height: Theme.touch
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 8
+        color: root.pressed ? Theme.pressed : "transparent"
+    }
+
+    Text {
+        id: word
+        anchors.centerIn: parent
+        text: root.sign || root.label
+        textFormat: Text.PlainText
+        color: Theme.accent
+        font.pixelSize: root.sign ? Theme.titleSize + 2 : Theme.bodySize
+        font.bold: true
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,89 @@
+import QtQuick
+import QtQuick.Window
+
+// A text field. The component holds the text and says who has the focus; typing and tapping go back to it.
+FocusScope {
+    id: root
+
+    property TextFieldItem field
+
+    function follow() {
+        if (!field)
+            return;
+        if (input.text !== field.text)
+            input.text = field.text;
+        if (field.firstResponder && !input.activeFocus)
+            input.forceActiveFocus();
+        else if (!field.firstResponder && input.activeFocus)
+            input.focus = false;
+    }
+
+    implicitHeight: Math.max(50, Theme.bodySize * 2.4)
+    onFieldChanged: follow()
+
+    Connections {
+        target: root.field
+        function onChanged() {
+            root.follow();
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 8
+        color: Theme.field
+        border.width: input.activeFocus ? 2 : 1
+        border.color: input.activeFocus ? Theme.focusRing : Theme.fieldBorder
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        cursorShape: Qt.IBeamCursor
+        onClicked: input.forceActiveFocus()
+    }
+
+    TextInput {
+        id: input
+        anchors.fill: parent
+        anchors.leftMargin: 14
+        anchors.rightMargin: 14
+        verticalAlignment: TextInput.AlignVCenter
+        clip: true
+        focus: true
+        activeFocusOnTab: true
+        selectByMouse: true
+        color: Theme.text
+        selectionColor: Theme.accent
+        selectedTextColor: Theme.onAccent
+        font.pixelSize: Theme.bodySize
+        echoMode: (root.field?.secure ?? false) ? TextInput.Password : TextInput.Normal
+        inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | (root.field?.secure ? Qt.ImhSensitiveData | Qt.ImhHiddenText : 0)
+        onTextEdited: root.field.text = text
+        onAccepted: root.field.pressReturn()
+        onActiveFocusChanged: {
+            if (!root.field)
+                return;
+            if (activeFocus)
+                root.field.firstResponder = true;
+            else if (Window.active)
+                root.field.firstResponder = false;
+        }
+        Accessible.role: Accessible.EditableText
+        Accessible.name: root.field?.accessibleName ?? ""
+        Accessible.editable: true
+        Accessible.passwordEdit: root.field?.secure ?? false
+    }
+
+    Text {
+        anchors.left: input.left
+        anchors.right: input.right
+        anchors.verticalCenter: parent.verticalCenter
+        visible: input.text === "" && input.preeditText === ""
+        text: root.field?.placeholder ?? ""
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        color: Theme.secondaryText
+        font.pixelSize: Theme.bodySize
+        Accessible.ignored: true
+    }
+}

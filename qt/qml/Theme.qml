@@ -1,0 +1,44 @@
+pragma Singleton
+import QtQuick
+
+// Colours and sizes of the whole look. Sizes follow the system's font.
+QtObject {
+    id: theme
+
+    property bool forceDark: false
+    readonly property bool dark: forceDark || palette.window.hslLightness < 0.5
+    readonly property SystemPalette palette: SystemPalette {}
+
+    readonly property color bar: Qt.rgba(0.67, 0.76, 0.80, 1)
+    readonly property color barText: "white"
+    readonly property color tabSelected: Qt.rgba(0.23, 0.29, 0.35, 1)
+
+    readonly property color background: dark ? "#12171b" : "#ffffff"
+    readonly property color raised: dark ? "#1e262c" : "#ffffff"
+    readonly property color well: dark ? "#0b0f12" : "#f1f5f7"
+    readonly property color text: dark ? "#f2f5f7" : "#1b252d"
+    readonly property color secondaryText: dark ? "#a9b7c0" : "#566571"
+    readonly property color separator: dark ? "#2d373f" : "#dde4e8"
+    readonly property color pressed: dark ? "#2a343c" : "#e6edf1"
+    readonly property color accent: dark ? "#8fb4c6" : "#2f6377"
+    readonly property color onAccent: dark ? "#10181d" : "#ffffff"
+    readonly property color field: dark ? "#1e262c" : "#ffffff"
+    readonly property color fieldBorder: dark ? "#4a5963" : "#9fb0ba"
+    readonly property color focusRing: dark ? "#cfe6f2" : "#1d5c78"
+    readonly property color dim: "#80000000"
+    readonly property color toast: dark ? "#f0e4eaee" : "#f01f2a32"
+    readonly property color toastText: dark ? "#12171b" : "#ffffff"
+
+    readonly property real scale: {
+        const font = Qt.application.font;
+        const points = font.pointSizeF > 0 ? font.pointSizeF : font.pixelSize * 0.75;
+        return Math.max(1, Math.min(1.8, points / 10));
+    }
+    readonly property int titleSize: Math.round(20 * scale)
+    readonly property int bodySize: Math.round(16 * scale)
+    readonly property int smallSize: Math.round(13 * scale)
+    readonly property int tabSize: Math.round(12 * scale)
+    readonly property int touch: 48
+    readonly property int barHeight: 56
+    readonly property int margin: 16
+}

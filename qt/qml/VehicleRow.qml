@@ -1,0 +1,60 @@
+import QtQuick
+
+// A vehicle: its picture, its name and, on a second line, its registration.
+RowBody {
+    id: row
+
+    readonly property LabelItem nameLabel: cell?.outlet("nameLabel") as LabelItem
+    readonly property ImageViewItem photo: cell?.outlet("photoImageView") as ImageViewItem
+    readonly property string name: nameLabel?.text ?? ""
+    readonly property int cut: name.indexOf("\n")
+
+    spoken: name.replace("\n", " ")
+
+    Rectangle {
+        id: disc
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.margin
+        anchors.verticalCenter: parent.verticalCenter
+        width: 48
+        height: 48
+        radius: 24
+        color: Theme.well
+        Image {
+            anchors.centerIn: parent
+            source: row.photo?.source ?? ""
+            sourceSize: Qt.size(36, 36)
+        }
+    }
+
+    Column {
+        anchors.left: disc.right
+        anchors.leftMargin: 14
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+        Text {
+            width: parent.width
+            text: row.cut < 0 ? row.name : row.name.substring(0, row.cut)
+            textFormat: Text.PlainText
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            color: Theme.text
+            font.pixelSize: Theme.bodySize
+            font.weight: Font.DemiBold
+            Accessible.ignored: true
+        }
+        Text {
+            width: parent.width
+            visible: row.cut >= 0
+            text: row.name.substring(row.cut + 1)
+            textFormat: Text.PlainText
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            color: Theme.secondaryText
+            font.pixelSize: Theme.smallSize + 1
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,23 @@
+import QtQuick
+
+// One vehicle: its pages and their tabs.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+    readonly property TabBarItem tabs: screen.outlet("pagesTabBar") as TabBarItem
+
+    ScreenLoader {
+        anchors.fill: parent
+        anchors.bottomMargin: strip.height
+        screen: root.screen.lastChild()
+        focus: true
+    }
+
+    TabStrip {
+        id: strip
+        anchors.bottom: parent.bottom
+        width: parent.width
+        tabBar: root.tabs
+    }
+}

@@ -1,0 +1,2 @@
+// The list of the account's vehicles.
+TablePage {}

@@ -1,0 +1,94 @@
+#include "qt/table_model.h"
+
+namespace fleetor {
+
+CellItem::CellItem(Component& component, Adapters& registry) : ComponentItem(component, registry) {
+  reuseIdentifier_ = toQString(as<TableViewCell>()->reuseIdentifier());
+}
+
+bool CellItem::selectable() const {
+  return read<TableViewCell>([](TableViewCell& c) { return c.selectable(); });
+}
+
+ComponentItem* CellItem::outlet(const QString& name) const {
+  const auto* cell = as<TableViewCell>();
+  return cell ? adapters().itemFor(cell->findOutlet(name.toStdString())) : nullptr;
+}
+
+TableModel::TableModel(TableView& table, Adapters& adapters)
+    : table_(&table), adapters_(adapters), rows_(table.numberOfRows()) {
+  reloaded_ = table.reloaded.connect([this] { reload(); });
+}
+
+int TableModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_;
+}
+
+QVariant TableModel::data(const QModelIndex& index, int role) const {
+  if (!table_ || !checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+  if (role == HeightRole) return table_->heightForRow(index.row());
+  if (role == CellRole)
+    return QVariant::fromValue(adapters_.itemFor<CellItem>(table_->cellForRow(index.row()).get()));
+  return {};
+}
+
+QHash<int, QByteArray> TableModel::roleNames() const {
+  return {{CellRole, "cell"}, {HeightRole, "rowHeight"}};
+}
+
+void TableModel::beginDisplaying(int row) {
+  ++displayed_[row];
+}
+
+void TableModel::endDisplaying(int row) {
+  const auto found = displayed_.find(row);
+  if (found == displayed_.end() || --found->second > 0) return;
+  displayed_.erase(found);
+  if (table_) table_->didEndDisplayingRow(row);
+}
+
+void TableModel::reload() {
+  const int before = rows_;
+  const int now = table_->numberOfRows();
+  if (now > before) {
+    beginInsertRows({}, before, now - 1);
+    rows_ = now;
+    endInsertRows();
+  } else if (now < before) {
+    beginRemoveRows({}, now, before - 1);
+    rows_ = now;
+    endRemoveRows();
+  }
+  if (const int kept = std::min(before, now); kept > 0) Q_EMIT dataChanged(index(0), index(kept - 1));
+}
+
+void TableModel::tableDestroyed() {
+  table_ = nullptr;
+  beginResetModel();
+  rows_ = 0;
+  endResetModel();
+}
+
+TableItem::TableItem(Component& component, Adapters& registry)
+    : ComponentItem(component, registry), model_(*as<TableView>(), registry) {}
+
+bool TableItem::emptyFooter() const {
+  return read<TableView>([](TableView& c) { return c.tableFooterView(); });
+}
+
+int TableItem::selectedRow() const {
+  const auto* table = as<TableView>();
+  const auto path = table ? table->indexPathForSelectedRow() : std::nullopt;
+  return path ? path->row : -1;
+}
+
+void TableItem::tap(int row) {
+  if (auto* table = as<TableView>()) table->tap(row);
+}
+
+void TableItem::refresh() {
+  if (!as<TableView>()) model_.tableDestroyed();
+  ComponentItem::refresh();
+}
+
+}  // namespace fleetor
