@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/queues.h"
-#include "qt/device/memory_key_store.h"
+#include "qt/device/transient_key_store.h"
 
 namespace fleetor {
 
@@ -52,7 +52,7 @@ class GuardedKeyStore final : public KeyStore {
   std::shared_ptr<SystemKeyStore> system_;
   Seconds bound_;
   std::unique_ptr<Worker> worker_;  ///< nothing once memory has taken over
-  MemoryKeyStore memory_;           ///< the client's items as they are known to be in the system's store
+  TransientKeyStore memory_;        ///< the client's items as they are known to be in the system's store
 };
 
 /// The key store of this machine: the Secret Service where there is a usable one, else one in memory. Returns

@@ -3,38 +3,19 @@
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QThread>
-#include <QTimer>
 #include <atomic>
 #include <future>
 #include <memory>
 #include <thread>
 #include <vector>
 
+#include "run_until.h"
+
 namespace fleetor {
 namespace {
 
 using namespace std::chrono_literals;
-
-// Runs the main loop until `done` says so, or fails after some seconds.
-template <class Done>
-void runUntil(Done done) {
-  QEventLoop loop;
-  QTimer poll, limit;
-  bool late = false;
-  QObject::connect(&poll, &QTimer::timeout, [&] {
-    if (done()) loop.quit();
-  });
-  QObject::connect(&limit, &QTimer::timeout, [&] {
-    late = true;
-    loop.quit();
-  });
-  poll.start(1);
-  limit.start(10'000);
-  loop.exec();
-  EXPECT_FALSE(late);
-}
 
 TEST(QtQueues, RunsMainTasksOnTheMainThreadInTheOrderOfEachSender) {
   QtQueues queues;

@@ -191,7 +191,7 @@ class HangingStore final : public SystemKeyStore {
 
   std::shared_future<void> end_;
   std::string problem_;
-  MemoryKeyStore items_;
+  TransientKeyStore items_;
 };
 
 TEST(SilentKeyring, ThatFallsSilentInTheMiddleKeepsTheSession) {

@@ -1,4 +1,4 @@
-#include "qt/device/memory_key_store.h"
+#include "qt/device/transient_key_store.h"
 
 namespace fleetor {
 namespace {
@@ -21,13 +21,13 @@ void dropQuestion(SecItem& item) {
 
 }  // namespace
 
-SecItem* MemoryKeyStore::find(const SecItem& query) {
+SecItem* TransientKeyStore::find(const SecItem& query) {
   for (SecItem& item : items_)
     if (isSameItem(query, item)) return &item;
   return nullptr;
 }
 
-std::optional<SecItem> MemoryKeyStore::copyMatching(const SecItem& query) {
+std::optional<SecItem> TransientKeyStore::copyMatching(const SecItem& query) {
   const SecItem* found = find(query);
   if (!found) return std::nullopt;
   SecItem copy = *found;
@@ -35,13 +35,13 @@ std::optional<SecItem> MemoryKeyStore::copyMatching(const SecItem& query) {
   return copy;
 }
 
-bool MemoryKeyStore::add(const SecItem& item) {
+bool TransientKeyStore::add(const SecItem& item) {
   if (find(item)) return false;
   dropQuestion(items_.emplace_back(item));
   return true;
 }
 
-bool MemoryKeyStore::update(const SecItem& query, const SecItem& changes) {
+bool TransientKeyStore::update(const SecItem& query, const SecItem& changes) {
   SecItem* found = find(query);
   if (!found) return false;
   for (const auto& [name, value] : changes)
@@ -50,7 +50,7 @@ bool MemoryKeyStore::update(const SecItem& query, const SecItem& changes) {
   return true;
 }
 
-bool MemoryKeyStore::remove(const SecItem& query) {
+bool TransientKeyStore::remove(const SecItem& query) {
   return std::erase_if(items_, [&query](const SecItem& item) { return isSameItem(query, item); }) > 0;
 }
 

@@ -7,7 +7,7 @@
 namespace fleetor {
 
 /// A key store that forgets everything when it is destroyed. Main thread only.
-class MemoryKeyStore final : public KeyStore {
+class TransientKeyStore final : public KeyStore {
  public:
   std::optional<SecItem> copyMatching(const SecItem& query) override;
   bool add(const SecItem& item) override;
