@@ -49,8 +49,7 @@ class TrackWriter {
   TrackWriter(const Movements& movements, JsonWriter& json, double startMetres)
       : movements_(movements), json_(json), startMetres_(startMetres) {}
 
-  void point(const Stage& stage, Instant instant, std::string_view label, std::string_view duration) {
-    const Whereabouts where = movements_.inStage(stage, instant);
+  void point(const Whereabouts& where, Instant instant, std::string_view label, std::string_view duration) {
     json_.beginObject().number("lp", count_++);
     writeLocation(json_, where.motion.at);
     json_.member("dateTime", stampText(instant)).member("duration", duration);
@@ -161,16 +160,26 @@ std::string mapAnswer(const Movements& movements, const FleetVehicle& vehicle, D
     // Where one stage ends the next begins, so only the day's last one has an end of its own.
     const Instant end = last ? stage.end + 1 : stage.end;
     if (!stage.drive) {
-      track.point(stage, stage.begin, "Parking", durationText(stage.end - stage.begin));
+      const Whereabouts parked = movements.inStage(stage, stage.begin);
+      track.point(parked, stage.begin, "Parking", durationText(stage.end - stage.begin));
       for (Instant t = stage.begin + 1; dense && t < end; ++t)
-        track.point(stage, t, "", "");
+        track.point(parked, t, "", "");
       continue;
     }
-    const Instant every = dense ? 1 : kSparseSeconds;
-    Instant t = stage.begin;
-    for (; t < end; t += every)
-      track.point(stage, t, "", "");
-    if (last && t - every != stage.end) track.point(stage, stage.end, "", "");
+    Instant reported = stage.begin;
+    double heading = 0;
+    for (Instant t = stage.begin; t < end; ++t) {
+      const Whereabouts where = movements.inStage(stage, t);
+      const bool edge = t == stage.begin || (last && t == stage.end);
+      const bool due = t - reported >= (dense ? 1 : kSparseSeconds);
+      // Bends are reported when they come, so that the drawn line stays on the street.
+      const bool bend =
+          t - reported >= 2 && std::abs(std::remainder(where.motion.heading - heading, 360)) > 20;
+      if (!edge && !due && !bend) continue;
+      track.point(where, t, "", "");
+      reported = t;
+      heading = where.motion.heading;
+    }
   }
   points.endArray();
 

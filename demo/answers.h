@@ -19,7 +19,8 @@ std::string userAnswer(const Account& account);
 std::string vehiclesAnswer(const Account& account, std::size_t offset, std::size_t limit);
 std::string liveAnswer(const Movements& movements, const FleetVehicle& vehicle, Instant now);
 std::string infoAnswer(const Movements& movements, const FleetVehicle& vehicle, Instant now);
-// A point every ten seconds of a drive and one for each stop; `dense`: one for every second of the day.
+// A point at least every ten seconds of a drive and one for each stop; `dense`: one for every second of the
+// day.
 std::string mapAnswer(const Movements& movements, const FleetVehicle& vehicle, Day day, Instant now,
                       bool dense);
 std::string routeAnswer(const Movements& movements, const FleetVehicle& vehicle, Day day, Instant now);

@@ -43,7 +43,7 @@ While the service runs:
   /control/faults    GET lists, POST adds ("live=delay:500*3" as JSON text, or {"endpoint", "kind", "argument",
                      "count"}, or a list of these), DELETE removes all or the one with ?id=N
   /control/requests  GET lists the last requests, DELETE forgets them
-  /control/dense     POST and DELETE switch --dense on and off
+  /control/dense     POST (an empty body will do) and DELETE switch --dense on and off
 )";
   return text;
 }
