@@ -106,6 +106,8 @@ TEST_F(Watching, LeavingTheVehicleEndsThePollingAndReleasesTheScreen) {
   EXPECT_FALSE(screen.expired());  // a poll is still to come
   goTo(31);
   EXPECT_TRUE(screen.expired());
+  client.application.didEnterBackground();  // nobody is left to hear of it
+  client.application.willEnterForeground();
   goTo(100);
   EXPECT_THAT(polls, ElementsAre(0, 15, 30));
 }

@@ -132,7 +132,11 @@ TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
   ASSERT_TRUE(client.root<LoginViewController>());
   client.transport.answer("/token", tokenReply("t"));
   client.signIn("anna", "secret");
-  EXPECT_TRUE(client.find<ChooseVehicleTableViewController>());
+  auto* chooser = client.find<ChooseVehicleTableViewController>();
+  ASSERT_TRUE(chooser);
+  chooser->navigationItem().leftBarButtonItems().at(0)->tap();
+  client.settle();
+  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
   EXPECT_FALSE(client.delegate.showChooser());
 }
 
