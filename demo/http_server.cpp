@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::size_t kMostConnections = 512;
 constexpr std::size_t kLongestBody = 1 << 20;
+constexpr int kKeepAliveSeconds = 30;
 
 // The connection that this thread serves.
 thread_local Connection* servedConnection = nullptr;
@@ -58,6 +59,9 @@ class HttpServer::Implementation : public httplib::Server {
     new_task_queue = [] { return new ThreadPerConnection; };
     set_tcp_nodelay(true);
     set_payload_max_length(kLongestBody);
+    // What the library tells its clients; the loop below keeps to it.
+    set_keep_alive_timeout(kKeepAliveSeconds);
+    set_keep_alive_max_count(1000000);
     const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
       serve(request, response);
     };
@@ -95,12 +99,11 @@ class HttpServer::Implementation : public httplib::Server {
 
  private:
   bool process_and_close_socket(socket_t socket) override {
-    constexpr int kKeepAliveMilliseconds = 30000;
     if (admit(socket)) {
       Connection connection(socket);
       servedConnection = &connection;
       bool open = true;
-      while (open && connection.waitForRequest(kKeepAliveMilliseconds)) {
+      while (open && connection.waitForRequest(kKeepAliveSeconds * 1000)) {
         alreadyServed = false;
         bool closed = false;
         open = process_request(connection, false, closed, nullptr) && !closed;

@@ -5,6 +5,9 @@
 namespace fleetor::demo {
 namespace {
 
+// 2200-01-01. The odometers are summed up day by day, so a start in a far future would take its time.
+constexpr Instant kLatestStart = 7258118400;
+
 Instant systemNow() {
   return std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
 }
@@ -89,7 +92,8 @@ std::optional<ProgramOptions> parseOptions(const std::vector<std::string_view>& 
       options.service.seed = static_cast<std::uint64_t>(*number);
     } else if (name == "--state" && !value->empty()) {
       options.service.stateFile = *value;
-    } else if (const auto instant = parseInstant(*value); name == "--now" && instant) {
+    } else if (const auto instant = parseInstant(*value);
+               name == "--now" && instant && *instant < kLatestStart) {
       options.service.now = clockFrom(*instant);
     } else if (name == "--fault") {
       const auto fault = parseFault(*value, problem);

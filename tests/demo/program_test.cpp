@@ -117,6 +117,7 @@ TEST(DemoProgram, ExplainsAWrongOptionAndHowToCallIt) {
                                                  {"--fault", "live"},
                                                  {"demo"},
                                                  {"--now", "2026-13-01"},
+                                                 {"--now", "9999-01-01"},
                                                  {"--state="},
                                                  {"--now", "2026-01-01 24:00:00"},
                                                  {"-p", "1"}};
