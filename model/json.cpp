@@ -1,8 +1,10 @@
 #include "model/json.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "model/json_document.h"
+#include "model/large_pages.h"
 
 namespace fleetor {
 
@@ -48,8 +50,14 @@ simdjson::error_code parse(std::string& bytes, simdjson::dom::document& parsed) 
   const std::size_t mark = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
   bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING);
   simdjson::dom::parser parser;
-  if (const auto error = parser.allocate(0, deepestNesting + 1)) return error;
-  return parser.parse_into_document(parsed, bytes.data() + mark, bytes.size() - mark, false).error();
+  const std::size_t size = bytes.size() - mark;
+  const std::size_t capacity = std::max<std::size_t>(size, 64);
+  if (const auto error = parser.allocate(capacity, deepestNesting + 1)) return error;
+  if (const auto error = parsed.allocate(capacity)) return error;
+  json::preferLargePages(parser.implementation->structural_indexes.get(), capacity * sizeof(std::uint32_t));
+  json::preferLargePages(parsed.tape.get(), capacity * sizeof(std::uint64_t));
+  json::preferLargePages(parsed.string_buf.get(), capacity);
+  return parser.parse_into_document(parsed, bytes.data() + mark, size, false).error();
 }
 
 }  // namespace

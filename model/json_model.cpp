@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "model/json_document.h"
+#include "model/large_pages.h"
 
 namespace fleetor::json {
 
@@ -207,6 +208,8 @@ class Mapper {
               std::string(property.type->name) + ">* but the corresponding JSON value is not a JSON Array.");
         void* list = property.make(member);
         property.type->reserve(list, std::min(values.size(), longestReserve));
+        preferLargePages(property.type->storage(list),
+                         property.type->recordSize * std::min(values.size(), longestReserve));
         if (auto fault = array(values, *property.type, list)) return at(property, std::move(*fault));
         return {};
       }

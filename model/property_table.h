@@ -86,7 +86,9 @@ struct RecordType {
   bool hasKeyMapper;
   bool hasKeyPaths;                      ///< some key holds a "."
   bool (*validate)(const void* record);  ///< null accepts everything
+  std::size_t recordSize;
   void (*reserve)(void* list, std::size_t count);
+  void* (*storage)(void* list);
   void* (*append)(void* list);
   std::size_t (*size)(const void* list);
   const void* (*element)(const void* list, std::size_t index);
@@ -207,6 +209,7 @@ struct TableOf {
 
   static bool validate(const void* record) { return static_cast<const R*>(record)->validate(); }
   static void reserve(void* list, std::size_t count) { static_cast<std::vector<R>*>(list)->reserve(count); }
+  static void* storage(void* list) { return static_cast<std::vector<R>*>(list)->data(); }
   static void* append(void* list) { return &static_cast<std::vector<R>*>(list)->emplace_back(); }
   static std::size_t size(const void* list) { return static_cast<const std::vector<R>*>(list)->size(); }
   static const void* element(const void* list, std::size_t index) {
@@ -223,7 +226,9 @@ struct TableOf {
                                    R::keyMapper().has_value(),
                                    hasKeyPaths(),
                                    keepsDefaultValidate ? nullptr : &validate,
+                                   sizeof(R),
                                    &reserve,
+                                   &storage,
                                    &append,
                                    &size,
                                    &element};
