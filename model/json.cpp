@@ -77,10 +77,10 @@ Result<JSONValue> decodeJSON(std::string bytes) {
 }
 
 bool JSONValue::isObject() const {
-  return document_ && document_->root().is_object();
+  return document_ && json::Node::root(*document_).kind() == json::Node::object;
 }
 bool JSONValue::isArray() const {
-  return document_ && document_->root().is_array();
+  return document_ && json::Node::root(*document_).kind() == json::Node::array;
 }
 
 }  // namespace fleetor

@@ -2,6 +2,8 @@
 
 #include <simdjson.h>
 
+#include <cstring>
+
 #include "model/text.h"
 
 namespace fleetor::json {
@@ -22,24 +24,81 @@ class DocumentArena final : public TextArena {
 /// A decoded document: the parser's tape, which dies with the last handle, over texts that may outlive it.
 class Document {
  public:
-  explicit Document(simdjson::dom::document parsed) : parsed_(std::move(parsed)) {
-    arena_ = new DocumentArena(std::move(parsed_.string_buf));
-    // The tape reads its texts through this pointer; the arena owns them.
-    parsed_.string_buf.reset(reinterpret_cast<std::uint8_t*>(arena_->writableBytes()));
-  }
+  explicit Document(simdjson::dom::document parsed)
+      : tape_(std::move(parsed.tape)), arena_(new DocumentArena(std::move(parsed.string_buf))) {}
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
-  ~Document() {
-    static_cast<void>(parsed_.string_buf.release());
-    arena_->release();
-  }
+  ~Document() { arena_->release(); }
 
-  simdjson::dom::element root() const { return parsed_.root(); }
+  const std::uint64_t* tape() const { return tape_.get(); }
   const TextArena* arena() const { return arena_; }
 
  private:
-  simdjson::dom::document parsed_;
+  std::unique_ptr<std::uint64_t[]> tape_;
   DocumentArena* arena_;
+};
+
+/// One value of a document, as a position on its tape: a word with the kind in the upper 8 bits. A number is
+/// in the next word, a text begins at the lower bits' place among the texts (its length in 4 bytes first),
+/// and the opening word of a container knows where the container ends. Nothing is checked: the parser has
+/// made the tape.
+class Node {
+ public:
+  enum Kind : char {
+    object = '{',
+    array = '[',
+    text = '"',
+    integer = 'l',
+    unsignedInteger = 'u',
+    real = 'd',
+    yes = 't',
+    no = 'f',
+    null = 'n'
+  };
+
+  Node(const std::uint64_t* tape, std::size_t index) : tape_(tape), index_(index) {}
+  static Node root(const Document& document) { return {document.tape(), 1}; }
+
+  Kind kind() const { return static_cast<Kind>(tape_[index_] >> 56); }
+
+  std::int64_t asInteger() const { return static_cast<std::int64_t>(tape_[index_ + 1]); }
+  std::uint64_t asUnsigned() const { return tape_[index_ + 1]; }
+  double asReal() const { return std::bit_cast<double>(tape_[index_ + 1]); }
+
+  /// Where the bytes of a text or key begin among the texts.
+  std::size_t textOffset() const { return (tape_[index_] & 0x00FF'FFFF'FFFF'FFFF) + sizeof(std::uint32_t); }
+  static std::uint32_t textLength(const char* text) {
+    std::uint32_t length;
+    std::memcpy(&length, text - sizeof length, sizeof length);
+    return length;
+  }
+
+  // The members of a container: for (n = first(); n.index() != end(); n = n.next()). In an object, keys and
+  // values take turns.
+  Node first() const { return {tape_, index_ + 1}; }
+  std::size_t end() const { return (tape_[index_] & 0xFFFF'FFFF) - 1; }
+  std::size_t index() const { return index_; }
+  /// Number of members; from 16,777,215 on, that number.
+  std::size_t count() const { return tape_[index_] >> 32 & 0xFF'FFFF; }
+
+  Node next() const {
+    switch (kind()) {
+      case object:
+      case array:
+        return {tape_, tape_[index_] & 0xFFFF'FFFF};
+      case integer:
+      case unsignedInteger:
+      case real:
+        return {tape_, index_ + 2};
+      default:
+        return {tape_, index_ + 1};
+    }
+  }
+  Node at(std::size_t index) const { return {tape_, index}; }
+
+ private:
+  const std::uint64_t* tape_;
+  std::size_t index_;
 };
 
 }  // namespace fleetor::json

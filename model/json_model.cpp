@@ -13,7 +13,6 @@ namespace fleetor::json {
 
 namespace {
 
-namespace dom = simdjson::dom;
 using Fault = std::optional<JSONModelError>;
 
 /// Hands out texts. References to the document's arena are borrowed in one large batch, and what is left is
@@ -28,10 +27,17 @@ class TextSource {
     if (digits_) digits_->release();
   }
 
-  Text slice(std::string_view text) {
+  Text slice(Node node) {
     --left_;
-    return Text::adopt(arena_, static_cast<std::uint32_t>(text.data() - arena_->bytes()),
-                       static_cast<std::uint32_t>(text.size()));
+    const std::size_t offset = node.textOffset();
+    return Text::adopt(arena_, static_cast<std::uint32_t>(offset),
+                       Node::textLength(arena_->bytes() + offset));
+  }
+
+  /// The bytes of a text or key; at least 64 more may be read behind them.
+  std::string_view view(Node node) const {
+    const char* text = arena_->bytes() + node.textOffset();
+    return {text, Node::textLength(text)};
   }
 
   /// A text of its own, several to a block.
@@ -59,21 +65,31 @@ class TextSource {
   std::size_t digitsCapacity_ = 32;
 };
 
-std::string_view typeText(dom::element_type type) {
-  switch (type) {
-    case dom::element_type::ARRAY:
+std::string_view typeText(Node::Kind kind) {
+  switch (kind) {
+    case Node::array:
       return "array";
-    case dom::element_type::OBJECT:
+    case Node::object:
       return "object";
-    case dom::element_type::STRING:
+    case Node::text:
       return "string";
-    case dom::element_type::BOOL:
+    case Node::yes:
+    case Node::no:
       return "boolean";
-    case dom::element_type::NULL_VALUE:
+    case Node::null:
       return "null";
     default:
       return "number";
   }
+}
+
+/// Compares the first eight bytes, which is the whole of most keys, in one step.
+bool matches(const PropertyEntry& property, std::string_view key) {
+  if (property.key.size() != key.size()) return false;
+  std::uint64_t word;
+  std::memcpy(&word, key.data(), sizeof word);
+  if ((word ^ property.keyWord) & property.keyMask) return false;
+  return key.size() <= sizeof word || property.key.substr(sizeof word) == key.substr(sizeof word);
 }
 
 /// Integral values up to 2^53 and beyond print without fraction; the plain decimal form is kept as long as it
@@ -99,9 +115,8 @@ class Mapper {
  public:
   explicit Mapper(TextSource& texts) : texts_(texts) {}
 
-  Fault record(dom::element value, const RecordType& type, void* out) {
-    dom::object object;
-    if (value.get(object))
+  Fault record(Node value, const RecordType& type, void* out) {
+    if (value.kind() != Node::object)
       return JSONModelError::invalidData(
           "Attempt to initialize JSONModel object using initWithDictionary:error: but the dictionary "
           "parameter was not "
@@ -109,28 +124,33 @@ class Mapper {
 
     Found found;
     if (type.hasKeyPaths)
-      findByKeyPaths(object, type, found);
+      findByKeyPaths(value, type, found);
     else
-      findByKeys(object, type, found);
-    if (const std::uint64_t missing = type.required & ~found.present) return missingKeys(type, missing);
+      findByKeys(value, type, found);
+    if (const std::uint64_t missing = type.required & ~found.filled) return missingKeys(type, missing);
 
     for (std::size_t i = 0; i < type.count; ++i) {
       if (!(found.filled >> i & 1)) continue;
-      if (auto fault = fill(found.values[i].element, type, type.properties[i], type.properties[i].at(out)))
+      const auto& property = type.properties[i];
+      const Node node = value.at(found.values[i]);
+      // Texts are almost all there is, so they take the short way.
+      if (property.kind == PropertyKind::text && node.kind() == Node::text)
+        *static_cast<Text*>(property.at(out)) = texts_.slice(node);
+      else if (auto fault = fill(node, type, property, property.at(out)))
         return fault;
     }
     if (type.validate && !type.validate(out)) return JSONModelError::modelIsInvalid();
     return {};
   }
 
-  Fault array(dom::array values, const RecordType& type, void* list) {
-    for (const dom::element value : values) {
+  Fault array(Node values, const RecordType& type, void* list) {
+    for (Node value = values.first(); value.index() != values.end(); value = value.next()) {
       const std::size_t made = type.size(list);
       Fault fault;
-      if (value.is_object()) {
+      if (value.kind() == Node::object) {
         fault = record(value, type, type.append(list));
-      } else if (value.is_array()) {
-        fault = array(dom::array(value), type, list);
+      } else if (value.kind() == Node::array) {
+        fault = array(value, type, list);
       }
       if (fault) {
         // Counts records, not positions: what was skipped in front does not count.
@@ -142,38 +162,50 @@ class Mapper {
   }
 
  private:
-  union Slot {
-    Slot() {}
-    dom::element element;
-  };
-
-  /// What an object holds for each property. `present` counts as there, `filled` has a value in `values`.
+  /// Where an object holds each property. Bit i of `filled`: there is a value, at `values[i]` on the tape.
   struct Found {
-    std::uint64_t present = 0;
     std::uint64_t filled = 0;
-    Slot values[64];
+    std::size_t values[64];
   };
 
-  static void findByKeys(dom::object object, const RecordType& type, Found& found) {
+  void findByKeys(Node object, const RecordType& type, Found& found) const {
     std::size_t expected = 0;
-    for (auto field = object.begin(); field != object.end(); ++field) {
-      const std::string_view key = field.key();
+    const std::size_t end = object.end();
+    for (Node key = object.first(); key.index() != end;) {
+      const std::string_view name = texts_.view(key);
+      const Node value(key.at(key.index() + 1));
       std::size_t i = expected;
-      for (std::size_t tried = 0; tried < type.count; ++tried) {
+      for (std::size_t tried = 0; tried < type.count; ++tried, ++i) {
         if (i >= type.count) i = 0;
-        if (type.properties[i].key == key) {
-          found.values[i].element = field.value();
-          found.filled |= std::uint64_t{1} << i;
-          expected = i + 1;
-          break;
-        }
-        ++i;
+        if (!matches(type.properties[i], name)) continue;
+        found.values[i] = value.index();
+        found.filled |= std::uint64_t{1} << i;
+        expected = i + 1;
+        break;
       }
+      key = value.next();
     }
-    found.present = found.filled;
   }
 
-  static void findByKeyPaths(dom::object object, const RecordType& type, Found& found);
+  void findByKeyPaths(Node object, const RecordType& type, Found& found) const {
+    for (std::size_t i = 0; i < type.count; ++i) {
+      if (const auto value = valueAtKeyPath(object, type.properties[i].key)) {
+        found.values[i] = value->index();
+        found.filled |= std::uint64_t{1} << i;
+      }
+    }
+  }
+
+  /// The value at the end of a path of keys, if there is one. Of duplicate keys, the last.
+  std::optional<Node> valueAtKeyPath(Node object, std::string_view path) const {
+    const auto dot = path.find('.');
+    std::optional<Node> last;
+    for (Node key = object.first(); key.index() != object.end(); key = key.next().next())
+      if (texts_.view(key) == path.substr(0, dot)) last = key.next();
+    if (!last || dot == path.npos) return last;
+    if (last->kind() != Node::object) return std::nullopt;
+    return valueAtKeyPath(*last, path.substr(dot + 1));
+  }
 
   static JSONModelError missingKeys(const RecordType& type, std::uint64_t missing) {
     std::vector<std::string> names;
@@ -182,8 +214,8 @@ class Mapper {
     return JSONModelError::invalidDataWithMissingKeys(std::move(names));
   }
 
-  Fault fill(dom::element value, const RecordType& type, const PropertyEntry& property, void* member) {
-    if (value.is_null()) {
+  Fault fill(Node value, const RecordType& type, const PropertyEntry& property, void* member) {
+    if (value.kind() == Node::null) {
       if (property.isOptional) return {};
       return at(property, JSONModelError::invalidData("Value of required model key " +
                                                       std::string(property.name) + " is null"));
@@ -201,63 +233,68 @@ class Mapper {
         return {};
       }
       case PropertyKind::array: {
-        dom::array values;
-        if (value.get(values))
+        if (value.kind() != Node::array)
           return JSONModelError::invalidDataWithTypeMismatch(
               "Property '" + std::string(property.name) + "' is declared as NSArray<" +
               std::string(property.type->name) + ">* but the corresponding JSON value is not a JSON Array.");
         void* list = property.make(member);
-        property.type->reserve(list, std::min(values.size(), longestReserve));
+        property.type->reserve(list, std::min(value.count(), longestReserve));
         preferLargePages(property.type->storage(list),
-                         property.type->recordSize * std::min(values.size(), longestReserve));
-        if (auto fault = array(values, *property.type, list)) return at(property, std::move(*fault));
+                         property.type->recordSize * std::min(value.count(), longestReserve));
+        if (auto fault = array(value, *property.type, list)) return at(property, std::move(*fault));
         return {};
       }
     }
     return {};
   }
 
-  Fault fillText(dom::element value, const RecordType& type, const PropertyEntry& property, Text& out) {
+  Fault fillText(Node value, const RecordType& type, const PropertyEntry& property, Text& out) {
     char digits[400];
     char* const end = digits + sizeof digits;
-    switch (value.type()) {
-      case dom::element_type::STRING:
-        out = texts_.slice(std::string_view(value));
+    switch (value.kind()) {
+      case Node::text:
+        out = texts_.slice(value);
         return {};
-      case dom::element_type::BOOL:
-        out = texts_.copy(bool(value) ? "1" : "0");
+      case Node::yes:
+        out = texts_.copy("1");
         return {};
-      case dom::element_type::INT64:
-        out = texts_.copy({digits, std::to_chars(digits, end, std::int64_t(value)).ptr});
+      case Node::no:
+        out = texts_.copy("0");
         return {};
-      case dom::element_type::UINT64:
-        out = texts_.copy({digits, std::to_chars(digits, end, std::uint64_t(value)).ptr});
+      case Node::integer:
+        out = texts_.copy({digits, std::to_chars(digits, end, value.asInteger()).ptr});
         return {};
-      case dom::element_type::DOUBLE:
-        out = texts_.copy({digits, doubleText(double(value), digits, end)});
+      case Node::unsignedInteger:
+        out = texts_.copy({digits, std::to_chars(digits, end, value.asUnsigned()).ptr});
+        return {};
+      case Node::real:
+        out = texts_.copy({digits, doubleText(value.asReal(), digits, end)});
         return {};
       default:
         return notSupported(value, type, property);
     }
   }
 
-  static Fault fillInteger(dom::element value, const RecordType& type, const PropertyEntry& property,
-                           std::int64_t& out) {
-    switch (value.type()) {
-      case dom::element_type::STRING:
-        out = integerValue(std::string_view(value));
+  Fault fillInteger(Node value, const RecordType& type, const PropertyEntry& property,
+                    std::int64_t& out) const {
+    switch (value.kind()) {
+      case Node::text:
+        out = integerValue(texts_.view(value));
         return {};
-      case dom::element_type::BOOL:
-        out = bool(value) ? 1 : 0;
+      case Node::yes:
+        out = 1;
         return {};
-      case dom::element_type::INT64:
-        out = std::int64_t(value);
+      case Node::no:
+        out = 0;
         return {};
-      case dom::element_type::UINT64:
+      case Node::integer:
+        out = value.asInteger();
+        return {};
+      case Node::unsignedInteger:
         out = std::numeric_limits<std::int64_t>::max();
         return {};
-      case dom::element_type::DOUBLE:
-        out = integerPart(double(value));
+      case Node::real:
+        out = integerPart(value.asReal());
         return {};
       default:
         return notSupported(value, type, property);
@@ -266,10 +303,9 @@ class Mapper {
 
   /// An object or array under a key that takes text or a number. It is the service's mistake, so it is an
   /// error like any other and never stops the program.
-  static JSONModelError notSupported(dom::element value, const RecordType& type,
-                                     const PropertyEntry& property) {
+  static JSONModelError notSupported(Node value, const RecordType& type, const PropertyEntry& property) {
     return at(property,
-              JSONModelError::invalidData(std::string(typeText(value.type())) + " type not supported for " +
+              JSONModelError::invalidData(std::string(typeText(value.kind())) + " type not supported for " +
                                           std::string(type.name) + "." + std::string(property.name)));
   }
 
@@ -284,40 +320,18 @@ class Mapper {
   TextSource& texts_;
 };
 
-/// The value at the end of a path of keys, if there is one. Of duplicate keys, the last.
-std::optional<dom::element> valueAtKeyPath(dom::object object, std::string_view path) {
-  const auto dot = path.find('.');
-  std::optional<dom::element> last;
-  for (auto field = object.begin(); field != object.end(); ++field)
-    if (field.key() == path.substr(0, dot)) last = field.value();
-  if (!last || dot == path.npos) return last;
-  dom::object inner;
-  if (last->get(inner)) return std::nullopt;
-  return valueAtKeyPath(inner, path.substr(dot + 1));
-}
-
-void Mapper::findByKeyPaths(dom::object object, const RecordType& type, Found& found) {
-  for (std::size_t i = 0; i < type.count; ++i) {
-    if (const auto value = valueAtKeyPath(object, type.properties[i].key)) {
-      found.values[i].element = *value;
-      found.filled |= std::uint64_t{1} << i;
-    }
-  }
-  found.present = found.filled;
-}
-
 }  // namespace
 
 Fault mapRecord(JSONValue value, const RecordType& type, void* record) {
   if (value.isNil()) return JSONModelError::inputIsNil();
   TextSource texts(value.document()->arena());
-  return Mapper(texts).record(value.document()->root(), type, record);
+  return Mapper(texts).record(Node::root(*value.document()), type, record);
 }
 
 Fault mapArray(JSONValue value, const RecordType& type, void* records) {
   TextSource texts(value.document()->arena());
-  dom::array values;
-  if (value.document()->root().get(values))
+  const Node values = Node::root(*value.document());
+  if (values.kind() != Node::array)
     return JSONModelError::invalidDataWithTypeMismatch("The JSON value is not a JSON Array.");
   return Mapper(texts).array(values, type, records);
 }

@@ -67,7 +67,9 @@ enum class PropertyKind : std::uint8_t { text, integer, record, array };
 /// A property with its types erased: what the engine works on.
 struct PropertyEntry {
   std::string_view name;
-  std::string_view key;  ///< the JSON key, through the record's key mapper
+  std::string_view key;   ///< the JSON key, through the record's key mapper
+  std::uint64_t keyWord;  ///< the key's first eight bytes as they lie in memory, and which of them count
+  std::uint64_t keyMask;
   PropertyKind kind;
   bool isOptional;
   void* (*at)(void* record);                          ///< the data member
@@ -148,6 +150,11 @@ constexpr PropertyEntry entryOf(Property<Member> property) {
   entry.name = property.name;
   entry.key = property.name;
   if (const auto mapper = R::keyMapper()) entry.key = mapper->modelToJSONKey(property.name);
+  for (std::size_t i = 0; i < entry.key.size() && i < 8; ++i) {
+    const auto shift = 8 * (std::endian::native == std::endian::little ? i : 7 - i);
+    entry.keyWord |= std::uint64_t{static_cast<unsigned char>(entry.key[i])} << shift;
+    entry.keyMask |= std::uint64_t{0xFF} << shift;
+  }
   entry.isOptional = property.isOptional;
   entry.at = [](void* record) -> void* { return &(static_cast<R*>(record)->*Member); };
   if constexpr (isText) {
