@@ -50,11 +50,13 @@ void LaunchViewController::prepareForSegue(Segue& segue, const std::any&) {
 }
 
 void LaunchViewController::termsViewControllerDidAgree(TermsViewController&) {
-  dismissViewControllerAnimated(true, [self = sharedFrom(this)] {
-    self->standardSettings_.setObject(std::string(termsAcceptedKey), termsAcceptedKey);
-    self->standardSettings_.synchronize();
-    self->appDelegate().showMainOrLogin();
-    self->showed_ = false;
+  // This screen owns its dismissal and lives while that ends; a dismissal that owned the screen would keep
+  // both for ever when the program ends first.
+  dismissViewControllerAnimated(true, [this] {
+    standardSettings_.setObject(std::string(termsAcceptedKey), termsAcceptedKey);
+    standardSettings_.synchronize();
+    appDelegate().showMainOrLogin();
+    showed_ = false;
   });
 }
 
