@@ -150,6 +150,8 @@ void VehicleViewController::didEnterBackground() {
 }
 
 void VehicleViewController::wilEnterForeground() {
+  // A poll still to come keeps a screen that was left alive for a while; a new loop would keep it for ever.
+  if (!parentViewController() && appearanceState() == AppearanceState::disappeared) return;
   refreshFlag_ = true;
   loadItems();
   pages_[static_cast<std::size_t>(swipeTabBarController_->selectedIndex())]->tabSelected();

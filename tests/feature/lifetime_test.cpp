@@ -146,5 +146,27 @@ TEST_P(Lifetime, NothingSurvivesAClientThatEndsInTheMiddleOfEverything) {
   EXPECT_THAT(census.alive(), testing::IsEmpty());
 }
 
+// The poll that was still to come may run; coming back to the program must not start a new loop for a screen
+// that the user has left.
+TEST_P(Lifetime, AVehicleThatWasLeftStaysLeftAfterATripToTheBackground) {
+  Client client(machine);
+  client.start();
+  Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
+  client.settle();
+  const std::weak_ptr<ViewController> left = client.open(0)->weak_from_this();
+  if (onTablet())
+    client.open(1);
+  else
+    client.find<VehicleViewController>()->navigationItem().leftBarButtonItems().at(0)->tap();
+  client.settle();
+  client.application.didEnterBackground();
+  client.application.willEnterForeground();
+  client.advance(31);
+  EXPECT_TRUE(left.expired());
+  client.takeRequests();
+  client.advance(60);
+  EXPECT_THAT(client.takeRequests(), testing::Each("GET /live?vehid=2"));
+}
+
 }  // namespace
 }  // namespace fleetor::test
