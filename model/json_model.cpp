@@ -92,9 +92,8 @@ bool matches(const PropertyEntry& property, std::string_view key) {
   return key.size() <= sizeof word || property.key.substr(sizeof word) == key.substr(sizeof word);
 }
 
-/// Integral values up to 2^53 and beyond print without fraction; the plain decimal form is kept as long as it
-/// is shorter than anybody's patience, an exponent takes over outside of 1e-5 to 1e17. Always the shortest
-/// that reads back the same.
+/// The shortest text that reads back the same: without fraction when there is none (42.0 gives 42), plain
+/// from 1e-5 up to 1e17, with an exponent outside.
 std::size_t doubleText(double value, char* out, char* end) {
   const double size = std::fabs(value);
   const bool plain = size == 0 || (size >= 1e-5 && size < 1e17);
