@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <cstdlib>
-#include <regex>
 
 #include "qt/device/desktop_device.h"
 #include "qt/device/file_settings.h"
@@ -117,7 +116,7 @@ TEST_F(DeviceFiles, TheVendorIdentifierIsDrawnOnceForEachInstallation) {
     return first;
   };
   const std::string here = identifier("here.json");
-  EXPECT_TRUE(std::regex_match(here, std::regex("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"))) << here;
+  EXPECT_THAT(here, testing::MatchesRegex("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"));
   EXPECT_EQ(identifier("here.json"), here);
   EXPECT_NE(identifier("there.json"), here);
   write(path("here.json"), R"({"VendorIdentifier":"not one"})");
