@@ -52,8 +52,10 @@ bool isSameOrigin(const QUrl& left, const QUrl& right) {
   return left.scheme() == right.scheme() && left.host() == right.host() && port(left) == port(right);
 }
 
-// The code for a transfer that broke; 0 when the service answered and only its status is an error.
-long codeOf(QNetworkReply::NetworkError error, bool answered) {
+// The code for a transfer that broke; 0 when the service answered and only its status (0: none came) is an
+// error.
+long codeOf(QNetworkReply::NetworkError error, int status) {
+  const bool answered = status != 0;
   switch (error) {
     case QNetworkReply::NoError:
       return 0;
@@ -80,8 +82,9 @@ long codeOf(QNetworkReply::NetworkError error, bool answered) {
       return hasNetworkInterface() ? url_error::cannotConnectToHost : url_error::notConnectedToInternet;
     case QNetworkReply::ProtocolFailure:
     case QNetworkReply::ProtocolInvalidOperationError:
-    case QNetworkReply::UnknownContentError:
       return answered ? 0 : url_error::cannotParseResponse;
+    case QNetworkReply::UnknownContentError:  // an error status, or a body that could not be unpacked
+      return status >= 400 ? 0 : url_error::cannotDecodeContentData;
     default:
       return answered ? 0 : url_error::networkConnectionLost;
   }
@@ -95,6 +98,14 @@ bool answersWhole(const QNetworkReply& reply, int status) {
   if (reply.error() != QNetworkReply::ContentReSendError || status == 0) return false;
   return status == 307 || status == 308 ||
          (!reply.hasRawHeader("Content-Length") && !reply.hasRawHeader("Transfer-Encoding"));
+}
+
+// The manager at times takes an answer for whole although the connection was closed inside its body. It drops
+// the length of a packed body once it unpacks it.
+bool endsTooSoon(const QNetworkReply& reply, int status, std::size_t received) {
+  if (status < 200 || status == 204 || status == 304) return false;  // these announce what they do not send
+  const qlonglong announced = reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
+  return announced > 0 && received < static_cast<std::size_t>(announced);
 }
 
 }  // namespace
@@ -178,7 +189,9 @@ void HttpExchange::finishHop() {
   read();
   if (!done_) return;  // the last bytes were too many
   const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-  const long error = answersWhole(*reply_, status) ? 0 : codeOf(reply_->error(), status != 0);
+  long error = answersWhole(*reply_, status) ? 0 : codeOf(reply_->error(), status);
+  if (error == 0 && endsTooSoon(*reply_, status, answer_.body.size()))
+    error = url_error::networkConnectionLost;
   if (error == 0 && followRedirect(status)) return;
 
   answer_.status = status;

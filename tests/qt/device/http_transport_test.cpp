@@ -206,6 +206,8 @@ TEST(HttpTransport, NamesEveryWayInWhichATransferBreaks) {
        url_error::dataLengthExceedsMaximum},
       {"redirected for ever", always(answer("", "302 Found", "Location: /again\r\n")), 0,
        url_error::tooManyRedirects},
+      {"packed, and broken", once(answer("not packed at all", "200 OK", "Content-Encoding: gzip\r\n")), 200,
+       url_error::cannotDecodeContentData},
       {"body up to the close", once("HTTP/1.1 200 OK\r\n\r\n{}"), 200, 0},
       {"longest body", once(answer(std::string(1000, 'x'))), 200, 0},
   };
@@ -221,6 +223,17 @@ TEST(HttpTransport, NamesEveryWayInWhichATransferBreaks) {
   EXPECT_EQ(fetch(transport, get(closed)).error, url_error::cannotConnectToHost);
   EXPECT_THAT(fetch(transport, get("http://nowhere.invalid/")).error,
               AnyOf(url_error::cannotFindHost, url_error::notConnectedToInternet));
+}
+
+TEST(HttpTransport, NeverTakesACutAnswerForWhole) {
+  RawServer server([](RawServer::Peer& peer) {
+    peer.read();
+    peer.write("HTTP/1.1 200 OK\r\nContent-Length: 300000\r\n\r\n{}");
+  });
+  HttpTransport transport;
+  // What the manager makes of it hangs on how fast the end follows the beginning.
+  for (int i = 0; i < 50; i++)
+    ASSERT_EQ(fetch(transport, get(server.url("/x"))).error, url_error::networkConnectionLost) << i;
 }
 
 TEST(HttpTransport, NeverSendsAnythingButGetAndDeleteTwice) {
