@@ -1,5 +1,7 @@
 #include "shell/resource_url.h"
 
+#include <string_view>
+
 namespace fleetor {
 
 std::string fileURLForResource(const Device& device, const std::string& name, const std::string& type) {
@@ -9,7 +11,7 @@ std::string fileURLForResource(const Device& device, const std::string& name, co
   std::string url = "file://";
   for (const char c : path) {
     const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-                       unescaped.find(c) != unescaped.npos;
+                       unescaped.find(c) != std::string_view::npos;
     if (plain) {
       url += c;
       continue;
