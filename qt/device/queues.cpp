@@ -106,12 +106,12 @@ QtQueues::~QtQueues() {
   parts_->pool.waitForDone();
 }
 
+// Never dropped here, on a thread that may not be the main one: what a task holds goes with the loop.
 void QtQueues::main(Task task) {
-  if (!parts_->closing) QCoreApplication::postEvent(&parts_->loop, new TaskEvent(std::move(task)));
+  QCoreApplication::postEvent(&parts_->loop, new TaskEvent(std::move(task)));
 }
 
 void QtQueues::mainAfter(Seconds delay, Task task) {
-  if (parts_->closing) return;
   // A year is as good as never, and keeps the moment well inside the range of the clock.
   const Seconds bounded = delay.count() > 0 ? std::min(delay, Seconds(365.0 * 24 * 3600)) : Seconds(0);
   const auto due = TimerClock::now() + std::chrono::ceil<TimerClock::duration>(bounded);

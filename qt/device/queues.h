@@ -11,7 +11,8 @@ namespace fleetor {
 /// begins.
 ///
 /// The destructor runs on the main thread. It waits for the global tasks that are running, drops every other
-/// task without running it, and drops whatever those running tasks still post.
+/// task without running it, and drops whatever those running tasks still post. What a dropped main task holds
+/// is released on the main thread.
 class QtQueues final : public Queues {
  public:
   QtQueues();

@@ -81,6 +81,8 @@ TEST(QtQueues, DropsWaitingTasksAndWaitsForRunningOnesWhenDestroyed) {
   auto captured = std::make_shared<int>();
   std::promise<void> running;
   std::atomic<bool> ended = false;
+  std::thread::id releasedOn;
+  std::shared_ptr<void> screen(nullptr, [&](void*) { releasedOn = std::this_thread::get_id(); });
   {
     QtQueues queues;
     const auto never = [&ran, captured] { ran++; };
@@ -94,6 +96,7 @@ TEST(QtQueues, DropsWaitingTasksAndWaitsForRunningOnesWhenDestroyed) {
     queues.global([&] {
       running.set_value();
       std::this_thread::sleep_for(50ms);
+      queues.main([screen = std::move(screen)] {});
       queues.main(never);
       queues.global(never);
       ended = true;
@@ -103,6 +106,7 @@ TEST(QtQueues, DropsWaitingTasksAndWaitsForRunningOnesWhenDestroyed) {
       queues.global([captured] { std::this_thread::sleep_for(1ms); });
   }
   EXPECT_TRUE(ended);
+  EXPECT_EQ(releasedOn, std::this_thread::get_id());
   std::this_thread::sleep_for(5ms);
   QCoreApplication::processEvents();
   EXPECT_EQ(ran, 0);
