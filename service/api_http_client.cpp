@@ -224,10 +224,12 @@ void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::str
     });
   };
 
-  client->device.queues.global([=, state = client] {
+  client->device.queues.global([=, state = client]() mutable {
     state->indicator->operationStarted();
     try {
       if (state->send(buildRequest(*state, url, method, params, bodyData, headers), ended)) return;
+      // Nobody will call the completion; what it captures may only be let go on the main thread.
+      state->device.queues.main([shared = std::move(shared), ended = std::move(ended)] {});
     } catch (const std::exception&) {
       (*shared)({}, ResponseKindUnexpected, std::nullopt, std::nullopt);
     }

@@ -1,3 +1,5 @@
+#include <mutex>
+#include <optional>
 #include <thread>
 
 #include "service/api.h"
@@ -59,6 +61,35 @@ TEST(RequestLayerOnRealThreads, CompletesEveryRequestOnceOnTheMainThread) {
   EXPECT_EQ(records, 134);
   EXPECT_EQ(toasts, requests - records);
   EXPECT_EQ(destroyedOn, std::vector<std::thread::id>(requests, mainThread));
+}
+
+TEST(RequestLayerOnRealThreads, LetsARequestAfterTheShutDownGoOnTheMainThread) {
+  MemoryKeyStore keyStore;
+  MemorySettings settings;
+  FakeReachability reachability;
+  FakeIndicator indicator;
+  RecordingLog log;
+  FakeDevice device;
+  ThreadedQueues queues;
+  ScriptedTransport transport(queues);
+  API::install({queues, transport, keyStore, settings, reachability, indicator, log, device, {}, {}});
+  API::shutDown();
+  std::mutex mutex;
+  std::optional<std::thread::id> destroyedOn;
+  std::shared_ptr<void> screen(nullptr, [&](void*) {
+    const std::lock_guard lock(mutex);
+    destroyedOn = std::this_thread::get_id();
+  });
+  API::getWithPath("/live", modelClass<LiveResponse>, {}, [screen = std::move(screen)](auto&&...) {});
+  // Looks after each main task, of which there are none when the request goes elsewhere.
+  queues.runMainUntil(
+      [&] {
+        const std::lock_guard lock(mutex);
+        return destroyedOn.has_value();
+      },
+      Seconds(5));
+  const std::lock_guard lock(mutex);
+  EXPECT_EQ(destroyedOn, std::this_thread::get_id());
 }
 
 }  // namespace
