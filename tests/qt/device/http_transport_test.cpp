@@ -206,6 +206,13 @@ TEST(HttpTransport, NamesEveryWayInWhichATransferBreaks) {
        url_error::dataLengthExceedsMaximum},
       {"redirected for ever", always(answer("", "302 Found", "Location: /again\r\n")), 0,
        url_error::tooManyRedirects},
+      {"packed, which makes it longer",
+       once(answer(
+           std::string(
+               "\037\213\010\000\000\000\000\000\002\003\253\256\005\000\103\277\246\243\002\000\000\000",
+               22),
+           "200 OK", "Content-Encoding: gzip\r\n")),
+       200, 0},
       {"packed, and broken", once(answer("not packed at all", "200 OK", "Content-Encoding: gzip\r\n")), 200,
        url_error::cannotDecodeContentData},
       {"body up to the close", once("HTTP/1.1 200 OK\r\n\r\n{}"), 200, 0},
