@@ -93,6 +93,11 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
   EXPECT_EQ(client.find<VehiclesTableViewController>(), list);
   client.advance(31);
   EXPECT_TRUE(first.expired());
+  client.application.window().setSize({1200, 700});
+  EXPECT_EQ(container.frontViewController()->view().frame(), (Rect{300, 0, 900, 700}));
+  EXPECT_EQ(container.rearViewController()->view().frame(), (Rect{0, 0, 300, 700}));
+  client.open(2);
+  EXPECT_EQ(container.frontViewController()->view().frame(), (Rect{300, 0, 900, 700}));
 
   // Account and about come as sheets that can be closed.
   for (std::size_t i = 0; i < 2; ++i) {
@@ -107,6 +112,11 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
     client.settle();
     EXPECT_FALSE(container.presentedViewController());
   }
+
+  // A new root starts in the window as it is now, not in the screen that the device has.
+  client.delegate.showMainOrLogin();
+  EXPECT_EQ(client.root<MainViewController>()->frontViewController()->view().frame(),
+            (Rect{300, 0, 900, 700}));
 }
 
 TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
@@ -138,6 +148,37 @@ TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
   client.settle();
   EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
   EXPECT_FALSE(client.delegate.showChooser());
+}
+
+TEST(Widget, WaitsForTheTermsAndGivesWayToWhatIsPresentedAlready) {
+  Machine tablet(Idiom::pad);
+  Client client(tablet);
+  tablet.standardSettings.setObject(std::string("FirstRun"), "FirstRun");
+  API::keychain().setObject("kept", sec::valueData);
+  client.application.launch();
+  client.settle();
+  EXPECT_TRUE(client.application.receiveURL(widgetURL));
+  client.find<TermsViewController>()->agreeButton().tap();
+  client.find<TermsViewController>()->agreeButton().tap();  // an impatient second tap
+  client.settle();
+  auto* container = client.root<MainViewController>();
+  ASSERT_TRUE(container);
+  auto* chooser = client.find<ChooseVehicleTableViewController>();
+  ASSERT_TRUE(chooser);
+  EXPECT_EQ(chooser->modalPresentationStyle(), ModalPresentationStyle::formSheet);
+  chooser->cancelAction(chooser->itemsTableView());
+  client.settle();
+
+  // The platform presents nothing over a screen that presents; the request is over with that.
+  client.find<VehiclesTableViewController>()->navigationItem().rightBarButtonItems().at(0)->tap();
+  client.settle();
+  EXPECT_TRUE(client.application.receiveURL(widgetURL));
+  client.settle();
+  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
+  EXPECT_FALSE(client.delegate.showChooser());
+  client.delegate.showMainOrLogin();
+  client.settle();
+  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
 }
 
 TEST(Chooser, StoresTheVehicleForTheWidgetOrNothing) {
