@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <set>
+
 #include "support/client.h"
 
 namespace fleetor::test {
@@ -21,16 +23,22 @@ TEST(FirstVisit, LeadsFromTheTermsOverTheSignInAndThePagesOfTheListToReadingsTha
   client.settle();
   EXPECT_EQ(storedToken().value_or(""), "");
 
-  // The terms. A link in them opens outside; whoever looks away and comes back finds them once.
+  // The terms, presented once. A link in them opens outside.
   auto* terms = client.find<TermsViewController>();
   ASSERT_TRUE(terms);
   EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee%20tor/tos.html");
   terms->tosWebView().tapLink("http://elsewhere.test/");
   EXPECT_THAT(phone.device.openedURLs, ElementsAre("http://elsewhere.test/"));
   EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee%20tor/tos.html");
+  std::set<const ViewController*> presented;
+  auto* launch = client.root<LaunchViewController>();
+  const Connection onLaunch = launch->changed.connect([&presented, launch] {
+    if (const auto& over = launch->presentedViewController()) presented.insert(over.get());
+  });
   terms->agreeButton().tap();
   client.settle();  // no three seconds of waiting on this way
   ASSERT_TRUE(client.root<LoginViewController>());
+  EXPECT_THAT(presented, ElementsAre(terms));
   EXPECT_EQ(phone.standardSettings.values["FirstRun"], Settings::Value("FirstRun"));
   EXPECT_EQ(phone.standardSettings.values["TermsAccepted"], Settings::Value("TermsAccepted"));
   EXPECT_THAT(client.takeRequests(), IsEmpty());
