@@ -10,21 +10,6 @@
 
 namespace fleetor {
 
-ComponentItem::ComponentItem(Component& component, Adapters& adapters)
-    : QObject(&adapters), component_(&component), adapters_(adapters) {
-  changed_ = component.changed.connect([this] { refresh(); });
-}
-
-QString ComponentItem::accessibleName() const {
-  return read<Component>([](const Component& c) { return toQString(c.accessibleName()); });
-}
-
-void ComponentItem::componentDestroyed() {
-  component_ = nullptr;
-  refresh();
-  deleteLater();
-}
-
 ComponentItem* Adapters::itemFor(Component* component) {
   if (!component) return nullptr;
   if (const auto found = items_.find(component); found != items_.end()) return found->second.item;

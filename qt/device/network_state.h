@@ -29,7 +29,7 @@ class SystemReachability final : public ReachabilityMonitor {
 };
 
 /// Hands the sign for network use to whoever draws it. Main thread only.
-class ActivityIndicator final : public NetworkActivityIndicator {
+class NetworkUseSign final : public NetworkActivityIndicator {
  public:
   void setVisible(bool visible) override {
     if (visible == visible_) return;

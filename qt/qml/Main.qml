@@ -15,8 +15,8 @@ Window {
     title: "Fleetor"
     visible: true
     color: Theme.background
-    minimumWidth: 320
-    minimumHeight: 480
+    minimumWidth: 240
+    minimumHeight: 240
     Component.onCompleted: Theme.forceDark = forceDark
 
     Item {

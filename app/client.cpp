@@ -1,0 +1,55 @@
+#include "app/client.h"
+
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QUrl>
+#include <utility>
+
+#include "service/api.h"
+#include "shell/main_storyboard.h"
+
+namespace fleetor {
+
+Client::Client(Setup setup)
+    : serviceURL_(std::move(setup.serviceURL)),
+      look_(setup.look),
+      standardSettings_(std::move(setup.standardSettings)),
+      sharedSettings_(std::move(setup.sharedSettings)),
+      keyStore_(std::move(setup.keyStore)),
+      device_({setup.idiom, ":/documents",
+               [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
+               &standardSettings_}),
+      log_(LogSink::streamFromEnvironment()),
+      queues_(std::in_place),
+      transport_(std::in_place),
+      environment_{*queues_, device_, clock_, notificationCenter_, appearance_},
+      storyboard_(makeMainStoryboard(environment_, standardSettings_, sharedSettings_)),
+      delegate_(environment_, standardSettings_, serviceURL_) {
+  const QScreen* const screen = QGuiApplication::primaryScreen();
+  device_.setScreen(look_.size.width(), look_.size.height(), screen ? screen->devicePixelRatio() : 1);
+  API::install({*queues_, *transport_, *keyStore_, sharedSettings_, reachability_, networkUse_, log_, device_,
+                [this](const std::string& text, double seconds, bool rounded) {
+                  if (environment_.window) environment_.window->showToast(text, seconds, rounded);
+                },
+                [this] {
+                  if (environment_.application) delegate_.showMainOrLogin();
+                }});
+  application_.emplace(environment_, storyboard_, delegate_);
+}
+
+Client::~Client() {
+  mainWindow_.reset();
+  API::shutDown();
+  application_.reset();
+  transport_.reset();
+  queues_.reset();
+}
+
+bool Client::open() {
+  application_->launch();
+  mainWindow_.emplace(*application_, environment_, look_);
+  return mainWindow_->isOpen();
+}
+
+}  // namespace fleetor

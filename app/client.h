@@ -1,0 +1,73 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/key_store.h"
+#include "qt/device/desktop_device.h"
+#include "qt/device/file_settings.h"
+#include "qt/device/http_transport.h"
+#include "qt/device/log_sink.h"
+#include "qt/device/network_state.h"
+#include "qt/device/queues.h"
+#include "qt/device/system_clock.h"
+#include "qt/main_window.h"
+#include "shell/app_delegate.h"
+#include "ui/appearance.h"
+#include "ui/application.h"
+#include "ui/notification_center.h"
+#include "ui/storyboard.h"
+
+namespace fleetor {
+
+/// The whole client, put together. One at a time, on the main thread, inside a QGuiApplication.
+class Client {
+ public:
+  struct Setup {
+    std::string serviceURL;  ///< without a trailing slash
+    Idiom idiom = Idiom::phone;
+    MainWindow::Look look;
+    std::string standardSettings;  ///< paths of the settings' files
+    std::string sharedSettings;
+    std::unique_ptr<KeyStore> keyStore;
+  };
+
+  explicit Client(Setup setup);
+
+  /// Takes everything apart in an order in which nothing reaches what is gone already, whatever is under way: first
+  /// the window, then the screens, the way to the service, the queues with all that waits in them, then the rest.
+  ~Client();
+
+  Client(const Client&) = delete;
+  Client& operator=(const Client&) = delete;
+
+  /// Starts the client and opens its window; false when there is none to be had.
+  bool open();
+
+  MainWindow& mainWindow() { return *mainWindow_; }
+  Application& application() { return *application_; }
+
+ private:
+  std::string serviceURL_;
+  MainWindow::Look look_;
+  FileSettings standardSettings_;
+  FileSettings sharedSettings_;
+  std::unique_ptr<KeyStore> keyStore_;
+  DesktopDevice device_;
+  SystemClock clock_;
+  LogSink log_;
+  SystemReachability reachability_;
+  NetworkUseSign networkUse_;
+  NotificationCenter notificationCenter_;
+  Appearance appearance_;
+  std::optional<QtQueues> queues_;
+  std::optional<HttpTransport> transport_;
+  Environment environment_;
+  Storyboard storyboard_;
+  AppDelegate delegate_;
+  std::optional<Application> application_;
+  std::optional<MainWindow> mainWindow_;
+};
+
+}  // namespace fleetor

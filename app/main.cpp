@@ -1,0 +1,60 @@
+#include <QFile>
+#include <QGuiApplication>
+#include <QScreen>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "app/client.h"
+#include "app/options.h"
+#include "qt/device/guarded_key_store.h"
+
+namespace {
+
+/// A device that runs one program at a time is a tablet when its screen is wide either way; a desktop is what the
+/// person asks for.
+fleetor::Idiom deviceClass(const fleetor::Options& options) {
+#if defined(Q_OS_ANDROID) || defined(Q_OS_IOS)
+  constexpr int tabletSide = 600;  // points
+  const QSize screen = QGuiApplication::primaryScreen()->size();
+  if (std::min(screen.width(), screen.height()) >= tabletSide) return fleetor::Idiom::pad;
+#endif
+  return options.tablet ? fleetor::Idiom::pad : fleetor::Idiom::phone;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string problem;
+  const auto options = fleetor::parseOptions(std::vector<std::string>(argv + 1, argv + argc), problem);
+  if (!options) {
+    std::fprintf(stderr, "fleetor: %s\n%s", problem.c_str(), fleetor::usage);
+    return 2;
+  }
+  if (options->help) {
+    std::fputs(fleetor::usage, stdout);
+    return 0;
+  }
+
+  QGuiApplication application(argc, argv);
+  QGuiApplication::setOrganizationName(QStringLiteral("fleetor"));
+  QGuiApplication::setApplicationName(QStringLiteral("fleetor"));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("Fleetor"));
+
+  const std::string standard = fleetor::settingsPath(fleetor::kStandardSuite);
+  const std::string shared = fleetor::settingsPath(fleetor::kSharedSuite);
+  if (options->fresh)
+    for (const auto& path : {standard, shared})
+      QFile::remove(QString::fromStdString(path));  // a first start forgets the sign-in by itself
+
+  const fleetor::Idiom idiom = deviceClass(*options);
+  const QSize usual = idiom == fleetor::Idiom::pad ? QSize(1024, 768) : QSize(390, 844);
+  const QSize size(options->width.value_or(usual.width()), options->height.value_or(usual.height()));
+  fleetor::Client client(
+      {FLEETOR_SERVICE_URL, idiom, {size, options->dark}, standard, shared, fleetor::makeKeyStore()});
+  if (!client.open()) {
+    std::fputs("fleetor: the window could not be opened\n", stderr);
+    return 1;
+  }
+  return QGuiApplication::exec();
+}

@@ -1,0 +1,64 @@
+#include "app/options.h"
+
+#include <charconv>
+#include <string_view>
+
+namespace fleetor {
+
+const char* const usage =
+    "usage: fleetor [--tablet] [--size WIDTHxHEIGHT] [--dark] [--fresh] [--help]\n"
+    "  --tablet             list and vehicle side by side, as on a tablet\n"
+    "  --size WIDTHxHEIGHT  size of the window in points, each side from 240 to 8000\n"
+    "                       (390x844 by default, 1024x768 with --tablet)\n"
+    "  --dark               the dark appearance, whatever the system's is\n"
+    "  --fresh              forget the accepted terms, the sign-in and all settings first\n"
+    "  --help               print this and end\n";
+
+namespace {
+
+std::optional<int> readSide(std::string_view text) {
+  int side = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, side);
+  if (error != std::errc() || rest != end || side < smallestSide || side > largestSide) return std::nullopt;
+  return side;
+}
+
+}  // namespace
+
+std::optional<Options> parseOptions(const std::vector<std::string>& words, std::string& problem) {
+  Options options;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    if (word == "--tablet") {
+      options.tablet = true;
+    } else if (word == "--fresh") {
+      options.fresh = true;
+    } else if (word == "--dark") {
+      options.dark = true;
+    } else if (word == "--help") {
+      options.help = true;
+    } else if (word == "--size" || word.starts_with("--size=")) {
+      if (word == "--size" && i + 1 == words.size()) {
+        problem = "--size needs a size, for instance 390x844";
+        return std::nullopt;
+      }
+      const std::string value = word == "--size" ? words[++i] : word.substr(7);
+      const std::size_t cross = value.find('x');
+      if (cross != value.npos) {
+        options.width = readSide(std::string_view(value).substr(0, cross));
+        options.height = readSide(std::string_view(value).substr(cross + 1));
+      }
+      if (cross == value.npos || !options.width || !options.height) {
+        problem = "\"" + value + "\" is no size such as 390x844, with sides from 240 to 8000";
+        return std::nullopt;
+      }
+    } else {
+      problem = "there is no option \"" + word + "\"";
+      return std::nullopt;
+    }
+  }
+  return options;
+}
+
+}  // namespace fleetor

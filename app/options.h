@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fleetor {
+
+/// What a person asks of the client on its command line.
+struct Options {
+  bool tablet = false;
+  bool fresh = false;  ///< forget what this client has kept, as if it had just been installed
+  bool dark = false;
+  bool help = false;
+  std::optional<int> width;  ///< points; both or none
+  std::optional<int> height;
+};
+
+inline constexpr int smallestSide = 240;
+inline constexpr int largestSide = 8000;
+
+extern const char* const usage;
+
+/// Reads the words after the program's name. Nothing when one of them is wrong; `problem` then says which and
+/// why.
+std::optional<Options> parseOptions(const std::vector<std::string>& words, std::string& problem);
+
+}  // namespace fleetor
