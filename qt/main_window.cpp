@@ -19,6 +19,7 @@ MainWindow::MainWindow(Application& application, Environment& environment, const
                                 {QStringLiteral("width"), look.size.width()},
                                 {QStringLiteral("height"), look.size.height()},
                                 {QStringLiteral("forceDark"), look.dark}});
+  engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Fleetor/Main.qml")));
   if (engine_.rootObjects().isEmpty()) return;
   window_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().constFirst());

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A question over everything; nothing else can be touched until it is answered.
 FocusScope {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A button of a bar: a picture, or a word.
 Tappable {

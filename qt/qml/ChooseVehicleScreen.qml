@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // The chooser of the widget's vehicle, under a bar of its own.
 FocusScope {

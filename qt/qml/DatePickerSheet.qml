@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A month of days in a sheet at the bottom; the arrows turn months and years.
 FocusScope {

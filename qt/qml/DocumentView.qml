@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // One document, to read and to scroll; a link in it goes to the component.
 Flickable {

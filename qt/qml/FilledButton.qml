@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // The one button of a screen that matters most; a spinner takes the place of its title while it is loading.
 Tappable {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // One picture that fills the screen.
 Rectangle {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // One reading: its caption at the left, its value at the right.
 RowBody {

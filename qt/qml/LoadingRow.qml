@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // Stands for data that is still to come.
 RowBody {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // Sign-in: the mark, two fields and a button; scrolls where the screen is too short for them.
 FocusScope {

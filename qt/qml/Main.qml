@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 import QtQuick.Window
 
 // The one window: screens, what lies over them, and the way back.

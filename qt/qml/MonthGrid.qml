@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // The days of one month under the names of the weekdays.
 Grid {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // The bar over a screen: title in the middle, buttons at both ends.
 Rectangle {

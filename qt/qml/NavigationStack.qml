@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A stack of screens: pushed ones slide in from the right, and a drag from the left edge takes the top one off again.
 FocusScope {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // Pages side by side; a sideways drag turns them. A page is drawn when it is first seen.
 FocusScope {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A screen that has nothing to show.
 Rectangle {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // The root screen, or one presented over it: full size from below, or as a panel on a tablet.
 FocusScope {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // The side-menu container: the front screen moves to the right and lets the rear one be seen.
 FocusScope {

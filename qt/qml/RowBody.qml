@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // What fills one row of a table.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // Draws one screen by the file of its identifier; containers by their kind.
 FocusScope {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // Twelve spokes that chase each other; hidden while it does not run.
 Item {

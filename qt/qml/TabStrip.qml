@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // The tabs beneath a pager.
 Rectangle {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A table. Rows are made as they come into sight and not before: the row for data still to come asks for it.
 ListView {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A screen that is one table.
 FocusScope {

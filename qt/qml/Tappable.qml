@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // Anything that takes a tap: by finger, mouse, keyboard or assistive technology.
 Item {

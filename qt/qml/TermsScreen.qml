@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // The terms of service, and the button that accepts them.
 FocusScope {

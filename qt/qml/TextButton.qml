@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A word, or a sign that stands for one, to tap.
 Tappable {

@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 import QtQuick.Window
 
 // A text field. The component holds the text and says who has the focus; typing and tapping go back to it.

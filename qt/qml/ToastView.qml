@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A short message that comes and goes by itself, and lets every tap through.
 Item {

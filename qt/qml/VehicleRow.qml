@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // A vehicle: its picture, its name and, on a second line, its registration.
 RowBody {

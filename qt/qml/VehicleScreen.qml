@@ -1,4 +1,5 @@
 import QtQuick
+import Fleetor
 
 // One vehicle: its pages and their tabs.
 FocusScope {

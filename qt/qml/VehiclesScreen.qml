@@ -1,2 +1,4 @@
 // The list of the account's vehicles.
+import Fleetor
+
 TablePage {}
