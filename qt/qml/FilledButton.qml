@@ -25,7 +25,7 @@ Tappable {
         visible: !spinner.running
         text: root.button?.title ?? ""
         textFormat: Text.PlainText
-        color: Theme.onAccent
+        color: Theme.accentText
         font.pixelSize: Theme.bodySize + 1
         font.bold: true
         Accessible.ignored: true
@@ -35,6 +35,6 @@ Tappable {
         id: spinner
         anchors.centerIn: parent
         running: root.button?.loading ?? false
-        color: Theme.onAccent
+        color: Theme.accentText
     }
 }

@@ -62,7 +62,7 @@ Grid {
                 anchors.centerIn: parent
                 visible: place.inMonth
                 text: place.day
-                color: place.isChosen ? Theme.onAccent : Theme.text
+                color: place.isChosen ? Theme.accentText : Theme.text
                 font.pixelSize: Theme.bodySize
                 Accessible.ignored: true
             }

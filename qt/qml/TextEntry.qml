@@ -55,7 +55,7 @@ FocusScope {
         selectByMouse: true
         color: Theme.text
         selectionColor: Theme.accent
-        selectedTextColor: Theme.onAccent
+        selectedTextColor: Theme.accentText
         font.pixelSize: Theme.bodySize
         echoMode: (root.field?.secure ?? false) ? TextInput.Password : TextInput.Normal
         inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | (root.field?.secure ? Qt.ImhSensitiveData | Qt.ImhHiddenText : 0)

@@ -21,7 +21,7 @@ QtObject {
     readonly property color separator: dark ? "#2d373f" : "#dde4e8"
     readonly property color pressed: dark ? "#2a343c" : "#e6edf1"
     readonly property color accent: dark ? "#8fb4c6" : "#2f6377"
-    readonly property color onAccent: dark ? "#10181d" : "#ffffff"
+    readonly property color accentText: dark ? "#10181d" : "#ffffff"
     readonly property color field: dark ? "#1e262c" : "#ffffff"
     readonly property color fieldBorder: dark ? "#4a5963" : "#9fb0ba"
     readonly property color focusRing: dark ? "#cfe6f2" : "#1d5c78"
