@@ -19,12 +19,12 @@ FocusScope {
 
             required property ViewControllerItem screen
             property int place: -1
-            readonly property bool top: place === stack.navigation.depth - 1
+            readonly property bool onTop: place === stack.navigation.depth - 1
 
             function target() {
                 if (place < 0)
                     return width;
-                return top ? 0 : -0.3 * width;
+                return onTop ? 0 : -0.3 * width;
             }
 
             function follow() {
@@ -38,15 +38,15 @@ FocusScope {
                     slide.stop();
                     x = wanted;
                 }
-                if (top)
+                if (onTop)
                     forceActiveFocus();
             }
 
             width: stack.width
             height: stack.height
             z: place < 0 ? 1000 : place
-            visible: top || slide.running || stack.dragging
-            enabled: top
+            visible: onTop || slide.running || stack.dragging
+            enabled: onTop
             onWidthChanged: if (!slide.running) x = target()
 
             Component.onCompleted: {
@@ -67,7 +67,7 @@ FocusScope {
                 function onDragChanged() {
                     if (!stack.dragging)
                         return;
-                    if (page.top)
+                    if (page.onTop)
                         page.x = stack.drag;
                     else if (page.place === stack.navigation.depth - 2)
                         page.x = 0.3 * (stack.drag - page.width);
