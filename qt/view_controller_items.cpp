@@ -48,6 +48,13 @@ ViewControllerItem::ViewControllerItem(Component& component, Adapters& registry)
   auto* screen = as<ViewController>();
   navigationItem_ = screen->navigationItem().changed.connect([this] { refresh(); });
   children_.update(screen->childViewControllers());
+  watchView();
+}
+
+void ViewControllerItem::watchView() {
+  auto* screen = as<ViewController>();
+  if (screen && screen->isViewLoaded() && view_.empty())
+    view_.push_back(screen->view().changed.connect([this] { ComponentItem::refresh(); }));
 }
 
 QString ViewControllerItem::identifier() const {
@@ -124,14 +131,16 @@ void ViewControllerItem::refresh() {
     ComponentItem::refresh();
     return;
   }
-  if (screen->isViewLoaded() && view_.empty())
-    view_.push_back(screen->view().changed.connect([this] { ComponentItem::refresh(); }));
+  watchView();
   children_.update(screen->childViewControllers());
   ComponentItem::refresh();
   // Children load their views without a word of their own.
   if (as<ViewController>())
     for (const auto& child : screen->childViewControllers())
-      if (auto* item = adapters().itemFor<ViewControllerItem>(child.get())) item->ComponentItem::refresh();
+      if (auto* item = adapters().itemFor<ViewControllerItem>(child.get())) {
+        item->watchView();
+        item->ComponentItem::refresh();
+      }
 }
 
 NavigationControllerItem::NavigationControllerItem(Component& component, Adapters& registry)

@@ -79,6 +79,7 @@ class ViewControllerItem : public ComponentItem {
   void refresh() override;
 
  private:
+  void watchView();
   QList<QObject*> buttons(const BarButtonItems& items) const;
 
   ScreenListModel children_;

@@ -1,0 +1,216 @@
+#include <gmock/gmock.h>
+
+#include <QGuiApplication>
+#include <QProcess>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <functional>
+#include <memory>
+
+#include "app/client.h"
+#include "support/memory_stores.h"
+
+namespace fleetor {
+namespace {
+
+/// The client in its window, signed out, against a demo service of its own.
+class WindowTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    service_.setProcessChannelMode(QProcess::MergedChannels);
+    service_.start(QStringLiteral(DEMO_SERVICE), {QStringLiteral("--port"), QStringLiteral("0")});
+    ASSERT_TRUE(service_.waitForStarted());
+    QByteArray said;
+    while (!said.contains('\n') && service_.waitForReadyRead(10'000))
+      said += service_.readAll();
+    const auto address = QRegularExpression(QStringLiteral("http://[0-9.:]+")).match(QString::fromUtf8(said));
+    ASSERT_TRUE(address.hasMatch()) << said.toStdString();
+    address_ = address.captured().toStdString();
+  }
+
+  void TearDown() override {
+    client_.reset();
+    service_.kill();
+    service_.waitForFinished();
+  }
+
+  void open(Idiom idiom, QSize size) {
+    const std::string folder = settings_.path().toStdString();
+    client_ = std::make_unique<Client>(Client::Setup{address_,
+                                                     idiom,
+                                                     {size, false},
+                                                     folder + "/standard",
+                                                     folder + "/shared",
+                                                     std::make_unique<test::MemoryKeyStore>()});
+    ASSERT_TRUE(client_->open());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+  }
+
+  void close() { client_.reset(); }
+
+  QQuickWindow& window() { return client_->mainWindow().window(); }
+
+  using Match = std::function<bool(QQuickItem&)>;
+
+  static void collect(QQuickItem* item, const Match& match, std::vector<QQuickItem*>& found) {
+    if (!item->isVisible() || item->opacity() == 0) return;
+    if (match(*item)) found.push_back(item);
+    for (QQuickItem* child : item->childItems())
+      collect(child, match, found);
+  }
+
+  std::vector<QQuickItem*> items(const char* property, const QString& value) {
+    std::vector<QQuickItem*> found;
+    collect(
+        window().contentItem(), [&](QQuickItem& item) { return item.property(property).toString() == value; },
+        found);
+    return found;
+  }
+
+  bool waitFor(const char* property, const char* value) {
+    return QTest::qWaitFor([&] { return !items(property, QString::fromUtf8(value)).empty(); }, 10'000);
+  }
+
+  /// Waits for what carries that label, and for it to rest where it is.
+  QQuickItem* labelled(const char* label) {
+    if (!waitFor("label", label)) {
+      ADD_FAILURE() << "nothing is called \"" << label << "\"";
+      return nullptr;
+    }
+    QTest::qWait(500);
+    const auto found = items("label", QString::fromUtf8(label));
+    return found.empty() ? nullptr : found.back();
+  }
+
+  void click(const char* label) {
+    QQuickItem* item = labelled(label);
+    ASSERT_NE(item, nullptr);
+    const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    QTest::mouseClick(&window(), Qt::LeftButton, {}, middle.toPoint());
+  }
+
+  void type(const char* text) {
+    for (const char* c = text; *c; ++c)
+      QTest::keyClick(&window(), *c);
+  }
+
+  /// From the first start to the list of vehicles.
+  void signIn() {
+    click("I agree");
+    ASSERT_TRUE(waitFor("label", "Sign in"));
+    QTest::qWait(600);
+    QTest::keyClick(&window(), Qt::Key_Tab);
+    type("demo");
+    QTest::keyClick(&window(), Qt::Key_Return);
+    type("demo");
+    QTest::keyClick(&window(), Qt::Key_Return);
+    ASSERT_TRUE(waitFor("title", "My Vehicles"));
+  }
+
+  QQuickItem* list() {
+    std::vector<QQuickItem*> found;
+    collect(
+        window().contentItem(),
+        [](QQuickItem& item) { return item.property("table").isValid() && item.property("count").isValid(); },
+        found);
+    return found.empty() ? nullptr : found.back();
+  }
+
+ private:
+  QTemporaryDir settings_;
+  QProcess service_;
+  std::string address_;
+  std::unique_ptr<Client> client_;
+};
+
+TEST_F(WindowTest, APersonSignsInScrollsToTheLastVehicleAndWatchesItsReadings) {
+  open(Idiom::phone, {390, 844});
+  click("I agree");
+  ASSERT_TRUE(waitFor("label", "Sign in"));
+  QTest::qWait(600);
+
+  // A wrong password: the one message, once, and both texts stay.
+  const QString refused =
+      QStringLiteral("Unable to sign in - please verify your logon credentials and try again");
+  QTest::keyClick(&window(), Qt::Key_Tab);
+  type("demo");
+  QTest::keyClick(&window(), Qt::Key_Return);
+  type("wrong");
+  QTest::keyClick(&window(), Qt::Key_Return);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !items("text", refused).empty(); }));
+  EXPECT_EQ(items("text", refused).size(), 1u);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return items("text", refused).empty(); }, 6'000));
+  QTest::qWait(1'500);
+  EXPECT_TRUE(items("text", refused).empty()) << "the message came a second time";
+  EXPECT_EQ(items("text", QStringLiteral("wrong")).size(), 1u);
+
+  QTest::keyClick(&window(), Qt::Key_Tab);
+  QTest::keyClick(&window(), Qt::Key_Tab);
+  QTest::keyClick(&window(), Qt::Key_A, Qt::ControlModifier);
+  type("demo");
+  QTest::keyClick(&window(), Qt::Key_Return);
+  ASSERT_TRUE(waitFor("title", "My Vehicles"));
+
+  // Each page is asked for when the list's end comes into sight, so the list grows in steps.
+  QQuickItem* rows = list();
+  ASSERT_NE(rows, nullptr);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return rows->property("count").toInt() == 21; }));
+  QTest::qWait(300);
+  EXPECT_EQ(rows->property("count").toInt(), 21);
+  for (const int count : {41, 45}) {
+    QMetaObject::invokeMethod(rows, "positionViewAtEnd");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rows->property("count").toInt() == count; })) << count;
+  }
+  QMetaObject::invokeMethod(rows, "positionViewAtEnd");
+  QTest::qWait(200);
+
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {195, 800});
+  ASSERT_TRUE(waitFor("text", "Odometer"));
+  EXPECT_EQ(items("text", QStringLiteral("Update time")).size(), 1u);
+  click("Trips");
+  QQuickItem* const trips = labelled("Trips");
+  ASSERT_NE(trips, nullptr);
+  EXPECT_TRUE(trips->property("checked").toBool());
+  click("Back");
+  ASSERT_TRUE(waitFor("title", "My Vehicles"));
+  QTest::qWait(600);
+  EXPECT_TRUE(items("text", QStringLiteral("Odometer")).empty());
+}
+
+TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
+  open(Idiom::pad, {1024, 768});
+  signIn();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+  EXPECT_EQ(list()->width(), 300);
+  QTest::qWait(500);
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {150, 100});
+  ASSERT_TRUE(waitFor("text", "Odometer"));
+  EXPECT_EQ(list()->width(), 724);
+  EXPECT_EQ(items("title", QStringLiteral("My Vehicles")).size(), 1u);
+
+  click("Log out");
+  ASSERT_TRUE(waitFor("label", "Cancel"));
+  QTest::keyClick(&window(), Qt::Key_Escape);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return items("label", QStringLiteral("Cancel")).empty(); }));
+  EXPECT_EQ(items("title", QStringLiteral("My Vehicles")).size(), 1u);
+
+  click("Log out");
+  ASSERT_TRUE(waitFor("label", "Cancel"));
+  click("Log out");  // the alert's, which lies on top
+  ASSERT_TRUE(waitFor("label", "Sign in"));
+  EXPECT_TRUE(items("title", QStringLiteral("My Vehicles")).empty());
+}
+
+TEST_F(WindowTest, ClosingWithRequestsUnderWayIsClean) {
+  open(Idiom::phone, {320, 568});
+  signIn();
+  close();  // the first page is still on its way
+  QTest::qWait(200);
+  EXPECT_TRUE(QGuiApplication::allWindows().isEmpty());
+}
+
+}  // namespace
+}  // namespace fleetor
