@@ -52,6 +52,9 @@ bool isSameOrigin(const QUrl& left, const QUrl& right) {
   return left.scheme() == right.scheme() && left.host() == right.host() && port(left) == port(right);
 }
 
+// The parser reads a few bytes past the end of a body; with that room there it needs no copy of its own.
+constexpr std::size_t roomForParser = 64;
+
 // The code for a transfer that broke; 0 when the service answered and only its status (0: none came) is an
 // error.
 long codeOf(QNetworkReply::NetworkError error, int status) {
@@ -178,7 +181,7 @@ void HttpExchange::read() {
   }
   if (old == 0) {
     const auto announced = reply_->header(QNetworkRequest::ContentLengthHeader).toULongLong();
-    body.reserve(std::min<std::size_t>(announced, limits_.bodyBytes));
+    body.reserve(std::min<std::size_t>(announced, limits_.bodyBytes) + roomForParser);
   }
   body.resize(old + waiting);
   const qint64 got = reply_->read(body.data() + old, static_cast<qint64>(waiting));
