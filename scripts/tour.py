@@ -129,7 +129,7 @@ def sign_in(client, user="demo", password="demo"):
     client.click("Password")
     client.key("ctrl+a")
     client.type(password)
-    client.click("Sign in", "button")
+    client.click("Sign in", "push button")
 
 
 TABS = ["Info", "Live", "Map", "Trips", "About"]
@@ -205,7 +205,7 @@ def tablet():
     client.click("Log out")
     client.find("Are you sure")
     client.picture("log-out")
-    client.click("Log out", "button")
+    client.click("Log out", "push button")
     client.find("User name")
     client.picture("sign-in")
     client.close()

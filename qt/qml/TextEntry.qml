@@ -19,6 +19,11 @@ FocusScope {
             input.focus = false;
     }
 
+    // The name of a password field is withheld from assistive technology; the group around it still has it.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.field?.accessibleName ?? ""
+    Accessible.ignored: !(root.field?.secure ?? false)
+
     implicitHeight: Math.max(50, Theme.bodySize * 2.4)
     onFieldChanged: follow()
 
