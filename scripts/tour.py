@@ -85,7 +85,7 @@ class Client:
             if node is None or not node.get_state_set().contains(Atspi.StateType.SHOWING) and node.get_parent() \
                     and node.get_role() not in (Atspi.Role.APPLICATION,):
                 continue
-            if node.get_name().replace("\n", " ").startswith(name) and (role is None or node.get_role_name() == role):
+            if node.get_name().replace("\n", " ").startswith(name) and (role is None or node.get_role_name() in (role, f"push {role}")):
                 extents = node.get_extents(Atspi.CoordType.SCREEN)
                 if extents.width > 0 and extents.height > 0:
                     hit = extents
