@@ -35,8 +35,9 @@ class Client {
 
   explicit Client(Setup setup);
 
-  /// Takes everything apart in an order in which nothing reaches what is gone already, whatever is under way: first
-  /// the window, then the screens, the way to the service, the queues with all that waits in them, then the rest.
+  /// Takes everything apart in an order in which nothing reaches what is gone already, whatever is under way:
+  /// first the window, then the screens, the way to the service, the queues with all that waits in them, then
+  /// the rest.
   ~Client();
 
   Client(const Client&) = delete;

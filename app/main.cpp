@@ -11,8 +11,8 @@
 
 namespace {
 
-/// A device that runs one program at a time is a tablet when its screen is wide either way; a desktop is what the
-/// person asks for.
+/// A device that runs one program at a time is a tablet when its screen is wide either way; a desktop is what
+/// the person asks for.
 fleetor::Idiom deviceClass(const fleetor::Options& options) {
 #if defined(Q_OS_ANDROID) || defined(Q_OS_IOS)
   constexpr int tabletSide = 600;  // points

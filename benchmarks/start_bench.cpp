@@ -1,6 +1,7 @@
-// From the start of the process to the launch screen's first frame and to the first row of vehicles, and the memory held
-// with the list open: the client beside an empty Qt Quick window. Each figure comes from a process of its own; the two
-// kinds take turns. Needs a display, and the demo service beside this program's folder.
+// From the start of the process to the launch screen's first frame and to the first row of vehicles, and the
+// memory held with the list open: the client beside an empty Qt Quick window. Each figure comes from a
+// process of its own; the two kinds take turns. Needs a display, and the demo service beside this program's
+// folder.
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -80,11 +81,13 @@ int emptyWindow(double started) {
 
 /// The list of vehicles, once it has rows besides the loading row.
 bool showsVehicles(Application& application) {
-  const auto* container = dynamic_cast<SWRevealViewController*>(application.window().rootViewController().get());
+  const auto* container =
+      dynamic_cast<SWRevealViewController*>(application.window().rootViewController().get());
   if (!container) return false;
   const auto* navigation = dynamic_cast<NavigationController*>(container->frontViewController().get());
   if (!navigation || navigation->viewControllers().empty()) return false;
-  auto* const table = dynamic_cast<TableView*>(navigation->viewControllers().front()->findOutlet("itemsTableView"));
+  auto* const table =
+      dynamic_cast<TableView*>(navigation->viewControllers().front()->findOutlet("itemsTableView"));
   return table && table->numberOfRows() > 1;
 }
 
@@ -96,7 +99,8 @@ int wholeClient(double started, const std::string& url, const std::string& token
       settings.setObject(std::string(flag), flag);
     settings.synchronize();
   }
-  Client client({url, Idiom::phone, {}, standard, folder + "/shared.json", std::make_unique<test::MemoryKeyStore>()});
+  Client client(
+      {url, Idiom::phone, {}, standard, folder + "/shared.json", std::make_unique<test::MemoryKeyStore>()});
   API::keychain().setObject(token, sec::valueData);
   if (!client.open()) return 1;
 
@@ -152,7 +156,8 @@ QString signIn(const QString& url) {
 
 int compare() {
   QProcess demo;
-  demo.start(QCoreApplication::applicationDirPath() + "/../demo/fleetor-demo-service", {"--port", "0", "--seed", "7"});
+  demo.start(QCoreApplication::applicationDirPath() + "/../demo/fleetor-demo-service",
+             {"--port", "0", "--seed", "7"});
   if (!demo.waitForReadyRead(10000)) {
     std::fputs("fleetor_bench_start: the demo service did not start\n", stderr);
     return 1;

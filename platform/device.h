@@ -16,16 +16,18 @@ class Device {
   virtual double screenWidth() const = 0;        ///< points
   virtual double screenHeight() const = 0;       ///< points
   virtual double screenScale() const = 0;        ///< pixels a point
-  virtual double systemVersion() const = 0;      ///< the operating system's version as a number, 8.0 and up today
+  virtual double systemVersion() const = 0;  ///< the operating system's version as a number, 8.0 and up today
 
-  /// This application on this device: an upper-case UUID text, the same over restarts, from which nothing about the
-  /// device can be told.
+  /// This application on this device: an upper-case UUID text, the same over restarts, from which nothing
+  /// about the device can be told.
   virtual std::string identifierForVendor() = 0;
 
-  /// The text for people behind an English key, in the language of the device; the key itself when untranslated.
+  /// The text for people behind an English key, in the language of the device; the key itself when
+  /// untranslated.
   virtual std::string localizedString(const std::string& key) const = 0;
 
-  virtual std::string pathForResource(const std::string& name, const std::string& type) const = 0;  ///< empty: none
+  virtual std::string pathForResource(const std::string& name,
+                                      const std::string& type) const = 0;  ///< empty: none
   virtual void openURL(const std::string& url) = 0;  ///< hands the URL to the system's own browser
 
   bool isPad() const { return userInterfaceIdiom() == Idiom::pad; }

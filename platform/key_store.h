@@ -27,9 +27,10 @@ inline constexpr const char* matchLimit = "m_Limit";
 inline constexpr const char* matchLimitOne = "m_LimitOne";
 }  // namespace sec
 
-/// The platform's secure store for small secrets. Items are found by `sec::generic` and, when the query names one,
-/// `sec::accessGroup`. All calls are made on the main thread and must return within a few seconds, whatever the
-/// platform's store does. None reports an error: a call that cannot be carried out finds nothing or changes nothing.
+/// The platform's secure store for small secrets. Items are found by `sec::generic` and, when the query names
+/// one, `sec::accessGroup`. All calls are made on the main thread and must return within a few seconds,
+/// whatever the platform's store does. None reports an error: a call that cannot be carried out finds nothing
+/// or changes nothing.
 class KeyStore {
  public:
   virtual ~KeyStore() = default;

@@ -8,9 +8,9 @@ namespace fleetor {
 using Task = std::function<void()>;
 using Seconds = std::chrono::duration<double>;
 
-/// The two places where code runs. Every operation may be called from any thread, returns at once and never runs the
-/// task inline. A task runs exactly once, unless the queues are destroyed first: then it is dropped without running.
-/// Tasks must not throw.
+/// The two places where code runs. Every operation may be called from any thread, returns at once and never
+/// runs the task inline. A task runs exactly once, unless the queues are destroyed first: then it is dropped
+/// without running. Tasks must not throw.
 class Queues {
  public:
   virtual ~Queues() = default;

@@ -7,9 +7,9 @@
 
 namespace fleetor {
 
-/// One suite of persistent settings (the standard user defaults, or the shared app-group settings that the widget
-/// reads). Main thread only. Writes may be held back until `synchronize`; a failed write is reported by the device
-/// layer on standard error and changes nothing that is stored.
+/// One suite of persistent settings (the standard user defaults, or the shared app-group settings that the
+/// widget reads). Main thread only. Writes may be held back until `synchronize`; a failed write is reported
+/// by the device layer on standard error and changes nothing that is stored.
 class Settings {
  public:
   using Value = std::variant<std::string, std::int64_t>;

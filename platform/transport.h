@@ -12,8 +12,8 @@ namespace fleetor {
 /// asks for
 /// ("Host", "Connection", "Accept-Encoding", "Accept-Language", "User-Agent").
 struct HttpRequest {
-  std::string url;  ///< absolute, already escaped; sent as it is, a trailing "?" included (the escape of a
-                    ///< letter, a digit or one of "-._~" may be sent as the character that it stands for)
+  std::string url;     ///< absolute, already escaped; sent as it is, a trailing "?" included (the escape of a
+                       ///< letter, a digit or one of "-._~" may be sent as the character that it stands for)
   std::string method;  ///< "GET", "POST", "PUT" or "DELETE"
   std::vector<std::pair<std::string, std::string>>
       headers;                      ///< spelled as they go on the wire, no name twice
