@@ -17,7 +17,7 @@
 
 namespace fleetor {
 
-class LabelItem : public ComponentItem {
+class LabelItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -30,7 +30,7 @@ class LabelItem : public ComponentItem {
   QColor textColor() const;
 };
 
-class ImageViewItem : public ComponentItem {
+class ImageViewItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -41,7 +41,7 @@ class ImageViewItem : public ComponentItem {
   QUrl source() const;
 };
 
-class ActivityIndicatorItem : public ComponentItem {
+class ActivityIndicatorItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -53,7 +53,7 @@ class ActivityIndicatorItem : public ComponentItem {
 };
 
 /// Every kind of button: plain, loading, and of a bar.
-class ButtonItem : public ComponentItem {
+class ButtonItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -77,7 +77,7 @@ class ButtonItem : public ComponentItem {
   Q_INVOKABLE void tap();
 };
 
-class TextFieldItem : public ComponentItem {
+class TextFieldItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -97,7 +97,7 @@ class TextFieldItem : public ComponentItem {
   Q_INVOKABLE void pressReturn();
 };
 
-class WebViewItem : public ComponentItem {
+class WebViewItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -109,7 +109,7 @@ class WebViewItem : public ComponentItem {
   Q_INVOKABLE void tapLink(const QString& url);
 };
 
-class TabBarAdapter : public ComponentItem {
+class TabBarAdapter : public fleetor::ComponentItem {
   Q_OBJECT
   QML_NAMED_ELEMENT(TabBarItem)
   QML_UNCREATABLE("Made by the program")
@@ -131,7 +131,7 @@ class TabBarAdapter : public ComponentItem {
   std::vector<Connection> items_;
 };
 
-class ToastItem : public ComponentItem {
+class ToastItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -144,7 +144,7 @@ class ToastItem : public ComponentItem {
   bool rounded() const;
 };
 
-class AlertViewItem : public ComponentItem {
+class AlertViewItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -160,7 +160,7 @@ class AlertViewItem : public ComponentItem {
   Q_INVOKABLE void tapButton(int index);
 };
 
-class DatePickerItem : public ComponentItem {
+class DatePickerItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -178,7 +178,7 @@ class DatePickerItem : public ComponentItem {
   Q_INVOKABLE void cancel();
 };
 
-class LayoutConstraintItem : public ComponentItem {
+class LayoutConstraintItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")

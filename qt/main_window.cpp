@@ -1,6 +1,7 @@
 #include "qt/main_window.h"
 
 #include <QGuiApplication>
+#include <QInputMethod>
 #include <QQuickWindow>
 #include <QtPlugin>
 
@@ -29,6 +30,12 @@ MainWindow::MainWindow(Application& application, Environment& environment, const
   connect(window_, &QWindow::widthChanged, this, resize);
   connect(window_, &QWindow::heightChanged, this, resize);
   resize();
+  const QInputMethod* const input = QGuiApplication::inputMethod();
+  const auto keyboard = [item, input] {
+    item->setKeyboardHeight(input->isVisible() ? input->keyboardRectangle().height() : 0);
+  };
+  connect(input, &QInputMethod::keyboardRectangleChanged, this, keyboard);
+  connect(input, &QInputMethod::visibleChanged, this, keyboard);
   connect(window_, &QWindow::visibilityChanged, this, &MainWindow::followVisibility);
   connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &MainWindow::followVisibility);
 }
@@ -36,6 +43,7 @@ MainWindow::MainWindow(Application& application, Environment& environment, const
 MainWindow::~MainWindow() {
   if (window_) window_->disconnect(this);
   qGuiApp->disconnect(this);
+  QGuiApplication::inputMethod()->disconnect(this);
 }
 
 void MainWindow::followVisibility() {

@@ -9,7 +9,7 @@
 namespace fleetor {
 
 /// One row: the adapters of its labels and pictures by name.
-class CellItem : public ComponentItem {
+class CellItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -60,7 +60,7 @@ class TableModel : public QAbstractListModel {
   Connection reloaded_;
 };
 
-class TableItem : public ComponentItem {
+class TableItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")

@@ -15,6 +15,7 @@ QVariant ScreenListModel::data(const QModelIndex& index, int role) const {
 }
 
 void ScreenListModel::update(const std::vector<std::shared_ptr<ViewController>>& screens) {
+  const std::size_t before = items_.size();
   std::vector<ViewControllerItem*> wanted;
   for (const auto& screen : screens)
     wanted.push_back(adapters_.itemFor<ViewControllerItem>(screen.get()));
@@ -41,6 +42,7 @@ void ScreenListModel::update(const std::vector<std::shared_ptr<ViewController>>&
       endMoveRows();
     }
   }
+  if (items_.size() != before) Q_EMIT countChanged();
 }
 
 ViewControllerItem::ViewControllerItem(Component& component, Adapters& registry)

@@ -20,6 +20,7 @@ class ScreenListModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(int count READ count NOTIFY countChanged)
 
  public:
   explicit ScreenListModel(Adapters& adapters) : adapters_(adapters) {}
@@ -28,7 +29,11 @@ class ScreenListModel : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override { return {{Qt::UserRole, "screen"}}; }
 
+  int count() const { return rowCount(); }
   void update(const std::vector<std::shared_ptr<ViewController>>& screens);
+
+ Q_SIGNALS:
+  void countChanged();
 
  private:
   Adapters& adapters_;
@@ -37,7 +42,7 @@ class ScreenListModel : public QAbstractListModel {
 
 /// A screen. Containers have a class of their own; what one of them holds beyond the kinds below is drawn by
 /// the file of its identifier, as every other screen is.
-class ViewControllerItem : public ComponentItem {
+class ViewControllerItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -87,7 +92,7 @@ class ViewControllerItem : public ComponentItem {
   std::vector<Connection> view_;  ///< none before the view is loaded
 };
 
-class NavigationControllerItem : public ViewControllerItem {
+class NavigationControllerItem : public fleetor::ViewControllerItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -109,7 +114,7 @@ class NavigationControllerItem : public ViewControllerItem {
   Connection bar_;
 };
 
-class RevealControllerItem : public ViewControllerItem {
+class RevealControllerItem : public fleetor::ViewControllerItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -133,7 +138,7 @@ class RevealControllerItem : public ViewControllerItem {
   Q_INVOKABLE void tapFront();
 };
 
-class SwipeTabBarControllerItem : public ViewControllerItem {
+class SwipeTabBarControllerItem : public fleetor::ViewControllerItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")

@@ -96,8 +96,13 @@ QString WindowItem::word(const QString& key) const {
   return adapters().localized(key.toUtf8().constData());
 }
 
+double WindowItem::keyboardHeight() const {
+  return read<Window>([](Window& c) { return c.keyboard().height(); });
+}
+
 void WindowItem::setKeyboardHeight(double points) {
   if (auto* window = as<Window>()) window->keyboard().setHeight(points);
+  Q_EMIT changed();
 }
 
 bool WindowItem::goBack() {

@@ -10,7 +10,7 @@ namespace fleetor {
 
 /// The window's screens and what lies over them, and the way in for the size, the keyboard and the user's
 /// wish to go back.
-class WindowItem : public ComponentItem {
+class WindowItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
@@ -21,6 +21,7 @@ class WindowItem : public ComponentItem {
   Q_PROPERTY(fleetor::DatePickerItem* datePicker READ datePicker NOTIFY changed)
   Q_PROPERTY(bool blocked READ blocked NOTIFY changed)  ///< an alert or a picker waits for its answer
   Q_PROPERTY(bool pad READ pad CONSTANT)
+  Q_PROPERTY(double keyboardHeight READ keyboardHeight NOTIFY changed)  ///< points that a keyboard covers
 
  public:
   WindowItem(Component& component, Adapters& adapters);
@@ -41,8 +42,8 @@ class WindowItem : public ComponentItem {
   /// The text in the user's language of a word that belongs to the look ("Done", "Cancel", "Previous month").
   Q_INVOKABLE QString word(const QString& key) const;
 
-  /// Points that an on-screen keyboard covers.
-  Q_INVOKABLE void setKeyboardHeight(double points);
+  double keyboardHeight() const;
+  void setKeyboardHeight(double points);
 
   /// The user wants to go back: cancels the alert or the picker, closes the menu, or presses the way back of
   /// the screen on top. False: there is nothing to go back to.

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -10,8 +11,8 @@ FocusScope {
     Rectangle {
         anchors.fill: parent
         color: Theme.dim
-        opacity: 0
         NumberAnimation on opacity {
+            from: 0
             to: 1
             duration: 150
         }

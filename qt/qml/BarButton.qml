@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -20,7 +21,7 @@ Tappable {
         anchors.centerIn: parent
         visible: root.pictured
         source: root.button?.image ?? ""
-        sourceSize: Qt.size(28, 28)
+        sourceSize { width: 28; height: 28 }
     }
 
     Text {

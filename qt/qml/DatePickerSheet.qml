@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -40,8 +41,8 @@ FocusScope {
     Rectangle {
         anchors.fill: parent
         color: Theme.dim
-        opacity: 0
         NumberAnimation on opacity {
+            from: 0
             to: 1
             duration: 200
         }
@@ -56,7 +57,6 @@ FocusScope {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, 420)
         height: column.height + 24
-        y: root.height
         radius: 14
         color: Theme.raised
         Accessible.role: Accessible.Dialog
@@ -65,6 +65,7 @@ FocusScope {
         // Rests at the bottom, its lower corners out of sight.
         NumberAnimation on y {
             id: rise
+            from: root.height
             to: root.height - sheet.height + 12
             duration: 250
             easing.type: Easing.OutCubic

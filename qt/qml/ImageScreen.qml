@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -16,7 +17,7 @@ Rectangle {
     Image {
         anchors.fill: parent
         source: root.picture?.source ?? ""
-        sourceSize: Qt.size(width, height)
+        sourceSize { width: width; height: height }
         fillMode: Image.PreserveAspectCrop
     }
 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -23,7 +24,7 @@ FocusScope {
             Image {
                 anchors.horizontalCenter: parent.horizontalCenter
                 source: "qrc:/images/fleetor.svg"
-                sourceSize: Qt.size(72, 72)
+                sourceSize { width: 72; height: 72 }
             }
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -40,7 +41,6 @@ FocusScope {
     Flickable {
         anchors.fill: parent
         anchors.topMargin: head.height
-        anchors.bottomMargin: Qt.inputMethod.visible ? Math.max(0, Qt.inputMethod.keyboardRectangle.height) : 0
         contentHeight: form.height + 56
         clip: true
         interactive: contentHeight > height

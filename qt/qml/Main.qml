@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 import QtQuick.Window
@@ -63,14 +64,6 @@ Window {
             active: main.content.toast !== null
             source: active ? "ToastView.qml" : ""
             onLoaded: item.toast = Qt.binding(() => main.content.toast)
-        }
-    }
-
-    Connections {
-        target: Qt.inputMethod
-        function onKeyboardRectangleChanged() {
-            const scale = main.Screen.devicePixelRatio;
-            main.content.setKeyboardHeight(Qt.inputMethod.visible ? Qt.inputMethod.keyboardRectangle.height / scale : 0);
         }
     }
 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -37,7 +38,7 @@ Rectangle {
             Image {
                 anchors.centerIn: parent
                 source: "qrc:/images/NavBack.svg"
-                sourceSize: Qt.size(28, 28)
+                sourceSize { width: 28; height: 28 }
             }
         }
     }

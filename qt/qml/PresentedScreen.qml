@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -10,7 +11,7 @@ FocusScope {
     required property int index
 
     readonly property bool sheet: index > 0 && (screen?.sheet ?? false)
-    readonly property bool topmost: index === window.screens.rowCount() - 1
+    readonly property bool topmost: index === window.screens.count - 1
     property bool isOpen: index === 0
     property bool leaving: false
     property int duration: 0
@@ -83,6 +84,7 @@ FocusScope {
         ScreenLoader {
             anchors.fill: parent
             anchors.margins: presented.sheet ? 1 : 0
+            anchors.bottomMargin: presented.window.keyboardHeight // what a keyboard covers stays free
             screen: presented.screen
             focus: true
         }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -15,6 +16,7 @@ Item {
     Repeater {
         model: 12
         Rectangle {
+            id: spoke
             required property int index
             x: spinner.width / 2 - width / 2
             y: 0
@@ -26,7 +28,7 @@ Item {
             transform: Rotation {
                 origin.x: spinner.width * 0.045
                 origin.y: spinner.height / 2
-                angle: index * 30
+                angle: spoke.index * 30
             }
         }
     }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -39,7 +40,7 @@ Rectangle {
                     Image {
                         anchors.horizontalCenter: parent.horizontalCenter
                         source: (tab.checked ? strip.tabBar?.selectedImages[tab.index] : strip.tabBar?.images[tab.index]) ?? ""
-                        sourceSize: Qt.size(26, 26)
+                        sourceSize { width: 26; height: 26 }
                     }
                     Text {
                         width: parent.width

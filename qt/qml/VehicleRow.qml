@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
@@ -24,7 +25,7 @@ RowBody {
         Image {
             anchors.centerIn: parent
             source: row.photo?.source ?? ""
-            sourceSize: Qt.size(36, 36)
+            sourceSize { width: 36; height: 36 }
         }
     }
 
