@@ -45,11 +45,11 @@ std::optional<Options> parseOptions(const std::vector<std::string>& words, std::
       }
       const std::string value = word == "--size" ? words[++i] : word.substr(7);
       const std::size_t cross = value.find('x');
-      if (cross != value.npos) {
+      if (cross != std::string_view::npos) {
         options.width = readSide(std::string_view(value).substr(0, cross));
         options.height = readSide(std::string_view(value).substr(cross + 1));
       }
-      if (cross == value.npos || !options.width || !options.height) {
+      if (cross == std::string_view::npos || !options.width || !options.height) {
         problem = "\"" + value + "\" is no size such as 390x844, with sides from 240 to 8000";
         return std::nullopt;
       }

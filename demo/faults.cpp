@@ -73,8 +73,9 @@ Target findTarget(Json& document, const std::string& argument) {
   }
   Json* node = &document;
   std::string_view rest = argument;
-  for (std::size_t dot; (dot = rest.find('.')) != std::string_view::npos; rest.remove_prefix(dot + 1)) {
+  for (auto dot = rest.find('.'); dot != std::string_view::npos; dot = rest.find('.')) {
     const std::string step(rest.substr(0, dot));
+    rest.remove_prefix(dot + 1);
     const auto index = parseNumber(step);
     if (node->is_object() && node->contains(step))
       node = &(*node)[step];

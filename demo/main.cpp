@@ -47,7 +47,7 @@ int main(int argc, char** argv) {
   });
   server.run();
   // Should the listening socket ever fail on its own, the watch still has to be told.
-  pthread_kill(watch.native_handle(), SIGTERM);
+  pthread_kill(watch.native_handle(), SIGINT);
   watch.join();
   return 0;
 }

@@ -8,9 +8,10 @@
 namespace fleetor::demo {
 namespace {
 
-constexpr std::int64_t kHour = 3600;
+constexpr std::int64_t kMinute = 60;
+constexpr std::int64_t kHour = 60 * kMinute;
 // Shorter than the shortest day of the year in which the clocks go forward.
-constexpr std::int64_t kWorkingSeconds = 22 * kHour + 50 * 60;
+constexpr std::int64_t kWorkingSeconds = 22 * kHour + 50 * kMinute;
 constexpr std::size_t kCustomers = 9;
 // Odometers are counted from 2026-01-01.
 constexpr Day kFirstFleetDay = 20454;

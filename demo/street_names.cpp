@@ -31,7 +31,7 @@ std::string StreetNames::unique(const char* ending) {
   for (;;) {
     // 640 stems: a large town may use them up for one ending, and then they double.
     std::string name = nextStem();
-    if (given_.size() > 400 && random_.chance(0.5)) name = "Upper " + name;
+    if (given_.size() > 400 && random_.chance(0.5)) name.insert(0, "Upper ");
     name.append(" ").append(ending);
     if (given_.insert(name).second) return name;
   }

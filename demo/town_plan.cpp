@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kLines = 37;  // in either direction
 constexpr int kLast = kLines - 1;
+constexpr std::size_t kNodes = std::size_t{kLines} * kLines;
 constexpr double kRadius = 3900;  // metres from the centre to the ring road
 constexpr int kShapeSteps = 4;    // pieces of a street between two crossings
 
@@ -162,7 +163,7 @@ class Draughtsman {
 
   // Whatever cannot be reached from the ring road is not built: no vehicle could serve it.
   void joinIslands() {
-    std::vector<int> leader(kLines * kLines);
+    std::vector<int> leader(kNodes);
     std::iota(leader.begin(), leader.end(), 0);
     const auto find = [&leader](int index) {
       while (leader[static_cast<std::size_t>(index)] != index)
@@ -177,7 +178,7 @@ class Draughtsman {
   }
 
   void keepNodes() {
-    junctionOf_.assign(kLines * kLines, RouteTree::none);
+    junctionOf_.assign(kNodes, RouteTree::none);
     for (const Side& side : sides_)
       if (side.kept)
         for (const int end : {side.fromNode, side.toNode}) {
@@ -215,7 +216,7 @@ class Draughtsman {
   Random random_;
   StreetNames names_;
   std::array<double, 2> bend_;
-  std::array<Point, kLines * kLines> jitter_;
+  std::array<Point, kNodes> jitter_;
   std::vector<Side> sides_;
   std::vector<std::pair<int, int>> swallowed_;
   std::vector<std::uint32_t> junctionOf_;

@@ -15,7 +15,8 @@ constexpr std::size_t deepestNesting = 1024;
 
 /// An integer that neither 64-bit kind can hold.
 bool isLongInteger(std::string_view token) {
-  if (token.size() < 19 || token.find_first_not_of("0123456789", token.front() == '-' ? 1 : 0) != token.npos)
+  if (token.size() < 19 ||
+      token.find_first_not_of("0123456789", token.front() == '-' ? 1 : 0) != std::string_view::npos)
     return false;
   const char* const end = token.data() + token.size();
   std::int64_t asSigned = 0;

@@ -68,7 +68,7 @@ class Node {
   /// Where the bytes of a text or key begin among the texts.
   std::size_t textOffset() const { return (tape_[index_] & 0x00FF'FFFF'FFFF'FFFF) + sizeof(std::uint32_t); }
   static std::uint32_t textLength(const char* text) {
-    std::uint32_t length;
+    std::uint32_t length = 0;
     std::memcpy(&length, text - sizeof length, sizeof length);
     return length;
   }

@@ -44,7 +44,8 @@ class TextSource {
   Text copy(std::string_view text) {
     if (!digits_ || digitsUsed_ + text.size() > digitsCapacity_) {
       if (digits_) digits_->release();
-      digitsCapacity_ = std::max(text.size(), std::min<std::size_t>(digitsCapacity_ * 2, 64 * 1024));
+      digitsCapacity_ =
+          std::max(text.size(), std::min<std::size_t>(digitsCapacity_ * 2, std::size_t{64} << 10));
       digits_ = TextArena::make(digitsCapacity_);
       digitsUsed_ = 0;
     }
@@ -86,7 +87,7 @@ std::string_view typeText(Node::Kind kind) {
 /// Compares the first eight bytes, which is the whole of most keys, in one step.
 bool matches(const PropertyEntry& property, std::string_view key) {
   if (property.key.size() != key.size()) return false;
-  std::uint64_t word;
+  std::uint64_t word = 0;
   std::memcpy(&word, key.data(), sizeof word);
   if ((word ^ property.keyWord) & property.keyMask) return false;
   return key.size() <= sizeof word || property.key.substr(sizeof word) == key.substr(sizeof word);
@@ -201,7 +202,7 @@ class Mapper {
     std::optional<Node> last;
     for (Node key = object.first(); key.index() != object.end(); key = key.next().next())
       if (texts_.view(key) == path.substr(0, dot)) last = key.next();
-    if (!last || dot == path.npos) return last;
+    if (!last || dot == std::string_view::npos) return last;
     if (last->kind() != Node::object) return std::nullopt;
     return valueAtKeyPath(*last, path.substr(dot + 1));
   }

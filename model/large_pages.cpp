@@ -13,9 +13,10 @@ void preferLargePages([[maybe_unused]] void* block, [[maybe_unused]] std::size_t
   constexpr std::size_t worthwhile = std::size_t{4} << 20;
   constexpr std::uintptr_t page = 4096;
   if (size < worthwhile) return;
-  const auto first = (reinterpret_cast<std::uintptr_t>(block) + page - 1) & ~(page - 1);
-  const auto last = (reinterpret_cast<std::uintptr_t>(block) + size) & ~(page - 1);
-  madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+  const auto address = reinterpret_cast<std::uintptr_t>(block);
+  const auto first = (address + page - 1) & ~(page - 1);
+  const auto last = (address + size) & ~(page - 1);
+  madvise(static_cast<char*>(block) + (first - address), last - first, MADV_HUGEPAGE);
 #endif
 }
 

@@ -126,7 +126,7 @@ constexpr std::string_view typeName() {
   text.remove_prefix(text.find("T = ") + 4);
   text = text.substr(0, text.find_first_of(";]"));
   const auto colon = text.rfind("::");
-  return colon == text.npos ? text : text.substr(colon + 2);
+  return colon == std::string_view::npos ? text : text.substr(colon + 2);
 }
 
 template <class R>
@@ -203,7 +203,7 @@ struct TableOf {
   }
   static constexpr bool hasKeyPaths() {
     for (const auto& entry : entries)
-      if (entry.key.find('.') != entry.key.npos) return true;
+      if (entry.key.find('.') != std::string_view::npos) return true;
     return false;
   }
   static constexpr bool keysAreDistinct() {

@@ -17,6 +17,7 @@ QVariant ScreenListModel::data(const QModelIndex& index, int role) const {
 void ScreenListModel::update(const std::vector<std::shared_ptr<ViewController>>& screens) {
   const std::size_t before = items_.size();
   std::vector<ViewControllerItem*> wanted;
+  wanted.reserve(screens.size());
   for (const auto& screen : screens)
     wanted.push_back(adapters_.itemFor<ViewControllerItem>(screen.get()));
 

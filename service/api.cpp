@@ -106,7 +106,8 @@ void API::handleCompletionWithJSON(ResponseObject object, ResponseKind kind,
     }
   }
   const long status = response ? response->statusCode : 0;
-  service->device.queues.main([=, result = std::move(result), error = std::move(error)]() mutable {
+  service->device.queues.main([=, completion = std::move(completion), result = std::move(result),
+                               error = std::move(error)]() mutable {
     showMessageForKind(kind, status, errorCodes);
     (*completion)(std::move(result), kind, status, error);
     *completion = nullptr;

@@ -160,7 +160,8 @@ class API {
             completion(std::static_pointer_cast<R>(std::move(response)), kind, status, error);
           });
     }
-    rest(path, method, params, body, std::move(pending), modelClass.map, std::move(errorCodes));
+    const MapEnvelope map = modelClass.map;
+    rest(path, method, params, body, std::move(pending), map, std::move(errorCodes));
   }
 
   using AnyCompletion = APICompletion<void>;

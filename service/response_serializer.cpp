@@ -107,7 +107,7 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  bool isKnown() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+  bool isKnown() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
 
   std::optional<std::string> convert(std::string& bytes) {
     std::string text;

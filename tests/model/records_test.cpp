@@ -30,7 +30,7 @@ std::string fullObject(const json::RecordType& type) {
 
 std::string without(std::string json, const std::string& key) {
   const auto at = json.find("\"" + key + "\":");
-  EXPECT_NE(at, json.npos) << key;
+  EXPECT_NE(at, std::string_view::npos) << key;
   return json.replace(at + 1, key.size(), key + "-gone");
 }
 

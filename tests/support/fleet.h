@@ -24,7 +24,7 @@ inline std::string vehicleJSON(int id) {
 
 /// The value of a query or form parameter as it was sent, or nothing.
 inline std::string parameterOf(std::string_view text, std::string_view name) {
-  if (const auto query = text.find('?'); query != text.npos) text.remove_prefix(query + 1);
+  if (const auto query = text.find('?'); query != std::string_view::npos) text.remove_prefix(query + 1);
   while (!text.empty()) {
     const auto pair = text.substr(0, text.find('&'));
     if (pair.starts_with(name) && pair.substr(name.size()).starts_with('='))
