@@ -80,7 +80,7 @@ TEST(DemoEndpoints, PageThroughTheFleetWithoutGapsOrRepeats) {
     for (const Json& vehicle : page["vehicles"]) {
       ids.insert(vehicle["vehicleId"].get<std::int64_t>());
       icons.insert(vehicle["icon"].get<std::string>());
-      plateless += vehicle["registration"] == "";
+      plateless += vehicle["registration"] == Json("");
       EXPECT_EQ(vehicle["mapLineColor"].get<std::string>().size(), 7u);
     }
   }

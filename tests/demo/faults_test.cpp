@@ -102,6 +102,7 @@ TEST_F(DemoFaults, DelayOnlyWhatTheyAreMeantForAndOnlyAsOftenAsAsked) {
 TEST_F(DemoFaults, LeaveARequestUnansweredWhileOthersAreServed) {
   service.addFault("live=hang");
   std::vector<std::future<Answer>> waiting;
+  waiting.reserve(30);
   for (int i = 0; i < 30; ++i)
     waiting.push_back(std::async(std::launch::async, [this] { return service.get("/live?vehid=1001"); }));
   while (service.get("/control/requests").json["count"] < 31)

@@ -23,6 +23,7 @@ class Program {
   explicit Program(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), FLEETOR_DEMO_PROGRAM);
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments)
       pointers.push_back(argument.data());
     pointers.push_back(nullptr);
@@ -56,7 +57,7 @@ class Program {
   Ended end() {
     Ended ended;
     char buffer[4096];
-    for (ssize_t got; (got = ::read(output_, buffer, sizeof buffer)) > 0;)
+    for (ssize_t got = 0; (got = ::read(output_, buffer, sizeof buffer)) > 0;)
       ended.output.append(buffer, static_cast<std::size_t>(got));
     int status = 0;
     ::waitpid(child_, &status, 0);

@@ -59,7 +59,7 @@ TEST_F(DemoTrack, AndTheTripListTellTheSameDay) {
         EXPECT_TRUE(pointAt.emplace(textOf(points[i], "dateTime"), points[i]).second)
             << "two points at one time";
         parkings += points[i]["label"] == "Parking";
-        EXPECT_EQ(points[i]["label"] == "Parking", points[i]["duration"] != "");
+        EXPECT_EQ(points[i]["label"] == "Parking", points[i]["duration"] != Json(""));
       }
       double sum = 0;
       for (std::size_t i = 0; i < items.size(); ++i) {
@@ -180,19 +180,20 @@ TEST_F(DemoTrack, HoldsAPointForEverySecondWhenDense) {
 
 TEST_F(DemoTrack, CountsTheOdometerUpByWhatIsDrivenAndEmptiesTheTankOnTheWay) {
   const auto kilometres = [](const Json& live) { return std::stod(textOf(live, "odometer")); };
+  constexpr Instant day = 86400;
   for (const int vehicle : {1001, 1003, 1005}) {
     const Instant begin = *parseInstant("2026-03-10 00:00:00");
     const double before = kilometres(liveAt(vehicle, begin));
     const Json points = map(vehicle, "2026-03-09");
-    service.now = begin + 2 * 86400;
+    service.now = begin + 2 * day;
     const double driven = std::stod(textOf(map(vehicle, "2026-03-10").back(), "totdist"));
     EXPECT_GT(driven, 50);
-    EXPECT_NEAR(kilometres(liveAt(vehicle, begin + 86400)) - before, driven, 0.25);
+    EXPECT_NEAR(kilometres(liveAt(vehicle, begin + day)) - before, driven, 0.25);
 
     double last = before;
     int fillings = 0;
     double lastFuel = std::stod(textOf(liveAt(vehicle, begin), "fuel"));
-    for (Instant now = begin; now < begin + 5 * 86400; now += 1200) {
+    for (Instant now = begin; now < begin + 5 * day; now += 1200) {
       const Json live = liveAt(vehicle, now);
       const double fuel = std::stod(textOf(live, "fuel"));
       EXPECT_GE(kilometres(live), last);

@@ -57,7 +57,7 @@ TEST_F(Watching, ADayOfPollingWithTripsToTheBackgroundAndChosenDaysSendsEachPoll
   });
   std::vector<long> expected;
   std::vector<std::string> days;
-  for (int hour = 0; hour < 24; ++hour) {
+  for (long hour = 0; hour < 24; ++hour) {
     const long start = hour * 3600;
     for (long second = start; second <= start + 2985; second += 15)
       expected.push_back(second);
@@ -72,7 +72,7 @@ TEST_F(Watching, ADayOfPollingWithTripsToTheBackgroundAndChosenDaysSendsEachPoll
     client.application.willEnterForeground();
   }
   client.queues.runUntilIdle();
-  expected.push_back(24 * 3600);
+  expected.push_back(24L * 3600);
   EXPECT_EQ(polls, expected);
   EXPECT_THAT(client.takeRequests(), Each("GET /live?vehid=2"));
   EXPECT_EQ(chosen, days);

@@ -237,10 +237,11 @@ TEST(JSONModelTest, MapsOneTypeForTheFirstTimeOnSeveralThreadsAtOnce) {
   std::barrier start(4);
   std::vector<Text> texts(4);
   std::vector<std::jthread> threads;
-  for (std::size_t t = 0; t < texts.size(); ++t)
-    threads.emplace_back([&, t] {
+  threads.reserve(texts.size());
+  for (Text& text : texts)
+    threads.emplace_back([&shared, &start, &text] {
       start.arrive_and_wait();
-      texts[t] = JSONModel::initWithDictionary<OnlyOnce>(shared)->first;
+      text = JSONModel::initWithDictionary<OnlyOnce>(shared)->first;
     });
   threads.clear();
   for (const auto& text : texts)

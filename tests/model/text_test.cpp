@@ -35,6 +35,7 @@ TEST(TextTest, TellsEmptyFromNeverSetButComparesThemEqual) {
 TEST(TextTest, IsSharedBetweenThreads) {
   const Text shared = "52.1";
   std::vector<std::jthread> threads;
+  threads.reserve(4);
   for (int t = 0; t < 4; ++t)
     threads.emplace_back([shared] {
       for (int i = 0; i < 5000; ++i) {
