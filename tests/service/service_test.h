@@ -44,7 +44,7 @@ class ServiceTest : public testing::Test {
   static std::string wire(const HttpRequest& request) {
     std::string text = request.method + " " + request.url + "\n";
     for (const auto& [name, value] : request.headers)
-      text += name + ": " + value + "\n";
+      text.append(name).append(": ").append(value).append("\n");
     return text + (request.body ? "\n" + *request.body : "");
   }
 

@@ -43,8 +43,9 @@ class InfoPage : public testing::Test {
 
   std::vector<std::string> rows() {
     std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(table.numberOfRows()));
     for (int row = 0; row < table.numberOfRows(); ++row)
-      texts.push_back(client.textOfRow(table, row) + " " +
+      texts.push_back(Client::textOfRow(table, row) + " " +
                       std::to_string(static_cast<int>(table.heightForRow(row))));
     return texts;
   }

@@ -24,7 +24,7 @@ class Pager : public testing::Test {
       posts.push_back(notification.object);
     });
   }
-  ~Pager() override { client.center.removeObserver(this); }
+  void TearDown() override { client.center.removeObserver(this); }
 
   /// Which pages have been selected since they were last cleared, one letter a page.
   std::string selected() {

@@ -29,7 +29,7 @@ class ApiWire : public testing::Test {
     reachability.reachable = true;
     device.identifier = "0A1B2C3D-0000-4000-8000-00000000000F";
   }
-  ~ApiWire() override {
+  void TearDown() override {
     API::shutDown();
     transport.reset();
   }

@@ -111,7 +111,7 @@ TEST_F(DeviceFiles, TheVendorIdentifierIsDrawnOnceForEachInstallation) {
   const auto identifier = [this](const char* file) {
     FileSettings settings(path(file));
     DesktopDevice device({.settings = &settings});
-    const std::string first = device.identifierForVendor();
+    std::string first = device.identifierForVendor();
     EXPECT_EQ(device.identifierForVendor(), first);
     return first;
   };

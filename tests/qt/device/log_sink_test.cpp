@@ -51,6 +51,7 @@ TEST(LogSink, WritesWholeMaskedLinesFromAnyThreadAndNothingWithoutAStream) {
   {
     LogSink sink(file);
     std::vector<std::jthread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; i++)
       threads.emplace_back([&sink] {
         for (int n = 0; n < 50; n++)

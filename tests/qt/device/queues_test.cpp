@@ -23,6 +23,7 @@ TEST(QtQueues, RunsMainTasksOnTheMainThreadInTheOrderOfEachSender) {
   bool elsewhere = false;
   {
     std::vector<std::jthread> senders;
+    senders.reserve(3);
     for (int sender = 0; sender < 3; sender++)
       senders.emplace_back([&, sender] {
         for (int i = 0; i < 1000; i++)
@@ -44,7 +45,7 @@ TEST(QtQueues, RunsDelayedTasksInTheOrderOfTheirMomentsAndNeverEarly) {
   QtQueues queues;
   std::vector<std::string> seen;
   const auto began = std::chrono::steady_clock::now();
-  const auto later = [&](Seconds delay, std::string name) {
+  const auto later = [&](Seconds delay, const std::string& name) {
     queues.mainAfter(delay, [&, delay, name] {
       EXPECT_GE(std::chrono::steady_clock::now() - began, delay) << name;
       seen.push_back(name);

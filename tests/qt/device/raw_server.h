@@ -51,7 +51,7 @@ class RawServer {
 
     /// Answers nothing more and waits until the client closes the connection.
     void hold() {
-      char byte;
+      char byte = 0;
       while (::recv(socket_, &byte, 1, 0) > 0) {
       }
     }

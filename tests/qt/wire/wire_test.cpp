@@ -55,7 +55,7 @@ class WireTest : public testing::Test {
                   [this](const std::string& text, double, bool) { events.push_back(text); }, [] {}});
     API::configureRequest();
   }
-  ~WireTest() override { API::shutDown(); }
+  void TearDown() override { API::shutDown(); }
 
   template <class Send>
   void finish(Send send) {
