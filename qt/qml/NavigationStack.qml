@@ -122,11 +122,12 @@ FocusScope {
                     stack.dragging = true;
                 } else {
                     const back = stack.drag > stack.width / 3;
+                    if (!back)
+                        stack.drag = 0;
+                    // From here on the pages follow the stack again: the one below is on top as soon as this one goes.
+                    stack.dragging = false;
                     if (back)
                         stack.navigation.pop();
-                    else
-                        stack.drag = 0;
-                    stack.dragging = false;
                 }
             }
             onTranslationChanged: if (active) stack.drag = Math.max(0, translation.x)

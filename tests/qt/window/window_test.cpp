@@ -92,6 +92,14 @@ class WindowTest : public testing::Test {
     QTest::mouseClick(&window(), Qt::LeftButton, {}, middle.toPoint());
   }
 
+  void drag(QPoint from, QPoint to) {
+    constexpr int steps = 12;
+    QTest::mousePress(&window(), Qt::LeftButton, {}, from);
+    for (int i = 1; i <= steps; ++i)
+      QTest::mouseMove(&window(), from + (to - from) * i / steps, 15);
+    QTest::mouseRelease(&window(), Qt::LeftButton, {}, to);
+  }
+
   void type(const char* text) {
     for (const char* c = text; *c; ++c)
       QTest::keyClick(&window(), *c);
@@ -178,6 +186,16 @@ TEST_F(WindowTest, APersonSignsInScrollsToTheLastVehicleAndWatchesItsReadings) {
   ASSERT_TRUE(waitFor("title", "My Vehicles"));
   QTest::qWait(600);
   EXPECT_TRUE(items("text", QStringLiteral("Odometer")).empty());
+
+  // The other way back, a drag from the left edge, brings the list to the same place.
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {195, 800});
+  ASSERT_TRUE(waitFor("text", "Odometer"));
+  QTest::qWait(600);
+  drag({3, 500}, {330, 500});
+  ASSERT_TRUE(QTest::qWaitFor([&] { return items("text", QStringLiteral("Odometer")).empty(); }));
+  QTest::qWait(600);
+  ASSERT_NE(list(), nullptr);
+  EXPECT_EQ(list()->mapToScene({0, 0}).x(), 0);
 }
 
 TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
