@@ -146,8 +146,9 @@ std::vector<Stage> Movements::dayStages(const FleetVehicle& vehicle, Day day, In
   const Instant end = std::min(beginningOf(day + 1) - 1, now);
   std::vector<Stage> result;
   if (end < begin) return result;
-  for (const Day worked : {day - 1, day})
-    for (Stage stage : *workStages(vehicle, worked)) {
+  for (const Day worked : {day - 1, day}) {
+    const Stages stages = workStages(vehicle, worked);  // another request may push them out of the cache
+    for (Stage stage : *stages) {
       if (stage.end <= begin || stage.begin > end) continue;
       if (stage.begin < begin) {
         if (stage.drive) {
@@ -163,6 +164,7 @@ std::vector<Stage> Movements::dayStages(const FleetVehicle& vehicle, Day day, In
       else
         result.push_back(std::move(stage));
     }
+  }
   return result;
 }
 
