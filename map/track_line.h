@@ -1,0 +1,95 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "map/mercator.h"
+
+namespace fleetor {
+
+/// The points of a line in world units, the antimeridian unwrapped: each step takes the short way, so that x
+/// may leave 0 to 1. A copy costs a pointer for 4,096 points and stays as it is while the line grows: it may
+/// be read on any thread.
+class TrackPoints {
+ public:
+  std::size_t size() const { return size_; }
+  WorldPoint operator[](std::size_t index) const { return (*blocks_[index / blockSize])[index % blockSize]; }
+
+ private:
+  friend class TrackLine;
+
+  static constexpr std::size_t blockSize = 4096;
+  using Block = std::array<WorldPoint, blockSize>;
+
+  std::vector<std::shared_ptr<Block>> blocks_;
+  std::size_t size_ = 0;
+};
+
+/// Points at the zoom of the level, relative to the chunk's origin.
+struct TrackVertex {
+  float x = 0;
+  float y = 0;
+
+  friend bool operator==(const TrackVertex&, const TrackVertex&) = default;
+};
+
+/// A stretch of a line, ready to draw: at least two vertices, no two neighbours equal, all within 65,536
+/// points of the origin, so that a float tells 1/128 of a point. A stretch starts with the vertex that the
+/// one before ended with. Never changes: a line that changed has another chunk in its place, and the address
+/// tells them apart.
+struct TrackChunk {
+  WorldPoint origin;
+  WorldRect bounds;
+  std::vector<TrackVertex> vertices;
+};
+
+/// A chunk to draw `shift` worlds east of where it says.
+struct TrackPiece {
+  std::shared_ptr<const TrackChunk> chunk;
+  double shift = 0;
+};
+
+class TrackLevel;
+
+/// A polyline made ready for drawing at any zoom: simplified for each integer zoom so that nothing left out
+/// lies further than 1.5 points from what is drawn, and cut into chunks of at most 512 vertices.
+///
+/// Levels are made when first asked for, and the ones used lately are kept. A cold level of a long line can
+/// be made elsewhere: hand points() to makeLevel() on any thread, and the outcome to adopt(). Everything
+/// else: one thread at a time. Fewer than two different points leave nothing to draw.
+class TrackLine {
+ public:
+  TrackLine();
+  explicit TrackLine(std::span<const Coordinate> coordinates);
+  TrackLine(TrackLine&&) noexcept;
+  TrackLine& operator=(TrackLine&&) noexcept;
+  ~TrackLine();
+
+  std::size_t size() const { return points_.size(); }
+  const TrackPoints& points() const { return points_; }
+
+  /// Costs the same whatever the length: no more than the last chunk of a level is made again.
+  void append(Coordinate coordinate);
+
+  /// The level to draw at a camera's zoom: the next integer zoom, so that the tolerance holds; 1 to 20.
+  static int levelFor(double zoom);
+
+  /// Whether pieces() is cheap at that level.
+  bool hasLevel(int level) const;
+  /// Any thread.
+  static std::shared_ptr<TrackLevel> makeLevel(const TrackPoints& points, int level);
+  /// Points that were appended since it was made are caught up with. It must come from this line's points.
+  void adopt(std::shared_ptr<TrackLevel> level);
+
+  /// What of the line to draw where `view` shows, in order along the line. Makes the level if there is none.
+  std::vector<TrackPiece> pieces(const WorldRect& view, int level);
+
+ private:
+  TrackPoints points_;
+  std::vector<std::shared_ptr<TrackLevel>> levels_;  ///< the one used last comes first
+};
+
+}  // namespace fleetor
