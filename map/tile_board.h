@@ -1,0 +1,161 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "map/mercator.h"
+#include "map/tile_loader.h"
+#include "map/tile_memory.h"
+
+namespace fleetor {
+
+/// What a map shows at one moment.
+struct TileView {
+  WorldPoint centre;
+  double zoom = 0;        ///< the world is 256 * 2^zoom points wide
+  double width = 0;       ///< of the map, points
+  double height = 0;      ///< points
+  double pixelRatio = 1;  ///< pixels a point; above 1 the finer images are taken
+  MapStyle style = MapStyle::standard;
+};
+
+/// An image, or a part of one, at its place in the world.
+struct DrawnTile {
+  TileKey key;                             ///< whose image it is
+  std::shared_ptr<const TileImage> image;  ///< never none
+  /// The north-western corner of the place to fill, in the copy of the world that the view shows: x lies
+  /// outside 0 ... 1 beyond the antimeridian.
+  WorldPoint origin;
+  double size = 0;  ///< of the place, both ways, world units
+  /// The part of the image that fills it, as fractions of the image's side.
+  double left = 0;
+  double top = 0;
+  double part = 1;     ///< both ways
+  double opacity = 1;  ///< 0 ... 1, below 1 while it fades in
+};
+
+/// Knows which tiles a map needs, has them loaded, and says what to draw meanwhile.
+///
+/// Tiles are taken at the whole zoom nearest to the view's, so that their images are scaled by at most a
+/// factor of 1.42 and not at all at rest on a whole zoom. The nearest to the centre is asked for first, at
+/// most six are asked for at once, and those that leave the screen (and the ring of one tile around it, which
+/// is fetched ahead once nothing on the screen is missing) are cancelled. Until a tile has come and faded in,
+/// the part of a coarser one or the finer ones beneath it stand in.
+///
+/// A tile that the server does not have is left alone for ten minutes; its coarser one is asked for instead.
+/// A tile that fails otherwise waits 1, 2, 4 ... 60 seconds. When two different ones fail with no success in
+/// between, it is the server that fails: then all wait, as long each time, and after each wait a single
+/// tile tries. Who waits is shown as it was kept on the disk, however old, if it was.
+///
+/// Main thread only. Has no clock: time is handed in, in seconds from any origin, never going back.
+class TileBoard {
+ public:
+  /// Both outlive the board.
+  TileBoard(TileLoader& loader, TileMemory& memory) : loader_(loader), memory_(memory) {}
+  ~TileBoard() { suspend(); }
+
+  TileBoard(const TileBoard&) = delete;
+  TileBoard& operator=(const TileBoard&) = delete;
+
+  /// Called when something has arrived that the next update() will take into account.
+  std::function<void()> onArrival;
+
+  /// Call whenever the view has changed, something has arrived, isFading(), or wakeAt() has come.
+  void update(const TileView& view, double now);
+
+  /// What to draw, in that order: from the last update() on, to the next one.
+  const std::vector<DrawnTile>& drawn() const { return drawn_; }
+
+  /// Whether the next frame differs though nothing else changes.
+  bool isFading() const { return fading_; }
+
+  /// When a failed tile is to be tried again; none when no tile waits for that.
+  std::optional<double> wakeAt() const { return wakeAt_; }
+
+  /// The network or the server is known to be back: nothing waits any longer. Takes effect at the next
+  /// update.
+  void retry();
+
+  /// For a map out of sight: cancels everything that is under way and draws nothing until the next update().
+  void suspend();
+
+ private:
+  // A tile of the screen, the ring around it, or a coarser one in place of a missing one.
+  struct Tile {
+    std::shared_ptr<const TileImage> image;
+    bool stale = false;  // of the image
+    std::optional<TileLoader::Handle> underWay;
+    bool fromNetwork = false;  // what is under way
+    bool cacheTried = false;
+    bool onScreen = false;
+    std::optional<double> shownSince;
+    std::uint64_t round = 0;  // the update that last wanted it
+  };
+
+  struct Arrival {
+    TileKey key;
+    TileLoader::Source source;
+    TileLoader::Result result;
+  };
+
+  struct Fault {
+    int count = 0;
+    bool missing = false;
+    double until = 0;  // not asked for before
+  };
+
+  // How the server of one style is doing.
+  struct Server {
+    std::optional<TileKey> lastFailure;  // none since the last success
+    int pauses = 0;                      // since the last success; 0: it is well
+    double pausedUntil = 0;
+  };
+
+  // The tiles under a view. Columns may lie outside 0 ... count - 1.
+  struct Grid {
+    TileKey sample;                                  // style, scale and zoom of all of them
+    double centreX = 0, centreY = 0;                 // in tiles
+    int left = 0, right = -1, top = 0, bottom = -1;  // right and bottom are the last ones
+
+    bool contains(int column, int row) const {
+      return column >= left && column <= right && row >= top && row <= bottom;
+    }
+    TileKey key(int column, int row) const;
+  };
+
+  static std::optional<Grid> gridUnder(const TileView& view, int minimumZoom, int maximumZoom);
+
+  void takeArrivals(double now);
+  void takeFailure(const TileKey& key, double now);
+  void choose(const Grid& grid);
+  void want(const TileKey& key, bool onScreen);
+  void dropUnwanted();
+  void request(double now);
+  void start(const TileKey& key, Tile& tile, TileLoader::Source source);
+  void stop(Tile& tile);
+  bool makeRoom();
+  void draw(const Grid& grid, double now);
+  std::shared_ptr<const TileImage> imageOf(const TileKey& key);
+  void drawCoarser(const TileKey& key, WorldPoint origin, double size);
+  void drawFiner(const TileKey& key, WorldPoint origin, double size, int levels);
+  bool isMissing(const TileKey& key) const;
+
+  TileLoader& loader_;
+  TileMemory& memory_;
+  std::map<TileKey, Tile> tiles_;
+  std::vector<TileKey> order_;  // of tiles_, in which they are asked for
+  std::vector<Arrival> arrivals_;
+  std::map<TileKey, Fault> faults_;
+  std::map<MapStyle, Server> servers_;
+  int underWay_ = 0;
+  std::uint64_t round_ = 0;
+  std::vector<DrawnTile> drawn_;
+  bool fading_ = false;
+  std::optional<double> wakeAt_;
+};
+
+}  // namespace fleetor
