@@ -1,0 +1,79 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/coordinate.h"
+#include "ui/component.h"
+
+namespace fleetor {
+
+/// A place that a map marks. Whatever it says must not change while it is on a map.
+class MapAnnotation {
+ public:
+  virtual ~MapAnnotation() = default;
+  virtual Coordinate coordinate() const = 0;
+  virtual std::string title() const = 0;     ///< first line of the callout; may be empty
+  virtual std::string subtitle() const = 0;  ///< second line; may be empty
+};
+
+enum class AnnotationViewDragState { none };
+
+/// The marker of one annotation: an image whose middle lies on the annotation's coordinate, the same size at
+/// every zoom, and the callout that a tap on it opens. It speaks the callout's texts.
+class MapAnnotationView : public Component {
+ public:
+  explicit MapAnnotationView(std::string reuseIdentifier) : reuseIdentifier_(std::move(reuseIdentifier)) {}
+
+  const std::string& reuseIdentifier() const { return reuseIdentifier_; }  ///< empty: never used again
+
+  /// None while the view waits to be used again.
+  const std::shared_ptr<MapAnnotation>& annotation() const { return annotation_; }
+  void setAnnotation(std::shared_ptr<MapAnnotation> annotation) {
+    assign(annotation_, std::move(annotation));
+  }
+
+  /// Name of the image resource; empty, or a name without a resource: nothing is drawn.
+  const std::string& image() const { return image_; }
+  void setImage(std::string name) { assign(image_, std::move(name)); }
+
+  bool enabled() const { return enabled_; }  ///< whether it takes taps
+  void setEnabled(bool enabled) { assign(enabled_, enabled); }
+
+  bool canShowCallout() const { return canShowCallout_; }
+  void setCanShowCallout(bool can) { assign(canShowCallout_, can); }
+
+  bool draggable() const { return draggable_; }
+  void setDraggable(bool draggable) { assign(draggable_, draggable); }
+
+  AnnotationViewDragState dragState() const { return dragState_; }
+  void setDragState(AnnotationViewDragState state) { assign(dragState_, state); }
+
+  /// Of two markers in one place the higher one is on top; of two of the same height, the one added later.
+  double zPosition() const { return zPosition_; }
+  void setZPosition(double position) { assign(zPosition_, position); }
+
+  std::string accessibleName() const override {
+    if (!annotation_) return {};
+    const std::string title = annotation_->title();
+    const std::string subtitle = annotation_->subtitle();
+    return title.empty() || subtitle.empty() ? title + subtitle : title + ", " + subtitle;
+  }
+
+ private:
+  std::string reuseIdentifier_;
+  std::shared_ptr<MapAnnotation> annotation_;
+  std::string image_;
+  bool enabled_ = true;
+  bool canShowCallout_ = false;
+  bool draggable_ = false;
+  AnnotationViewDragState dragState_ = AnnotationViewDragState::none;
+  double zPosition_ = 0;
+};
+
+using MapAnnotations = std::vector<std::shared_ptr<MapAnnotation>>;
+using MapAnnotationViews = std::vector<std::shared_ptr<MapAnnotationView>>;
+
+}  // namespace fleetor

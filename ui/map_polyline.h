@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "map/track_line.h"
+#include "platform/coordinate.h"
+#include "ui/geometry.h"
+
+namespace fleetor {
+
+/// A line through coordinates, to be laid over a map. Made on any thread (86,400 coordinates take
+/// milliseconds, which are better spent off the main thread), used on the main thread from then on.
+class MapPolyline {
+ public:
+  static std::shared_ptr<MapPolyline> polylineWithCoordinates(std::vector<Coordinate> coordinates);
+
+  /// A line through the coordinates of `earlier` and one more, in a time that does not depend on their
+  /// number: it takes over everything that `earlier` holds and leaves that without coordinates. Take
+  /// `earlier` off its map before.
+  static std::shared_ptr<MapPolyline> polylineByAppendingCoordinate(MapPolyline& earlier, Coordinate next);
+
+  const std::vector<Coordinate>& coordinates() const { return coordinates_; }
+
+  /// The line made ready for drawing; never none. The drawer's own: it makes levels in it as it needs them.
+  /// A line that takes over from an earlier one goes on with the same object, grown.
+  const std::shared_ptr<TrackLine>& line() const { return line_; }
+
+ private:
+  MapPolyline(std::vector<Coordinate> coordinates, std::shared_ptr<TrackLine> line)
+      : coordinates_(std::move(coordinates)), line_(std::move(line)) {}
+
+  std::vector<Coordinate> coordinates_;
+  std::shared_ptr<TrackLine> line_;
+};
+
+/// How a line is drawn. Set before the map asks for it.
+class MapPolylineRenderer {
+ public:
+  explicit MapPolylineRenderer(std::shared_ptr<MapPolyline> polyline) : polyline_(std::move(polyline)) {}
+
+  const std::shared_ptr<MapPolyline>& polyline() const { return polyline_; }
+
+  const Color& strokeColor() const { return strokeColor_; }
+  void setStrokeColor(const Color& color) { strokeColor_ = color; }
+
+  double lineWidth() const { return lineWidth_; }  ///< points
+  void setLineWidth(double points) { lineWidth_ = points; }
+
+ private:
+  std::shared_ptr<MapPolyline> polyline_;
+  Color strokeColor_;
+  double lineWidth_ = 1;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "map/camera.h"
+#include "ui/component.h"
+#include "ui/map_annotation.h"
+#include "ui/map_polyline.h"
+
+namespace fleetor {
+
+class MapView;
+
+enum class MapType { standard, satellite };
+
+class MapViewDelegate {
+ public:
+  virtual ~MapViewDelegate() = default;
+
+  /// The marker of an annotation, fresh or dequeued from the map; none: a marker without an image.
+  virtual std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
+      MapView& mapView, const std::shared_ptr<MapAnnotation>& annotation) = 0;
+
+  /// These markers have just been put on the map.
+  virtual void mapViewDidAddAnnotationViews(MapView& /*mapView*/, const MapAnnotationViews& /*views*/) {}
+
+  /// How an overlay is drawn; none: not at all.
+  virtual std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(
+      MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) = 0;
+};
+
+/// A map: what of the world it shows, the markers and the lines on it. Main thread only.
+///
+/// The delegate is asked for each annotation's view and each overlay's renderer once, when they are added;
+/// without a delegate, when one is set again. What the delegate gave stays drawn when it is taken away.
+///
+/// Signals are fine, so that a pan looks at no marker: `cameraChanged` for what is shown,
+/// `annotationsChanged` and `overlaysChanged` for the lists and for what belongs to them, `changed` for the
+/// type and the callout.
+class MapView : public Component {
+ public:
+  static constexpr double fitPadding = 48;  ///< points between the edges and the annotations shown
+
+  /// Weak: must outlive the map or be taken back.
+  void setDelegate(MapViewDelegate* delegate);
+  MapViewDelegate* delegate() const { return delegate_; }
+
+  MapType mapType() const { return mapType_; }
+  void setMapType(MapType type) { assign(mapType_, type); }
+
+  // What is shown. An animation takes place as somebody advances the camera, and on no map without a size.
+  void setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres, bool animated);
+  Coordinate centerCoordinate() const { return unproject(camera_.center()); }  ///< at this moment
+  void setCenterCoordinate(Coordinate center, bool animated);                  ///< the zoom stays
+
+  /// Fits the map to those annotations, which must be on it. None: it stays where it is.
+  void showAnnotations(const MapAnnotations& annotations, bool animated);
+
+  const MapCamera& camera() const { return camera_; }
+
+  /// The user's fingers, the size of the map and the frames of an animation: `move` does with the camera what
+  /// it likes.
+  template <class Move>
+  void moveCamera(Move&& move) {
+    move(camera_);
+    cameraChanged.emit();
+  }
+
+  // Markers.
+  const MapAnnotations& annotations() const { return annotations_; }  ///< in the order in which they came
+  void addAnnotation(std::shared_ptr<MapAnnotation> annotation) { addAnnotations({std::move(annotation)}); }
+  void addAnnotations(const MapAnnotations& annotations);  ///< those already there stay where they are
+  void removeAnnotations(const MapAnnotations& annotations);
+
+  /// The marker of an annotation; none while the map has had no delegate to ask, or not on this map.
+  std::shared_ptr<MapAnnotationView> viewForAnnotation(const MapAnnotation& annotation) const;
+
+  /// A marker that was taken off the map, on the ground again; or none.
+  std::shared_ptr<MapAnnotationView> dequeueReusableAnnotationViewWithIdentifier(
+      const std::string& identifier);
+
+  /// Opens the callout, and closes any other. A marker that is not enabled or has no callout does nothing.
+  void selectAnnotation(const std::shared_ptr<MapAnnotation>& annotation);
+  void deselectAnnotation() { assign(selected_, {}); }
+  const std::shared_ptr<MapAnnotation>& selectedAnnotation() const { return selected_; }  ///< or none
+
+  // Lines.
+  const std::vector<std::shared_ptr<MapPolyline>>& overlays() const { return overlays_; }  ///< lowest first
+  void addOverlay(std::shared_ptr<MapPolyline> overlay);
+  void removeOverlay(const std::shared_ptr<MapPolyline>& overlay);  ///< none, or not on this map: nothing
+
+  /// None while the map has had no delegate to ask, or the delegate had none to give.
+  std::shared_ptr<MapPolylineRenderer> rendererForOverlay(const MapPolyline& overlay) const;
+
+  Signal<> cameraChanged;
+  Signal<> annotationsChanged;
+  Signal<> overlaysChanged;
+
+ private:
+  void makeViews(const MapAnnotations& annotations);
+
+  MapViewDelegate* delegate_ = nullptr;
+  MapType mapType_ = MapType::standard;
+  MapCamera camera_;
+  MapAnnotations annotations_;
+  std::unordered_map<const MapAnnotation*, std::shared_ptr<MapAnnotationView>> views_;  ///< of all; or none
+  std::map<std::string, MapAnnotationViews> reusable_;
+  std::shared_ptr<MapAnnotation> selected_;
+  std::vector<std::shared_ptr<MapPolyline>> overlays_;
+  std::unordered_map<const MapPolyline*, std::shared_ptr<MapPolylineRenderer>> renderers_;
+};
+
+}  // namespace fleetor
