@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -61,10 +62,10 @@ class TileBoard {
   TileBoard(const TileBoard&) = delete;
   TileBoard& operator=(const TileBoard&) = delete;
 
-  /// Called when something has arrived that the next update() will take into account.
-  std::function<void()> onArrival;
+  /// Called when an update() is due though the view has not changed: a tile has come, or may be tried again.
+  std::function<void()> onChange;
 
-  /// Call whenever the view has changed, something has arrived, isFading(), or wakeAt() has come.
+  /// Call when the view has changed, after onChange, in the next frame while isFading(), and at wakeAt().
   void update(const TileView& view, double now);
 
   /// What to draw, in that order: from the last update() on, to the next one.
@@ -112,37 +113,35 @@ class TileBoard {
   struct Server {
     std::optional<TileKey> lastFailure;  // none since the last success
     int pauses = 0;                      // since the last success; 0: it is well
-    double pausedUntil = 0;
+    double pausedUntil = -std::numeric_limits<double>::infinity();
   };
 
   // The tiles under a view. Columns may lie outside 0 ... count - 1.
   struct Grid {
-    TileKey sample;                                  // style, scale and zoom of all of them
-    double centreX = 0, centreY = 0;                 // in tiles
-    int left = 0, right = -1, top = 0, bottom = -1;  // right and bottom are the last ones
+    TileKey sample;                   // style, scale and zoom of all of them
+    double centreX = 0, centreY = 0;  // of the view, in tiles
+    int left = 0, right = -1;         // first and last column
+    int top = 0, bottom = -1;
 
-    bool contains(int column, int row) const {
-      return column >= left && column <= right && row >= top && row <= bottom;
-    }
     TileKey key(int column, int row) const;
   };
 
   static std::optional<Grid> gridUnder(const TileView& view, int minimumZoom, int maximumZoom);
 
   void takeArrivals(double now);
+  void takeSuccess(const TileKey& key, bool missing, double now);
   void takeFailure(const TileKey& key, double now);
+  bool isMissing(const TileKey& key) const;
   void choose(const Grid& grid);
   void want(const TileKey& key, bool onScreen);
-  void dropUnwanted();
   void request(double now);
+  bool makeRoomFor(const Tile& tile);
   void start(const TileKey& key, Tile& tile, TileLoader::Source source);
   void stop(Tile& tile);
-  bool makeRoom();
-  void draw(const Grid& grid, double now);
   std::shared_ptr<const TileImage> imageOf(const TileKey& key);
+  void draw(const Grid& grid, double now);
   void drawCoarser(const TileKey& key, WorldPoint origin, double size);
   void drawFiner(const TileKey& key, WorldPoint origin, double size, int levels);
-  bool isMissing(const TileKey& key) const;
 
   TileLoader& loader_;
   TileMemory& memory_;
