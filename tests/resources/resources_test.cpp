@@ -69,13 +69,13 @@ int differences(const QImage& a, const QImage& b) {
   return count;
 }
 
-TEST(Images, of_the_bars_are_white_and_those_of_the_selected_tabs_dark) {
-  for (const char* name : {"NavMenu", "NavBack", "NavDate", "BtnLogout", "BtnAccount", "BtnAbout", "TabInfo",
-                           "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
+TEST(Images, of_the_bars_are_white_and_the_selected_ones_dark) {
+  for (const char* name : {"NavMenu", "NavBack", "NavDate", "BtnLogout", "BtnAccount", "BtnAbout",
+                           "BtnMapType", "TabInfo", "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
     EXPECT_GT(shareOf(Qt::white, drawn(name)), 0.99) << name;
   }
   const QColor selected = QColor::fromRgbF(0.23f, 0.29f, 0.35f);
-  for (const char* name : {"TabInfo", "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
+  for (const char* name : {"BtnMapType", "TabInfo", "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
     EXPECT_GT(shareOf(selected, drawn(QString(name) + "Selected")), 0.7) << name;
   }
 }
