@@ -46,7 +46,7 @@ class MapCamera {
   const CameraPosition& position() const { return position_; }
   WorldPoint center() const { return position_.center; }
   double zoom() const { return position_.zoom; }
-  /// Where the animation under way will end; without one, position().
+  /// Where the animation under way will end, the zoom of a zoom that glides; else position().
   CameraPosition destination() const;
 
   double scale() const { return pointsPerWorldUnit(position_.zoom); }  ///< points for one world unit
@@ -58,37 +58,38 @@ class MapCamera {
   /// Within the unit square.
   WorldPoint worldPoint(ScreenPoint point) const;
 
-  /// What keeps its place under the finger: the map moves with it. As every gesture, it ends motion and
-  /// animation.
+  /// A finger drags the map along. Every gesture ends an animation and lets go of the region asked for.
   void panBy(double dx, double dy);
-  /// The finger that moved by that many points a second lets go: the map glides on and slows down. Slow ones
-  /// are not felt as a throw and do nothing.
+  /// The finger lets go at that many points a second: the map glides on, slowing down. A slow finger does not
+  /// throw.
   void fling(double velocityX, double velocityY);
   /// 2 is one zoom level closer; what is at `around` stays there.
   void zoomBy(double factor, ScreenPoint around);
-  /// Glides that many levels closer (below 0: away); several in quick succession add up.
+  /// Glides that many levels closer (below 0: away); several in quick succession add up. It starts at ten
+  /// times as many levels a second, so that a pinch of that speed goes over into it without a jerk. Glides of
+  /// both kinds go together.
   void zoomSmoothlyBy(double levels, ScreenPoint around);
-  /// A finger on a gliding map holds it.
+  /// A finger on a moving map holds it.
   void stop();
 
-  /// The animation takes the short way round the world. Near places are reached straight, far ones in a
-  /// flight that rises until both would be in view and comes down again, in at most 1.5 seconds.
+  /// Animated, it takes the short way round the world: straight to a place nearby, to a far one in a flight
+  /// that rises until both would be in view; at most 1.5 seconds.
   void moveTo(const CameraPosition& target, bool animated);
-  /// The zoom stays, or the one on its way to the region asked for.
+  /// The zoom stays, or the one on its way.
   void setCenter(WorldPoint center, bool animated);
 
   /// The closest zoom that shows that many metres, north to south and west to east, about a centre.
   void setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres, bool animated);
-  /// The closest that shows all of the coordinates, `padding` points from every edge, and never less than 300
+  /// The closest that shows all of the coordinates, `padding` points from every edge, but not less than 300
   /// metres; across the antimeridian where that is shorter. No coordinates: nothing changes.
   void fit(std::span<const Coordinate> coordinates, double padding, bool animated);
 
-  /// Moves on in time. True while there is more to come.
+  /// Moves on in time, the same in many steps as in one. True while there is more to come.
   bool advance(double seconds);
-  bool moving() const { return motion_.has_value(); }
+  bool moving() const { return glide_ || zoomGlide_ || journey_; }
 
  private:
-  struct Span {
+  struct Region {
     double width = 0;  ///< world units
     double height = 0;
     double padding = 0;  ///< points
@@ -97,17 +98,37 @@ class MapCamera {
     double velocityX = 0;  ///< points a second
     double velocityY = 0;
   };
-  struct Motion {
-    Glide glide;
+  struct ZoomGlide {
+    double target = 0;
+    ScreenPoint around;
   };
+  /// Of a flight: a hyperbola in the plane of place and height above it; a straight journey has no length.
+  struct Journey {
+    CameraPosition from;
+    CameraPosition to;  ///< x so that the difference is the short way
+    double duration = 0;
+    double elapsed = 0;
+    double length = 0;
+    double start = 0;  ///< hyperbolic angle at `from`
+  };
+
+  CameraPosition limited(CameraPosition position) const;
+  double zoomToShow(const Region& region) const;
+  void zoomTo(double zoom, ScreenPoint around);
+  bool beginGesture();
+  void show(WorldPoint center, const Region& region, bool animated);
+  void travel(const CameraPosition& target, bool animated);
+  CameraPosition along(const Journey& journey) const;
 
   CameraPosition position_;
   double width_ = 0;
   double height_ = 0;
   double minimumZoom_ = 1;
   double maximumZoom_ = 20;
-  std::optional<Span> span_;
-  std::optional<Motion> motion_;
+  std::optional<Region> region_;
+  std::optional<Glide> glide_;
+  std::optional<ZoomGlide> zoomGlide_;
+  std::optional<Journey> journey_;
 };
 
 }  // namespace fleetor

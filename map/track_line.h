@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -11,7 +12,7 @@
 namespace fleetor {
 
 /// The points of a line in world units, the antimeridian unwrapped: each step takes the short way, so that x
-/// may leave 0 to 1. A copy costs a pointer for 4,096 points and stays as it is while the line grows: it may
+/// may leave 0 to 1. A copy costs a pointer for 1,024 points and stays as it is while the line grows: it may
 /// be read on any thread.
 class TrackPoints {
  public:
@@ -21,7 +22,7 @@ class TrackPoints {
  private:
   friend class TrackLine;
 
-  static constexpr std::size_t blockSize = 4096;
+  static constexpr std::size_t blockSize = 1024;
   using Block = std::array<WorldPoint, blockSize>;
 
   std::vector<std::shared_ptr<Block>> blocks_;
@@ -77,14 +78,16 @@ class TrackLine {
   /// The level to draw at a camera's zoom: the next integer zoom, so that the tolerance holds; 1 to 20.
   static int levelFor(double zoom);
 
-  /// Whether pieces() is cheap at that level.
-  bool hasLevel(int level) const;
+  /// Of the levels that pieces() has at hand, the one to draw until `level` is made; none if there is no
+  /// level yet.
+  std::optional<int> nearestLevel(int level) const;
   /// Any thread.
   static std::shared_ptr<TrackLevel> makeLevel(const TrackPoints& points, int level);
   /// Points that were appended since it was made are caught up with. It must come from this line's points.
   void adopt(std::shared_ptr<TrackLevel> level);
 
-  /// What of the line to draw where `view` shows, in order along the line. Makes the level if there is none.
+  /// What to draw where `view`, grown by the width of the line, shows. Makes the level if there is none,
+  /// which costs some 20 ms a million points, and takes up what was appended.
   std::vector<TrackPiece> pieces(const WorldRect& view, int level);
 
  private:
