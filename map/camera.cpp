@@ -18,6 +18,13 @@ constexpr double leastMetresFitted = 300;  // one marker alone is seen among its
 /// How much a flight prefers to rise over travelling low; 1.42 is what people liked best (see along()).
 constexpr double flightCurvature = 1.42;
 
+bool isFinite(ScreenPoint point) {
+  return std::isfinite(point.x) && std::isfinite(point.y);
+}
+bool isFinite(WorldPoint point) {
+  return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
 /// From -0.5 to 0.5: the short way round the world.
 double shortWay(double dx) {
   return dx - std::round(dx);
@@ -118,7 +125,7 @@ void MapCamera::fling(double velocityX, double velocityY) {
 }
 
 void MapCamera::zoomBy(double factor, ScreenPoint around) {
-  if (std::isfinite(factor) && factor > 0 && beginGesture()) {
+  if (std::isfinite(factor) && factor > 0 && isFinite(around) && beginGesture()) {
     stop();
     zoomTo(position_.zoom + std::log2(factor), around);
   }
@@ -126,7 +133,7 @@ void MapCamera::zoomBy(double factor, ScreenPoint around) {
 
 void MapCamera::zoomSmoothlyBy(double levels, ScreenPoint around) {
   const double from = destination().zoom;
-  if (std::isfinite(levels) && beginGesture()) {
+  if (std::isfinite(levels) && isFinite(around) && beginGesture()) {
     zoomGlide_ = ZoomGlide{limited({position_.center, from + levels}).zoom, around};
   }
 }
@@ -138,14 +145,14 @@ void MapCamera::stop() {
 }
 
 void MapCamera::moveTo(const CameraPosition& target, bool animated) {
-  if (std::isfinite(target.center.x) && std::isfinite(target.center.y) && std::isfinite(target.zoom)) {
+  if (isFinite(target.center) && std::isfinite(target.zoom)) {
     region_.reset();
     travel(target, animated);
   }
 }
 
 void MapCamera::setCenter(WorldPoint center, bool animated) {
-  if (std::isfinite(center.x) && std::isfinite(center.y)) {
+  if (isFinite(center)) {
     travel({center, destination().zoom}, animated);
   }
 }

@@ -80,11 +80,15 @@ void TrackCutter::keep(WorldPoint vertex) {
     longSegments_.push_back({*last_, vertex});
     start(vertex);
   } else {
-    if (stretch_.vertices.size() == verticesOfChunk || isFar(stretch_.origin)) {
+    if (isFar(stretch_.origin)) {
       close();
       start(*last_);
     }
     add(vertex);
+    if (stretch_.vertices.size() == verticesOfChunk) {
+      close();
+      start(vertex);
+    }
   }
   last_ = vertex;
 }

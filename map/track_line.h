@@ -72,7 +72,7 @@ class TrackLine {
   std::size_t size() const { return points_.size(); }
   const TrackPoints& points() const { return points_; }
 
-  /// Costs the same whatever the length: no more than the last chunk of a level is made again.
+  /// Costs the same whatever the length: at most the last two chunks of a level are made again.
   void append(Coordinate coordinate);
 
   /// The level to draw at a camera's zoom: the next integer zoom, so that the tolerance holds; 1 to 20.

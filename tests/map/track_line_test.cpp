@@ -1,0 +1,230 @@
+#include "map/track_line.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <thread>
+#include <vector>
+
+namespace fleetor::test {
+
+constexpr WorldRect everywhere{0, 0, 1, 1};
+constexpr Coordinate berlin{52.52, 13.405};
+
+/// A day on the road: long drives, turns, and stops where the position trembles.
+std::vector<Coordinate> drive(std::size_t count, Coordinate start = berlin) {
+  std::mt19937 random{7};
+  std::uniform_real_distribution<double> around{-1, 1};
+  std::vector<Coordinate> track{start};
+  double heading = 0;
+  while (track.size() < count) {
+    const bool parked = track.size() / 500 % 4 == 3;
+    heading += parked ? 3 * around(random) : around(random) * around(random) * around(random);
+    const double step = parked ? 1e-6 : 1.5e-4;
+    const auto [latitude, longitude] = track.back();
+    track.push_back({latitude + step * std::cos(heading), longitude + step * std::sin(heading)});
+  }
+  return track;
+}
+
+WorldPoint place(const TrackPiece& piece, std::size_t index, int level) {
+  const auto& [chunk, shift] = piece;
+  const TrackVertex vertex = chunk->vertices[index];
+  return {chunk->origin.x + shift + vertex.x / pointsPerWorldUnit(level),
+          chunk->origin.y + vertex.y / pointsPerWorldUnit(level)};
+}
+
+double pointsFromSegment(WorldPoint point, WorldPoint from, WorldPoint to, int level) {
+  const double dx = to.x - from.x;
+  const double dy = to.y - from.y;
+  const double along = ((point.x - from.x) * dx + (point.y - from.y) * dy) / (dx * dx + dy * dy);
+  const double nearest = std::clamp(along, 0.0, 1.0);
+  return std::hypot(point.x - from.x - nearest * dx, point.y - from.y - nearest * dy) *
+         pointsPerWorldUnit(level);
+}
+
+double pointsFromLine(WorldPoint point, const std::vector<TrackPiece>& pieces, int level) {
+  double nearest = std::numeric_limits<double>::infinity();
+  for (const TrackPiece& piece : pieces) {
+    for (std::size_t i = 1; i < piece.chunk->vertices.size(); ++i) {
+      nearest = std::min(nearest,
+                         pointsFromSegment(point, place(piece, i - 1, level), place(piece, i, level), level));
+    }
+  }
+  return nearest;
+}
+
+std::size_t verticesOf(const std::vector<TrackPiece>& pieces) {
+  std::size_t count = 0;
+  for (const TrackPiece& piece : pieces) {
+    count += piece.chunk->vertices.size();
+  }
+  return count;
+}
+
+TEST(TrackLine, LeavesOutOnlyWhatNobodySees) {
+  std::vector<Coordinate> track = drive(2000);
+  track[700].longitude += 0.3;  // out and straight back: a spike must stay
+  TrackLine line(track);
+  std::size_t before = 0;
+  for (int level = 1; level <= 20; ++level) {
+    const auto pieces = line.pieces(everywhere, level);
+    double worst = 0;
+    for (std::size_t i = 0; i < track.size(); ++i) {
+      worst = std::max(worst, pointsFromLine(line.points()[i], pieces, level));
+    }
+    EXPECT_LE(worst, 1.5) << "level " << level;
+    EXPECT_GE(verticesOf(pieces), before);
+    before = verticesOf(pieces);
+  }
+  EXPECT_LT(verticesOf(line.pieces(everywhere, 11)), track.size() / 10);
+}
+
+TEST(TrackLine, IsCutIntoChunksWithoutGaps) {
+  TrackLine line(drive(20000));
+  constexpr int level = 18;
+  const auto pieces = line.pieces(everywhere, level);
+  ASSERT_GT(pieces.size(), 10U);
+  for (std::size_t p = 0; p < pieces.size(); ++p) {
+    const auto& [origin, bounds, vertices] = *pieces[p].chunk;
+    EXPECT_LE(vertices.size(), 512U);
+    if (p > 0) {
+      const WorldPoint end = place(pieces[p - 1], pieces[p - 1].chunk->vertices.size() - 1, level);
+      EXPECT_LE(std::hypot(end.x - origin.x, end.y - origin.y) * pointsPerWorldUnit(level), 1.0 / 64);
+    }
+    const double rounding = 1.0 / 64 / pointsPerWorldUnit(level);
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+      const auto [x, y] = place(pieces[p], i, level);
+      EXPECT_TRUE(x > bounds.left - rounding && x < bounds.right + rounding && y > bounds.top - rounding &&
+                  y < bounds.bottom + rounding);
+      EXPECT_TRUE(i == 0 || vertices[i] != vertices[i - 1]) << "a segment without a direction";
+    }
+  }
+  const WorldRect street = pieces[5].chunk->bounds;
+  const auto inView = line.pieces(street, level);
+  EXPECT_LT(inView.size(), pieces.size());
+  EXPECT_TRUE(
+      std::ranges::any_of(inView, [&](const TrackPiece& piece) { return piece.chunk == pieces[5].chunk; }));
+}
+
+TEST(TrackLine, GrowsAtItsEndOnly) {
+  const std::vector<Coordinate> track = drive(6000);
+  TrackLine grown{std::span(track).first(4000)};
+  for (std::size_t i = 4000; i < track.size(); ++i) {
+    const auto before = grown.pieces(everywhere, 17);
+    grown.append(track[i]);
+    const auto after = grown.pieces(everywhere, 17);
+    ASSERT_GE(after.size(), before.size());
+    for (std::size_t p = 0; p + 1 < before.size(); ++p) {
+      ASSERT_EQ(after[p].chunk, before[p].chunk);
+    }
+  }
+  TrackLine whole(track);
+  const auto expected = whole.pieces(everywhere, 17);
+  const auto actual = grown.pieces(everywhere, 17);
+  ASSERT_EQ(actual.size(), expected.size());
+  for (std::size_t p = 0; p < actual.size(); ++p) {
+    EXPECT_EQ(actual[p].chunk->vertices, expected[p].chunk->vertices);
+  }
+}
+
+TEST(TrackLine, CrossesTheAntimeridianTheShortWay) {
+  TrackLine line(std::vector<Coordinate>{{0, 179}, {1, -179}, {-1, 179}, {0, -179.5}});
+  for (const int level : {3, 14}) {
+    for (const double x : {-1e-4, 0.0, 1.0, 1.0001}) {
+      const WorldRect view{x - 1e-3, 0.4, x + 1e-3, 0.6};
+      EXPECT_NEAR(pointsFromLine({x, 0.5}, line.pieces(view, level), level), 0,
+                  0.004 * pointsPerWorldUnit(level));
+    }
+    EXPECT_TRUE(line.pieces({0.49, 0, 0.51, 1}, level).empty()) << "nothing on the other side of the world";
+  }
+}
+
+TEST(TrackLine, StaysExactInTheMiddleOfALongSegment) {
+  const std::vector<Coordinate> track{berlin, {0, 0}, berlin};  // a position was lost on the way
+  TrackLine line(track);
+  const WorldPoint from = project(berlin);
+  const WorldPoint to = project({0, 0});
+  const double scale = pointsPerWorldUnit(20);
+  for (const double part : {0.0, 0.3337, 0.9, 1.0}) {
+    const WorldPoint middle{from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part};
+    for (const double panned : {0.0, 40.0, -190.0}) {
+      const double x = middle.x + panned / scale;
+      const WorldRect view{x - 195 / scale, middle.y - 390 / scale, x + 195 / scale, middle.y + 390 / scale};
+      const auto pieces = line.pieces(view, 20);
+      ASSERT_EQ(pieces.size(), 2U) << "out and back";
+      EXPECT_LT(pointsFromLine(middle, pieces, 20), 0.02);
+      for (const TrackPiece& piece : pieces) {
+        EXPECT_LT(std::hypot(piece.chunk->vertices.back().x, piece.chunk->vertices.back().y), 65536);
+      }
+    }
+  }
+  EXPECT_TRUE(line.pieces({0.9, 0.1, 0.9001, 0.1001}, 20).empty());
+}
+
+TEST(TrackLine, TakesAnyNumberOfAnyPoints) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  TrackLine line;
+  EXPECT_TRUE(line.pieces(everywhere, 12).empty());
+  EXPECT_EQ(line.nearestLevel(5), 12);
+  line.append(berlin);
+  EXPECT_TRUE(line.pieces(everywhere, 12).empty());
+  line.append(berlin);
+  EXPECT_TRUE(line.pieces(everywhere, 12).empty()) << "no segment without a direction";
+  for (const Coordinate odd :
+       {Coordinate{nan, nan}, Coordinate{90, 0}, Coordinate{-90, 180}, Coordinate{1e300, -1e300}}) {
+    line.append(odd);
+  }
+  for (const int level : {1, 20}) {
+    for (const auto& [chunk, shift] : line.pieces({0, 0, 1, 1}, level)) {
+      for (const auto& [x, y] : chunk->vertices) {
+        EXPECT_TRUE(std::isfinite(x) && std::isfinite(y));
+      }
+    }
+  }
+
+  std::mt19937 random{1};
+  std::uniform_real_distribution<double> degrees{-180, 180};
+  std::vector<Coordinate> worst(100000);
+  std::ranges::generate(worst, [&] { return Coordinate{degrees(random) / 2, degrees(random)}; });
+  TrackLine scribble(worst);
+  TrackLine parked(std::vector<Coordinate>(100000, berlin));
+  for (int level = 1; level <= 20; ++level) {
+    const auto [x, y] = project(worst[50000]);
+    const double half = 400 / pointsPerWorldUnit(level);
+    const auto pieces = scribble.pieces({x - half, y - half, x + half, y + half}, level);
+    EXPECT_LT(pointsFromLine(project(worst[50000]), pieces, level), 1.5);
+    EXPECT_TRUE(parked.pieces(everywhere, level).empty());
+  }
+}
+
+TEST(TrackLine, TakesALevelThatWasMadeElsewhere) {
+  const std::vector<Coordinate> track = drive(30000);
+  TrackLine line{std::span(track).first(20000)};
+  std::shared_ptr<TrackLevel> made;
+  std::jthread elsewhere([&made, points = line.points()] { made = TrackLine::makeLevel(points, 16); });
+  for (std::size_t i = 20000; i < track.size(); ++i) {
+    line.append(track[i]);
+  }
+  elsewhere.join();
+  EXPECT_EQ(line.nearestLevel(16), std::nullopt);
+  line.adopt(made);
+  EXPECT_EQ(line.nearestLevel(14), 16);
+
+  TrackLine whole(track);
+  const auto expected = whole.pieces(everywhere, 16);
+  const auto actual = line.pieces(everywhere, 16);
+  ASSERT_EQ(actual.size(), expected.size());
+  EXPECT_EQ(actual.back().chunk->vertices, expected.back().chunk->vertices)
+      << "with what was appended meanwhile";
+  EXPECT_LT(pointsFromLine(line.points()[29999], actual, 16), 0.01);
+
+  EXPECT_EQ(TrackLine::levelFor(15.01), 16);
+  EXPECT_EQ(TrackLine::levelFor(16), 16);
+  EXPECT_EQ(TrackLine::levelFor(20.7), 20);
+}
+
+}  // namespace fleetor::test
