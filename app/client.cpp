@@ -6,8 +6,10 @@
 #include <QUrl>
 #include <utility>
 
+#include "model/vehicle_records.h"
 #include "service/api.h"
 #include "shell/main_storyboard.h"
+#include "vehicle/notifications.h"
 
 namespace fleetor {
 
@@ -23,6 +25,7 @@ Client::Client(Setup setup)
       log_(LogSink::streamFromEnvironment()),
       queues_(std::in_place),
       transport_(std::in_place),
+      tiles_(TileServer::compiledIn(serviceURL_), QString::fromStdString(setup.tileFolder)),
       environment_{*queues_, device_, clock_, notificationCenter_, appearance_},
       storyboard_(makeMainStoryboard(environment_, standardSettings_, sharedSettings_)),
       delegate_(environment_, standardSettings_, serviceURL_) {
@@ -36,9 +39,17 @@ Client::Client(Setup setup)
                   if (environment_.application) delegate_.showMainOrLogin();
                 }});
   application_.emplace(environment_, storyboard_, delegate_);
+  // Whatever kept the service from answering most likely kept the tiles from coming too.
+  notificationCenter_.addObserver(
+      this, kFleetorNotificationLive, [this, failed = false](const Notification& notification) mutable {
+        const bool succeeded = std::any_cast<std::shared_ptr<const Live>>(&notification.object) != nullptr;
+        if (succeeded && failed) tiles_.noteServiceBack();
+        failed = !succeeded;
+      });
 }
 
 Client::~Client() {
+  notificationCenter_.removeObserver(this);
   mainWindow_.reset();
   API::shutDown();
   application_.reset();
@@ -48,7 +59,7 @@ Client::~Client() {
 
 bool Client::open() {
   application_->launch();
-  mainWindow_.emplace(*application_, environment_, look_);
+  mainWindow_.emplace(*application_, environment_, tiles_, look_);
   return mainWindow_->isOpen();
 }
 

@@ -13,6 +13,7 @@
 #include "qt/device/queues.h"
 #include "qt/device/system_clock.h"
 #include "qt/main_window.h"
+#include "qt/tile_source.h"
 #include "shell/app_delegate.h"
 #include "ui/appearance.h"
 #include "ui/application.h"
@@ -30,6 +31,7 @@ class Client {
     MainWindow::Look look;
     std::string standardSettings;  ///< paths of the settings' files
     std::string sharedSettings;
+    std::string tileFolder;  ///< where the tiles of the maps are kept
     std::unique_ptr<KeyStore> keyStore;
   };
 
@@ -64,6 +66,7 @@ class Client {
   Appearance appearance_;
   std::optional<QtQueues> queues_;
   std::optional<HttpTransport> transport_;
+  TileSource tiles_;
   Environment environment_;
   Storyboard storyboard_;
   AppDelegate delegate_;

@@ -1,6 +1,8 @@
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QStandardPaths>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -43,15 +45,24 @@ int main(int argc, char** argv) {
 
   const std::string standard = fleetor::settingsPath(fleetor::kStandardSuite);
   const std::string shared = fleetor::settingsPath(fleetor::kSharedSuite);
-  if (options->fresh)
+  const QString tiles =
+      QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/tiles");
+  if (options->fresh) {
     for (const auto& path : {standard, shared})
       QFile::remove(QString::fromStdString(path));  // a first start forgets the sign-in by itself
+    QDir(tiles).removeRecursively();
+  }
 
   const fleetor::Idiom idiom = deviceClass(*options);
   const QSize usual = idiom == fleetor::Idiom::pad ? QSize(1024, 768) : QSize(390, 844);
   const QSize size(options->width.value_or(usual.width()), options->height.value_or(usual.height()));
-  fleetor::Client client(
-      {FLEETOR_SERVICE_URL, idiom, {size, options->dark}, standard, shared, fleetor::makeKeyStore()});
+  fleetor::Client client({FLEETOR_SERVICE_URL,
+                          idiom,
+                          {size, options->dark},
+                          standard,
+                          shared,
+                          tiles.toStdString(),
+                          fleetor::makeKeyStore()});
   if (!client.open()) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;

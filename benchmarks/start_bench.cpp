@@ -99,8 +99,13 @@ int wholeClient(double started, const std::string& url, const std::string& token
       settings.setObject(std::string(flag), flag);
     settings.synchronize();
   }
-  Client client(
-      {url, Idiom::phone, {}, standard, folder + "/shared.json", std::make_unique<test::MemoryKeyStore>()});
+  Client client({url,
+                 Idiom::phone,
+                 {},
+                 standard,
+                 folder + "/shared.json",
+                 folder + "/tiles",
+                 std::make_unique<test::MemoryKeyStore>()});
   API::keychain().setObject(token, sec::valueData);
   if (!client.open()) return 1;
 

@@ -6,16 +6,17 @@
 #include <unordered_map>
 
 #include "qt/component_item.h"
+#include "qt/tile_source.h"
 #include "ui/environment.h"
 
 namespace fleetor {
 
 /// Makes the adapter of every component that QML asks for, one each, and keeps it for as long as the
 /// component lives. Main thread only; outlives the QML engine that shows the adapters, and is destroyed
-/// before the environment.
+/// before the environment and the tile source.
 class Adapters : public QObject {
  public:
-  explicit Adapters(Environment& environment) : environment_(environment) {}
+  Adapters(Environment& environment, TileSource& tiles) : environment_(environment), tiles_(tiles) {}
 
   /// The adapter of that component; none for none.
   ComponentItem* itemFor(Component* component);
@@ -30,6 +31,7 @@ class Adapters : public QObject {
 
   QString localized(const char* key) const;
   Environment& environment() const { return environment_; }
+  TileSource& tiles() const { return tiles_; }
 
  private:
   struct Entry {
@@ -40,6 +42,7 @@ class Adapters : public QObject {
   ComponentItem* make(Component& component);
 
   Environment& environment_;
+  TileSource& tiles_;
   std::unordered_map<const Component*, Entry> items_;
 };
 

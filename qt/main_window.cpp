@@ -12,8 +12,9 @@ extern void qml_register_types_Fleetor();
 
 namespace fleetor {
 
-MainWindow::MainWindow(Application& application, Environment& environment, const Look& look)
-    : application_(application), adapters_(environment) {
+MainWindow::MainWindow(Application& application, Environment& environment, TileSource& tiles,
+                       const Look& look)
+    : application_(application), adapters_(environment, tiles) {
   qml_register_types_Fleetor();
   auto* item = adapters_.itemFor<WindowItem>(&application.window());
   engine_.setInitialProperties({{QStringLiteral("content"), QVariant::fromValue(item)},

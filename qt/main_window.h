@@ -22,7 +22,7 @@ class MainWindow : public QObject {
     bool dark = false;     ///< also dark when the system is
   };
 
-  MainWindow(Application& application, Environment& environment, const Look& look);
+  MainWindow(Application& application, Environment& environment, TileSource& tiles, const Look& look);
   ~MainWindow() override;
 
   /// False when the window could not be made; why stands on standard error.

@@ -4,29 +4,19 @@
 #include <QObject>
 #include <QString>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "map/tile_loader.h"
 #include "map/tile_memory.h"
+#include "qt/tile_server.h"
 #include "ui/signal.h"
 
 class QThread;
 
 namespace fleetor {
-
-/// The addresses of the tiles and what their owners ask for in return.
-struct TileServer {
-  /// Templates: {z}, {x} and {y} stand for the tile, {scale} for 1 or 2, {r} for nothing or "@2x".
-  std::string standard;
-  std::string dark;
-  std::string satellite;
-  std::string attribution;  ///< of the standard and the dark tiles; shown with every map
-  std::string satelliteAttribution;
-  int maximumZoom = 19;
-
-  const std::string& urlTemplate(MapStyle style) const;
-};
 
 /// The image of a tile, ready to become a texture: RGBA8888_Premultiplied, or RGBX8888 when it is opaque.
 class QtTileImage final : public TileImage {
@@ -93,7 +83,7 @@ class TileSource final : public TileLoader {
   std::unordered_map<Handle, Done> waiting_;
   Handle lastHandle_ = 0;
   QObject mainThread_;  // answers are queued to it
-  QThread* thread_ = nullptr;
+  std::unique_ptr<QThread> thread_;
   Worker* worker_ = nullptr;
 };
 

@@ -1,27 +1,14 @@
 #include "qt/device/http_transport.h"
 
-#include <QHostAddress>
 #include <QMetaObject>
 #include <QNetworkAccessManager>
-#include <QNetworkProxy>
 #include <QThread>
 #include <utility>
 
 #include "qt/device/http_exchange.h"
+#include "qt/device/system_proxies.h"
 
 namespace fleetor {
-namespace {
-
-class SystemProxiesExceptHere final : public QNetworkProxyFactory {
- public:
-  QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
-    const QString host = query.peerHostName();
-    if (host == u"localhost" || QHostAddress(host).isLoopback()) return {QNetworkProxy::NoProxy};
-    return systemProxyForQuery(query);
-  }
-};
-
-}  // namespace
 
 // The inhabitant of the network thread. The exchanges are its children.
 class HttpNetwork final : public QObject {

@@ -7,6 +7,7 @@
 #include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QTemporaryDir>
 #include <QTest>
 #include <map>
 #include <memory>
@@ -47,7 +48,9 @@ TEST(TableModel, AReloadOfTenThousandRowsKeepsItsPlaceAndTouchesOnlyWhatIsOnScre
                       [](const std::string& kind) { return std::make_shared<TableViewCell>(kind); });
   table.setDataSource(&source);
   table.setDelegate(&source);
-  Adapters adapters(environment);
+  const QTemporaryDir folder;
+  TileSource tiles({}, folder.path());
+  Adapters adapters(environment, tiles);
   qml_register_types_Fleetor();
 
   QQmlApplicationEngine engine;

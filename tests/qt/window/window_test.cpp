@@ -44,6 +44,7 @@ class WindowTest : public testing::Test {
                                                      {size, false},
                                                      folder + "/standard",
                                                      folder + "/shared",
+                                                     folder + "/tiles",
                                                      std::make_unique<test::MemoryKeyStore>()});
     ASSERT_TRUE(client_->open());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));

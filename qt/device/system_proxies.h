@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QHostAddress>
+#include <QNetworkProxy>
+
+namespace fleetor {
+
+/// Asks the system for a proxy, except for addresses of this machine.
+class SystemProxiesExceptHere final : public QNetworkProxyFactory {
+ public:
+  QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
+    const QString host = query.peerHostName();
+    if (host == u"localhost" || QHostAddress(host).isLoopback()) return {QNetworkProxy::NoProxy};
+    return systemProxyForQuery(query);
+  }
+};
+
+}  // namespace fleetor
