@@ -1,12 +1,41 @@
 #pragma once
 
-#include "vehicle/detail_page_view_controller.h"
+#include <deque>
+#include <memory>
+#include <string>
+
+#include "vehicle/track_page_view_controller.h"
 
 namespace fleetor {
 
-class LiveDetailViewController final : public DetailPageViewController {
+/// Where the vehicle is now and the trail that it has left while this page was looking: the pager's polls
+/// that come while the page is visible, each that lies more than a metre from the one before. The trail is
+/// never stored, has no limit, and is lost when the program goes to the background.
+///
+/// The vehicle's icon has two images: the plain one for headings above 179 degrees, and one whose name is
+/// preceded by "p" for those up to 179.
+class LiveDetailViewController final : public TrackPageViewController {
  public:
-  using DetailPageViewController::DetailPageViewController;
+  using TrackPageViewController::TrackPageViewController;
+
+  /// The trail, oldest first; the vehicle is at the last.
+  const std::deque<std::shared_ptr<const Live>>& items() const { return items_; }
+  const std::string& imageName() const { return imageName_; }  ///< of the next marker
+
+  void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+  void clearView() override;
+  void receivedNotification(const Notification& notification);
+
+  std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
+      MapView& mapView, const std::shared_ptr<MapAnnotation>& annotation) override;
+
+ private:
+  void updateMapView();
+  void drawRoute();
+
+  std::deque<std::shared_ptr<const Live>> items_;
+  std::string imageName_;
 };
 
 }  // namespace fleetor

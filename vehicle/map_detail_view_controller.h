@@ -1,12 +1,57 @@
 #pragma once
 
-#include "vehicle/detail_page_view_controller.h"
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "vehicle/track_page_view_controller.h"
 
 namespace fleetor {
 
-class MapDetailViewController final : public DetailPageViewController {
+struct DayTrack;
+
+/// The vehicle's track of one day: today's at first, then that of the day chosen in the pager while this page
+/// is visible. A line through all points, a marker where it begins, where it ends and at each parking stop
+/// between. "loadingIndicator" spins while a request is out.
+///
+/// The loading flag is the only guard: a day chosen while a request is out is not loaded, the answer then
+/// belongs to another day and is dropped, and the map keeps its picture until the next selection or day. A
+/// day without points keeps the picture, a day with one point keeps the line.
+///
+/// An answer is turned into a line and markers on the global queue and put on the map in one go on the main
+/// queue; until then the request counts as being out. So 86,400 points stop no frame. A request keeps the
+/// page alive until then.
+class MapDetailViewController final : public TrackPageViewController {
  public:
-  using DetailPageViewController::DetailPageViewController;
+  explicit MapDetailViewController(Environment& environment);
+
+  ActivityIndicator& loadingIndicator() { return loadingIndicator_; }
+
+  /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
+  const std::optional<std::string>& date() const { return date_; }
+
+  void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+  void firstSelected() override;
+  void clearView() override;
+  void receivedNotification(const Notification& notification);
+
+  std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
+      MapView& mapView, const std::shared_ptr<MapAnnotation>& annotation) override;
+  void mapViewDidAddAnnotationViews(MapView& mapView, const MapAnnotationViews& views) override;
+
+ private:
+  void wilEnterForeground() override;
+
+  /// Without a day nothing is asked.
+  void loadItems(const std::optional<std::string>& day);
+  void show(const DayTrack& track);
+  void drawRoute(std::shared_ptr<MapPolyline> polyline);
+  void endLoading();
+
+  ActivityIndicator loadingIndicator_;
+  std::optional<std::string> date_;
+  std::optional<std::string> tempDate_;  ///< keeps the day while the program is in the background
 };
 
 }  // namespace fleetor

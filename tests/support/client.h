@@ -89,6 +89,7 @@ class Client {
     transport.answer("/live", [](const HttpRequest& request) {
       return std::optional(liveReply(numberOf(request.url, "vehid"), 57));
     });
+    transport.answer("/map", mapReply({"", "Parking", ""}));
   }
 
   /// Starts on a machine where the user agreed to the terms and, unless `token` is empty, signed in earlier.

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/scripted_transport.h"
 
@@ -57,7 +58,7 @@ inline void serveFleet(ScriptedTransport& transport, int total, int delivered) {
   });
 }
 
-inline HttpReply liveReply(int vehicleId, int speed) {
+inline HttpReply liveReply(int vehicleId, int speed, const std::string& lat = "50.06") {
   return jsonReply(envelope(
       1,
       R"("live":{"datetime":"2026-03-10 08:00:15","vehicles":)" + vehicleJSON(vehicleId) +
@@ -65,7 +66,22 @@ inline HttpReply liveReply(int vehicleId, int speed) {
           R"(","powerSupply":"13.8","powerSupplyType":"V","sig":"4","direction":"270","fuel":"40",)"
           R"("fuelType":"l","rpm":"2100","odometer":"120345 km","led":{"z1":"0","z3":"0","z4":"0","z6":"0",)"
           R"("z8":"0","z14":"0","z23":"0","z28":"0","z33":"0"},"street":"Long Street 5","temp":"21",)"
-          R"("location":{"lat":"50.06","lon":"19.94"}})"));
+          R"("location":{"lat":")" +
+          lat + R"(","lon":"19.94"}})"));
+}
+
+/// A day of points one after the other towards the north, one for each label. The first has the given number
+/// and each further one the next. `total` is what the service claims; below 0, the truth.
+inline HttpReply mapReply(const std::vector<std::string>& labels, int firstLp = 0, int total = -1) {
+  std::string list;
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    const std::string number = std::to_string(i);
+    list += (i ? "," : "") + std::string(R"({"lp":)") + std::to_string(firstLp + static_cast<int>(i)) +
+            R"(,"location":{"lat":"50.0)" + number + R"(","lon":"19.94"},"dateTime":"08:0)" + number +
+            R"(","duration":"","totdist":"1","label":")" + labels[i] + R"(","street":"Street )" + number +
+            R"("})";
+  }
+  return jsonReply(envelope(total < 0 ? static_cast<int>(labels.size()) : total, R"("map":[)" + list + "]"));
 }
 
 inline HttpReply tokenReply(const std::string& token) {

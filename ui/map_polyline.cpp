@@ -1,0 +1,19 @@
+#include "ui/map_polyline.h"
+
+namespace fleetor {
+
+std::shared_ptr<MapPolyline> MapPolyline::polylineWithCoordinates(std::vector<Coordinate> coordinates) {
+  auto line = std::make_shared<TrackLine>(coordinates);
+  return std::shared_ptr<MapPolyline>(new MapPolyline(std::move(coordinates), std::move(line)));
+}
+
+std::shared_ptr<MapPolyline> MapPolyline::polylineByAppendingCoordinate(MapPolyline& earlier,
+                                                                        Coordinate next) {
+  std::shared_ptr<MapPolyline> longer(new MapPolyline(
+      std::exchange(earlier.coordinates_, {}), std::exchange(earlier.line_, std::make_shared<TrackLine>())));
+  longer->coordinates_.push_back(next);
+  longer->line_->append(next);
+  return longer;
+}
+
+}  // namespace fleetor

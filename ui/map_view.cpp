@@ -1,0 +1,130 @@
+#include "ui/map_view.h"
+
+#include <utility>
+
+namespace fleetor {
+
+void MapView::setDelegate(MapViewDelegate* delegate) {
+  delegate_ = delegate;
+  if (!delegate_) return;
+  MapAnnotations waiting;
+  for (const auto& annotation : annotations_)
+    if (!views_[annotation.get()]) waiting.push_back(annotation);
+  if (!waiting.empty()) {
+    makeViews(waiting);
+    annotationsChanged.emit();
+  }
+  bool newRenderers = false;
+  for (const auto& overlay : overlays_) {
+    auto& renderer = renderers_[overlay.get()];
+    if (renderer) continue;
+    renderer = delegate_->mapViewRendererForOverlay(*this, overlay);
+    newRenderers |= renderer != nullptr;
+  }
+  if (newRenderers) overlaysChanged.emit();
+}
+
+void MapView::setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres,
+                        bool animated) {
+  camera_.setRegion(center, latitudinalMetres, longitudinalMetres, animated);
+  cameraChanged.emit();
+}
+
+void MapView::setCenterCoordinate(Coordinate center, bool animated) {
+  camera_.setCenter(project(center), animated);
+  cameraChanged.emit();
+}
+
+void MapView::showAnnotations(const MapAnnotations& annotations, bool animated) {
+  std::vector<Coordinate> coordinates;
+  coordinates.reserve(annotations.size());
+  for (const auto& annotation : annotations)
+    coordinates.push_back(annotation->coordinate());
+  camera_.fit(coordinates, fitPadding, animated);
+  cameraChanged.emit();
+}
+
+void MapView::addAnnotations(const MapAnnotations& annotations) {
+  MapAnnotations added;
+  for (const auto& annotation : annotations)
+    if (views_.try_emplace(annotation.get()).second) added.push_back(annotation);
+  if (added.empty()) return;
+  annotations_.insert(annotations_.end(), added.begin(), added.end());
+  if (delegate_) makeViews(added);
+  annotationsChanged.emit();
+}
+
+void MapView::makeViews(const MapAnnotations& annotations) {
+  MapAnnotationViews made;
+  for (const auto& annotation : annotations) {
+    auto view = delegate_->mapViewViewForAnnotation(*this, annotation);
+    if (!view) {
+      view = std::make_shared<MapAnnotationView>("");
+      view->setAnnotation(annotation);
+    }
+    views_[annotation.get()] = view;
+    made.push_back(std::move(view));
+  }
+  delegate_->mapViewDidAddAnnotationViews(*this, made);
+}
+
+// Often called with the map's own list, which must therefore last until the end.
+void MapView::removeAnnotations(const MapAnnotations& annotations) {
+  bool removed = false;
+  bool removedSelected = false;
+  for (const auto& annotation : annotations) {
+    const auto found = views_.find(annotation.get());
+    if (found == views_.end()) continue;
+    removed = true;
+    removedSelected |= annotation == selected_;
+    if (const auto view = std::move(found->second)) {
+      view->setAnnotation(nullptr);
+      if (!view->reuseIdentifier().empty()) reusable_[view->reuseIdentifier()].push_back(view);
+    }
+    views_.erase(found);
+  }
+  if (!removed) return;
+  std::erase_if(annotations_, [this](const auto& each) { return !views_.contains(each.get()); });
+  if (removedSelected) deselectAnnotation();
+  annotationsChanged.emit();
+}
+
+std::shared_ptr<MapAnnotationView> MapView::viewForAnnotation(const MapAnnotation& annotation) const {
+  const auto found = views_.find(&annotation);
+  return found == views_.end() ? nullptr : found->second;
+}
+
+std::shared_ptr<MapAnnotationView> MapView::dequeueReusableAnnotationViewWithIdentifier(
+    const std::string& identifier) {
+  auto& waiting = reusable_[identifier];
+  if (waiting.empty()) return nullptr;
+  auto view = std::move(waiting.back());
+  waiting.pop_back();
+  view->setZPosition(0);
+  return view;
+}
+
+void MapView::selectAnnotation(const std::shared_ptr<MapAnnotation>& annotation) {
+  const auto view = viewForAnnotation(*annotation);
+  if (view && view->enabled() && view->canShowCallout()) assign(selected_, annotation);
+}
+
+void MapView::addOverlay(std::shared_ptr<MapPolyline> overlay) {
+  if (!renderers_.try_emplace(overlay.get()).second) return;
+  overlays_.push_back(overlay);
+  if (delegate_) renderers_[overlay.get()] = delegate_->mapViewRendererForOverlay(*this, overlay);
+  overlaysChanged.emit();
+}
+
+void MapView::removeOverlay(const std::shared_ptr<MapPolyline>& overlay) {
+  if (renderers_.erase(overlay.get()) == 0) return;
+  std::erase(overlays_, overlay);
+  overlaysChanged.emit();
+}
+
+std::shared_ptr<MapPolylineRenderer> MapView::rendererForOverlay(const MapPolyline& overlay) const {
+  const auto found = renderers_.find(&overlay);
+  return found == renderers_.end() ? nullptr : found->second;
+}
+
+}  // namespace fleetor

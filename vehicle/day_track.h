@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "service/envelopes.h"
+#include "ui/map_view.h"
+
+namespace fleetor {
+
+/// A point of a day's track as a marker. It keeps its own copy of what it shows, so that a few markers do not
+/// hold on to a whole day's answer.
+class MapEntryAnnotation final : public MapAnnotation {
+ public:
+  explicit MapEntryAnnotation(const MapEntry& entry);
+
+  Coordinate coordinate() const override { return coordinate_; }
+  std::string title() const override { return title_; }
+  std::string subtitle() const override { return subtitle_; }
+  std::int64_t lp() const { return lp_; }
+  bool isParking() const { return parking_; }
+
+ private:
+  Coordinate coordinate_;
+  std::string title_;
+  std::string subtitle_;
+  std::int64_t lp_ = 0;
+  bool parking_ = false;
+};
+
+/// What a day's answer puts on the map.
+struct DayTrack {
+  std::int64_t total = 0;                 ///< points, as the service counts them
+  std::shared_ptr<MapPolyline> polyline;  ///< through all points; none when there are fewer than two
+  MapAnnotations markers;                 ///< the first and the last point, and the parking stops between
+
+  /// Any thread. Takes milliseconds for a day of 86,400 points. Empties the labels of the first and the last.
+  static DayTrack fromAnswer(MapResponse& answer);
+};
+
+}  // namespace fleetor

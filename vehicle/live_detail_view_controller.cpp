@@ -1,0 +1,92 @@
+#include "vehicle/live_detail_view_controller.h"
+
+#include <any>
+#include <utility>
+#include <vector>
+
+#include "map/great_circle.h"
+#include "vehicle/notifications.h"
+
+namespace fleetor {
+
+namespace {
+
+constexpr float plainImageAbove = 179.0f;  ///< degrees
+constexpr double standingStill = 1.0;      ///< metres
+constexpr double firstSpan = 2000.0;       ///< metres
+
+class LiveAnnotation final : public MapAnnotation {
+ public:
+  explicit LiveAnnotation(std::shared_ptr<const Live> live) : live_(std::move(live)) {}
+  Coordinate coordinate() const override { return live_->coordinate(); }
+  std::string title() const override { return live_->title().str(); }
+  std::string subtitle() const override { return live_->subtitle().str(); }
+
+ private:
+  std::shared_ptr<const Live> live_;
+};
+
+}  // namespace
+
+void LiveDetailViewController::viewDidLoad() {
+  TrackPageViewController::viewDidLoad();
+  items_.clear();
+  imageName_ = vehicle().icon.str();
+}
+
+void LiveDetailViewController::viewDidAppear(bool animated) {
+  TrackPageViewController::viewDidAppear(animated);
+  addObserver(kFleetorNotificationLive,
+              [this](const Notification& notification) { receivedNotification(notification); });
+}
+
+void LiveDetailViewController::clearView() {
+  TrackPageViewController::clearView();
+  items_.clear();
+}
+
+void LiveDetailViewController::receivedNotification(const Notification& notification) {
+  const auto* object = std::any_cast<std::shared_ptr<const Live>>(&notification.object);
+  if (!object || (*object)->vehicle().vehicleId != vehicle().vehicleId) return;
+  const Live& live = **object;
+  const std::string icon = live.vehicle().icon.str();
+  const auto heading = static_cast<float>(doubleValue(live.direction));
+  imageName_ = heading <= plainImageAbove ? "p" + icon : icon;
+  if (!items_.empty() && !(distanceInMetres(items_.back()->coordinate(), live.coordinate()) > standingStill))
+    return;
+  items_.push_back(*object);
+  updateMapView();
+}
+
+void LiveDetailViewController::updateMapView() {
+  if (items_.size() >= 2) drawRoute();
+  if (items_.empty()) return;
+  const auto& last = items_.back();
+  removeAllAnnotations();
+  mapView().addAnnotation(std::make_shared<LiveAnnotation>(last));
+  if (items_.size() == 1)
+    mapView().setRegion(last->coordinate(), firstSpan, firstSpan, true);
+  else
+    mapView().setCenterCoordinate(last->coordinate(), true);
+}
+
+// A new line through all positions each time. The one before has all of them but the last, and hands them
+// over, so that a long trail costs no more than a short one.
+void LiveDetailViewController::drawRoute() {
+  removePolyline();
+  if (polyline() && polyline()->coordinates().size() + 1 == items_.size())
+    return addPolyline(MapPolyline::polylineByAppendingCoordinate(*polyline(), items_.back()->coordinate()));
+  std::vector<Coordinate> coordinates;
+  coordinates.reserve(items_.size());
+  for (const auto& live : items_)
+    coordinates.push_back(live->coordinate());
+  addPolyline(MapPolyline::polylineWithCoordinates(std::move(coordinates)));
+}
+
+std::shared_ptr<MapAnnotationView> LiveDetailViewController::mapViewViewForAnnotation(
+    MapView&, const std::shared_ptr<MapAnnotation>& annotation) {
+  if (!dynamic_cast<const LiveAnnotation*>(annotation.get())) return nullptr;
+  return vehicleAnnotationView(annotation, imageName_);
+}
+
+}  // namespace fleetor

@@ -1,0 +1,115 @@
+#include "vehicle/map_detail_view_controller.h"
+
+#include <any>
+#include <utility>
+
+#include "service/api.h"
+#include "vehicle/day_track.h"
+#include "vehicle/notifications.h"
+
+namespace fleetor {
+
+namespace {
+constexpr double vehicleMarkerHeight = 1000.0;
+}  // namespace
+
+MapDetailViewController::MapDetailViewController(Environment& environment)
+    : TrackPageViewController(environment) {
+  outlet("loadingIndicator", loadingIndicator_);
+  loadingIndicator_.setAccessibleName(localized("Loading"));
+}
+
+void MapDetailViewController::viewDidLoad() {
+  TrackPageViewController::viewDidLoad();
+  date_ = environment().clock.day(environment().clock.now());
+  loadingIndicator_.stopAnimating();
+}
+
+void MapDetailViewController::viewDidAppear(bool animated) {
+  TrackPageViewController::viewDidAppear(animated);
+  addObserver(kFleetorNotificationDate,
+              [this](const Notification& notification) { receivedNotification(notification); });
+}
+
+// The pager may come here before this page has heard of the return to the foreground.
+void MapDetailViewController::firstSelected() {
+  TrackPageViewController::firstSelected();
+  if (!date_) date_ = tempDate_;
+  loadItems(date_);
+}
+
+void MapDetailViewController::receivedNotification(const Notification& notification) {
+  const auto* day = std::any_cast<std::string>(&notification.object);
+  if (!day) return;
+  date_ = *day;
+  loadItems(date_);
+}
+
+// Without a trip to the background there is nothing to put back.
+void MapDetailViewController::wilEnterForeground() {
+  if (tempDate_) date_ = tempDate_;
+}
+
+// Emptied twice in a row, the day is still the one from before.
+void MapDetailViewController::clearView() {
+  if (date_) tempDate_ = std::exchange(date_, std::nullopt);
+  TrackPageViewController::clearView();
+  endLoading();
+}
+
+void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
+  if (!day || (isLoading() && day == date_)) return;
+  setLoading(true);
+  loadingIndicator_.startAnimating();
+  const auto self = sharedFrom(this);
+  API::getWithPath("/map", {{"vehid", vehicle().vehicleId}, {"date", *date_}}, modelClass<MapResponse>, {},
+                   [self, day](auto response, auto kind, long, auto&) {
+                     if (kind != ResponseKindSuccess || self->date_ != day) return self->endLoading();
+                     // The answer, some hundred thousand texts, is taken apart over there as well; the page
+                     // never is.
+                     self->runInBackground([page = self, day, response = std::move(response)]() mutable {
+                       const auto track = std::make_shared<const DayTrack>(DayTrack::fromAnswer(*response));
+                       response = nullptr;
+                       auto& queues = page->environment().queues;
+                       queues.main([page = std::move(page), day = std::move(day), track] {
+                         if (page->date_ == day) page->show(*track);
+                         page->endLoading();
+                       });
+                     });
+                   });
+}
+
+void MapDetailViewController::show(const DayTrack& track) {
+  if (track.total >= 2) drawRoute(track.polyline);
+  if (track.total < 1) return;
+  removeAllAnnotations();
+  mapView().addAnnotations(track.markers);
+  mapView().showAnnotations(mapView().annotations(), false);
+}
+
+void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {
+  removePolyline();
+  addPolyline(std::move(polyline));
+}
+
+void MapDetailViewController::endLoading() {
+  setLoading(false);
+  loadingIndicator_.stopAnimating();
+}
+
+std::shared_ptr<MapAnnotationView> MapDetailViewController::mapViewViewForAnnotation(
+    MapView&, const std::shared_ptr<MapAnnotation>& annotation) {
+  const auto* entry = dynamic_cast<const MapEntryAnnotation*>(annotation.get());
+  if (!entry) return nullptr;
+  if (entry->lp() == 0) return vehicleAnnotationView(annotation, "flag");
+  return vehicleAnnotationView(annotation, entry->isParking() ? "parking" : vehicle().icon.str());
+}
+
+void MapDetailViewController::mapViewDidAddAnnotationViews(MapView&, const MapAnnotationViews& views) {
+  for (const auto& view : views) {
+    const auto* entry = dynamic_cast<const MapEntryAnnotation*>(view->annotation().get());
+    if (entry && entry->lp() != 0 && !entry->isParking()) view->setZPosition(vehicleMarkerHeight);
+  }
+}
+
+}  // namespace fleetor

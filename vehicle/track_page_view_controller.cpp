@@ -1,0 +1,81 @@
+#include "vehicle/track_page_view_controller.h"
+
+#include <utility>
+
+namespace fleetor {
+
+namespace {
+constexpr const char* vehicleAnnotationIdentifier = "VehicleAnnotation";
+constexpr double trackLineWidth = 2.0;
+}  // namespace
+
+TrackPageViewController::TrackPageViewController(Environment& environment)
+    : DetailPageViewController(environment) {
+  outlet("mapView", mapView_);
+  outlet("changeTypeButton", changeTypeButton_);
+  mapView_.setAccessibleName(localized("Map"));
+  changeTypeButton_.setImage("BtnMapType");
+  changeTypeButton_.setAccessibleName(localized("Satellite map"));
+  changeTypeButton_.setAction([this](Component& sender) { changeMapType(sender); });
+}
+
+void TrackPageViewController::viewDidLoad() {
+  DetailPageViewController::viewDidLoad();
+  addObserver(UIApplicationDidEnterBackgroundNotification,
+              [this](const Notification&) { didEnterBackground(); });
+  addObserver(UIApplicationWillEnterForegroundNotification,
+              [this](const Notification&) { wilEnterForeground(); });
+}
+
+void TrackPageViewController::viewDidAppear(bool animated) {
+  DetailPageViewController::viewDidAppear(animated);
+  mapView_.setDelegate(this);
+}
+
+void TrackPageViewController::viewDidDisappear(bool animated) {
+  DetailPageViewController::viewDidDisappear(animated);
+  mapView_.setDelegate(nullptr);
+  removeFromNotificationCenter();
+}
+
+void TrackPageViewController::changeMapType(Component&) {
+  const bool satellite = !changeTypeButton_.selected();
+  changeTypeButton_.setSelected(satellite);
+  changeTypeButton_.setImage(satellite ? "BtnMapTypeSelected" : "BtnMapType");
+  mapView_.setMapType(satellite ? MapType::satellite : MapType::standard);
+}
+
+void TrackPageViewController::clearView() {
+  removePolyline();
+  removeAllAnnotations();
+  polyline_ = nullptr;
+  polylineRenderer_ = nullptr;
+}
+
+void TrackPageViewController::addPolyline(std::shared_ptr<MapPolyline> polyline) {
+  polyline_ = std::move(polyline);
+  polylineRenderer_ = std::make_shared<MapPolylineRenderer>(polyline_);
+  polylineRenderer_->setStrokeColor(colorFromHexString(vehicle().mapLineColor));
+  polylineRenderer_->setLineWidth(trackLineWidth);
+  mapView_.addOverlay(polyline_);
+}
+
+std::shared_ptr<MapAnnotationView> TrackPageViewController::vehicleAnnotationView(
+    const std::shared_ptr<MapAnnotation>& annotation, const std::string& image) {
+  auto view = mapView_.dequeueReusableAnnotationViewWithIdentifier(vehicleAnnotationIdentifier);
+  if (!view) view = std::make_shared<MapAnnotationView>(vehicleAnnotationIdentifier);
+  view->setAnnotation(annotation);
+  view->setEnabled(true);
+  view->setCanShowCallout(true);
+  view->setDraggable(false);
+  view->setDragState(AnnotationViewDragState::none);
+  view->setImage(image);
+  return view;
+}
+
+std::shared_ptr<MapPolylineRenderer> TrackPageViewController::mapViewRendererForOverlay(
+    MapView&, const std::shared_ptr<MapPolyline>& overlay) {
+  return overlay == polyline_ ? polylineRenderer_ : nullptr;
+}
+
+}  // namespace fleetor

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "ui/controls.h"
+#include "ui/map_view.h"
+#include "vehicle/detail_page_view_controller.h"
+
+namespace fleetor {
+
+/// What the two pages with a map share: "mapView" with the vehicle's line on it, and "changeTypeButton",
+/// which is selected while the map shows satellite pictures. The page is the map's delegate while it is
+/// visible.
+///
+/// The page hears of the program's trips to the background from loading until it first disappears, and not
+/// again after that.
+class TrackPageViewController : public DetailPageViewController, public MapViewDelegate {
+ public:
+  explicit TrackPageViewController(Environment& environment);
+
+  MapView& mapView() { return mapView_; }
+  Button& changeTypeButton() { return changeTypeButton_; }
+
+  /// The line on the map; none: no line.
+  const std::shared_ptr<MapPolyline>& polyline() const { return polyline_; }
+  const std::shared_ptr<MapPolylineRenderer>& polylineRenderer() const { return polylineRenderer_; }
+
+  void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+  void viewDidDisappear(bool animated) override;
+
+  void changeMapType(Component& sender);
+
+  /// Empties the map.
+  virtual void clearView();
+
+  std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(
+      MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) override;
+
+ protected:
+  void didEnterBackground() { clearView(); }
+  virtual void wilEnterForeground() {}
+
+  void removePolyline() { mapView_.removeOverlay(polyline_); }
+  void addPolyline(std::shared_ptr<MapPolyline> polyline);  ///< in the vehicle's colour
+  void removeAllAnnotations() { mapView_.removeAnnotations(mapView_.annotations()); }
+
+  /// A marker for the annotation, used again or new.
+  std::shared_ptr<MapAnnotationView> vehicleAnnotationView(const std::shared_ptr<MapAnnotation>& annotation,
+                                                           const std::string& image);
+
+ private:
+  MapView mapView_;
+  Button changeTypeButton_;
+  std::shared_ptr<MapPolyline> polyline_;
+  std::shared_ptr<MapPolylineRenderer> polylineRenderer_;
+};
+
+}  // namespace fleetor
