@@ -1,0 +1,183 @@
+#include "ui/map_view.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <limits>
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+
+class Place final : public MapAnnotation {
+ public:
+  Place(std::string name, Coordinate at) : name_(std::move(name)), at_(at) {}
+  Coordinate coordinate() const override { return at_; }
+  std::string title() const override { return name_; }
+  std::string subtitle() const override { return name_.empty() ? "" : "here"; }
+
+ private:
+  std::string name_;
+  Coordinate at_;
+};
+
+std::shared_ptr<MapAnnotation> place(const std::string& name, Coordinate at = {50, 20}) {
+  return std::make_shared<Place>(name, at);
+}
+
+class Map : public testing::Test, public MapViewDelegate {
+ protected:
+  Map() {
+    map.setDelegate(this);
+    map.moveCamera([](MapCamera& camera) { camera.setViewport(390, 780); });
+    connections.push_back(map.changed.connect([this] { told += 'c'; }));
+    connections.push_back(map.cameraChanged.connect([this] { told += 'v'; }));
+    connections.push_back(map.annotationsChanged.connect([this] { told += 'a'; }));
+    connections.push_back(map.overlaysChanged.connect([this] { told += 'o'; }));
+  }
+
+  std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
+      MapView& asker, const std::shared_ptr<MapAnnotation>& annotation) override {
+    diary += "view(" + annotation->title() + ") ";
+    if (annotation->title().empty()) return nullptr;
+    auto view = asker.dequeueReusableAnnotationViewWithIdentifier("Place");
+    if (!view) view = std::make_shared<MapAnnotationView>("Place");
+    view->setAnnotation(annotation);
+    view->setCanShowCallout(true);
+    return view;
+  }
+  void mapViewDidAddAnnotationViews(MapView&, const MapAnnotationViews& views) override {
+    diary += "added";
+    for (const auto& view : views)
+      diary += "(" + view->annotation()->title() + ")";
+    diary += " ";
+  }
+  std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(
+      MapView&, const std::shared_ptr<MapPolyline>& overlay) override {
+    diary += "renderer ";
+    return std::make_shared<MapPolylineRenderer>(overlay);
+  }
+  std::string take(std::string& notes) { return std::exchange(notes, {}); }
+
+  MapView map;
+  std::string diary;
+  std::string told;
+  std::vector<Connection> connections;
+};
+
+TEST_F(Map, AsksItsDelegateOnceAndKeepsWhatItGave) {
+  const auto a = place("a");
+  const auto b = place("b");
+  const auto nameless = place("");
+  const auto line = MapPolyline::polylineWithCoordinates({{50, 20}, {50, 21}});
+  map.addAnnotations({a, nameless, a});
+  EXPECT_EQ(take(diary), "view(a) view() added(a)() ");
+  EXPECT_EQ(map.viewForAnnotation(*nameless)->image(), "");
+  map.setDelegate(nullptr);
+  map.addAnnotation(b);
+  map.addOverlay(line);
+  EXPECT_THAT(map.annotations(), ElementsAre(a, nameless, b));
+  EXPECT_TRUE(map.viewForAnnotation(*a));
+  EXPECT_FALSE(map.viewForAnnotation(*b) || map.rendererForOverlay(*line));
+  EXPECT_EQ(take(told), "aao");
+
+  map.setDelegate(this);
+  map.setDelegate(this);
+  EXPECT_EQ(take(diary), "view(b) added(b) renderer ");
+  EXPECT_EQ(take(told), "ao");
+  EXPECT_EQ(map.rendererForOverlay(*line)->polyline(), line);
+  map.addOverlay(line);
+  map.removeOverlay(nullptr);
+  map.removeOverlay(line);
+  map.removeOverlay(line);
+  EXPECT_EQ(take(told), "o");
+  EXPECT_FALSE(map.rendererForOverlay(*line));
+}
+
+TEST_F(Map, UsesMarkersAgainAndOpensOneCalloutAtATime) {
+  auto a = place("a");
+  const auto b = place("b");
+  map.addAnnotations({a, b});
+  const auto viewOfA = map.viewForAnnotation(*a);
+  EXPECT_EQ(viewOfA->accessibleName(), "a, here");
+  viewOfA->setZPosition(1000);
+  map.viewForAnnotation(*b)->setEnabled(false);
+  told.clear();
+  map.selectAnnotation(a);
+  map.selectAnnotation(b);
+  map.selectAnnotation(place("elsewhere"));
+  EXPECT_EQ(map.selectedAnnotation(), a);
+  map.removeAnnotations({a, place("elsewhere")});
+  EXPECT_FALSE(map.selectedAnnotation());
+  EXPECT_EQ(take(told), "cca");
+  EXPECT_THAT(map.annotations(), ElementsAre(b));
+  const std::weak_ptr<MapAnnotation> gone = std::exchange(a, nullptr);
+  EXPECT_TRUE(gone.expired());
+
+  const auto c = place("c");
+  map.addAnnotation(c);
+  EXPECT_EQ(map.viewForAnnotation(*c), viewOfA);
+  EXPECT_EQ(viewOfA->zPosition(), 0);
+  map.removeAnnotations(map.annotations());
+  EXPECT_TRUE(map.annotations().empty());
+}
+
+TEST_F(Map, ShowsARegionACentreAndAllMarkersWithinItsEdges) {
+  map.setRegion({50, 20}, 2000, 2000, false);
+  const auto metresAcross = [this] { return 390 / map.camera().scale() * metresPerWorldUnit(50); };
+  EXPECT_NEAR(metresAcross(), 2000, 1);
+  map.setCenterCoordinate({50.01, 20.01}, true);
+  EXPECT_NEAR(map.centerCoordinate().latitude, 50, 1e-9);
+  map.moveCamera([](MapCamera& camera) { camera.advance(10); });
+  EXPECT_NEAR(map.centerCoordinate().latitude, 50.01, 1e-9);
+  EXPECT_NEAR(metresAcross(), 2000, 2);
+
+  map.addAnnotations({place("a", {50, 20}), place("b", {50.5, 22}), place("c", {49.1, 21})});
+  told.clear();
+  map.showAnnotations(map.annotations(), false);
+  EXPECT_EQ(take(told), "v");
+  double smallestMargin = 1000;
+  for (const auto& each : map.annotations()) {
+    const ScreenPoint at = map.camera().screenPoint(project(each->coordinate()));
+    smallestMargin = std::min({smallestMargin, at.x, 390 - at.x, at.y, 780 - at.y});
+  }
+  EXPECT_NEAR(smallestMargin, MapView::fitPadding, 0.01);
+  const CameraPosition before = map.camera().position();
+  map.showAnnotations({}, false);
+  EXPECT_EQ(map.camera().position(), before);
+}
+
+TEST_F(Map, TakesWhateverPlaceItIsGiven) {
+  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+  for (const Coordinate odd :
+       {Coordinate{0, 0}, {90, 0}, {-90, 180}, {12, -180}, {1e300, 1e300}, {nan, nan}}) {
+    const auto marker = place("odd", odd);
+    map.addAnnotation(marker);
+    map.setRegion(odd, 2000, 2000, false);
+    map.setCenterCoordinate(odd, false);
+    map.showAnnotations(map.annotations(), false);
+    const auto line = MapPolyline::polylineWithCoordinates({odd, odd});
+    map.addOverlay(line);
+    EXPECT_TRUE(line->line()->pieces(map.camera().visibleRect(), 20).empty());
+    const ScreenPoint at = map.camera().screenPoint(project(odd));
+    EXPECT_TRUE(std::isfinite(map.camera().zoom()) && std::isfinite(at.x) && std::isfinite(at.y));
+    map.removeAnnotations({marker});
+  }
+}
+
+TEST(Polyline, GrowsByTakingOverTheEarlierOne) {
+  auto earlier = MapPolyline::polylineWithCoordinates({{50, 20}, {50, 21}});
+  const auto* drawn = earlier->line().get();
+  const auto longer = MapPolyline::polylineByAppendingCoordinate(*earlier, {50, 22});
+  EXPECT_THAT(longer->coordinates(), ElementsAre(Coordinate{50, 20}, Coordinate{50, 21}, Coordinate{50, 22}));
+  EXPECT_EQ(longer->line().get(), drawn);
+  EXPECT_EQ(longer->line()->size(), 3u);
+  EXPECT_TRUE(earlier->coordinates().empty());
+  EXPECT_EQ(earlier->line()->size(), 0u);
+  const auto longest = MapPolyline::polylineByAppendingCoordinate(*longer, {50, 23});
+  EXPECT_EQ(longest->coordinates().size(), 4u);
+}
+
+}  // namespace
+}  // namespace fleetor::test

@@ -1,0 +1,184 @@
+#include <gmock/gmock.h>
+
+#include <any>
+
+#include "support/client.h"
+#include "vehicle/map_detail_view_controller.h"
+#include "vehicle/notifications.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The map page of vehicle 7, alone in the window, without a pager. Requests stay open until they are
+/// answered.
+class MapPage : public testing::Test {
+ protected:
+  MapPage() {
+    Vehicle vehicle;
+    vehicle.vehicleId = 7;
+    vehicle.icon = "van";
+    vehicle.mapLineColor = "0f0";
+    page->setVehicle(vehicle);
+    API::setAPIBaseURLWithString(Client::baseURL());
+    client.transport.leaveOpen("/map");
+    client.application.window().setRootViewController(page);
+    map.moveCamera([](MapCamera& camera) { camera.setViewport(390, 780); });
+  }
+
+  void choose(const std::any& day) { client.center.postNotificationName(kFleetorNotificationDate, day); }
+  void arrive(HttpReply reply) {
+    client.queues.runUntilIdle();
+    ASSERT_TRUE(client.transport.answerOpen("/map", std::move(reply)));
+    client.queues.runUntilIdle();
+  }
+  /// The days asked for since the last time.
+  std::vector<std::string> asked() {
+    client.queues.runUntilIdle();
+    std::vector<std::string> days;
+    for (const auto& request : client.takeRequests()) {
+      EXPECT_EQ(numberOf(request, "vehid"), 7) << request;
+      days.push_back(parameterOf(request, "date"));
+    }
+    return days;
+  }
+
+  /// Each marker as its image and the number of its place, raised ones with a star, and the points of each
+  /// line: "flag0 parking1 van4* 5".
+  std::string drawn() {
+    std::string text;
+    for (const auto& annotation : map.annotations()) {
+      const auto view = map.viewForAnnotation(*annotation);
+      text += view->image() + annotation->title().back() + (view->zPosition() == 1000.0 ? "* " : " ");
+    }
+    for (const auto& overlay : map.overlays())
+      text += std::to_string(overlay->coordinates().size());
+    return text;
+  }
+  bool loading() {
+    EXPECT_EQ(page->isLoading(), page->loadingIndicator().isAnimating());
+    return page->isLoading();
+  }
+
+  Machine phone;
+  Client client{phone};
+  std::shared_ptr<MapDetailViewController> page =
+      std::make_shared<MapDetailViewController>(client.environment);
+  MapView& map = page->mapView();
+};
+
+TEST_F(MapPage, DrawsTheDaysTrackItsEndsAndItsParkingStops) {
+  EXPECT_FALSE(loading());
+  page->tabSelected();
+  EXPECT_TRUE(loading());
+  EXPECT_THAT(asked(), ElementsAre("2026-03-10"));
+  arrive(mapReply({"Parking", "Parking", "Car wash", "Parking", "Parking"}));
+  EXPECT_FALSE(loading());
+  EXPECT_EQ(drawn(), "flag0 parking1 parking3 van4* 5");
+  EXPECT_EQ(map.viewForAnnotation(*map.annotations()[1])->accessibleName(), "Street 1, 08:01");
+  const auto renderer = map.rendererForOverlay(*page->polyline());
+  EXPECT_EQ(renderer->strokeColor(), (Color{0, 1, 0, 1}));
+  EXPECT_EQ(renderer->lineWidth(), 2.0);
+  for (const auto& annotation : map.annotations()) {
+    const ScreenPoint at = map.camera().screenPoint(project(annotation->coordinate()));
+    EXPECT_TRUE(at.x >= 47 && at.x <= 343 && at.y >= 47 && at.y <= 733) << at.x << " " << at.y;
+  }
+
+  // A used marker loses the height that it had before.
+  choose(std::string("2026-03-09"));
+  arrive(mapReply({"", "Parking", ""}, 1));
+  EXPECT_EQ(drawn(), "van0* parking1 van2* 3");
+}
+
+TEST_F(MapPage, KeepsWhatADayWithoutPointsAndAFailureLeaveAlone) {
+  page->tabSelected();
+  arrive(mapReply({"", "", ""}));
+  const auto line = page->polyline();
+  EXPECT_EQ(drawn(), "flag0 van2* 3");
+  const auto next = [this](HttpReply reply) {
+    choose(std::string("2026-03-09"));
+    arrive(std::move(reply));
+    EXPECT_FALSE(loading());
+    return drawn();
+  };
+  EXPECT_EQ(next(mapReply({})), "flag0 van2* 3");
+  EXPECT_EQ(next(failedReply(url_error::notConnectedToInternet)), "flag0 van2* 3");
+  EXPECT_EQ(next(jsonReply(envelope(2, ""))), "flag0 van2* 3");
+  EXPECT_EQ(next(mapReply({"Parking"}, 5)), "van0* 3");
+  EXPECT_EQ(page->polyline(), line);
+  EXPECT_NEAR(map.centerCoordinate().latitude, 50, 1e-6);
+  // The service's count decides, not the number of points that come with it.
+  EXPECT_EQ(next(mapReply({"", "", ""}, 0, 1)), "flag0 van2* 3");
+  EXPECT_EQ(page->polyline(), line);
+  EXPECT_EQ(next(mapReply({}, 0, 2)), "0");
+  choose(7);
+  EXPECT_EQ(asked().size(), 7u);
+}
+
+TEST_F(MapPage, NeitherLoadsADayChosenDuringALoadNorShowsTheOneFromBefore) {
+  page->tabSelected();
+  choose(std::string("2026-03-09"));
+  EXPECT_THAT(asked(), ElementsAre("2026-03-10"));
+  arrive(mapReply({"", ""}));
+  EXPECT_EQ(drawn(), "");
+  EXPECT_FALSE(loading());
+  EXPECT_EQ(page->date(), "2026-03-09");
+  page->tabSelected();
+  EXPECT_THAT(asked(), IsEmpty());
+  choose(std::string("2026-03-09"));
+  EXPECT_THAT(asked(), ElementsAre("2026-03-09"));
+
+  // Chosen while the answer of another day is being prepared already.
+  ASSERT_TRUE(client.transport.answerOpen("/map", mapReply({"", ""})));
+  client.queues.global([this] { client.queues.main([this] { choose(std::string("2026-03-08")); }); });
+  client.queues.runUntilIdle();
+  EXPECT_EQ(drawn(), "");
+  EXPECT_FALSE(loading());
+}
+
+TEST_F(MapPage, EmptiesInTheBackgroundAndHasItsDayBackBeforeItAsksWhoeverComesFirst) {
+  choose(std::string("2026-03-05"));
+  arrive(mapReply({"", ""}));
+  EXPECT_THAT(asked(), ElementsAre("2026-03-05"));
+  for (const bool pagerFirst : {true, false}) {
+    page->tabSelected();
+    EXPECT_TRUE(loading() || !pagerFirst);
+    asked();
+    client.application.didEnterBackground();
+    client.application.didEnterBackground();
+    page->clearTabSelected();
+    EXPECT_EQ(drawn(), "");
+    EXPECT_FALSE(page->polyline() || page->polylineRenderer() || page->date() || loading());
+    if (client.transport.openCount() > 0) arrive(mapReply({"", ""}));  // too late
+    EXPECT_EQ(drawn(), "");
+    if (pagerFirst) page->tabSelected();
+    client.application.willEnterForeground();
+    if (!pagerFirst) page->tabSelected();
+    EXPECT_THAT(asked(), ElementsAre("2026-03-05"));
+    arrive(mapReply({"", ""}));
+    EXPECT_EQ(drawn(), "flag0 van1* 2");
+  }
+}
+
+TEST_F(MapPage, HearsNeitherOfDaysWhileHiddenNorOfTheBackgroundAfterThat) {
+  client.application.willEnterForeground();  // there was no trip
+  EXPECT_EQ(page->date(), "2026-03-10");
+  page->tabSelected();
+  client.application.window().setRootViewController(nullptr);
+  arrive(mapReply({"", ""}));
+  EXPECT_EQ(map.overlays().size(), 1u);
+  asked();
+  choose(std::string("2026-03-05"));
+  EXPECT_THAT(asked(), IsEmpty());
+  client.application.window().setRootViewController(page);
+  EXPECT_EQ(drawn(), "flag0 van1* 2");  // drawn while nobody looked
+  client.application.didEnterBackground();
+  client.application.willEnterForeground();
+  EXPECT_EQ(drawn(), "flag0 van1* 2");
+  EXPECT_EQ(page->date(), "2026-03-10");
+}
+
+}  // namespace
+}  // namespace fleetor::test
