@@ -207,11 +207,8 @@ void TileBoard::request(double now) {
     if ((tile.image && !tile.stale) || isMissing(key)) continue;
     const auto fault = faults_.find(key);
     const double from = std::max(server.pausedUntil, fault == faults_.end() ? kLongAgo : fault->second.until);
-    if (from <= now) {
-      complete = false;
-    } else if (tile.onScreen) {
-      wakeAt_ = std::min(from, wakeAt_.value_or(from));
-    }
+    if (tile.onScreen && from <= now) complete = false;
+    if (tile.onScreen && from > now) wakeAt_ = std::min(from, wakeAt_.value_or(from));
     if (tile.underWay) continue;
     if (from <= now && allowed > 0 && makeRoomFor(tile)) {
       start(key, tile, TileLoader::Source::network);
