@@ -58,15 +58,28 @@ class TrackLevel {
   std::vector<TrackPiece> pieces(const WorldRect& view);
 
  private:
-  /// In points from the anchor. Narrower than half a turn.
-  struct Sleeve {
-    WorldPoint left;
-    WorldPoint right;
+  /// Where the line may go straight to from its anchor, the vertex kept last.
+  class Sleeve {
+   public:
+    Sleeve() = default;
+    Sleeve(WorldPoint anchor, double scale) : scale_(scale), anchor_(anchor), latest_(anchor) {}
+
+    WorldPoint latest() const { return latest_; }
+    bool reaches(WorldPoint point) const;
+    /// A point that it reaches.
+    void take(WorldPoint point);
+
+   private:
+    double scale_ = 1;  ///< points for one world unit
+    WorldPoint anchor_;
+    WorldPoint latest_;
+    bool isBounded_ = false;  ///< by a point that is not near the anchor itself
+    WorldPoint left_;         ///< the directions at its edges, less than half a turn apart
+    WorldPoint right_;
+    /// Square points. Anything nearer would leave a point behind beyond the line's end.
+    double leastSquared_ = 0;
   };
 
-  void take(WorldPoint point);
-  bool passes(WorldPoint offset, double distance) const;
-  void narrow(WorldPoint offset, double distance);
   void cutLongSegments(const WorldRect& window);
 
   int level_;
@@ -75,10 +88,7 @@ class TrackLevel {
   TrackCutter tail_;  ///< from done_ to the latest point
 
   std::size_t taken_ = 0;
-  WorldPoint anchor_;  ///< the vertex kept last
-  WorldPoint latest_;
-  double furthest_ = 0;  ///< points from the anchor
-  std::optional<Sleeve> sleeve_;
+  Sleeve sleeve_;
 
   std::optional<WorldRect> window_;  ///< what longPieces_ were cut to
   std::vector<TrackPiece> longPieces_;
