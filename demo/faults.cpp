@@ -14,8 +14,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::array<std::string_view, 8> kEndpoints{"token", "logout", "vehicles", "live",
-                                                     "map",   "route",  "info",     "user"};
+constexpr std::array<std::string_view, 9> kEndpoints{"token", "logout", "vehicles", "live", "map",
+                                                     "route", "info",   "user",     "tiles"};
 
 enum class Argument { none, optionalNumber, number, optionalText, text, charset };
 
@@ -99,6 +99,8 @@ void breakElement(const std::string& argument, ServiceReply& reply) {
 
 void setStatus(ServiceReply& reply, int status) {
   reply.status = status;
+  reply.contentType = ServiceReply().contentType;
+  reply.headers.clear();
   reply.body = errorAnswer(status, "A fault was asked for");
 }
 
@@ -139,6 +141,7 @@ constexpr FaultKind kKinds[] = {
     {"html", Argument::none,
      [](const std::string&, ServiceReply& r) {
        r.contentType = "text/html; charset=utf-8";
+       r.headers.clear();
        r.body = "<!DOCTYPE html><html><head><title>Maintenance</title></head><body>Back soon.</body></html>";
      }},
     {"total", Argument::optionalNumber,
@@ -224,7 +227,7 @@ std::optional<Fault> parseFault(std::string_view text, std::string& problem) {
     problem =
         "a fault is ENDPOINT=KIND[:ARG][*COUNT], with ENDPOINT one of token, logout, vehicles, live, map, "
         "route, "
-        "info, user, all";
+        "info, user, tiles, all";
     return std::nullopt;
   }
   std::string_view rest = text.substr(equals + 1);

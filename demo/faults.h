@@ -11,7 +11,8 @@
 
 namespace fleetor::demo {
 
-// The eight endpoints' names: "token", "logout", "vehicles", "live", "map", "route", "info", "user".
+// The nine endpoints' names: "token", "logout", "vehicles", "live", "map", "route", "info", "user", and
+// "tiles" for everything below it.
 bool isEndpoint(std::string_view name);
 
 // Something that goes wrong on purpose.

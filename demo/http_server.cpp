@@ -66,7 +66,7 @@ class HttpServer::Implementation : public httplib::Server {
       serve(request, response);
     };
     for (const char* path : {"/token", "/logout", "/vehicles", "/live", "/map", "/route", "/info", "/user",
-                             "/control/faults", "/control/requests", "/control/dense"})
+                             "/tiles/.*", "/control/faults", "/control/requests", "/control/dense"})
       Get(path, handler).Post(path, handler).Put(path, handler).Patch(path, handler).Delete(path, handler);
     // Everything else, and what the library itself refuses, gets an envelope too.
     set_error_handler(
@@ -144,6 +144,8 @@ class HttpServer::Implementation : public httplib::Server {
       ::shutdown(servedConnection->socket(), SHUT_RDWR);
     }
     response.status = reply.status;
+    for (const auto& [name, value] : reply.headers)
+      response.set_header(name, value);
     if (reply.delivery == Delivery::cutShort) {
       const std::size_t length = std::max<std::size_t>(1, reply.body.size());
       const std::string part = reply.body.substr(0, reply.deliverBytes);

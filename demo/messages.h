@@ -32,6 +32,7 @@ enum class Delivery {
 struct ServiceReply {
   int status = 200;
   std::string contentType = "application/json; charset=utf-8";
+  std::vector<std::pair<std::string, std::string>> headers;  // beside the content's type and length
   std::string body;
   Delivery delivery = Delivery::whole;
   std::size_t deliverBytes = 0;

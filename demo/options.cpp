@@ -37,12 +37,14 @@ harbour/harbour, nora/nora, and empty/empty, who has no vehicles.
   --fault F         makes something go wrong; may be repeated
   --help            shows this
 
-F is ENDPOINT=KIND[:ARG][*COUNT]: ENDPOINT is token, logout, vehicles, live, map, route, info, user or all; *COUNT
+F is ENDPOINT=KIND[:ARG][*COUNT]: ENDPOINT is token, logout, vehicles, live, map, route, info, user, tiles or all; *COUNT
 limits it to the next COUNT requests. KIND is one of:
 )";
   text += faultKindsHelp();
   text += R"(
 While the service runs:
+  /tiles/STYLE/ZOOM/X/Y.png  the map as tiles of 256 pixels, 512 with ?scale=2: STYLE is standard, dark or satellite,
+                     ZOOM 3 to 19; nobody needs to sign in for them
   /control/faults    GET lists, POST adds ("live=delay:500*3" as JSON text, or {"endpoint", "kind", "argument",
                      "count"}, or a list of these), DELETE removes all or the one with ?id=N
   /control/requests  GET lists the last requests, DELETE forgets them

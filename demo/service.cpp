@@ -67,9 +67,11 @@ Service::Service(ServiceOptions options)
 ServiceReply Service::answer(const ServiceRequest& request) {
   try {
     if (request.path.starts_with("/control/")) return answerControl(request);
-    const std::string_view endpoint = std::string_view(request.path).substr(request.path.empty() ? 0 : 1);
+    std::string_view endpoint = std::string_view(request.path).substr(request.path.empty() ? 0 : 1);
+    const bool tile = endpoint.starts_with("tiles/");
+    if (tile) endpoint = "tiles";
     ServiceReply reply;
-    if (isEndpoint(endpoint)) {
+    if (tile || (isEndpoint(endpoint) && endpoint != "tiles")) {
       const std::vector<Fault> faults = faults_.strike(endpoint);
       reply = answerEndpoint(endpoint, request);
       for (const Fault& fault : faults)
@@ -85,6 +87,7 @@ ServiceReply Service::answer(const ServiceRequest& request) {
 }
 
 ServiceReply Service::answerEndpoint(std::string_view endpoint, const ServiceRequest& request) {
+  if (endpoint == "tiles") return tiles_.answer(request);
   const bool posted = endpoint == "token" || endpoint == "logout";
   if (request.verb != (posted ? "POST" : "GET"))
     return failed(405, "Use " + std::string(posted ? "POST" : "GET") + " here");

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "demo/faults.h"
+#include "demo/map/tiles.h"
 #include "demo/messages.h"
 #include "demo/movements.h"
 #include "demo/request_log.h"
@@ -51,6 +52,7 @@ class Service {
   ServiceOptions options_;
   Town town_;
   Movements movements_{town_};
+  Tiles tiles_{town_, options_.seed};
   std::vector<Account> accounts_;
   Tokens tokens_;
   FaultBox faults_;

@@ -55,4 +55,9 @@ std::string StreetNames::nextPark() {
   return unique("Park");
 }
 
+std::string StreetNames::nextVillage() {
+  for (;;)
+    if (std::string name = nextStem(); given_.insert(name).second) return name;
+}
+
 }  // namespace fleetor::demo

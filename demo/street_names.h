@@ -9,13 +9,14 @@
 
 namespace fleetor::demo {
 
-// Names for streets and parks, each given once.
+// Names for streets, parks and villages, each given once.
 class StreetNames {
  public:
   explicit StreetNames(std::uint64_t seed) : random_(seed) {}
 
   std::string nextStreet(StreetClass kind);
   std::string nextPark();
+  std::string nextVillage();
 
  private:
   std::string nextStem();

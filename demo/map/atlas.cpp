@@ -1,0 +1,542 @@
+#include "demo/map/atlas.h"
+
+#include <iterator>
+#include <map>
+#include <numbers>
+
+#include "demo/map/blocks.h"
+#include "demo/map/builder.h"
+#include "demo/map/countryside.h"
+#include "demo/map/land_outlines.h"
+
+namespace fleetor::demo {
+namespace {
+
+constexpr Box kIsland{-24000, -24000, 24000, 24000};
+
+RoadClass roadClass(StreetClass kind) {
+  switch (kind) {
+    case StreetClass::ringRoad:
+      return RoadClass::ring;
+    case StreetClass::mainRoad:
+      return RoadClass::main;
+    case StreetClass::collector:
+      return RoadClass::collector;
+    case StreetClass::residential:
+      break;
+  }
+  return RoadClass::residential;
+}
+
+double halfWidth(RoadClass kind) {
+  constexpr double halves[kRoadClasses] = {1.5, 2, 3.9, 5.2, 7, 9};
+  return halves[static_cast<int>(kind)];
+}
+
+Shape onSheet(const std::vector<Point>& inTown) {
+  Shape shape;
+  for (const Point p : inTown)
+    shape.push_back(demo::onSheet(p));
+  return shape;
+}
+
+// Everything between the plan of the town and the finished atlas.
+class Cartographer {
+ public:
+  Cartographer(const Town& town, std::uint64_t seed)
+      : town_(town),
+        streets_(town.streets()),
+        seed_(seed),
+        random_(hashOf(seed, 20)),
+        river_(onSheet(town.river())),
+        plan_(planBlocks(town, hashOf(seed, 21))),
+        builder_(kIsland, hashOf(seed, 22)) {}
+
+  void draw() {
+    land = drawCountryside(river_, plan_.outline, gates(), hashOf(seed_, 23));
+    areas = std::move(land.parcels);
+    areas.push_back({LandUse::builtUp, 0, 0, plan_.outline});
+    areas.push_back({LandUse::water, 0, 0, land.riverBanks});
+    areas.push_back({LandUse::water, 0, 0, land.lake});
+    builder_.reserve(land.river, Town::riverWidth / 2 + 16);
+    drawStreets();
+    drawBlocks();
+    drawParks();
+    drawHouses();
+    drawVillages();
+    drawCountryRoads();
+    drawBanks();
+    takeBuilders();
+    nameWaters();
+    std::ranges::stable_sort(areas, {}, &Area::use);
+  }
+
+  Countryside land;
+  std::vector<Area> areas;
+  std::vector<Road> roads;
+  std::vector<Building> buildings;
+  std::vector<Tree> trees;
+  std::vector<Name> names;
+
+ private:
+  // Where main roads meet the ring.
+  std::vector<Point> gates() const {
+    std::vector<Point> found;
+    for (const Junction& junction : streets_.junctions()) {
+      bool ring = false;
+      bool main = false;
+      for (const std::uint32_t edge : junction.edges) {
+        ring = ring || streets_.kindOf(streets_.edges()[edge]) == StreetClass::ringRoad;
+        main = main || streets_.kindOf(streets_.edges()[edge]) == StreetClass::mainRoad;
+      }
+      if (ring && main) found.push_back(demo::onSheet(junction.at));
+    }
+    return found;
+  }
+
+  void name(NameKind kind, std::string text, Point at, int rank) {
+    Name name;
+    name.text = std::move(text);
+    name.kind = kind;
+    name.rank = rank;
+    name.at = at;
+    names.push_back(std::move(name));
+  }
+  void nameLine(NameKind kind, RoadClass road, std::string text, Shape line, int rank) {
+    name(kind, std::move(text), line[line.size() / 2], rank);
+    names.back().road = road;
+    names.back().line = std::move(line);
+  }
+
+  void drawStreets() {
+    std::vector<std::vector<const StreetEdge*>> edgesOf(streets_.streets().size());
+    for (const StreetEdge& edge : streets_.edges()) {
+      edgesOf[edge.street].push_back(&edge);
+      roads.push_back({roadClass(streets_.kindOf(edge)), edge.bridge, true, onSheet(edge.shape)});
+    }
+    for (std::size_t i = 0; i < edgesOf.size(); ++i) {
+      std::ranges::sort(edgesOf[i], {}, &StreetEdge::houseOffset);
+      Shape line;
+      for (const StreetEdge* edge : edgesOf[i]) {
+        const Shape part = onSheet(edge->shape);
+        line.insert(line.end(), part.begin() + (line.empty() ? 0 : 1), part.end());
+      }
+      const Street& street = streets_.streets()[i];
+      nameLine(NameKind::street, roadClass(street.kind), street.name, std::move(line),
+               100 - 10 * static_cast<int>(roadClass(street.kind)));
+    }
+  }
+
+  void drawBlocks() {
+    const struct {
+      Zone zone;
+      LandUse use;
+    } grounds[] = {{Zone::oldTown, LandUse::oldTown},  {Zone::terraces, LandUse::housing},
+                   {Zone::suburb, LandUse::housing},   {Zone::riverside, LandUse::lawn},
+                   {Zone::square, LandUse::square},    {Zone::parking, LandUse::housing},
+                   {Zone::retail, LandUse::retail},    {Zone::industry, LandUse::industry},
+                   {Zone::school, LandUse::school},    {Zone::sports, LandUse::sports},
+                   {Zone::cemetery, LandUse::cemetery}};
+    int schools = 0;
+    for (const Block& block : plan_.blocks) {
+      for (const auto& [zone, use] : grounds)
+        if (zone == block.zone)
+          areas.push_back({use, static_cast<std::uint8_t>(random_.below(256)), 0, block.outline});
+      const Point middle = centroidOf(block.outline);
+      if (block.zone == Zone::retail) builder_.fillBlock(block.outline, 58, 34, 26, 0.6);
+      if (block.zone == Zone::retail || block.zone == Zone::parking) layParking(block.outline);
+      if (block.zone == Zone::industry) builder_.fillBlock(block.outline, 46, 30, 15, 0.72);
+      if (block.zone == Zone::school) {
+        layPitch(block.outline, 0.22);
+        builder_.fillBlock(block.outline, 54, 15, 18, 0.55);
+        constexpr const char* kinds[] = {"School", "College", "Grammar School"};
+        name(NameKind::landmark, std::string(kinds[schools++ % 3]), middle, 60);
+      }
+      if (block.zone == Zone::sports) {
+        layPitch(block.outline, -0.2);
+        layPitch(block.outline, 0.22);
+        name(NameKind::landmark, "Sports Ground", middle, 62);
+      }
+      if (block.zone == Zone::cemetery) {
+        scatter(block.outline, 22, 0.7);
+        name(NameKind::landmark, "Cemetery", middle, 61);
+        layPath(block.outline);
+      }
+      if (block.zone == Zone::square) {
+        builder_.fillBlock(block.outline, 34, 22, 60, 0.5);
+        name(NameKind::landmark, "Market Square", middle, 40);
+      }
+    }
+  }
+
+  void layParking(const Shape& block) {
+    const Shape lot = insetOf(block, 16);
+    if (lot.size() < 3 || areaOf(lot) < 0.3 * areaOf(block)) return;
+    const Station side = longestSide(block);
+    areas.push_back({LandUse::parking, static_cast<std::uint8_t>(random_.below(256)),
+                     static_cast<float>(std::atan2(side.direction.y, side.direction.x)), lot});
+    name(NameKind::parking, "P", centroidOf(lot), 70);
+  }
+
+  void layPitch(const Shape& block, double shift) {
+    const Station side = longestSide(block);
+    const double room = std::sqrt(areaOf(block));
+    const double half = std::min(50.0, room * 0.24);
+    const Shape pitch = rectangleAt(side, -half, half, room * shift - half * 0.6, room * shift + half * 0.6);
+    for (const Point corner : pitch)
+      if (!contains(block, corner) || distanceTo(block, corner, true) < 14) return;
+    builder_.reserve({lerp(pitch[0], pitch[3], 0.5), lerp(pitch[1], pitch[2], 0.5)}, half * 0.6 + 5);
+    areas.push_back(
+        {LandUse::pitch, 0, static_cast<float>(std::atan2(side.direction.y, side.direction.x)), pitch});
+  }
+
+  void scatter(const Shape& ground, double spacing, double share) {
+    const Box box = boxOf(ground);
+    for (double y = box.bottom; y < box.top; y += spacing)
+      for (double x = box.left; x < box.right; x += spacing) {
+        const Point at{x + random_.between(0, spacing), y + random_.between(0, spacing)};
+        const bool clump = fractalNoise(hashOf(seed_, 24), at.x / 130, at.y / 130) < share;
+        if (clump && contains(ground, at) && distanceTo(ground, at, true) > 13 && clearOfPaths(at))
+          builder_.plant(at, 2.2, 5);
+      }
+  }
+  bool clearOfPaths(Point at) const {
+    return std::ranges::none_of(paths_, [&](const Shape& path) { return distanceTo(path, at, false) < 4.5; });
+  }
+
+  void pave(Shape line) {
+    paths_.push_back(line);
+    roads.push_back({RoadClass::path, false, true, std::move(line)});
+  }
+
+  // A round way inside, and ways in from the border.
+  void layPath(const Shape& ground) {
+    const Point middle = centroidOf(ground);
+    Shape round;
+    constexpr int kPoints = 14;
+    for (int i = 0; i < kPoints; ++i) {
+      const double angle = 2 * std::numbers::pi * i / kPoints;
+      const Point ray{std::cos(angle), std::sin(angle)};
+      double reach = 10;
+      while (contains(ground, middle + ray * (reach + 10)))
+        reach += 10;
+      round.push_back(middle + ray * (reach * random_.between(0.55, 0.72)));
+      if (i % 3 == 0) {
+        const Point out = middle + ray * (reach + 6);
+        const Point bend = lerp(round.back(), out, 0.5) + leftOf(ray) * random_.between(-18, 18);
+        pave(smoothed({round.back(), bend, out}, false));
+        if (i % 6 == 0 && distanceToRoads(middle) > 40)
+          pave(smoothed({middle + ray * 8, lerp(middle, round.back(), 0.5) + leftOf(ray) * 16, round.back()},
+                        false));
+      }
+    }
+    round = smoothed(std::move(round), true);
+    round.push_back(round.front());
+    pave(std::move(round));
+  }
+
+  double distanceToRoads(Point at) const {
+    double best = 1e9;
+    for (const Road& road : roads)
+      if (road.kind != RoadClass::path && distanceBetween(road.line.front(), at) < 900)
+        best = std::min(best, distanceTo(road.line, at, false));
+    return best;
+  }
+
+  void drawParks() {
+    for (const Park& park : town_.parks()) {
+      const Shape outline = onSheet(park.outline);
+      areas.push_back({LandUse::park, 0, 0, outline});
+      name(NameKind::park, park.name, centroidOf(outline), 20);
+      // A main road may run through: then each part is laid out on its own.
+      for (const Block& block : plan_.blocks) {
+        if (block.zone != Zone::park || !contains(outline, centroidOf(block.outline))) continue;
+        layPath(block.outline);
+        const Point middle = centroidOf(block.outline);
+        if (areaOf(block.outline) > 60000)
+          layPond(middle + Point{random_.between(-50, 50), random_.between(-50, 50)});
+        scatter(block.outline, 11, 0.47);
+      }
+    }
+  }
+
+  void layPond(Point middle) {
+    Shape pond;
+    for (int i = 0; i < 24; ++i) {
+      const double angle = 2 * std::numbers::pi * i / 24;
+      const Point ray{std::cos(angle), std::sin(angle)};
+      const double size = 30 + 75 * fractalNoise(hashOf(seed_, 25), ray.x + middle.x, ray.y + middle.y);
+      pond.push_back(middle + Point{ray.x * size * 1.25, ray.y * size * 0.8});
+    }
+    pond = smoothed(std::move(pond), true);
+    for (const Point p : pond)
+      if (distanceToRoads(p) < 16) return;
+    std::erase_if(roads, [&](const Road& road) {
+      return road.kind == RoadClass::path &&
+             std::ranges::any_of(road.line, [&](Point p) { return contains(pond, p); });
+    });
+    builder_.reserve({middle + Point{-60, 0}, middle + Point{60, 0}}, 55);
+    Shape around = pond;
+    for (Point& p : around)
+      p = middle + (p - middle) * 1.22;
+    around.push_back(around.front());
+    pave(std::move(around));
+    areas.push_back({LandUse::water, 1, 0, std::move(pond)});
+  }
+
+  void drawHouses() {
+    for (const RoadClass wanted :
+         {RoadClass::ring, RoadClass::main, RoadClass::collector, RoadClass::residential})
+      for (std::size_t i = 0; i < streets_.edges().size(); ++i) {
+        const StreetEdge& edge = streets_.edges()[i];
+        const RoadClass kind = roadClass(streets_.kindOf(edge));
+        if (kind != wanted || edge.bridge) continue;
+        const Walk walk(onSheet(edge.shape));
+        for (const std::size_t side : {0U, 1U}) {
+          const std::uint32_t index = plan_.besides[i][side];
+          if (index != BlockPlan::none) buildBeside(walk, edge, kind, side == 0, plan_.blocks[index]);
+          if (kind >= RoadClass::collector) plantAlong(walk, halfWidth(kind) + 1.6, side == 0, 17, 0.7);
+        }
+      }
+  }
+
+  void buildBeside(const Walk& walk, const StreetEdge& edge, RoadClass kind, bool left, const Block& block) {
+    Frontage frontage{walk, left, edge.houseOffset, halfWidth(kind), Housing::detached, &block.outline, true};
+    const double middle = lengthOf(centroidOf(block.outline));
+    if (block.zone == Zone::oldTown || (block.zone == Zone::riverside && middle < 900))
+      frontage.housing = Housing::closedRows;
+    else if (block.zone == Zone::terraces || (block.zone == Zone::riverside && middle < 1800))
+      frontage.housing = Housing::openRows;
+    else if (block.zone != Zone::suburb && block.zone != Zone::riverside)
+      return;
+    if (kind == RoadClass::ring && frontage.housing == Housing::detached) frontage.halfWidth += 8;
+    builder_.buildAlong(frontage);
+  }
+
+  void plantAlong(const Walk& walk, double aside, bool left, double spacing, double share) {
+    for (double metres = spacing; metres < walk.length() - spacing; metres += spacing) {
+      const Station here = walk.at(metres);
+      if (random_.chance(share))
+        builder_.plant(here.at + leftOf(here.direction) * (left ? aside : -aside), 1.8, 3.2);
+    }
+  }
+
+  void drawVillages() {
+    for (const Village& village : land.villages) {
+      name(NameKind::village, village.name, village.at, 10);
+      std::vector<Shape> lanes;
+      for (const Road& road : land.roads) {
+        if (distanceTo(road.line, village.at, false) > 30) continue;
+        const Walk walk(road.line);
+        const bool fromHere =
+            distanceBetween(road.line.front(), village.at) < distanceBetween(road.line.back(), village.at);
+        const double reach = std::min(walk.length() / 2, random_.between(260, 520));
+        lanes.push_back(fromHere ? walk.between(0, reach)
+                                 : walk.between(walk.length() - reach, walk.length()));
+      }
+      const std::size_t through = lanes.size();
+      const int wanted = 5 + static_cast<int>(random_.below(4));
+      const double turn = random_.between(0, 1);
+      for (int i = 0; i < wanted; ++i) {
+        const double angle = turn + 2 * std::numbers::pi * (i + random_.between(-0.2, 0.2)) / wanted;
+        const Point ray{std::cos(angle), std::sin(angle)};
+        // Not where a road leaves already.
+        const Point probe = village.at + ray * 150;
+        if (std::ranges::any_of(lanes,
+                                [&](const Shape& lane) { return distanceTo(lane, probe, false) < 80; }))
+          continue;
+        const double reach = random_.between(180, 420);
+        const double bend = random_.between(-90, 90);
+        lanes.push_back(smoothed({village.at, village.at + ray * (reach * 0.5) + leftOf(ray) * (bend * 0.4),
+                                  village.at + ray * reach + leftOf(ray) * bend},
+                                 false));
+      }
+      Shape ground;
+      for (int i = 0; i < 40; ++i) {
+        const double angle = 2 * std::numbers::pi * i / 40;
+        const Point ray{std::cos(angle), std::sin(angle)};
+        double reach = 70;
+        for (double r = 70; r < 560; r += 25)
+          if (std::ranges::any_of(lanes, [&](const Shape& lane) {
+                return distanceTo(lane, village.at + ray * r, false) < 62;
+              }))
+            reach = r;
+        ground.push_back(village.at + ray * reach);
+      }
+      areas.push_back({LandUse::builtUp, 1, 0, smoothed(std::move(ground), true)});
+      for (const Shape& lane : lanes)
+        builder_.reserve(lane, 4.5);
+      for (std::size_t i = 0; i < lanes.size(); ++i) {
+        if (i >= through) roads.push_back({RoadClass::residential, false, false, lanes[i]});
+        const Walk walk(lanes[i]);
+        for (const bool left : {true, false})
+          builder_.buildAlong({walk, left, 0, i < through ? 5.2 : 3.9, Housing::detached, nullptr, false});
+      }
+    }
+  }
+
+  void drawCountryRoads() {
+    std::map<std::string, Shape> whole;
+    for (std::size_t i = 0; i < land.roads.size(); ++i) {
+      const Road& road = land.roads[i];
+      roads.push_back(road);
+      Shape& line = whole[land.roadNames[i]];
+      const bool goesOn = !line.empty() && distanceBetween(line.back(), road.line.front()) < 1;
+      if (!line.empty() && !goesOn) {
+        nameLine(NameKind::street, road.kind, land.roadNames[i], line, 65);
+        line.clear();
+      }
+      line.insert(line.end(), road.line.begin(), road.line.end());
+      const Walk walk(road.line);
+      if (!road.bridge)
+        for (double metres = 500; metres < walk.length() - 500; metres += 420)
+          if (random_.chance(0.42)) settleFarm(walk.at(metres));
+      for (const bool left : {true, false})
+        if (random_.chance(0.35)) plantAlong(walk, 9, left, 13, 0.6);
+    }
+    for (auto& [text, line] : whole)
+      nameLine(NameKind::street, RoadClass::collector, text, std::move(line), 65);
+  }
+
+  void settleFarm(const Station& road) {
+    const double side = random_.chance(0.5) ? 1 : -1;
+    const Station yard{road.at + leftOf(road.direction) * (side * random_.between(70, 160)),
+                       unitOf(road.direction + leftOf(road.direction) * random_.between(-0.4, 0.4))};
+    if (std::ranges::any_of(land.roads,
+                            [&](const Road& other) { return distanceTo(other.line, yard.at, false) < 45; }))
+      return;
+    if (!builder_.build(rectangleAt(yard, -22, -8, -6, 6), 7, false, nullptr, 0)) return;
+    builder_.build(rectangleAt(yard, 8, 18, -24, 14), 9, true, nullptr, 0);
+    builder_.build(rectangleAt(yard, -20, 2, 22, 33), 8, true, nullptr, 0);
+    areas.push_back({LandUse::garden, 90, 0, rectangleAt(yard, -34, 30, -32, 42)});
+    for (int i = 0; i < 14; ++i) {
+      const double angle = random_.between(0, 2 * std::numbers::pi);
+      const Point at = yard.at + Point{std::cos(angle), std::sin(angle)} * random_.between(30, 48);
+      if (builder_.isFree(at)) builder_.plant(at, 2.5, 5);
+    }
+    roads.push_back({RoadClass::drive, false, false,
+                     smoothed({road.at, lerp(road.at, yard.at, 0.6) + road.direction * 12, yard.at}, false)});
+  }
+
+  // Promenades on both banks through the town, with trees.
+  void drawBanks() {
+    for (const double side : {1.0, -1.0}) {
+      Shape line;
+      for (const Point p : movedAside(river_, side * (Town::riverWidth / 2 + 9)))
+        if (contains(plan_.outline, p)) line.push_back(p);
+      if (line.size() < 2) continue;
+      plantAlong(Walk(line), 4.5, side > 0, 14, 0.8);
+      pave(std::move(line));
+    }
+  }
+
+  void takeBuilders() {
+    buildings = std::move(builder_.buildings);
+    trees = std::move(builder_.trees);
+    std::ranges::move(builder_.areas, std::back_inserter(areas));
+    std::ranges::move(builder_.numbers, std::back_inserter(names));
+    std::erase_if(trees, [&](const Tree& tree) { return contains(land.lake, tree.at); });
+  }
+
+  void nameWaters() {
+    name(NameKind::town, town_.name(), {0, 0}, 0);
+    name(NameKind::water, "Vel Mere", centroidOf(land.lake), 15);
+    nameLine(NameKind::river, RoadClass::ring, "River Lark", land.river, 18);
+  }
+
+  const Town& town_;
+  const StreetNetwork& streets_;
+  std::uint64_t seed_;
+  Random random_;
+  Shape river_;
+  BlockPlan plan_;
+  Builder builder_;
+  std::vector<Shape> paths_;
+};
+
+// Where a sailor or a traveller would expect a name on a map of the whole.
+const struct {
+  const char* text;
+  NameKind kind;
+  int rank;
+  GeoPosition at;
+} kWideNames[] = {
+    {"North Sea", NameKind::sea, 2, {56.4, 3.4}},
+    {"Norwegian Sea", NameKind::sea, 5, {67.0, 2.0}},
+    {"Baltic Sea", NameKind::sea, 6, {56.3, 18.6}},
+    {"Bay of Biscay", NameKind::sea, 6, {45.6, -5.0}},
+    {"Mediterranean Sea", NameKind::sea, 5, {35.2, 18.5}},
+    {"Atlantic Ocean", NameKind::sea, 1, {38.0, -35.0}},
+    {"Pacific Ocean", NameKind::sea, 1, {5.0, -150.0}},
+    {"Indian Ocean", NameKind::sea, 1, {-20.0, 78.0}},
+    {"Black Sea", NameKind::sea, 6, {43.3, 34.5}},
+    {"London", NameKind::city, 21, {51.51, -0.13}},
+    {"Edinburgh", NameKind::city, 26, {55.95, -3.19}},
+    {"Newcastle", NameKind::city, 32, {54.97, -1.61}},
+    {"Hull", NameKind::city, 33, {53.75, -0.34}},
+    {"Norwich", NameKind::city, 34, {52.63, 1.30}},
+    {"Dublin", NameKind::city, 24, {53.35, -6.26}},
+    {"Amsterdam", NameKind::city, 23, {52.37, 4.90}},
+    {"Groningen", NameKind::city, 34, {53.22, 6.57}},
+    {"Brussels", NameKind::city, 25, {50.85, 4.35}},
+    {"Paris", NameKind::city, 21, {48.86, 2.35}},
+    {"Hamburg", NameKind::city, 26, {53.55, 9.99}},
+    {"Berlin", NameKind::city, 21, {52.52, 13.41}},
+    {"Copenhagen", NameKind::city, 23, {55.68, 12.57}},
+    {"Esbjerg", NameKind::city, 33, {55.48, 8.46}},
+    {"Oslo", NameKind::city, 23, {59.91, 10.75}},
+    {"Bergen", NameKind::city, 28, {60.39, 5.32}},
+    {"Stavanger", NameKind::city, 32, {58.97, 5.73}},
+    {"Stockholm", NameKind::city, 22, {59.33, 18.07}},
+    {"Warsaw", NameKind::city, 24, {52.23, 21.01}},
+    {"Vienna", NameKind::city, 25, {48.21, 16.37}},
+    {"Madrid", NameKind::city, 22, {40.42, -3.70}},
+    {"Rome", NameKind::city, 22, {41.90, 12.50}},
+    {"Lisbon", NameKind::city, 24, {38.72, -9.14}},
+    {"Aberdeen", NameKind::city, 32, {57.15, -2.09}},
+};
+
+}  // namespace
+
+Atlas::Atlas(const Town& town, std::uint64_t seed)
+    : extent_(kIsland),
+      continents_(landOutlines()),
+      areaIndex_(kIsland, 500),
+      roadIndex_(kIsland, 400),
+      buildingIndex_(kIsland, 150),
+      treeIndex_(kIsland, 150) {
+  Cartographer cartographer(town, hashOf(seed, 40));
+  cartographer.draw();
+  coast_ = std::move(cartographer.land.coast);
+  shore_ = std::move(cartographer.land.shore);
+  areas_ = std::move(cartographer.areas);
+  roads_ = std::move(cartographer.roads);
+  buildings_ = std::move(cartographer.buildings);
+  trees_ = std::move(cartographer.trees);
+  names_ = std::move(cartographer.names);
+  for (const auto& wide : kWideNames) {
+    Name name;
+    name.text = wide.text;
+    name.kind = wide.kind;
+    name.rank = wide.rank;
+    name.at = onSheet(wide.at);
+    names_.push_back(std::move(name));
+  }
+  index();
+}
+
+void Atlas::index() {
+  // From the north southwards, so that a tall building hides what stands behind it.
+  std::ranges::stable_sort(buildings_, std::greater<>(),
+                           [](const Building& b) { return boxOf(b.outline).bottom; });
+  for (std::uint32_t i = 0; i < areas_.size(); ++i)
+    areaIndex_.add(i, boxOf(areas_[i].outline));
+  for (std::uint32_t i = 0; i < roads_.size(); ++i)
+    roadIndex_.add(i, boxOf(roads_[i].line));
+  for (std::uint32_t i = 0; i < buildings_.size(); ++i)
+    buildingIndex_.add(i, boxOf(buildings_[i].outline));
+  for (std::uint32_t i = 0; i < trees_.size(); ++i)
+    treeIndex_.add(i, Box{trees_[i].at.x, trees_[i].at.y, trees_[i].at.x, trees_[i].at.y});
+}
+
+}  // namespace fleetor::demo

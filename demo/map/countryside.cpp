@@ -1,0 +1,272 @@
+#include "demo/map/countryside.h"
+
+#include <numbers>
+
+#include "demo/random.h"
+#include "demo/street_names.h"
+
+namespace fleetor::demo {
+namespace {
+
+constexpr double kMeanRadius = 14500;
+constexpr double kTownRadius = 4700;
+constexpr int kCoastPoints = 1600;
+
+class Surveyor {
+ public:
+  Surveyor(const Shape& townRiver, const Shape& townOutline, const std::vector<Point>& gates,
+           std::uint64_t seed)
+      : townRiver_(townRiver), town_(townOutline), gates_(gates), seed_(seed), random_(hashOf(seed, 1)) {}
+
+  Countryside draw() {
+    drawCoast();
+    drawRiver();
+    drawVillages();
+    drawRoads();
+    divide({{-22000, -22000}, {22000, -22000}, {22000, 22000}, {-22000, 22000}}, random_.between(0.1, 0.6));
+    return std::move(land_);
+  }
+
+ private:
+  double coastRadius(double angle) const {
+    const double x = std::cos(angle);
+    const double y = std::sin(angle);
+    const double bays = fractalNoise(hashOf(seed_, 2), 1.5 * x + 9, 1.5 * y + 9) - 0.5;
+    const double rocks = fractalNoise(hashOf(seed_, 3), 14 * x + 50, 14 * y + 50) - 0.5;
+    return kMeanRadius * (1 + 0.12 * x * x) * (1 + 0.75 * bays + 0.09 * rocks);
+  }
+  bool onLand(Point p, double margin) const {
+    return lengthOf(p) < coastRadius(std::atan2(p.y, p.x)) - margin;
+  }
+
+  void drawCoast() {
+    Shape shore;
+    for (int i = 0; i < kCoastPoints; ++i) {
+      const double angle = 2 * std::numbers::pi * i / kCoastPoints;
+      const Point ray{std::cos(angle), std::sin(angle)};
+      const double radius = coastRadius(angle);
+      const double sand =
+          130 * std::max(0.12, smoothNoise(hashOf(seed_, 4), 9 * ray.x, 9 * ray.y) * 1.6 - 0.5);
+      land_.coast.push_back(ray * radius);
+      shore.push_back(ray * (radius - sand));
+    }
+    land_.coast = smoothed(std::move(land_.coast), true);
+    land_.shore = smoothed(std::move(shore), true);
+  }
+
+  // Winds on from an end of the town's river, step by step, the slower to turn the nearer the town.
+  Shape windOn(Point from, Point before, double steps, std::uint64_t salt) const {
+    Shape line;
+    Point way = unitOf(from - before);
+    for (int i = 0; i < steps; ++i) {
+      const double bend = (smoothNoise(hashOf(seed_, salt), i / 9.0, 0.5) - 0.5) * std::min(1.0, i / 8.0);
+      const double aim = std::atan2(0.0, way.x < 0 ? -1.0 : 1.0) + 2.0 * bend;
+      way = unitOf(lerp(way, {std::cos(aim), std::sin(aim)}, 0.25));
+      from = from + way * 200;
+      line.push_back(from);
+    }
+    return line;
+  }
+
+  void drawRiver() {
+    const Shape west = windOn(townRiver_.front(), townRiver_[1], 18, 5);
+    const Shape east = windOn(townRiver_.back(), townRiver_[townRiver_.size() - 2], 75, 6);
+    land_.river.assign(west.rbegin(), west.rend());
+    land_.river.insert(land_.river.end(), townRiver_.begin(), townRiver_.end());
+    land_.river.insert(land_.river.end(), east.begin(), east.end());
+
+    Shape left;
+    Shape right;
+    for (std::size_t i = 0; i < land_.river.size(); ++i) {
+      const Point p = land_.river[i];
+      const Point way =
+          unitOf(land_.river[std::min(i + 1, land_.river.size() - 1)] - land_.river[i > 0 ? i - 1 : 0]);
+      const double ripple = 6 * (smoothNoise(hashOf(seed_, 7), p.x / 180, 0) - 0.5);
+      const double seaward = std::max(0.0, (p.x - 6200) / 7000);
+      const double half =
+          Town::riverWidth / 2 + (std::abs(p.x) > 4500 ? ripple : 0) + 190 * seaward * seaward;
+      left.push_back(p + leftOf(way) * half);
+      right.push_back(p - leftOf(way) * half);
+    }
+    land_.riverBanks = left;
+    land_.riverBanks.insert(land_.riverBanks.end(), right.rbegin(), right.rend());
+
+    const Point middle = land_.river.front() + Point{-1100, 0};
+    for (int i = 0; i < 140; ++i) {
+      const double angle = 2 * std::numbers::pi * i / 140;
+      const Point ray{std::cos(angle), std::sin(angle)};
+      const double size = 0.6 + 0.8 * fractalNoise(hashOf(seed_, 8), 1.6 * ray.x + 5, 1.6 * ray.y + 5);
+      land_.lake.push_back(middle + Point{ray.x * 1350 * size, ray.y * 850 * size});
+    }
+    land_.lake = smoothed(std::move(land_.lake), true);
+  }
+
+  void drawVillages() {
+    StreetNames names(hashOf(seed_, 9));
+    for (int tries = 0; tries < 4000 && land_.villages.size() < 22; ++tries) {
+      const double angle = random_.between(0, 2 * std::numbers::pi);
+      const Point at = Point{std::cos(angle), std::sin(angle)} * random_.between(6300, 16000);
+      const auto near = [&](const Village& other) { return distanceBetween(other.at, at) < 2600; };
+      if (!onLand(at, 700) || distanceTo(land_.river, at, false) < 650 ||
+          distanceTo(land_.lake, at, true) < 700 || contains(land_.lake, at) ||
+          std::ranges::any_of(land_.villages, near))
+        continue;
+      land_.villages.push_back({names.nextVillage(), at});
+    }
+  }
+
+  bool passable(Point a, Point b) const {
+    for (double t = 0.02; t < 0.99; t += 0.04) {
+      const Point p = lerp(a, b, t);
+      if (!onLand(p, 250) || contains(land_.lake, p) || (t > 0.05 && contains(town_, p))) return false;
+    }
+    return true;
+  }
+
+  Shape windingRoad(Point a, Point b, std::uint64_t salt) const {
+    const double length = distanceBetween(a, b);
+    const int steps = std::max(3, static_cast<int>(length / 320));
+    Shape line;
+    for (int i = 0; i <= steps; ++i) {
+      const double t = static_cast<double>(i) / steps;
+      const double sway = (fractalNoise(hashOf(seed_, salt), t * length / 1500, 0.5) - 0.5) * 4 * t * (1 - t);
+      line.push_back(lerp(a, b, t) + leftOf(unitOf(b - a)) * (sway * std::min(700.0, 0.22 * length)));
+    }
+    return smoothed(std::move(line), false);
+  }
+
+  void drawRoads() {
+    // Gates and villages are joined unless a third place is nearer to both: a relative neighbourhood graph.
+    std::vector<Point> places = gates_;
+    for (const Village& village : land_.villages)
+      places.push_back(village.at);
+    for (std::size_t i = 0; i < places.size(); ++i)
+      for (std::size_t j = std::max(i + 1, gates_.size()); j < places.size(); ++j) {
+        const double length = distanceBetween(places[i], places[j]);
+        const bool fromGate = i < gates_.size();
+        bool direct = length < 8500 && passable(places[i], places[j]);
+        for (std::size_t k = fromGate ? gates_.size() : 0; k < places.size() && direct; ++k)
+          direct = k == i || k == j ||
+                   std::max(distanceBetween(places[i], places[k]), distanceBetween(places[j], places[k])) >=
+                       length;
+        if (!direct) continue;
+        const Village& village = land_.villages[j - gates_.size()];
+        addRoad(windingRoad(places[i], places[j], hashOf(i, j)), fromGate, village.name + " Road");
+      }
+  }
+
+  // A road crosses the river on a bridge of its own.
+  void addRoad(const Shape& line, bool main, const std::string& name) {
+    const Walk walk(line);
+    const auto wet = [&](double metres) {
+      return contains(land_.riverBanks, walk.at(metres).at) || contains(land_.lake, walk.at(metres).at);
+    };
+    constexpr double kStep = 10;
+    double begin = 0;
+    bool bridge = false;
+    for (double metres = 0; metres < walk.length(); metres += kStep) {
+      const double ahead = std::min(walk.length(), metres + kStep);
+      const bool over = wet(metres) || wet(std::min(walk.length(), metres + 2 * kStep)) ||
+                        wet(std::max(0.0, metres - 2 * kStep));
+      if (over != bridge) {
+        if (metres > begin) pushRoad(walk.between(begin, metres), main, bridge, name);
+        begin = metres;
+        bridge = over;
+      }
+      if (ahead >= walk.length()) pushRoad(walk.between(begin, ahead), main, bridge, name);
+    }
+  }
+
+  void pushRoad(Shape line, bool main, bool bridge, const std::string& name) {
+    land_.roads.push_back({main ? RoadClass::main : RoadClass::collector, bridge, false, std::move(line)});
+    land_.roadNames.push_back(name);
+  }
+
+  // Cuts the land into parcels, each piece across its longer side.
+  void divide(const Shape& piece, double bearing) {
+    const Point along{std::cos(bearing), std::sin(bearing)};
+    double low[2] = {1e9, 1e9};
+    double high[2] = {-1e9, -1e9};
+    for (const Point p : piece)
+      for (const int axis : {0, 1}) {
+        const double at = dot(p, axis == 0 ? along : leftOf(along));
+        low[axis] = std::min(low[axis], at);
+        high[axis] = std::max(high[axis], at);
+      }
+    const double size = areaOf(piece);
+    if (size < 4e6 && tooFarOut(piece)) return;
+    if (size < 60000 || (size < 170000 && random_.chance(0.35))) {
+      addParcel(piece, bearing);
+      return;
+    }
+    const int axis = high[0] - low[0] > high[1] - low[1] ? 0 : 1;
+    const Point normal = axis == 0 ? along : leftOf(along);
+    const double cut = std::lerp(low[axis], high[axis], random_.between(0.36, 0.64));
+    const double turn = random_.between(-0.16, 0.16);
+    const Point middle = centroidOf(piece);
+    const Point tilted = unitOf(normal + leftOf(normal) * turn);
+    const double level = dot(middle + normal * (cut - dot(middle, normal)), tilted);
+    for (const double sign : {1.0, -1.0}) {
+      Shape half;
+      for (std::size_t i = 0, j = piece.size() - 1; i < piece.size(); j = i++) {
+        const double a = sign * (dot(piece[j], tilted) - level);
+        const double b = sign * (dot(piece[i], tilted) - level);
+        if ((a < 0) != (b < 0)) half.push_back(lerp(piece[j], piece[i], a / (a - b)));
+        if (b >= 0) half.push_back(piece[i]);
+      }
+      if (half.size() > 2) divide(half, bearing + random_.between(-0.12, 0.12));
+    }
+  }
+
+  bool tooFarOut(const Shape& piece) const {
+    return std::ranges::none_of(piece, [this](Point p) { return onLand(p, -1500); });
+  }
+
+  // No hedge is straight.
+  Point bent(Point p) const {
+    const double x = p.x / 1300;
+    const double y = p.y / 1300;
+    return p + Point{smoothNoise(hashOf(seed_, 10), x, y) - 0.5, smoothNoise(hashOf(seed_, 11), x, y) - 0.5} *
+                   420;
+  }
+
+  void addParcel(const Shape& piece, double bearing) {
+    Area area;
+    for (std::size_t i = 0; i < piece.size(); ++i) {
+      const Point a = piece[i];
+      const Point b = piece[(i + 1) % piece.size()];
+      const int steps = std::max(1, static_cast<int>(distanceBetween(a, b) / 110));
+      for (int step = 0; step < steps; ++step)
+        area.outline.push_back(bent(lerp(a, b, static_cast<double>(step) / steps)));
+    }
+    for (const Point p : area.outline)
+      if (!onLand(p, 190)) return;
+    const Point middle = centroidOf(area.outline);
+    const bool inTown = lengthOf(middle) < kTownRadius && contains(town_, middle);
+    if (inTown || contains(land_.lake, middle)) return;
+    const double wild = fractalNoise(hashOf(seed_, 12), middle.x / 3600, middle.y / 3600);
+    const double wet = fractalNoise(hashOf(seed_, 13), middle.x / 2400, middle.y / 2400);
+    area.tone = static_cast<std::uint8_t>(random_.below(256));
+    area.bearing = static_cast<float>(bearing);
+    area.use = wild > 0.575 || random_.chance(0.03)                         ? LandUse::wood
+               : wet > 0.54 || distanceTo(land_.river, middle, false) < 260 ? LandUse::meadow
+                                                                            : LandUse::field;
+    land_.parcels.push_back(std::move(area));
+  }
+
+  const Shape& townRiver_;
+  const Shape& town_;
+  const std::vector<Point>& gates_;
+  std::uint64_t seed_;
+  Random random_;
+  Countryside land_;
+};
+
+}  // namespace
+
+Countryside drawCountryside(const Shape& townRiver, const Shape& townOutline, const std::vector<Point>& gates,
+                            std::uint64_t seed) {
+  return Surveyor(townRiver, townOutline, gates, seed).draw();
+}
+
+}  // namespace fleetor::demo

@@ -1,0 +1,210 @@
+#include "demo/map/shapes.h"
+
+#include "demo/random.h"
+
+namespace fleetor::demo {
+
+double areaOf(const Shape& polygon) {
+  double twice = 0;
+  for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++)
+    twice += cross(polygon[j], polygon[i]);
+  return twice / 2;
+}
+
+Point centroidOf(const Shape& polygon) {
+  // Relative to the first corner, since sheet coordinates may be large.
+  Point sum;
+  double twice = 0;
+  for (std::size_t i = 1; i + 1 < polygon.size(); ++i) {
+    const Point a = polygon[i] - polygon[0];
+    const Point b = polygon[i + 1] - polygon[0];
+    sum = sum + (a + b) * cross(a, b);
+    twice += cross(a, b);
+  }
+  return twice == 0 ? polygon[0] : polygon[0] + sum * (1 / (3 * twice));
+}
+
+bool contains(const Shape& polygon, Point p) {
+  bool inside = false;
+  for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++) {
+    const Point a = polygon[i];
+    const Point b = polygon[j];
+    if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x) inside = !inside;
+  }
+  return inside;
+}
+
+double distanceTo(const Shape& line, Point p, bool closed) {
+  double best = std::numeric_limits<double>::infinity();
+  for (std::size_t i = closed ? 0 : 1; i < line.size(); ++i) {
+    const Point a = line[i == 0 ? line.size() - 1 : i - 1];
+    const Point ab = line[i] - a;
+    const double square = dot(ab, ab);
+    const double t = square > 0 ? std::clamp(dot(p - a, ab) / square, 0.0, 1.0) : 0;
+    const Point gap = p - (a + ab * t);
+    best = std::min(best, dot(gap, gap));
+  }
+  return std::sqrt(best);
+}
+
+bool crosses(const Shape& line, Point a, Point b) {
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const Point c = line[i - 1];
+    const Point d = line[i];
+    if ((cross(b - a, c - a) > 0) != (cross(b - a, d - a) > 0) &&
+        (cross(d - c, a - c) > 0) != (cross(d - c, b - c) > 0))
+      return true;
+  }
+  return false;
+}
+
+Shape clipped(const Shape& polygon, const Box& box) {
+  Shape result = polygon;
+  Shape next;
+  for (int side = 0; side < 4 && !result.empty(); ++side) {
+    const auto depth = [&](Point p) {
+      return side == 0   ? p.x - box.left
+             : side == 1 ? box.right - p.x
+             : side == 2 ? p.y - box.bottom
+                         : box.top - p.y;
+    };
+    next.clear();
+    Point a = result.back();
+    double depthA = depth(a);
+    for (const Point b : result) {
+      const double depthB = depth(b);
+      if ((depthA < 0) != (depthB < 0)) next.push_back(lerp(a, b, depthA / (depthA - depthB)));
+      if (depthB >= 0) next.push_back(b);
+      a = b;
+      depthA = depthB;
+    }
+    result.swap(next);
+  }
+  return result;
+}
+
+Shape movedAside(const Shape& line, double offset) {
+  Shape moved;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const Point before = unitOf(i > 0 ? line[i] - line[i - 1] : line[1] - line[0]);
+    const Point after = unitOf(i + 1 < line.size() ? line[i + 1] - line[i] : before);
+    const Point normal = unitOf(leftOf(before + after));
+    const double stretch = 1 / std::max(0.5, dot(normal, leftOf(before)));
+    moved.push_back(line[i] + normal * (offset * stretch));
+  }
+  return moved;
+}
+
+Shape insetOf(const Shape& polygon, double metres) {
+  Shape inner;
+  const std::size_t count = polygon.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    const Point before = unitOf(polygon[i] - polygon[(i + count - 1) % count]);
+    const Point after = unitOf(polygon[(i + 1) % count] - polygon[i]);
+    const Point normal = unitOf(leftOf(before + after));
+    const Point moved = polygon[i] + normal * (metres / std::max(0.5, dot(normal, leftOf(before))));
+    if (contains(polygon, moved) && distanceTo(polygon, moved, true) > metres * 0.95) inner.push_back(moved);
+  }
+  return inner;
+}
+
+Shape smoothed(Shape line, bool closed) {
+  for (int pass = 0; pass < 2 && line.size() > 2; ++pass) {
+    Shape rounder;
+    const std::size_t count = line.size();
+    if (!closed) rounder.push_back(line.front());
+    for (std::size_t i = 0; i < (closed ? count : count - 1); ++i) {
+      const Point a = line[i];
+      const Point b = line[(i + 1) % count];
+      if (closed || i > 0) rounder.push_back(lerp(a, b, 0.25));
+      if (closed || i + 2 < count) rounder.push_back(lerp(a, b, 0.75));
+    }
+    if (!closed) rounder.push_back(line.back());
+    line.swap(rounder);
+  }
+  return line;
+}
+
+Walk::Walk(Shape line) : line_(std::move(line)), along_{0} {
+  for (std::size_t i = 1; i < line_.size(); ++i)
+    along_.push_back(along_.back() + distanceBetween(line_[i - 1], line_[i]));
+}
+
+Station Walk::at(double metres) const {
+  metres = std::clamp(metres, 0.0, length());
+  const auto next = std::upper_bound(along_.begin() + 1, along_.end() - 1, metres);
+  const auto i = static_cast<std::size_t>(next - along_.begin());
+  const double span = along_[i] - along_[i - 1];
+  const Point step = line_[i] - line_[i - 1];
+  return {line_[i - 1] + step * (span > 0 ? (metres - along_[i - 1]) / span : 0), unitOf(step)};
+}
+
+Shape Walk::between(double from, double to) const {
+  Shape stretch{at(from).at};
+  for (std::size_t i = 0; i < line_.size(); ++i)
+    if (along_[i] > from && along_[i] < to) stretch.push_back(line_[i]);
+  stretch.push_back(at(to).at);
+  return stretch;
+}
+
+double smoothNoise(std::uint64_t seed, double x, double y) {
+  const double left = std::floor(x);
+  const double bottom = std::floor(y);
+  const auto corner = [&](int dx, int dy) {
+    const std::uint64_t hash =
+        hashOf(seed, static_cast<std::int64_t>(left) + dx, static_cast<std::int64_t>(bottom) + dy);
+    return static_cast<double>(hash >> 11) * 0x1p-53;
+  };
+  const auto ease = [](double t) { return t * t * (3 - 2 * t); };
+  const double u = ease(x - left);
+  return std::lerp(std::lerp(corner(0, 0), corner(1, 0), u), std::lerp(corner(0, 1), corner(1, 1), u),
+                   ease(y - bottom));
+}
+
+double fractalNoise(std::uint64_t seed, double x, double y) {
+  double sum = 0;
+  double weight = 8.0 / 15;
+  for (std::uint64_t octave = 0; octave < 4; ++octave, weight /= 2, x *= 2, y *= 2)
+    sum += weight * smoothNoise(seed + octave, x, y);
+  return sum;
+}
+
+PlaceIndex::PlaceIndex(const Box& extent, double cell)
+    : extent_(extent),
+      cell_(cell),
+      columns_(1 + static_cast<int>((extent.right - extent.left) / cell)),
+      rows_(1 + static_cast<int>((extent.top - extent.bottom) / cell)),
+      cells_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_)) {}
+
+PlaceIndex::Range PlaceIndex::rangeOf(const Box& box) const {
+  const auto held = [](double value, int count) {
+    return static_cast<int>(std::clamp(std::floor(value), 0.0, static_cast<double>(count - 1)));
+  };
+  return {
+      held((box.left - extent_.left) / cell_, columns_), held((box.bottom - extent_.bottom) / cell_, rows_),
+      held((box.right - extent_.left) / cell_, columns_), held((box.top - extent_.bottom) / cell_, rows_)};
+}
+
+void PlaceIndex::add(std::uint32_t id, const Box& box) {
+  const Range range = rangeOf(box);
+  for (int row = range.bottom; row <= range.top; ++row)
+    for (int column = range.left; column <= range.right; ++column)
+      cells_[static_cast<std::size_t>(row * columns_ + column)].push_back(id);
+}
+
+std::vector<std::uint32_t> PlaceIndex::within(const Box& box) const {
+  std::vector<std::uint32_t> found;
+  if (!box.meets(extent_)) return found;
+  const Range range = rangeOf(box);
+  for (int row = range.bottom; row <= range.top; ++row)
+    for (int column = range.left; column <= range.right; ++column) {
+      const auto& cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
+      found.insert(found.end(), cell.begin(), cell.end());
+    }
+  std::ranges::sort(found);
+  const auto rest = std::ranges::unique(found);
+  found.erase(rest.begin(), rest.end());
+  return found;
+}
+
+}  // namespace fleetor::demo

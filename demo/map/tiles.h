@@ -1,0 +1,64 @@
+#pragma once
+
+#include <list>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "demo/map/map_style.h"
+#include "demo/map/names.h"
+#include "demo/messages.h"
+
+namespace fleetor::demo {
+
+// One picture that can be asked for.
+struct TilePicture {
+  MapLook look = MapLook::standard;
+  int scale = 1;
+  TileAddress address;
+
+  friend auto operator<=>(const TilePicture&, const TilePicture&) = default;
+};
+
+// The map of the town as tiles: "/tiles/{standard|dark|satellite}/{zoom}/{x}/{y}.png?scale={1|2}". The atlas
+// is drawn up when the first tile is asked for; tiles are drawn in the threads that ask, and the latest are
+// kept. From any thread.
+class Tiles {
+ public:
+  static constexpr int kFirstZoom = 3;
+  static constexpr int kLastZoom = 19;
+
+  // The town must outlive this.
+  Tiles(const Town& town, std::uint64_t seed) : town_(town), seed_(seed) {}
+
+  ServiceReply answer(const ServiceRequest& request);
+
+ private:
+  struct Map {
+    explicit Map(const Town& town, std::uint64_t seed) : atlas(town, seed), names(atlas) {}
+    Atlas atlas;
+    NameBoard names;
+  };
+  struct Entry {
+    TilePicture picture;
+    std::shared_ptr<const std::string> file;
+  };
+
+  const Map& map();
+  std::shared_ptr<const std::string> fileOf(const TilePicture& picture);
+  std::string drawn(const TilePicture& picture);
+
+  const Town& town_;
+  std::uint64_t seed_;
+  std::once_flag drawnUp_;
+  std::optional<Map> map_;
+
+  std::mutex mutex_;
+  std::list<Entry> kept_;  // the latest first
+  std::map<TilePicture, std::list<Entry>::iterator> places_;
+  std::size_t keptBytes_ = 0;
+};
+
+}  // namespace fleetor::demo
