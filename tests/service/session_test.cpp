@@ -90,7 +90,7 @@ TEST_F(SessionTest, ExpiresOnceWhateverStatusesTheCallerHandles) {
 TEST_F(SessionTest, StartUpInstallsTheStoredToken) {
   API::loginUserWithToken("kept");
   const auto writes = keyStore.writes;
-  API::install({queues, transport, keyStore, settings, reachability, indicator, log, device, {}, {}});
+  install(queues, transport);
   EXPECT_EQ(authorization(), std::nullopt);
   API::configureRequest();
   EXPECT_EQ(authorization(), "Bearer kept");

@@ -74,9 +74,8 @@ TEST_F(Base, AFieldGetsOneToolbarWhoseButtonClosesTheKeyboard) {
 }
 
 TEST_F(Base, TasksForTheMainThreadWaitForTheirTurn) {
-  const auto screen = std::make_shared<FollowingScreen>(client.environment);
   std::string order;
-  screen->runOnMainThread([&] { order += "task "; });
+  FollowingScreen(client.environment).runOnMainThread([&] { order += "task "; });
   order += "caller ";
   client.queues.runUntilIdle();
   EXPECT_EQ(order, "caller task ");

@@ -18,18 +18,18 @@ TEST(LaunchImage, FollowsTheDeviceAndTheLongSideOfItsScreen) {
     double width, height, scale;
     const char* image;
   };
-  for (const Case& each : {Case{Idiom::pad, 1024, 768, 2, "2048x1536.png"},
-                           {Idiom::pad, 1024, 768, 1, "1024x768.png"},
-                           {Idiom::phone, 320, 480, 2, "640x960.png"},
-                           {Idiom::unspecified, 568, 320, 2, "640x1136.png"},
-                           {Idiom::phone, 375, 667, 2, "750x1334.png"},
-                           {Idiom::phone, 390, 600, 3, "1242x2208.png"}}) {
+  for (const auto& [idiom, width, height, scale, image] : {Case{Idiom::pad, 1024, 768, 2, "2048x1536.png"},
+                                                           {Idiom::pad, 1024, 768, 1, "1024x768.png"},
+                                                           {Idiom::phone, 320, 480, 2, "640x960.png"},
+                                                           {Idiom::unspecified, 568, 320, 2, "640x1136.png"},
+                                                           {Idiom::phone, 375, 667, 2, "750x1334.png"},
+                                                           {Idiom::phone, 390, 600, 3, "1242x2208.png"}}) {
     FakeDevice device;
-    device.idiom = each.idiom;
-    device.width = each.width;
-    device.height = each.height;
-    device.scale = each.scale;
-    EXPECT_EQ(launchImageName(device), each.image);
+    device.idiom = idiom;
+    device.width = width;
+    device.height = height;
+    device.scale = scale;
+    EXPECT_EQ(launchImageName(device), image);
   }
 }
 
@@ -42,13 +42,6 @@ TEST(StartUp, AsksForTheTermsAgainUnlessTheirOwnTextIsStored) {
     client.advance(10);
     EXPECT_TRUE(client.find<TermsViewController>());
   }
-}
-
-TEST(StartUp, KeepsTheTokenOfAnInstallationThatRanBefore) {
-  Machine phone;
-  Client client(phone);
-  client.start("kept");
-  EXPECT_TRUE(API::isLogged());
 }
 
 TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
@@ -191,12 +184,6 @@ TEST(Chooser, StoresTheVehicleForTheWidgetOrNothing) {
     return client.find<ChooseVehicleTableViewController>();
   };
   auto* chooser = choose();
-  chooser->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
-  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
-  EXPECT_TRUE(phone.sharedSettings.values.empty());
-
-  chooser = choose();
   Viewport eyes(chooser->itemsTableView());
   client.settle();
   EXPECT_EQ(client.textOfRow(chooser->itemsTableView(), 3), "Vehicle 4");
