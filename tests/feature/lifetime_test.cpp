@@ -151,14 +151,11 @@ TEST_P(Lifetime, NothingSurvivesAClientThatEndsInTheMiddleOfEverything) {
 TEST_P(Lifetime, AVehicleThatWasLeftStaysLeftAfterATripToTheBackground) {
   Client client(machine);
   client.start();
-  Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
-  client.settle();
   const std::weak_ptr<ViewController> left = client.open(0)->weak_from_this();
   if (onTablet())
     client.open(1);
   else
-    client.find<VehicleViewController>()->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
+    client.tapLeftButtonOf(*client.find<VehicleViewController>());
   client.application.didEnterBackground();
   client.application.willEnterForeground();
   client.advance(31);

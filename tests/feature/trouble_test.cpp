@@ -41,8 +41,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 // One message each, and everything goes on when the service is back.
 TEST_P(AnyTrouble, IsToldOnceOnEveryScreenAndPassesWithTheService) {
-  Machine phone;
-  Client client(phone);
+  Client client;
   client.start("");
   client.transport.answer("/token", GetParam().reply);
   client.signIn("anna", "secret");
@@ -55,7 +54,7 @@ TEST_P(AnyTrouble, IsToldOnceOnEveryScreenAndPassesWithTheService) {
   ASSERT_TRUE(client.root<MainViewController>());
 
   // The list keeps the page that it has and stops asking.
-  auto& table = client.find<VehiclesTableViewController>()->itemsTableView();
+  auto& table = client.vehicles();
   Viewport eyes(table);
   client.settle();
   client.transport.answerOnce("/vehicles", GetParam().reply);
@@ -82,8 +81,7 @@ TEST_P(AnyTrouble, IsToldOnceOnEveryScreenAndPassesWithTheService) {
 }
 
 TEST(WrongPassword, IsToldByTheSignInScreenAlone) {
-  Machine phone;
-  Client client(phone);
+  Client client;
   client.start("");
   client.transport.answer("/token", reply(400, "application/json", R"({"error":"invalid_grant"})"));
   client.signIn("anna", "wrong");
@@ -93,8 +91,7 @@ TEST(WrongPassword, IsToldByTheSignInScreenAlone) {
 }
 
 TEST(SignIn, GoesToTheEmptyFieldAndSendsNothingTwice) {
-  Machine phone;
-  Client client(phone);
+  Client client;
   client.start("");
   auto& login = *client.root<LoginViewController>();
   login.loginButton().tap();
@@ -119,11 +116,8 @@ TEST(SignIn, GoesToTheEmptyFieldAndSendsNothingTwice) {
 
 TEST(ExpiredSession, SignsOutOnceAndThePollingEnds) {
   for (const int status : {401, 403}) {
-    Machine phone;
-    Client client(phone);
+    Client client;
     client.start();
-    Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
-    client.settle();
     client.open(0);
     client.transport.answer("/live", reply(status, "application/json", "{}"));
     client.advance(15);
@@ -141,11 +135,10 @@ TEST(ExpiredSession, SignsOutOnceAndThePollingEnds) {
 }
 
 TEST(EmptyAccount, ShowsAnEmptyListAndNoMessage) {
-  Machine phone;
-  Client client(phone);
+  Client client;
   serveFleet(client.transport, 0, 0);
   client.start();
-  auto& table = client.find<VehiclesTableViewController>()->itemsTableView();
+  auto& table = client.vehicles();
   Viewport eyes(table);
   client.settle();
   EXPECT_EQ(table.numberOfRows(), 0);

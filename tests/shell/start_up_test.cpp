@@ -45,8 +45,7 @@ TEST(StartUp, AsksForTheTermsAgainUnlessTheirOwnTextIsStored) {
 }
 
 TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
-  Machine phone;
-  Client client(phone);
+  Client client;
   client.start();
   auto& container = *client.root<MainViewController>();
   EXPECT_TRUE(std::dynamic_pointer_cast<MenuViewController>(container.rearViewController()));
@@ -55,8 +54,7 @@ TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
   auto* list = client.find<VehiclesTableViewController>();
   EXPECT_EQ(list->title(), "My Vehicles");
   EXPECT_TRUE(list->navigationItem().rightBarButtonItems().empty());
-  list->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
+  client.tapLeftButtonOf(*list);
   EXPECT_EQ(container.frontViewPosition(), FrontViewPosition::right);
   container.tapFront();
   client.settle();
@@ -67,7 +65,7 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
   Machine tablet(Idiom::pad);
   Client client(tablet);
   client.start();
-  Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
+  Viewport eyes(client.vehicles());
   client.settle();
   auto& container = *client.root<MainViewController>();
   const Rect beside{300, 0, 724, 768};
@@ -137,8 +135,7 @@ TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
   client.signIn("anna", "secret");
   auto* chooser = client.find<ChooseVehicleTableViewController>();
   ASSERT_TRUE(chooser);
-  chooser->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
+  client.tapLeftButtonOf(*chooser);
   EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
   EXPECT_FALSE(client.delegate.showChooser());
 }
@@ -163,8 +160,7 @@ TEST(Widget, WaitsForTheTermsAndGivesWayToWhatIsPresentedAlready) {
   client.settle();
 
   // The platform presents nothing over a screen that presents; the request is over with that.
-  client.find<VehiclesTableViewController>()->navigationItem().rightBarButtonItems().at(0)->tap();
-  client.settle();
+  client.tapRightButtonOf(*client.find<VehiclesTableViewController>());
   EXPECT_TRUE(client.application.receiveURL(widgetURL));
   client.settle();
   EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());

@@ -13,7 +13,7 @@ class VehicleList : public testing::Test {
   VehicleList() {
     client.transport.leaveOpen("/vehicles");
     client.start();
-    table = &client.find<VehiclesTableViewController>()->itemsTableView();
+    table = &client.vehicles();
   }
 
   HttpReply page(int total, int delivered) { return vehiclesPage(client.transport.last(), total, delivered); }
@@ -22,8 +22,7 @@ class VehicleList : public testing::Test {
     client.queues.runUntilIdle();
   }
 
-  Machine phone;
-  Client client{phone};
+  Client client;
   TableView* table = nullptr;
 };
 
@@ -92,8 +91,7 @@ TEST_F(VehicleList, OnlyDrawsAgainWhenItReappears) {
   answer(page(3, 3));
   client.open(2);
   client.takeRequests();
-  client.find<VehicleViewController>()->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
+  client.tapLeftButtonOf(*client.find<VehicleViewController>());
   EXPECT_EQ(table->numberOfRows(), 3);
   EXPECT_THAT(client.takeRequests(), IsEmpty());
 }
