@@ -19,7 +19,7 @@ struct Case {
   ErrorCodes errorCodes = {};
 };
 
-const Case cases[] = {
+const Case outcomes[] = {
     {"success", jsonReply(emptyList), nullptr, 0},
     {"no JSON at all", jsonReply(""), dataMessage, 1},
     {"an array", jsonReply("[]"), dataMessage, 1},
@@ -42,7 +42,7 @@ const Case cases[] = {
 class OutcomeTest : public ServiceTest {};
 
 TEST_F(OutcomeTest, IsClassifiedShownOnceAndThenCompleted) {
-  for (const Case& each : cases) {
+  for (const Case& each : outcomes) {
     reachability.reachable = each.reachable;
     transport.answer("/vehicles", each.reply);
     const auto before = static_cast<std::ptrdiff_t>(log.lines().size());
