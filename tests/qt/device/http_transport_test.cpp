@@ -326,10 +326,19 @@ TEST(HttpTransport, FollowsRedirectsButKeepsTheTokenAtItsOrigin) {
   }
 
   // Abroad: the token does not go along, nor does it come back by way of a second redirect.
-  for (const char* code : {"301", "307"}) {
+  for (const char* code : {"301", "302", "303"}) {
     EXPECT_EQ(go(code, other.url("/to")).body, "[2]");
     EXPECT_THAT(other.requests().back(), Not(HasSubstr("secret"))) << code;
   }
+  const auto arrived = other.requests().size();
+  for (const char* code : {"307", "308"}) {
+    EXPECT_EQ(go(code, other.url("/to")).error, url_error::badServerResponse) << code;
+    EXPECT_EQ(other.requests().size(), arrived) << "the body went abroad";
+  }
+  HttpRequest bodiless = get(server.url("/from"));
+  bodiless.headers = {{"Authorization", "Bearer secret"}};
+  EXPECT_EQ(fetch(transport, bodiless).body, "[2]");
+  EXPECT_THAT(other.requests().back(), Not(HasSubstr("secret")));
   RawServer back(once(answer("", "302 Found", "Location: " + server.url("/home") + "\r\n")));
   EXPECT_EQ(go("302", back.url("/")).body, "[1]");
   EXPECT_THAT(server.requests().back(), testing::AllOf(StartsWith("GET /home "), Not(HasSubstr("secret"))));
