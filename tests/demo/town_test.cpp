@@ -52,5 +52,25 @@ TEST(DemoTown, PlacesItselfOnTheGlobeTrueToScale) {
   EXPECT_DOUBLE_EQ(headingFromTo({0, 0}, {-1, 0}), 270);
 }
 
+TEST(DemoTown, LetsEveryKindOfVehicleDriveItsWholeRouteWithoutJumps) {
+  const Town town(1);
+  for (const VehicleKind& kind : kVehicleKinds)
+    for (std::uint32_t to = 1; to < 140; to += 9) {
+      const Drive drive(town, town.route(0, to), kind, to);
+      EXPECT_NEAR(drive.metres(), town.drivingMetres(0, to), 1e-6);
+      EXPECT_EQ(drive.at(0).speed, 0);
+      EXPECT_NEAR(drive.at(static_cast<double>(drive.seconds())).metres, drive.metres(), 1e-6);
+      Motion last = drive.at(0);
+      for (std::int64_t second = 1; second <= drive.seconds(); ++second) {
+        const Motion now = drive.at(static_cast<double>(second));
+        ASSERT_GE(now.metres, last.metres - 1e-6);
+        ASSERT_LE(now.metres - last.metres, kind.topSpeed + 1);
+        ASSERT_LE(std::abs(now.speed - last.speed), std::max(kind.acceleration, kind.braking) + 0.01);
+        ASSERT_LE(distanceBetween(now.at, last.at), now.metres - last.metres + 0.01);
+        last = now;
+      }
+    }
+}
+
 }  // namespace
 }  // namespace fleetor::demo
