@@ -51,9 +51,9 @@ struct HttpReply {
 /// Sends requests. `send` may be called from any thread and returns at once; transfers run on a network
 /// thread of the transport's own. `done` is called exactly once for each request, on the network thread, so
 /// it must be quick; it is not called any more once the transport's destructor has returned. Redirects are
-/// followed, but the header "Authorization" never reaches another origin (scheme, host and port). Nothing is
-/// cached or kept in cookies. A request is sent once; only a GET or DELETE, which do no harm twice, may go
-/// out again when the service closes the connection.
+/// followed, but neither the header "Authorization" nor a body ever reaches another origin (scheme, host and
+/// port). Nothing is cached or kept in cookies. A request is sent once; only a GET or DELETE, which do no
+/// harm twice, may go out again when the service closes the connection.
 class Transport {
  public:
   using Done = std::function<void(HttpReply)>;

@@ -215,12 +215,20 @@ bool HttpExchange::followRedirect(int status) {
     return true;
   }
 
+  const bool sameOrigin = isSameOrigin(url_, next);
+  const bool becomesGet = status == 303 || (status <= 302 && request_.method == "POST");
+  if (body_ && !body_->empty() && !becomesGet && !sameOrigin) {
+    fail(url_error::badServerResponse,
+         QStringLiteral("redirected to another origin, with a body that stays at its own"));
+    return true;
+  }
+
   auto& headers = request_.headers;
   const auto drop = [&headers](std::string_view name) {
     std::erase_if(headers, [name](const auto& header) { return equalsIgnoringCase(header.first, name); });
   };
-  if (!isSameOrigin(url_, next)) drop("Authorization");
-  if (status == 303 || (status <= 302 && request_.method == "POST")) {
+  if (!sameOrigin) drop("Authorization");
+  if (becomesGet) {
     request_.method = "GET";
     body_.reset();
     drop("Content-Type");

@@ -12,7 +12,8 @@ namespace fleetor {
 ///
 /// Redirects: 301 and 302 turn a POST into a GET, 303 turns everything into a GET, 307 and 308 keep verb and
 /// body. An answer that leads from https to http, or to no usable URL, is handed back as it is.
-/// "Authorization" is dropped at the first hop to another origin and does not come back.
+/// "Authorization" is dropped at the first hop to another origin and does not come back. A body never leaves
+/// its origin: a redirect that would take it along fails with badServerResponse.
 ///
 /// The destructor ends every unanswered request with url_error::cancelled (its `done` runs on the network
 /// thread before the destructor returns) and waits for the network thread. It must not run on the network

@@ -11,7 +11,8 @@ Tappable {
     implicitHeight: Math.max(50, Theme.bodySize * 2.4)
     label: button?.accessibleName ?? ""
     enabled: button?.enabled ?? false
-    ringRadius: plate.radius
+    ringRadius: plate.radius + 4
+    ringMargin: -4 // on the plate itself it would not stand out
     onTapped: button.tap()
 
     Rectangle {

@@ -9,7 +9,7 @@ FocusScope {
     required property ViewControllerItem screen
     readonly property NavigationControllerItem navigation: screen as NavigationControllerItem
     property real drag: 0 // how far a drag has moved the top screen, in points
-    property bool dragging: false
+    readonly property bool dragging: edge.dragging
 
     clip: true
 
@@ -47,7 +47,7 @@ FocusScope {
             height: stack.height
             z: place < 0 ? 1000 : place
             visible: onTop || slide.running || stack.dragging
-            enabled: onTop
+            enabled: onTop && !stack.dragging
             onWidthChanged: if (!slide.running) x = target()
 
             Component.onCompleted: {
@@ -66,7 +66,7 @@ FocusScope {
             Connections {
                 target: stack
                 function onDragChanged() {
-                    if (!stack.dragging)
+                    if (!stack.dragging && stack.drag > 0)
                         return;
                     if (page.onTop)
                         page.x = stack.drag;
@@ -108,29 +108,19 @@ FocusScope {
         }
     }
 
-    Item {
+    EdgeDrag {
+        id: edge
         width: 24
         height: parent.height
         z: 2000
         enabled: stack.navigation.depth > 1
-        DragHandler {
-            id: edge
-            target: null
-            yAxis.enabled: false
-            onActiveChanged: {
-                if (active) {
-                    stack.dragging = true;
-                } else {
-                    const back = stack.drag > stack.width / 3;
-                    if (!back)
-                        stack.drag = 0;
-                    // From here on the pages follow the stack again: the one below is on top as soon as this one goes.
-                    stack.dragging = false;
-                    if (back)
-                        stack.navigation.pop();
-                }
-            }
-            onTranslationChanged: if (active) stack.drag = Math.max(0, translation.x)
+        onMovedChanged: stack.drag = Math.max(0, moved)
+        // From here on the pages follow the stack again: the one below is on top as soon as this one goes.
+        onEnded: {
+            if (stack.drag > stack.width / 3)
+                stack.navigation.pop();
+            else
+                stack.drag = 0;
         }
     }
 }

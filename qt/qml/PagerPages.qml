@@ -74,6 +74,7 @@ FocusScope {
 
     DragHandler {
         id: drag
+        enabled: pager.enabled // a drag from the window's edge is none of its own
         target: null
         yAxis.enabled: false
         property real from: 0

@@ -11,7 +11,7 @@ FocusScope {
     readonly property real place: reveal.front?.frameX ?? 0
 
     function follow() {
-        if (drag.active)
+        if (drag.dragging)
             return;
         if (reveal.animating && front.x !== place) {
             slide.duration = reveal.duration;
@@ -54,38 +54,33 @@ FocusScope {
         ScreenLoader {
             anchors.fill: parent
             screen: container.reveal.front
-            enabled: screen?.interactive ?? false
+            enabled: (screen?.interactive ?? false) && !drag.dragging
             focus: true
         }
         MouseArea {
             anchors.fill: parent
-            enabled: container.reveal.open && container.reveal.tapShouldBegin()
+            enabled: container.reveal.open && container.reveal.tapShouldBegin() && !drag.dragging
             visible: enabled
             onClicked: container.reveal.tapFront()
         }
-        Item {
+        EdgeDrag {
+            id: drag
+            property real from: 0
             width: container.reveal.draggableBorderWidth || parent.width
             height: parent.height
             // Further in on a deeper screen, a drag turns pages or goes back.
             enabled: container.reveal.panShouldBegin(1) && ((container.reveal.front as NavigationControllerItem)?.depth ?? 1) === 1
-            DragHandler {
-                id: drag
-                target: null
-                yAxis.enabled: false
-                property real from: 0
-                onActiveChanged: {
-                    if (active) {
-                        slide.stop();
-                        from = front.x;
-                        return;
-                    }
-                    const open = front.x > container.reveal.rearWidth / 2;
-                    container.reveal.pan(open);
-                    slide.duration = 200;
-                    slide.to = open ? container.reveal.rearWidth : 0;
-                    slide.restart();
-                }
-                onTranslationChanged: if (active) front.x = Math.max(0, Math.min(container.reveal.rearWidth, from + translation.x))
+            onBegun: {
+                slide.stop();
+                drag.from = front.x;
+            }
+            onMovedChanged: front.x = Math.max(0, Math.min(container.reveal.rearWidth, drag.from + moved))
+            onEnded: {
+                const open = front.x > container.reveal.rearWidth / 2;
+                container.reveal.pan(open);
+                slide.duration = 200;
+                slide.to = open ? container.reveal.rearWidth : 0;
+                slide.restart();
             }
         }
     }

@@ -12,6 +12,7 @@ Item {
     readonly property alias pressed: area.pressed
     readonly property bool ringed: activeFocus
     property real ringRadius: 8
+    property real ringMargin: 1 // negative: outside
     property bool checked: false
 
     signal tapped
@@ -41,7 +42,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        anchors.margins: 1
+        anchors.margins: tappable.ringMargin
         z: 10
         visible: tappable.ringed
         color: "transparent"

@@ -107,25 +107,13 @@ TEST(DemoProgram, ExplainsAWrongOptionAndHowToCallIt) {
   EXPECT_EQ(help.status, 0);
   EXPECT_NE(help.output.find("--vehicles N"), std::string::npos);
 
-  const std::vector<std::string_view> wrong[] = {{"--port"},
-                                                 {"--port", "65536"},
-                                                 {"--port", "x"},
-                                                 {"--vehicles", "10001"},
-                                                 {"--vehicles=-1"},
-                                                 {"--seed", "first"},
-                                                 {"--help=yes"},
-                                                 {"--now", "yesterday"},
-                                                 {"--fault", "live"},
-                                                 {"demo"},
-                                                 {"--now", "2026-13-01"},
-                                                 {"--now", "9999-01-01"},
-                                                 {"--state="},
-                                                 {"--now", "2026-01-01 24:00:00"},
-                                                 {"-p", "1"}};
-  for (const auto& arguments : wrong) {
+  for (const std::string_view option :
+       {"--port", "--port=65536", "--port=x", "--vehicles=10001", "--vehicles=-1", "--seed=first",
+        "--help=yes", "--now=yesterday", "--now=2026-13-01", "--now=9999-01-01", "--now=2026-01-01 24:00:00",
+        "--fault=live", "--state=", "demo", "-p"}) {
     std::string problem;
-    EXPECT_FALSE(parseOptions(arguments, problem)) << arguments[0];
-    EXPECT_FALSE(problem.empty()) << arguments[0];
+    EXPECT_FALSE(parseOptions({option}, problem)) << option;
+    EXPECT_FALSE(problem.empty()) << option;
   }
   std::string problem;
   const auto options =

@@ -38,20 +38,6 @@ TEST(DemoTown, IsOneConnectedNetworkWhateverTheSeed) {
   }
 }
 
-TEST(DemoTown, GivesTheSameAddressFromBothSidesOfAPlace) {
-  const Town town(3);
-  for (const Place& place : town.places()) {
-    const auto& edges = town.streets().junctions()[place.junction].edges;
-    ASSERT_EQ(edges.size(), 2u);
-    std::set<std::string> addresses;
-    for (const std::uint32_t index : edges) {
-      const StreetEdge& edge = town.streets().edges()[index];
-      addresses.insert(town.streets().address(edge, edge.from == place.junction ? 0 : edge.length()));
-    }
-    EXPECT_EQ(addresses.size(), 1u);
-  }
-}
-
 TEST(DemoTown, PlacesItselfOnTheGlobeTrueToScale) {
   const GeoPosition north = geoPosition({0, 1000});
   const GeoPosition east = geoPosition({1000, 0});

@@ -53,7 +53,7 @@ TEST(FirstVisit, LeadsFromTheTermsOverTheSignInAndThePagesOfTheListToReadingsTha
   EXPECT_THAT(client.takeRequests(), ElementsAre("POST /token?grant_type=password"));
 
   // The list, page by page as it is scrolled.
-  auto& table = client.find<VehiclesTableViewController>()->itemsTableView();
+  auto& table = client.vehicles();
   Viewport eyes(table);
   client.settle();
   EXPECT_EQ(headerOf(client.transport.last(), "Authorization"), "Bearer new-token");

@@ -20,31 +20,21 @@ class Census {
       note(*each);
   }
 
-  /// Identifiers of those that live, but for the ones that are in the window; containers count as "-".
-  std::multiset<std::string> leftOver(Client& client) {
+  /// Identifiers of those that live, but for the ones that are in the client's window; containers count as
+  /// "-".
+  std::multiset<std::string> leftOver(Client* client = nullptr) {
     Census now;
-    now.take(client);
+    if (client) now.take(*client);
     std::multiset<std::string> names;
     for (const auto& [address, screen] : seen_)
       if (const auto alive = screen.lock(); alive && !now.seen_.contains(address))
-        names.insert(nameOf(*alive));
-    return names;
-  }
-
-  std::multiset<std::string> alive() {
-    std::multiset<std::string> names;
-    for (const auto& [address, screen] : seen_)
-      if (const auto still = screen.lock()) names.insert(nameOf(*still));
+        names.insert(alive->storyboardIdentifier().empty() ? "-" : alive->storyboardIdentifier());
     return names;
   }
 
   std::size_t size() const { return seen_.size(); }
 
  private:
-  static std::string nameOf(const ViewController& screen) {
-    return screen.storyboardIdentifier().empty() ? "-" : screen.storyboardIdentifier();
-  }
-
   void note(ViewController& screen) {
     seen_[&screen] = screen.weak_from_this();
     for (const auto& child : screen.childViewControllers())
@@ -119,7 +109,7 @@ TEST_P(Lifetime, NoScreenOutlivesItsSessionHoweverItEnds) {
            client.transport.answerOpen("/vehicles", jsonReply("{}"))) {
     }
     client.advance(16);
-    EXPECT_THAT(census.leftOver(client), testing::IsEmpty());
+    EXPECT_THAT(census.leftOver(&client), testing::IsEmpty());
     EXPECT_TRUE(client.application.window().alerts().empty());
     client.transport.answer("/live", liveReply(1, 57));
     serveFleet(client.transport, 45, 45);
@@ -133,7 +123,7 @@ TEST_P(Lifetime, NothingSurvivesAClientThatEndsInTheMiddleOfEverything) {
     client.start();
     openEverything(client);
   }
-  EXPECT_THAT(census.alive(), testing::IsEmpty());
+  EXPECT_THAT(census.leftOver(), testing::IsEmpty());
 
   machine.standardSettings.values.erase("TermsAccepted");
   {
@@ -143,7 +133,7 @@ TEST_P(Lifetime, NothingSurvivesAClientThatEndsInTheMiddleOfEverything) {
     census.take(client);
     client.find<TermsViewController>()->agreeButton().tap();
   }
-  EXPECT_THAT(census.alive(), testing::IsEmpty());
+  EXPECT_THAT(census.leftOver(), testing::IsEmpty());
 }
 
 // The poll that was still to come may run; coming back to the program must not start a new loop for a screen
@@ -151,14 +141,11 @@ TEST_P(Lifetime, NothingSurvivesAClientThatEndsInTheMiddleOfEverything) {
 TEST_P(Lifetime, AVehicleThatWasLeftStaysLeftAfterATripToTheBackground) {
   Client client(machine);
   client.start();
-  Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
-  client.settle();
   const std::weak_ptr<ViewController> left = client.open(0)->weak_from_this();
   if (onTablet())
     client.open(1);
   else
-    client.find<VehicleViewController>()->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
+    client.tapLeftButtonOf(*client.find<VehicleViewController>());
   client.application.didEnterBackground();
   client.application.willEnterForeground();
   client.advance(31);

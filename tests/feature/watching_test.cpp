@@ -19,7 +19,7 @@ class Watching : public testing::Test {
  protected:
   Watching() {
     client.start();
-    Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
+    Viewport eyes(client.vehicles());
     client.settle();
     client.transport.answer("/live", [this](const HttpRequest& request) {
       if (polls.empty()) opened = client.queues.elapsed().count();
@@ -42,8 +42,7 @@ class Watching : public testing::Test {
     picker->done();
   }
 
-  Machine phone;
-  Client client{phone};
+  Client client;
   VehicleViewController* pager = nullptr;
   double opened = 0;
   bool answers = true;
@@ -98,26 +97,11 @@ TEST_F(Watching, AQuickReturnRunsTwoLoopsThatNeverOverlap) {
   EXPECT_THAT(std::vector(polls.begin() + 8, polls.end()), ElementsAre(70, 99, 114));
 }
 
-TEST_F(Watching, LeavingTheVehicleEndsThePollingAndReleasesTheScreen) {
-  const std::weak_ptr<ViewController> screen = pager->weak_from_this();
-  goTo(16);
-  pager->navigationItem().leftBarButtonItems().at(0)->tap();
-  goTo(29);
-  EXPECT_FALSE(screen.expired());  // a poll is still to come
-  goTo(31);
-  EXPECT_TRUE(screen.expired());
-  client.application.didEnterBackground();  // nobody is left to hear of it
-  client.application.willEnterForeground();
-  goTo(100);
-  EXPECT_THAT(polls, ElementsAre(0, 15, 30));
-}
-
 TEST(LongList, TenThousandVehiclesArriveInOrderWithOneRequestAPage) {
-  Machine phone;
-  Client client(phone);
+  Client client;
   serveFleet(client.transport, 10'000, 10'000);
   client.start();
-  auto& table = client.find<VehiclesTableViewController>()->itemsTableView();
+  auto& table = client.vehicles();
   Viewport eyes(table);
   client.settle();
   while (table.numberOfRows() < 10'000) {

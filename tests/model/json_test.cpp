@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "model/json_model.h"
 
 namespace fleetor {
@@ -28,31 +30,14 @@ std::string textOf(const std::string& json) {
 }
 
 TEST(JsonTest, RefusesWhatIsNotJson) {
-  const std::string cases[] = {"",
-                               " ",
-                               "\xEF\xBB\xBF",
-                               "17",
-                               "\"a\"",
-                               "null",
-                               "{",
-                               "{\"a\":\"x\"",
-                               "{\"a\":}",
-                               "[1,]",
-                               "{} {}",
-                               "<html></html>",
-                               "{\"a\":\"\xFF\"}",
-                               "{\"a\":\"\xC0\x80\"}",
-                               "{\"a\":\"\\ud800\"}",
-                               "{\"a\":\"\n\"}",
-                               "{\"a\":01}",
-                               "{\"a\":1e999}",
-                               "{\"a\":1" + std::string(400, '0') + "}",
-                               "{'a':1}",
-                               "{\"a\":-}",
-                               "{\"a\":NaN}",
-                               std::string("{\"a\":1}\0", 8),
-                               std::string("\xFE\xFF\0{\0}", 6)};
-  for (const auto& json : cases)
+  std::istringstream words(R"(17 "a" null { {"a":"x" {"a":} [1,] {}{} <html></html> {"a":"\ud800"} {"a":01}
+                              {"a":1e999} {'a':1} {"a":-} {"a":NaN})");
+  for (std::string json; words >> json;)
+    EXPECT_EQ(textOf(json), "malformed") << json;
+  for (const std::string& json :
+       {std::string(), std::string(" "), std::string("\xEF\xBB\xBF"), std::string("{\"a\":\"\xFF\"}"),
+        std::string("{\"a\":\"\xC0\x80\"}"), std::string("{\"a\":\"\n\"}"), std::string("{\"a\":1}\0", 8),
+        std::string("\xFE\xFF\0{\0}", 6), "{\"a\":1" + std::string(400, '0') + "}"})
     EXPECT_EQ(textOf(json), "malformed") << json.substr(0, 40);
 }
 
@@ -72,40 +57,20 @@ TEST(JsonTest, DecodesTheEdgesOfWhatIsJson) {
 }
 
 TEST(JsonTest, TurnsNumbersIntoTheirShortestUsualText) {
-  const std::pair<const char*, const char*> cases[] = {{"0", "0"},
-                                                       {"42", "42"},
-                                                       {"-7", "-7"},
-                                                       {"42.0", "42"},
-                                                       {"12.5", "12.5"},
-                                                       {"0.1", "0.1"},
-                                                       {"1e2", "100"},
-                                                       {"1e5", "100000"},
-                                                       {"1e16", "10000000000000000"},
-                                                       {"1e17", "1e+17"},
-                                                       {"0.00001", "0.00001"},
-                                                       {"1e-6", "1e-06"},
-                                                       {"52.229676", "52.229676"},
-                                                       {"true", "1"},
-                                                       {"false", "0"}};
-  for (const auto& [number, text] : cases)
-    EXPECT_EQ(textOf("{\"a\":" + std::string(number) + "}"), text) << number;
+  std::istringstream table(
+      "42 42  -7 -7  42.0 42  12.5 12.5  0.1 0.1  1e2 100  1e5 100000  1e16 10000000000000000  1e17 1e+17 "
+      "0.00001 0.00001  1e-6 1e-06  52.229676 52.229676  0 0  true 1  false 0");
+  for (std::string number, text; table >> number >> text;)
+    EXPECT_EQ(textOf("{\"a\":" + number + "}"), text) << number;
 }
 
 TEST(JsonTest, ReadsIntegersFromEveryKindOfNumber) {
-  const std::pair<const char*, std::int64_t> cases[] = {{"17", 17},
-                                                        {"\"17\"", 17},
-                                                        {"\" -17km\"", -17},
-                                                        {"12.9", 12},
-                                                        {"-12.9", -12},
-                                                        {"true", 1},
-                                                        {"\"\"", 0},
-                                                        {"1e300", INT64_MAX},
-                                                        {"-1e300", INT64_MIN},
-                                                        {"18446744073709551615", INT64_MAX},
-                                                        {"99999999999999999999", INT64_MAX},
-                                                        {"9223372036854775807", INT64_MAX}};
-  for (const auto& [number, value] : cases) {
-    auto decoded = decodeJSON("{\"n\":" + std::string(number) + "}");
+  std::istringstream table(R"(17 17  "17" 17  "-17km" -17  12.9 12  -12.9 -12  true 1  "" 0
+      1e300 9223372036854775807  -1e300 -9223372036854775808  18446744073709551615 9223372036854775807
+      99999999999999999999 9223372036854775807  9223372036854775807 9223372036854775807)");
+  std::string number;
+  for (std::int64_t value = 0; table >> number >> value;) {
+    auto decoded = decodeJSON("{\"n\":" + number + "}");
     ASSERT_TRUE(decoded) << number;
     const auto sample = JSONModel::initWithDictionary<Sample>(*decoded);
     ASSERT_TRUE(sample) << number;
@@ -117,7 +82,6 @@ TEST(JsonTest, BoundsNestingAndBearsIt) {
   const auto nested = [](std::size_t levels) {
     return "{\"a\":\"x\",\"deep\":" + std::string(levels - 1, '[') + "1" + std::string(levels - 1, ']') + "}";
   };
-  EXPECT_EQ(textOf(nested(1000)), "x");
   EXPECT_EQ(textOf(nested(1024)), "x");
   EXPECT_EQ(textOf(nested(1025)), "malformed");
   EXPECT_EQ(textOf(std::string(1'000'000, '[')), "malformed");

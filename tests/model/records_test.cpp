@@ -73,11 +73,6 @@ TEST(RecordsTest, LiveKeepsItsOwnNames) {
   EXPECT_EQ(live->vehicle().name, "name");
   EXPECT_EQ(live->title(), "datetime");
   EXPECT_EQ(live->subtitle(), "street");
-  live->setDatetime("noon");
-  live->setVehicles(Vehicle());
-  EXPECT_EQ(live->dateTime(), "noon");
-  EXPECT_TRUE(live->vehicle().name.empty());
-
   const auto renamed = recordFrom<Live>(without(json, "vehicles").replace(1, 0, R"("vehicle":{},)"));
   ASSERT_FALSE(renamed);
   EXPECT_EQ(*renamed.error().kJSONModelMissingKeys, std::vector<std::string>{"vehicles"});
@@ -91,8 +86,7 @@ TEST(RecordsTest, LiveKeepsItsOwnNames) {
 }
 
 TEST(RecordsTest, VehicleJoinsNameAndRegistration) {
-  const char* cases[][3] = {
-      {"Van", "", "Van"}, {"", "WX 1", "WX 1"}, {"Van", "WX 1", "Van\nWX 1"}, {"", "", ""}};
+  const char* cases[][3] = {{"Van", "", "Van"}, {"", "WX 1", "WX 1"}, {"Van", "WX 1", "Van\nWX 1"}};
   for (const auto& [name, registration, full] : cases) {
     Vehicle vehicle;
     vehicle.name = name;
@@ -121,17 +115,13 @@ TEST(RecordsTest, PointsOfAMapTellWhereAndWhat) {
 }
 
 TEST(RecordsTest, InfoReadsItsVehicleFromAutoOnly) {
-  const std::string json = fullObject(json::recordType<Info>);
-  ASSERT_TRUE(recordFrom<Info>(json));
   for (const char* key : {"vehicle", "Auto"}) {
-    std::string changed = json;
+    std::string changed = fullObject(json::recordType<Info>);
     changed.replace(changed.find("auto"), 4, key);
     const auto info = recordFrom<Info>(changed);
     ASSERT_FALSE(info) << key;
     EXPECT_EQ(*info.error().kJSONModelMissingKeys, std::vector<std::string>{"vehicle"});
   }
-  EXPECT_EQ(Info::keyMapper()->JSONToModelKey("auto"), "vehicle");
-  EXPECT_EQ(Info::keyMapper()->JSONToModelKey("Auto"), "Auto");
 }
 
 TEST(RecordsTest, TokenAndUserNeedEveryValueButTakeEmptyOnes) {
@@ -139,10 +129,6 @@ TEST(RecordsTest, TokenAndUserNeedEveryValueButTakeEmptyOnes) {
   ASSERT_TRUE(token);
   EXPECT_EQ(token->accessToken(), "t");
   EXPECT_EQ(token->tokenType(), "bearer");
-  token->setAccess_token("u");
-  token->setToken_type("v");
-  EXPECT_EQ(token->accessToken(), "u");
-  EXPECT_EQ(token->tokenType(), "v");
   EXPECT_EQ(*recordFrom<Token>(R"({"access_token":"t","token_type":null})").error().kJSONModelKeyPath,
             "token_type");
 

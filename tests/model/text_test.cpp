@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <sstream>
 #include <thread>
 #include <vector>
 
@@ -49,30 +49,21 @@ TEST(TextTest, IsSharedBetweenThreads) {
 }
 
 TEST(TextTest, ReadsNumbersFromTheStart) {
-  const std::pair<const char*, double> doubles[] = {{"52.1", 52.1},   {" \t+21.5 km", 21.5},
-                                                    {"-0.25", -0.25}, {"12,5", 12},
-                                                    {"1e3", 1000},    {"", 0},
-                                                    {"north", 0},     {"nan", 0},
-                                                    {"inf", 0},       {"1e999", 0},
-                                                    {"+-3", 0},       {".5", 0.5}};
-  for (const auto& [text, value] : doubles)
+  const std::pair<const char*, double> odd[] = {{" \t+21.5 km", 21.5}, {"", 0}};
+  for (const auto& [text, value] : odd)
+    EXPECT_EQ(doubleValue(text), value) << text;
+  std::istringstream doubles(
+      "52.1 52.1  -0.25 -0.25  12,5 12  1e3 1000  north 0  nan 0  inf 0  1e999 0  +-3 0  .5 0.5");
+  std::string text;
+  for (double value = 0; doubles >> text >> value;)
     EXPECT_EQ(doubleValue(text), value) << text;
 
-  constexpr auto most = std::numeric_limits<std::int64_t>::max();
-  constexpr auto least = std::numeric_limits<std::int64_t>::min();
-  const std::pair<const char*, std::int64_t> integers[] = {{"17", 17},
-                                                           {"  -17x", -17},
-                                                           {"+5", 5},
-                                                           {"12.9", 12},
-                                                           {"", 0},
-                                                           {"-", 0},
-                                                           {"+", 0},
-                                                           {"x1", 0},
-                                                           {"+-3", 0},
-                                                           {"9223372036854775807", most},
-                                                           {"9223372036854775808", most},
-                                                           {"-9223372036854775809", least}};
-  for (const auto& [text, value] : integers)
+  EXPECT_EQ(integerValue(""), 0);
+  EXPECT_EQ(integerValue("  -17x"), -17);
+  std::istringstream integers(
+      "17 17  +5 5  12.9 12  - 0  + 0  x1 0  +-3 0  9223372036854775807 9223372036854775807 "
+      "9223372036854775808 9223372036854775807  -9223372036854775809 -9223372036854775808");
+  for (std::int64_t value = 0; integers >> text >> value;)
     EXPECT_EQ(integerValue(text), value) << text;
 }
 

@@ -120,12 +120,5 @@ TEST(Envelopes, RefuseAnswersWithoutTheirStatus) {
   EXPECT_EQ(info.error().kJSONModelMissingKeys, std::vector<std::string>{"info"});
 }
 
-TEST(APIErrorTest, SpeaksOfItsMessageAsDescription) {
-  const auto error = APIError::initWithCode(7, "why");
-  EXPECT_EQ(JSONModel::toJSONString(error), R"({"code":7,"description":"why"})");
-  EXPECT_EQ(mapped<APIError>(R"({"code":7,"description":"why"})").value(), error);
-  EXPECT_FALSE(mapped<APIError>(R"({"code":7,"message":"why"})"));
-}
-
 }  // namespace
 }  // namespace fleetor::test

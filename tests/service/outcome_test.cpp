@@ -12,91 +12,55 @@ constexpr const char* emptyList = R"({"total":0,"error":{"code":200,"description
 struct Case {
   const char* name;
   HttpReply reply;
-  std::vector<std::string> events;
-  std::vector<std::string> logged = {};  ///< after the two lines of the request
+  const char* message;  ///< none when nothing is shown
+  int kind;
+  std::string logged = {};  ///< after the two lines of the request and before the body
   bool reachable = true;
   ErrorCodes errorCodes = {};
 };
 
-void PrintTo(const Case& each, std::ostream* out) {
-  *out << each.name;
+const Case outcomes[] = {
+    {"success", jsonReply(emptyList), nullptr, 0},
+    {"no JSON at all", jsonReply(""), dataMessage, 1},
+    {"an array", jsonReply("[]"), dataMessage, 1},
+    {"page", reply(200, "text/html", "<p>"), unexpectedMessage, 2, "Kind = HTTP, 200"},
+    {"page, handled", reply(200, "text/html", "<p>"), nullptr, 2, "Kind = HTTP, 200", true, {400, 200}},
+    {"broken JSON", jsonReply("{"), unexpectedMessage, 2, "Kind = HTTP, 200"},
+    {"server error", jsonReply("{}", 500), unexpectedMessage, 2, "Kind = HTTP, 500"},
+    {"status, handled", jsonReply("", 400), nullptr, 2, "Kind = HTTP, 400", true, {400}},
+    {"401 while signed out", jsonReply("{}", 401), nullptr, 2, "Kind = HTTP, 401"},
+    {"offline", failedReply(url_error::notConnectedToInternet), connectionMessage, 3, "Kind = CONNECTION"},
+    {"timed out", failedReply(url_error::timedOut), connectionMessage, 3, "Kind = TIMEOUT"},
+    {"both", failedReply(url_error::timedOut), connectionMessage, 3, "Kind = CONNECTION", false},
+    {"refused", failedReply(url_error::cannotConnectToHost), unexpectedMessage, 6,
+     "Error: NSURLErrorDomain -1004 scripted failure"},
+    {"unreachable", failedReply(url_error::cannotConnectToHost), connectionMessage, 3, "Kind = CONNECTION",
+     false},
+    {"status while unreachable", jsonReply("{}", 503), unexpectedMessage, 2, "Kind = HTTP, 503", false},
+    {"cancelled", failedReply(url_error::cancelled), nullptr, 5, "", false}};
+
+class OutcomeTest : public ServiceTest {};
+
+TEST_F(OutcomeTest, IsClassifiedShownOnceAndThenCompleted) {
+  for (const Case& each : outcomes) {
+    reachability.reachable = each.reachable;
+    transport.answer("/vehicles", each.reply);
+    const auto before = static_cast<std::ptrdiff_t>(log.lines().size());
+    API::getWithPath("/vehicles", modelClass<VehiclesResponse>, each.errorCodes, completed());
+    queues.runUntilIdle();
+    const std::string status = std::to_string(each.reply.status);
+    std::vector<std::string> expected{"completed " + std::to_string(each.kind) + ", " + status +
+                                      (each.kind == 0 ? ", a record" : "")};
+    if (each.message) expected.insert(expected.begin(), each.message);
+    EXPECT_EQ(takeEvents(), expected) << each.name;
+
+    std::vector<std::string> logged;
+    if (!each.logged.empty()) logged.push_back(each.logged);
+    if (each.kind > 1) logged.push_back(each.reply.body + ", " + status);
+    const auto lines = log.lines();
+    EXPECT_EQ(std::vector(lines.begin() + before + 2, lines.end()), logged) << each.name;
+  }
 }
-
-class OutcomeTest : public ServiceTest, public testing::WithParamInterface<Case> {};
-
-TEST_P(OutcomeTest, IsClassifiedShownOnceAndThenCompleted) {
-  reachability.reachable = GetParam().reachable;
-  transport.answer("/vehicles", GetParam().reply);
-  API::getWithPath("/vehicles", modelClass<VehiclesResponse>, GetParam().errorCodes, completed());
-  queues.runUntilIdle();
-  EXPECT_EQ(events, GetParam().events);
-  auto lines = log.lines();
-  lines.erase(lines.begin(), lines.begin() + 2);
-  EXPECT_EQ(lines, GetParam().logged);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, OutcomeTest,
-    testing::Values(Case{"success", jsonReply(emptyList), {"completed 0, 200, a record"}},
-                    Case{"no JSON at all", jsonReply(""), {dataMessage, "completed 1, 200"}},
-                    Case{"an array", jsonReply("[]"), {dataMessage, "completed 1, 200"}},
-                    Case{"HTML page",
-                         reply(200, "text/html", "<p>"),
-                         {unexpectedMessage, "completed 2, 200"},
-                         {"Kind = HTTP, 200", "<p>, 200"}},
-                    Case{"HTML page that the caller handles",
-                         reply(200, "text/html", "<p>"),
-                         {"completed 2, 200"},
-                         {"Kind = HTTP, 200", "<p>, 200"},
-                         true,
-                         {400, 200}},
-                    Case{"broken JSON",
-                         jsonReply("{"),
-                         {unexpectedMessage, "completed 2, 200"},
-                         {"Kind = HTTP, 200", "{, 200"}},
-                    Case{"server error",
-                         jsonReply("{}", 500),
-                         {unexpectedMessage, "completed 2, 500"},
-                         {"Kind = HTTP, 500", "{}, 500"}},
-                    Case{"status that the caller handles",
-                         jsonReply("", 400),
-                         {"completed 2, 400"},
-                         {"Kind = HTTP, 400", ", 400"},
-                         true,
-                         {400}},
-                    Case{"401 while signed out",
-                         jsonReply("{}", 401),
-                         {"completed 2, 401"},
-                         {"Kind = HTTP, 401", "{}, 401"}},
-                    Case{"offline",
-                         failedReply(url_error::notConnectedToInternet),
-                         {connectionMessage, "completed 3, 0"},
-                         {"Kind = CONNECTION", ", 0"}},
-                    Case{"timed out",
-                         failedReply(url_error::timedOut),
-                         {connectionMessage, "completed 3, 0"},
-                         {"Kind = TIMEOUT", ", 0"}},
-                    Case{"timed out and unreachable",
-                         failedReply(url_error::timedOut),
-                         {connectionMessage, "completed 3, 0"},
-                         {"Kind = CONNECTION", ", 0"},
-                         false},
-                    Case{"refused",
-                         failedReply(url_error::cannotConnectToHost),
-                         {unexpectedMessage, "completed 6, 0"},
-                         {"Error: NSURLErrorDomain -1004 scripted failure", ", 0"}},
-                    Case{"refused and unreachable",
-                         failedReply(url_error::cannotConnectToHost),
-                         {connectionMessage, "completed 3, 0"},
-                         {"Kind = CONNECTION", ", 0"},
-                         false},
-                    Case{"status while unreachable",
-                         jsonReply("{}", 503),
-                         {unexpectedMessage, "completed 2, 503"},
-                         {"Kind = HTTP, 503", "{}, 503"},
-                         false},
-                    Case{
-                        "cancelled", failedReply(url_error::cancelled), {"completed 5, 0"}, {", 0"}, false}));
 
 class CompletionTest : public ServiceTest {};
 
@@ -147,9 +111,7 @@ TEST_F(CompletionTest, ReportsARequestThatCannotBeBuilt) {
   class Throwing final : public Transport {
     void send(HttpRequest, Done) override { throw std::runtime_error("no memory"); }
   } throwing;
-  API::install({queues, throwing, keyStore, settings, reachability, indicator, log, device,
-                [this](const std::string& text, double, bool) { events.push_back("toast: " + text); },
-                [] {}});
+  install(queues, throwing);
   API::configureRequest();
   API::getWithPath("/live", modelClass<LiveResponse>, {}, completed());
   queues.advance(Seconds(1));

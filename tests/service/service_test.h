@@ -1,44 +1,15 @@
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "service/api.h"
-#include "service/envelopes.h"
-#include "support/fake_device.h"
-#include "support/memory_stores.h"
+#include "support/request_layer.h"
 #include "support/scripted_transport.h"
 #include "support/virtual_queues.h"
 
 namespace fleetor::test {
 
-/// The request layer over a device of stand-ins. `events` holds, in order, what people and callers noticed:
-/// "toast: …", "main or login" and "completed …".
-class ServiceTest : public testing::Test {
+/// The request layer under virtual time, against a scripted service.
+class ServiceTest : public RequestLayer {
  protected:
-  ServiceTest() {
-    API::install({queues, transport, keyStore, settings, reachability, indicator, log, device,
-                  [this](const std::string& text, double seconds, bool rounded) {
-                    EXPECT_TRUE(seconds == 3.0 && rounded);
-                    events.push_back("toast: " + text);
-                  },
-                  [this] { events.push_back(API::isLogged() ? "show main" : "show login"); }});
-    API::setAPIBaseURLWithString("http://service.test");
-  }
-
-  /// A completion that writes down how the request ended.
-  auto completed() {
-    return [this](auto response, ResponseKind kind, long status, const std::optional<APIFailure>& error) {
-      events.push_back("completed " + std::to_string(static_cast<int>(kind)) + ", " + std::to_string(status) +
-                       (response ? ", a record" : ""));
-      lastError = error;
-    };
-  }
-
-  std::vector<std::string> takeEvents() { return std::exchange(events, {}); }
+  ServiceTest() { install(queues, transport); }
 
   /// The whole request as text: first line, headers, blank line, body.
   static std::string wire(const HttpRequest& request) {
@@ -50,21 +21,6 @@ class ServiceTest : public testing::Test {
 
   VirtualQueues queues;
   ScriptedTransport transport{queues};
-  MemoryKeyStore keyStore;
-  MemorySettings settings;
-  FakeReachability reachability;
-  FakeIndicator indicator;
-  RecordingLog log;
-  FakeDevice device;
-  std::vector<std::string> events;
-  std::optional<APIFailure> lastError;
 };
-
-inline constexpr const char* dataMessage =
-    "toast: The data returned by the server is incorrect, please try again";
-inline constexpr const char* unexpectedMessage = "toast: An unexpected error occurred, please try again";
-inline constexpr const char* connectionMessage =
-    "toast: The call ended with an error, please check the status of your Internet connection";
-inline constexpr const char* expiredMessage = "toast: Your session has expired, you will be logged out";
 
 }  // namespace fleetor::test

@@ -37,8 +37,7 @@ class Base : public testing::Test {
     client.center.postNotificationName(name, KeyboardInfo{{0, 0, 390, height}, seconds});
   }
 
-  Machine phone;
-  Client client{phone};
+  Client client;
 };
 
 TEST_F(Base, ContentIsLiftedByTheFirstKeyboardAndComesBackToItsRestingPlace) {
@@ -74,9 +73,8 @@ TEST_F(Base, AFieldGetsOneToolbarWhoseButtonClosesTheKeyboard) {
 }
 
 TEST_F(Base, TasksForTheMainThreadWaitForTheirTurn) {
-  const auto screen = std::make_shared<FollowingScreen>(client.environment);
   std::string order;
-  screen->runOnMainThread([&] { order += "task "; });
+  FollowingScreen(client.environment).runOnMainThread([&] { order += "task "; });
   order += "caller ";
   client.queues.runUntilIdle();
   EXPECT_EQ(order, "caller task ");
@@ -84,7 +82,7 @@ TEST_F(Base, TasksForTheMainThreadWaitForTheirTurn) {
 
 TEST_F(Base, OnlyOldSystemsHaveBarsThatAreSetOneByOne) {
   for (const double version : {7.1, 8.0}) {
-    phone.device.version = version;
+    client.machine.device.version = version;
     client.appearance.setNavigationBar({});
     const auto navigation = BaseNavigationController::initWithRootViewController(
         client.environment, std::make_shared<FollowingScreen>(client.environment));

@@ -18,18 +18,18 @@ TEST(LaunchImage, FollowsTheDeviceAndTheLongSideOfItsScreen) {
     double width, height, scale;
     const char* image;
   };
-  for (const Case& each : {Case{Idiom::pad, 1024, 768, 2, "2048x1536.png"},
-                           {Idiom::pad, 1024, 768, 1, "1024x768.png"},
-                           {Idiom::phone, 320, 480, 2, "640x960.png"},
-                           {Idiom::unspecified, 568, 320, 2, "640x1136.png"},
-                           {Idiom::phone, 375, 667, 2, "750x1334.png"},
-                           {Idiom::phone, 390, 600, 3, "1242x2208.png"}}) {
+  for (const auto& [idiom, width, height, scale, image] : {Case{Idiom::pad, 1024, 768, 2, "2048x1536.png"},
+                                                           {Idiom::pad, 1024, 768, 1, "1024x768.png"},
+                                                           {Idiom::phone, 320, 480, 2, "640x960.png"},
+                                                           {Idiom::unspecified, 568, 320, 2, "640x1136.png"},
+                                                           {Idiom::phone, 375, 667, 2, "750x1334.png"},
+                                                           {Idiom::phone, 390, 600, 3, "1242x2208.png"}}) {
     FakeDevice device;
-    device.idiom = each.idiom;
-    device.width = each.width;
-    device.height = each.height;
-    device.scale = each.scale;
-    EXPECT_EQ(launchImageName(device), each.image);
+    device.idiom = idiom;
+    device.width = width;
+    device.height = height;
+    device.scale = scale;
+    EXPECT_EQ(launchImageName(device), image);
   }
 }
 
@@ -44,16 +44,8 @@ TEST(StartUp, AsksForTheTermsAgainUnlessTheirOwnTextIsStored) {
   }
 }
 
-TEST(StartUp, KeepsTheTokenOfAnInstallationThatRanBefore) {
-  Machine phone;
-  Client client(phone);
-  client.start("kept");
-  EXPECT_TRUE(API::isLogged());
-}
-
 TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
-  Machine phone;
-  Client client(phone);
+  Client client;
   client.start();
   auto& container = *client.root<MainViewController>();
   EXPECT_TRUE(std::dynamic_pointer_cast<MenuViewController>(container.rearViewController()));
@@ -62,8 +54,7 @@ TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
   auto* list = client.find<VehiclesTableViewController>();
   EXPECT_EQ(list->title(), "My Vehicles");
   EXPECT_TRUE(list->navigationItem().rightBarButtonItems().empty());
-  list->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
+  client.tapLeftButtonOf(*list);
   EXPECT_EQ(container.frontViewPosition(), FrontViewPosition::right);
   container.tapFront();
   client.settle();
@@ -74,7 +65,7 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
   Machine tablet(Idiom::pad);
   Client client(tablet);
   client.start();
-  Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
+  Viewport eyes(client.vehicles());
   client.settle();
   auto& container = *client.root<MainViewController>();
   const Rect beside{300, 0, 724, 768};
@@ -144,8 +135,7 @@ TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
   client.signIn("anna", "secret");
   auto* chooser = client.find<ChooseVehicleTableViewController>();
   ASSERT_TRUE(chooser);
-  chooser->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
+  client.tapLeftButtonOf(*chooser);
   EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
   EXPECT_FALSE(client.delegate.showChooser());
 }
@@ -170,8 +160,7 @@ TEST(Widget, WaitsForTheTermsAndGivesWayToWhatIsPresentedAlready) {
   client.settle();
 
   // The platform presents nothing over a screen that presents; the request is over with that.
-  client.find<VehiclesTableViewController>()->navigationItem().rightBarButtonItems().at(0)->tap();
-  client.settle();
+  client.tapRightButtonOf(*client.find<VehiclesTableViewController>());
   EXPECT_TRUE(client.application.receiveURL(widgetURL));
   client.settle();
   EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
@@ -191,12 +180,6 @@ TEST(Chooser, StoresTheVehicleForTheWidgetOrNothing) {
     return client.find<ChooseVehicleTableViewController>();
   };
   auto* chooser = choose();
-  chooser->navigationItem().leftBarButtonItems().at(0)->tap();
-  client.settle();
-  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
-  EXPECT_TRUE(phone.sharedSettings.values.empty());
-
-  chooser = choose();
   Viewport eyes(chooser->itemsTableView());
   client.settle();
   EXPECT_EQ(client.textOfRow(chooser->itemsTableView(), 3), "Vehicle 4");

@@ -77,20 +77,8 @@ class Viewport {
 /// the end of this object. Tasks that are still waiting then are dropped while the rest still stands.
 class Client {
  public:
-  explicit Client(Machine& on) : machine(on) {
-    API::install({queues, transport, on.keyStore, on.sharedSettings, reachability, indicator, log, on.device,
-                  [this](const std::string& text, double seconds, bool rounded) {
-                    application.window().showToast(text, seconds, rounded);
-                  },
-                  [this] { delegate.showMainOrLogin(); }});
-    onWindow_ = application.window().changed.connect([this] { noteToast(); });
-    serveFleet(transport, 45, 45);
-    transport.answer("/logout", jsonReply(envelope(0, "")));
-    transport.answer("/live", [](const HttpRequest& request) {
-      return std::optional(liveReply(numberOf(request.url, "vehid"), 57));
-    });
-    transport.answer("/map", mapReply({"", "Parking", ""}));
-  }
+  Client() : Client(nullptr) {}  ///< on a phone of its own
+  explicit Client(Machine& on) : Client(&on) {}
 
   /// Starts on a machine where the user agreed to the terms and, unless `token` is empty, signed in earlier.
   void start(const std::string& token = "old-token") {
@@ -126,11 +114,19 @@ class Client {
     settle();
   }
 
+  TableView& vehicles() { return find<VehiclesTableViewController>()->itemsTableView(); }
+
+  /// Looks at the list, whose first page comes with that, and taps a row.
   VehicleViewController* open(int row) {
-    find<VehiclesTableViewController>()->itemsTableView().tap(row);
+    const Viewport eyes(vehicles());
+    settle();
+    vehicles().tap(row);
     settle();
     return find<VehicleViewController>();
   }
+
+  void tapLeftButtonOf(ViewController& screen) { tap(*screen.navigationItem().leftBarButtonItems().at(0)); }
+  void tapRightButtonOf(ViewController& screen) { tap(*screen.navigationItem().rightBarButtonItems().at(0)); }
 
   /// The texts of a row, top to bottom.
   static std::string textOfRow(TableView& table, int row) {
@@ -157,6 +153,7 @@ class Client {
 
   static std::string baseURL() { return "http://service.test"; }
 
+  Machine own;
   Machine& machine;
   NotificationCenter center;
   Appearance appearance;
@@ -171,6 +168,27 @@ class Client {
   Application application{environment, storyboard, delegate};
 
  private:
+  explicit Client(Machine* on) : machine(on ? *on : own) {
+    API::install({queues, transport, machine.keyStore, machine.sharedSettings, reachability, indicator, log,
+                  machine.device,
+                  [this](const std::string& text, double seconds, bool rounded) {
+                    application.window().showToast(text, seconds, rounded);
+                  },
+                  [this] { delegate.showMainOrLogin(); }});
+    onWindow_ = application.window().changed.connect([this] { noteToast(); });
+    serveFleet(transport, 45, 45);
+    transport.answer("/logout", jsonReply(envelope(0, "")));
+    transport.answer("/live", [](const HttpRequest& request) {
+      return std::optional(liveReply(numberOf(request.url, "vehid"), 57));
+    });
+    transport.answer("/map", mapReply({"", "Parking", ""}));
+  }
+
+  void tap(BarButtonItem& button) {
+    button.tap();
+    settle();
+  }
+
   template <class Screen>
   static Screen* findBelow(ViewController& top) {
     if (auto* screen = dynamic_cast<Screen*>(&top)) return screen;

@@ -2,8 +2,6 @@
 
 #include <cmath>
 
-#include "ui/tab_bar.h"
-#include "ui/web_view.h"
 #include "ui_world.h"
 
 namespace fleetor::test {
@@ -124,36 +122,6 @@ TEST_F(Components, TheKeyboardIsUpWhileAFieldHasTheFocus) {
   EXPECT_EQ(diary.take(), "UIKeyboardWillShowNotification 260 UIKeyboardWillShowNotification 300");
   window.setRootViewController(screen("main"));
   EXPECT_EQ(diary.take(), "login:WD UIKeyboardWillHideNotification 0 main:L main:WA login:DD main:DA");
-}
-
-TEST_F(Components, OnlyTheUsersTapReachesTheDelegateOfATabBar) {
-  struct Taps : TabBarDelegate {
-    std::string heard;
-    void tabBarDidSelectItem(TabBar& bar, TabBarItem& item) override {
-      heard += std::to_string(bar.indexOfItem(&item)) + (bar.selectedItem() == &item ? "! " : "? ");
-    }
-  } taps;
-  TabBar bar;
-  bar.setDelegate(&taps);
-  bar.setItems({std::make_shared<TabBarItem>(), std::make_shared<TabBarItem>()});
-  bar.setSelectedItem(bar.items()[1]);
-  bar.tap(0);
-  bar.tap(0);
-  bar.tap(2);
-  EXPECT_EQ(taps.heard, "0! 0! ");
-}
-
-TEST_F(Components, AWebViewAsksBeforeItGoesAnywhere) {
-  struct Gate : WebViewDelegate {
-    bool webViewShouldStartLoadWithRequest(WebView&, const std::string&, NavigationType type) override {
-      return type != NavigationType::linkClicked;
-    }
-  } gate;
-  WebView view;
-  view.setDelegate(&gate);
-  view.loadRequest("file:///tos.html");
-  view.tapLink("http://elsewhere/");
-  EXPECT_EQ(view.url(), "file:///tos.html");
 }
 
 }  // namespace fleetor::test

@@ -44,21 +44,6 @@ TEST_F(Containers, AChangeCompletesTheOneThatStillRuns) {
   EXPECT_EQ(after(Seconds(0.2)), "b:DD* a:DA*");
 }
 
-TEST_F(Containers, APoppedScreenLeavesTheTreeWhenTheChangeIsOverAndIsReleased) {
-  const auto stack = show(stackOf(screen("a")));
-  std::weak_ptr<ViewController> popped;
-  {
-    const auto b = screen("b");
-    popped = b;
-    stack->pushViewController(b, false);
-    stack->popViewControllerAnimated(true);
-    EXPECT_EQ(b->navigationController(), stack.get());
-  }
-  EXPECT_FALSE(popped.expired());
-  queues.advance(duration::navigation);
-  EXPECT_TRUE(popped.expired());
-}
-
 TEST_F(Containers, AScreenThatOutlivesItsContainersStandsAlone) {
   const auto top = screen("top");
   std::weak_ptr<ViewController> container;
@@ -121,25 +106,6 @@ TEST_F(Containers, TheSideMenuAppearsAsItIsRevealed) {
   reveal->pan(FrontViewPosition::right);
   reveal->tapFront();
   EXPECT_EQ(after(duration::reveal), "menu:WA* menu:DA* menu:WD* menu:DD*");
-}
-
-TEST_F(Containers, TheColumnOfATabletKeepsItsWidth) {
-  const auto reveal = std::make_shared<Reveal>(environment, diary, "r");
-  reveal->setRearViewRevealWidth(300);
-  reveal->setRearViewRevealOverdraw(0);
-  reveal->setRearViewControllerAnimated(screen("list"), false);
-  reveal->setFrontViewControllerAnimated(screen("empty"), false);
-  reveal->setFrontViewPositionAnimated(FrontViewPosition::rightMost, true);
-  reveal->frontViewController()->view().setFrame({300, 0, 90, 844});
-  window.setSize({1024, 768});
-  show(reveal);
-  EXPECT_EQ(reveal->frontViewController()->view().frame(), (Rect{300, 0, 724, 768}));
-  window.setSize({768, 1024});
-  EXPECT_EQ(reveal->frontViewController()->view().frame(), (Rect{300, 0, 468, 1024}));
-  EXPECT_EQ(reveal->rearViewController()->view().frame(), (Rect{0, 0, 300, 1024}));
-
-  reveal->setFrontViewControllerAnimated(screen("vehicle"), false);
-  EXPECT_EQ(diary.take(), "empty:WD vehicle:L vehicle:WA empty:DD vehicle:DA");
 }
 
 TEST_F(Containers, ThePagerShowsOnePageAndReportsTheUsersSwipes) {

@@ -141,18 +141,4 @@ TEST_F(Presentation, TheStoryboardMakesScreensAndTransitions) {
   EXPECT_DEATH(storyboard.instantiate<NavigationController>("NextVC"), "another class");
 }
 
-TEST_F(Presentation, TheApplicationStartsAndTellsOfTheBackground) {
-  application.launch();
-  EXPECT_EQ(diary.take(), "launched first:L first:WA first:DA");
-  EXPECT_TRUE(application.receiveURL("ours"));
-  EXPECT_FALSE(application.receiveURL("theirs"));
-  for (const char* name :
-       {UIApplicationDidEnterBackgroundNotification, UIApplicationWillEnterForegroundNotification})
-    center.addObserver(this, name, [&](const Notification& notification) { diary.write(notification.name); });
-  application.didEnterBackground();
-  application.willEnterForeground();
-  EXPECT_EQ(diary.take(),
-            "UIApplicationDidEnterBackgroundNotification UIApplicationWillEnterForegroundNotification");
-}
-
 }  // namespace fleetor::test

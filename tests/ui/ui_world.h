@@ -80,12 +80,9 @@ class World : public ApplicationDelegate {
   Application application{environment, storyboard, *this};
   Window& window = application.window();
 
-  bool applicationDidFinishLaunchingWithOptions() override {
-    diary.write("launched");
-    return true;
-  }
-  bool applicationOpenURLSourceApplicationAnnotation(const std::string& url, const std::string&) override {
-    return url == "ours";
+  bool applicationDidFinishLaunchingWithOptions() override { return true; }
+  bool applicationOpenURLSourceApplicationAnnotation(const std::string&, const std::string&) override {
+    return false;
   }
   void showMainOrLogin() override {}
 

@@ -20,26 +20,13 @@ class InfoPage : public testing::Test {
     client.application.window().setRootViewController(page);
   }
 
-  static std::shared_ptr<Live> record(std::int64_t vehicleId) {
-    auto live = std::make_shared<Live>();
-    live->datetime = "2026-03-10 08:00:15";
-    live->vehicles.vehicleId = vehicleId;
-    live->vehicles.name = "Van";
-    live->vehicles.registration = "KR 1";
-    live->vehicles.icon = "CarVan";
-    live->speed = "57";
-    live->rpm = "2100";
-    live->direction = "270";
-    live->street = "Long Street 5";
-    live->powerSupply = "13.8";
-    live->temp = "21";
-    live->fuel = "40";
-    live->fuelType = "l";
-    live->odometer = "120345 km";
-    return live;
+  static std::shared_ptr<const Live> record(std::int64_t vehicleId) {
+    const auto answer = JSONModel::initWithDictionary<LiveResponse>(
+        *decodeJSON(liveReply(static_cast<int>(vehicleId), 57).body));
+    return std::make_shared<const Live>(*answer->live);
   }
   void post(const std::any& object) { client.center.postNotificationName(kFleetorNotificationLive, object); }
-  void postRecord(std::int64_t vehicleId) { post(std::shared_ptr<const Live>(record(vehicleId))); }
+  void postRecord(std::int64_t vehicleId) { post(record(vehicleId)); }
 
   std::vector<std::string> rows() {
     std::vector<std::string> texts;
@@ -50,8 +37,7 @@ class InfoPage : public testing::Test {
     return texts;
   }
 
-  Machine phone;
-  Client client{phone};
+  Client client;
   std::shared_ptr<InfoDetailViewController> page =
       std::make_shared<InfoDetailViewController>(client.environment);
   TableView& table = page->itemsTableView();
@@ -61,11 +47,11 @@ TEST_F(InfoPage, SpinsUntilTheFirstRecordAndThenListsIt) {
   EXPECT_THAT(rows(), ElementsAre("... 60"));
   EXPECT_TRUE(dynamic_cast<ActivityIndicator&>(*table.cellForRow(0)->viewWithTag(123)).isAnimating());
   postRecord(7);
-  EXPECT_THAT(rows(), ElementsAre("Van\nKR 1 68", "2026-03-10 08:00:15 | Update time 42", "57km/h | Speed 42",
-                                  "2100 | RPM 42", "270° | Direction 42", "Long Street 5 | Address 42",
-                                  "13.8 | Power supply 42", "21°C | Temperature 42", "40l | Fuel 42",
-                                  "120345 km | Odometer 42"));
-  EXPECT_EQ(dynamic_cast<ImageView&>(*table.cellForRow(0)->findOutlet("photoImageView")).image(), "CarVan");
+  EXPECT_THAT(rows(), ElementsAre("Vehicle 7\nKR 7 68", "2026-03-10 08:00:15 | Update time 42",
+                                  "57km/h | Speed 42", "2100 | RPM 42", "270° | Direction 42",
+                                  "Long Street 5 | Address 42", "13.8V | Power supply 42",
+                                  "21°C | Temperature 42", "40l | Fuel 42", "120345 km | Odometer 42"));
+  EXPECT_EQ(dynamic_cast<ImageView&>(*table.cellForRow(0)->findOutlet("photoImageView")).image(), "Car7");
 }
 
 TEST_F(InfoPage, IgnoresErrorsOtherVehiclesAndWhatComesWhileItIsHidden) {

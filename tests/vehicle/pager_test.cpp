@@ -16,8 +16,6 @@ class Pager : public testing::Test {
  protected:
   Pager() {
     client.start();
-    Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
-    client.settle();
     screen = client.open(2);
     swipe = screen->swipeTabBarController();
     client.center.addObserver(this, kFleetorNotificationLive, [this](const Notification& notification) {
@@ -35,8 +33,7 @@ class Pager : public testing::Test {
   }
   int tab() { return screen->pagesTabBar().indexOfItem(screen->pagesTabBar().selectedItem()); }
 
-  Machine phone;
-  Client client{phone};
+  Client client;
   VehicleViewController* screen = nullptr;
   std::shared_ptr<SwipeTabBarController> swipe;
   std::vector<std::any> posts;

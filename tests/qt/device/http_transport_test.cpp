@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <chrono>
 #include <future>
 #include <string>
@@ -64,6 +65,23 @@ std::function<void(RawServer::Peer&)> always(std::string bytes) {
   };
 }
 
+// Reads one request, answers it with these bytes and hangs up.
+std::function<void(RawServer::Peer&)> once(std::string bytes) {
+  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
+    peer.read();
+    peer.write(bytes);
+  };
+}
+
+// Reads one request, answers it with these bytes and waits until the client hangs up.
+std::function<void(RawServer::Peer&)> stalling(std::string bytes) {
+  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
+    peer.read();
+    peer.write(bytes);
+    peer.hold();
+  };
+}
+
 // The header lines of a request in order, and what stands before and after them.
 struct Wire {
   std::string line;
@@ -107,33 +125,26 @@ TEST(HttpTransport, PutsARequestOnTheWireToTheLetter) {
 TEST(HttpTransport, SendsBodiesOfEveryKindAndNoneWhereThereIsNone) {
   RawServer server(always(answer("{}")));
   HttpTransport transport;
-  struct Case {
-    const char* method;
-    std::optional<std::string> body;
-    const char* length;  // the header, or nothing when there must be none
-  };
-  const std::vector<Case> cases = {{"GET", std::nullopt, nullptr},
-                                   {"DELETE", std::nullopt, nullptr},
-                                   {"POST", "", "Content-Length: 0"},
-                                   {"POST", std::nullopt, "Content-Length: 0"},
-                                   {"PUT", std::string("{\"a\":\"\0\xC3\xA9\"}", 11), "Content-Length: 11"},
-                                   {"POST", std::string(3'000'000, 'x'), "Content-Length: 3000000"}};
-  for (const Case& c : cases) {
+  const std::pair<const char*, std::optional<std::string>> cases[] = {
+      {"GET", std::nullopt},
+      {"DELETE", std::nullopt},
+      {"POST", ""},
+      {"POST", std::nullopt},
+      {"PUT", std::string("{\"a\":\"\0\xC3\xA9\"}", 11)},
+      {"POST", std::string(3'000'000, 'x')}};
+  for (const auto& [method, body] : cases) {
     HttpRequest request = get(server.url("/x"));
-    request.method = c.method;
-    request.body = c.body;
+    request.method = method;
+    request.body = body;
     EXPECT_EQ(fetch(transport, request).status, 200);
     const Wire wire(server.requests().back());
-    EXPECT_EQ(wire.line, std::string(c.method) + " /x HTTP/1.1");
-    EXPECT_TRUE(wire.body == c.body.value_or("")) << c.method;
-    if (c.length) {
-      EXPECT_THAT(wire.headers, testing::Contains(c.length)) << c.method;
-    } else {
-      EXPECT_THAT(wire.headers, testing::Each(Not(StartsWith("Content-Length")))) << c.method;
-    }
-    EXPECT_THAT(wire.headers,
-                testing::Each(Not(AnyOf(StartsWith("Content-Type"), StartsWith("Content-type")))))
-        << c.method;
+    EXPECT_EQ(wire.line, std::string(method) + " /x HTTP/1.1");
+    EXPECT_TRUE(wire.body == body.value_or("")) << method;
+    const std::string length = "Content-Length: " + std::to_string(wire.body.size());
+    const bool hasLength = request.method[0] == 'P';
+    EXPECT_EQ(std::ranges::count(wire.headers, length), hasLength) << method;
+    EXPECT_THAT(wire.headers, testing::Each(Not(StartsWith(hasLength ? "Content-Type" : "Content-"))))
+        << method;
   }
 }
 
@@ -165,9 +176,8 @@ TEST(HttpTransport, KeepsTheSpellingOfAUrl) {
 
 TEST(HttpTransport, GivesTheAnswerOfAnErrorStatusWithItsBodyAndNoError) {
   HttpTransport transport;
-  for (const char* status :
-       {"204 No Content", "304 Not Modified", "400 Bad", "401 Unauthorized", "403 No", "404 Nope",
-        "407 Proxy", "409 C", "418 T", "500 E", "503 S", "599 X", "302 Found"}) {
+  for (const char* status : {"204 No Content", "304 Not Modified", "400 Bad", "401 Unauthorized", "407 Proxy",
+                             "500 E", "599 X", "302 Found"}) {
     const bool bodiless = std::string(status).starts_with("204") || std::string(status).starts_with("304");
     RawServer server(
         always(answer(bodiless ? "" : "{\"e\":1}", status, "WWW-Authenticate: Basic realm=\"x\"\r\n")));
@@ -186,12 +196,6 @@ TEST(HttpTransport, NamesEveryWayInWhichATransferBreaks) {
     std::function<void(RawServer::Peer&)> serve;
     int status;
     long error;
-  };
-  const auto once = [](std::string bytes) {
-    return [bytes = std::move(bytes)](RawServer::Peer& peer) {
-      peer.read();
-      peer.write(bytes);
-    };
   };
   const std::vector<Case> cases = {
       {"closed before the answer", once(""), 0, url_error::networkConnectionLost},
@@ -233,10 +237,7 @@ TEST(HttpTransport, NamesEveryWayInWhichATransferBreaks) {
 }
 
 TEST(HttpTransport, NeverTakesACutAnswerForWhole) {
-  RawServer server([](RawServer::Peer& peer) {
-    peer.read();
-    peer.write("HTTP/1.1 200 OK\r\nContent-Length: 300000\r\n\r\n{}");
-  });
+  RawServer server(once("HTTP/1.1 200 OK\r\nContent-Length: 300000\r\n\r\n{}"));
   HttpTransport transport;
   // What the manager makes of it hangs on how fast the end follows the beginning.
   for (int i = 0; i < 50; i++)
@@ -251,30 +252,22 @@ TEST(HttpTransport, NeverSendsAnythingButGetAndDeleteTwice) {
     peer.write(answer("{}"));
     peer.read();
   });
-  for (const auto& [method, body] : std::vector<std::pair<const char*, std::optional<std::string>>>{
-           {"POST", "a=b"}, {"POST", ""}, {"POST", std::nullopt}, {"PUT", "{}"}}) {
-    EXPECT_EQ(fetch(transport, get(server.url("/warm"))).status, 200);
-    const auto before = server.requests().size();
-    HttpRequest request = post(server.url("/x"), "");
-    request.method = method;
-    request.body = body;
-    if (body) request.headers.back().second = std::to_string(body->size());
-    EXPECT_EQ(fetch(transport, request).error, url_error::networkConnectionLost) << method;
-    EXPECT_EQ(server.requests().size(), before + 1) << method << " " << body.value_or("without a body");
-  }
+  for (const char* method : {"POST", "PUT"})
+    for (const auto& body : {std::optional<std::string>("a=b"), {""}, {}}) {
+      EXPECT_EQ(fetch(transport, get(server.url("/warm"))).status, 200);
+      const auto before = server.requests().size();
+      HttpRequest request = get(server.url("/x"));
+      request.method = method;
+      request.body = body;
+      EXPECT_EQ(fetch(transport, request).error, url_error::networkConnectionLost) << method;
+      EXPECT_EQ(server.requests().size(), before + 1) << method << " " << body.value_or("without a body");
+    }
 }
 
 TEST(HttpTransport, TimesOutWhenNothingMovesAndNotWhileSomethingDoes) {
   HttpTransport transport;
-  RawServer silent([](RawServer::Peer& peer) {
-    peer.read();
-    peer.hold();
-  });
-  RawServer stalling([](RawServer::Peer& peer) {
-    peer.read();
-    peer.write("HTTP/1.1 200 OK\r\nContent-Length: 20\r\n\r\n{");
-    peer.hold();
-  });
+  RawServer silent(stalling(""));
+  RawServer halting(stalling("HTTP/1.1 200 OK\r\nContent-Length: 20\r\n\r\n{"));
   RawServer slow([](RawServer::Peer& peer) {
     peer.read();
     peer.write("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\n");
@@ -285,10 +278,10 @@ TEST(HttpTransport, TimesOutWhenNothingMovesAndNotWhileSomethingDoes) {
   });
   const auto began = std::chrono::steady_clock::now();
   auto silentRequest = post(silent.url("/"), "a=b");
-  auto stallingRequest = get(stalling.url("/"));
+  auto haltingRequest = get(halting.url("/"));
   auto slowRequest = get(slow.url("/"));
-  silentRequest.timeoutSeconds = stallingRequest.timeoutSeconds = slowRequest.timeoutSeconds = 0.6;
-  auto first = start(transport, silentRequest), second = start(transport, stallingRequest),
+  silentRequest.timeoutSeconds = haltingRequest.timeoutSeconds = slowRequest.timeoutSeconds = 0.6;
+  auto first = start(transport, silentRequest), second = start(transport, haltingRequest),
        third = start(transport, slowRequest);
   EXPECT_EQ(first.get().error, url_error::timedOut);
   EXPECT_GE(std::chrono::steady_clock::now() - began, 550ms);
@@ -320,40 +313,35 @@ TEST(HttpTransport, FollowsRedirectsButKeepsTheTokenAtItsOrigin) {
   };
 
   // At home: the token stays; the verb as the status asks.
-  for (const auto& [code, line] :
-       std::vector<std::pair<const char*, const char*>>{{"301", "GET /to?x HTTP/1.1"},
-                                                        {"302", "GET /to?x HTTP/1.1"},
-                                                        {"303", "GET /to?x HTTP/1.1"},
-                                                        {"307", "POST /to?x HTTP/1.1"},
-                                                        {"308", "POST /to?x HTTP/1.1"}}) {
+  for (const std::string code : {"301", "302", "303", "307", "308"}) {
     EXPECT_EQ(go(code, "/to?x").body, "[1]") << code;
     const Wire wire(server.requests().back());
-    EXPECT_EQ(wire.line, line) << code;
+    const bool repeats = code >= "307";
+    EXPECT_EQ(wire.line, repeats ? "POST /to?x HTTP/1.1" : "GET /to?x HTTP/1.1") << code;
+    EXPECT_EQ(wire.body, repeats ? "a=b" : "") << code;
     EXPECT_THAT(wire.headers, testing::Contains("Authorization: Bearer secret")) << code;
-    const bool isPost = wire.line[0] == 'P';
-    EXPECT_EQ(wire.body, isPost ? "a=b" : "") << code;
-    const auto aboutBody = testing::Contains(AnyOf(StartsWith("Content-type"), StartsWith("Content-Length")));
-    if (isPost)
-      EXPECT_THAT(wire.headers, aboutBody) << code;
-    else
-      EXPECT_THAT(wire.headers, Not(aboutBody)) << code;
+    EXPECT_EQ(std::ranges::count_if(wire.headers, [](auto& line) { return line.starts_with("Content-"); }),
+              repeats ? 2 : 0)
+        << code;
   }
 
-  for (int i = 0; i < 20; i++)
-    EXPECT_EQ(go("307", "/to?x").body, "[1]");
-
   // Abroad: the token does not go along, nor does it come back by way of a second redirect.
-  for (const char* code : {"301", "307"}) {
+  for (const char* code : {"301", "302", "303"}) {
     EXPECT_EQ(go(code, other.url("/to")).body, "[2]");
     EXPECT_THAT(other.requests().back(), Not(HasSubstr("secret"))) << code;
   }
-  RawServer back([&](RawServer::Peer& peer) {
-    peer.read();
-    peer.write(answer("", "302 Found", "Location: " + server.url("/home") + "\r\n"));
-  });
+  const auto arrived = other.requests().size();
+  for (const char* code : {"307", "308"}) {
+    EXPECT_EQ(go(code, other.url("/to")).error, url_error::badServerResponse) << code;
+    EXPECT_EQ(other.requests().size(), arrived) << "the body went abroad";
+  }
+  HttpRequest bodiless = get(server.url("/from"));
+  bodiless.headers = {{"Authorization", "Bearer secret"}};
+  EXPECT_EQ(fetch(transport, bodiless).body, "[2]");
+  EXPECT_THAT(other.requests().back(), Not(HasSubstr("secret")));
+  RawServer back(once(answer("", "302 Found", "Location: " + server.url("/home") + "\r\n")));
   EXPECT_EQ(go("302", back.url("/")).body, "[1]");
-  EXPECT_THAT(server.requests().back(), StartsWith("GET /home "));
-  EXPECT_THAT(server.requests().back(), Not(HasSubstr("secret")));
+  EXPECT_THAT(server.requests().back(), testing::AllOf(StartsWith("GET /home "), Not(HasSubstr("secret"))));
 
   // Nowhere: the answer itself.
   for (const char* nowhere : {"ftp://127.0.0.1/", "http://", "mailto:a@b"}) {
@@ -388,10 +376,7 @@ TEST(HttpTransport, KeepsNoCookiesAndReusesTheConnection) {
 }
 
 TEST(HttpTransport, CancelsWhatIsUnansweredWhenItIsDestroyed) {
-  RawServer server([](RawServer::Peer& peer) {
-    peer.read();
-    peer.hold();
-  });
+  RawServer server(stalling(""));
   std::vector<std::future<HttpReply>> replies;
   const auto began = std::chrono::steady_clock::now();
   {

@@ -119,6 +119,24 @@ class WindowTest : public testing::Test {
     ASSERT_TRUE(waitFor("title", "My Vehicles"));
   }
 
+  /// What is read out for the row of that caption.
+  QString reading(const char* caption) {
+    std::vector<QQuickItem*> found;
+    collect(
+        window().contentItem(),
+        [&](QQuickItem& item) {
+          return item.property("spoken").toString().startsWith(QString::fromUtf8(caption) +
+                                                               QStringLiteral(": "));
+        },
+        found);
+    return found.empty() ? QString() : found.back()->property("spoken").toString();
+  }
+
+  bool isChecked(const char* tab) {
+    const auto found = items("label", QString::fromUtf8(tab));
+    return !found.empty() && found.back()->property("checked").toBool();
+  }
+
   QQuickItem* list() {
     std::vector<QQuickItem*> found;
     collect(
@@ -205,6 +223,25 @@ TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
   EXPECT_EQ(list()->width(), 300);
   QTest::qWait(500);
+
+  // The keys go back to where they went before a sheet, or a question, lay over it.
+  list()->forceActiveFocus();
+  QTest::keyClick(&window(), Qt::Key_Down);
+  EXPECT_EQ(list()->property("currentIndex").toInt(), 0);
+  click("About");
+  ASSERT_TRUE(waitFor("title", "About"));
+  click("Cancel");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return items("title", QStringLiteral("About")).empty(); }));
+  QTest::keyClick(&window(), Qt::Key_Down);
+  EXPECT_EQ(list()->property("currentIndex").toInt(), 1);
+  click("Log out");
+  ASSERT_TRUE(waitFor("label", "Cancel"));
+  QTest::keyClick(&window(), Qt::Key_Escape);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return items("label", QStringLiteral("Cancel")).empty(); }));
+  QTest::keyClick(&window(), Qt::Key_Down);
+  EXPECT_EQ(list()->property("currentIndex").toInt(), 2);
+  EXPECT_EQ(items("title", QStringLiteral("My Vehicles")).size(), 1u);
+
   QTest::mouseClick(&window(), Qt::LeftButton, {}, {150, 100});
   ASSERT_TRUE(waitFor("text", "Odometer"));
   EXPECT_EQ(list()->width(), 724);
@@ -212,15 +249,69 @@ TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
 
   click("Log out");
   ASSERT_TRUE(waitFor("label", "Cancel"));
-  QTest::keyClick(&window(), Qt::Key_Escape);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return items("label", QStringLiteral("Cancel")).empty(); }));
-  EXPECT_EQ(items("title", QStringLiteral("My Vehicles")).size(), 1u);
-
-  click("Log out");
-  ASSERT_TRUE(waitFor("label", "Cancel"));
   click("Log out");  // the alert's, which lies on top
   ASSERT_TRUE(waitFor("label", "Sign in"));
   EXPECT_TRUE(items("title", QStringLiteral("My Vehicles")).empty());
+}
+
+TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
+  open(Idiom::phone, {390, 844});
+  signIn();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+  QTest::qWait(600);
+  const auto place = [&] { return list()->mapToScene({0, 0}).x(); };
+
+  drag({60, 500}, {150, 500});  // not far enough
+  QTest::qWait(400);
+  EXPECT_EQ(place(), 0);
+  drag({60, 500}, {300, 500});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return place() == 260; })) << place();
+  QTest::qWait(400);
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {330, 500});  // closes the menu and opens no vehicle
+  EXPECT_TRUE(QTest::qWaitFor([&] { return place() == 0; }));
+  EXPECT_TRUE(items("title", QStringLiteral("My Vehicles")).size() == 1);
+
+  // The strip from which the menu is drawn takes nothing away from the list beneath it.
+  drag({60, 500}, {64, 300});
+  EXPECT_GT(list()->property("contentY").toDouble(), 100);
+  QTest::qWait(600);
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {60, 500});
+  ASSERT_TRUE(waitFor("text", "Odometer"));
+  QTest::qWait(600);
+  drag({3, 400}, {80, 400});  // not far enough
+  QTest::qWait(400);
+  EXPECT_EQ(place(), 0);
+  EXPECT_TRUE(isChecked("Info"));
+  drag({350, 400}, {290, 400});  // not far enough
+  QTest::qWait(400);
+  EXPECT_TRUE(isChecked("Info"));
+  for (const char* next : {"Live", "Map"}) {
+    drag({350, 400}, {60, 400});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isChecked(next); })) << next;
+    QTest::qWait(400);
+  }
+  EXPECT_TRUE(items("text", QStringLiteral("Odometer")).empty());
+  drag({60, 400}, {350, 400});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return isChecked("Live"); }));
+  QTest::qWait(400);
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {10, 28});  // the edge of the way back
+  EXPECT_TRUE(waitFor("title", "My Vehicles"));
+}
+
+TEST_F(WindowTest, AMinimisedWindowIsInTheBackgroundAndComesBackWithFreshReadings) {
+  open(Idiom::phone, {390, 844});
+  signIn();
+  QTest::qWait(600);
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {195, 100});
+  const auto updated = [&] { return reading("Update time"); };
+  ASSERT_TRUE(QTest::qWaitFor([&] { return updated().size() > 15; }));
+  const QString before = updated();
+  QTest::qWait(3'000);
+  EXPECT_EQ(updated(), before) << "the next poll is 15 seconds away";
+  window().showMinimized();
+  QTest::qWait(100);
+  window().showNormal();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return updated() != before; }, 5'000));
 }
 
 TEST_F(WindowTest, ClosingWithRequestsUnderWayIsClean) {

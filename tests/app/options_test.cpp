@@ -1,0 +1,77 @@
+#include "app/options.h"
+
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <utility>
+
+namespace fleetor {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(Options, AreReadInAnyOrderAndTheLastSizeCounts) {
+  std::string problem;
+  const auto none = parseOptions({}, problem);
+  ASSERT_TRUE(none);
+  EXPECT_FALSE(none->tablet || none->fresh || none->dark || none->help || none->width || none->height);
+
+  const auto all =
+      parseOptions({"--size", "240x8000", "--dark", "--fresh", "--size=1024x768", "--tablet"}, problem);
+  ASSERT_TRUE(all) << problem;
+  EXPECT_TRUE(all->tablet && all->fresh && all->dark);
+  EXPECT_FALSE(all->help);
+  EXPECT_EQ(all->width, 1024);
+  EXPECT_EQ(all->height, 768);
+  EXPECT_EQ(parseOptions({"--size", "240x8000"}, problem)->height, 8000);
+}
+
+TEST(Options, AWrongOneIsNamed) {
+  for (const auto& [words, named] : std::vector<std::pair<std::vector<std::string>, const char*>>{
+           {{"--tablets"}, "\"--tablets\""},
+           {{"--dark", "phone"}, "\"phone\""},
+           {{""}, "\"\""},
+           {{"--sizes=390x844"}, "\"--sizes=390x844\""},
+           {{"--dark", "--size"}, "--size needs"},
+           {{"--size", "--dark"}, "\"--dark\""},
+           {{"--size="}, "\"\""},
+           {{"--size=390"}, "\"390\""},
+           {{"--size=x844"}, "\"x844\""},
+           {{"--size=390x"}, "\"390x\""},
+           {{"--size=390x844x2"}, "\"390x844x2\""},
+           {{"--size=390 x 844"}, "\"390 x 844\""},
+           {{"--size=239x844"}, "\"239x844\""},
+           {{"--size=390x8001"}, "\"390x8001\""},
+           {{"--size=-390x844"}, "\"-390x844\""},
+           {{"--size=390x99999999999"}, "\"390x99999999999\""},
+           {{"--size=1024x768", "--size=1x1"}, "\"1x1\""}}) {
+    std::string problem;
+    EXPECT_FALSE(parseOptions(words, problem)) << named;
+    EXPECT_THAT(problem, HasSubstr(named));
+  }
+}
+
+/// What the client says, and its exit status.
+std::pair<std::string, int> run(const std::string& redirectedOptions) {
+  std::FILE* const client = ::popen((CLIENT " " + redirectedOptions).c_str(), "r");
+  if (!client) return {"", -1};
+  std::string said;
+  std::array<char, 4096> chunk{};
+  while (const auto count = std::fread(chunk.data(), 1, chunk.size(), client))
+    said.append(chunk.data(), count);
+  return {said, WEXITSTATUS(::pclose(client))};
+}
+
+TEST(Options, TheClientEndsAtOnceForHelpAndForAWrongOne) {
+  EXPECT_EQ(run("--help 2>/dev/null"), std::pair(std::string(usage), 0));
+  const auto [complaint, status] = run("--size 12 2>&1 >/dev/null");
+  EXPECT_EQ(status, 2);
+  EXPECT_THAT(complaint, StartsWith("fleetor: \"12\" is no size"));
+  EXPECT_THAT(complaint, HasSubstr(usage));
+}
+
+}  // namespace
+}  // namespace fleetor
