@@ -51,6 +51,9 @@ WorldRect boundsOf(std::span<const Coordinate> coordinates) {
 
 void MapCamera::setViewport(double width, double height) {
   const bool usable = std::isfinite(width) && std::isfinite(height) && width > 0 && height > 0;
+  if (width == width_ && height == height_) {
+    return;  // an animation goes on
+  }
   width_ = usable ? width : 0;
   height_ = usable ? height : 0;
   if (region_ && usable) {
@@ -284,21 +287,20 @@ CameraPosition MapCamera::along(const Journey& journey) const {
   if (time >= 1) {
     return to;
   }
-  const double fromView = std::exp2(-from.zoom);
-  double done = 0;  // of the way from centre to centre
-  double zoom = 0;
-  if (length == 0) {
-    const double eased = 1 - std::pow(1 - time, 3);
-    zoom = from.zoom + (to.zoom - from.zoom) * eased;
-    // With a change of zoom, about the one point that keeps its place on the screen: no swerving.
-    const double change = fromView - std::exp2(-to.zoom);
-    done = std::abs(to.zoom - from.zoom) < 1e-6 ? eased : (fromView - std::exp2(-zoom)) / change;
-  } else {
-    const double eased = 1 - std::pow(1 - time * time, 2);
+  // A short way starts at once: steps that follow each other quickly, as of a key held down, flow together.
+  const double change = std::abs(to.zoom - from.zoom);
+  const bool isShort = length == 0 && change < 2;
+  const double eased = isShort ? 1 - std::pow(1 - time, 3) : 1 - std::pow(1 - time * time, 2);
+  double zoom = from.zoom + (to.zoom - from.zoom) * eased;
+  double done = eased;  // of the way from centre to centre
+  if (length > 0) {
     const double angle = start + flightCurvature * length * eased;
     const double end = start + flightCurvature * length;
     zoom = from.zoom + std::log2(std::cosh(angle) / std::cosh(start));
     done = (std::tanh(angle) - std::tanh(start)) / (std::tanh(end) - std::tanh(start));
+  } else if (change > 1e-6) {
+    // About the one point that keeps its place on the screen: no swerving.
+    done = (std::exp2(-from.zoom) - std::exp2(-zoom)) / (std::exp2(-from.zoom) - std::exp2(-to.zoom));
   }
   return {{from.center.x + (to.center.x - from.center.x) * done,
            from.center.y + (to.center.y - from.center.y) * done},
