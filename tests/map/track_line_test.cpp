@@ -84,30 +84,37 @@ TEST(TrackLine, LeavesOutOnlyWhatNobodySees) {
 }
 
 TEST(TrackLine, IsCutIntoChunksWithoutGaps) {
-  TrackLine line(drive(20000));
-  constexpr int level = 18;
-  const auto pieces = line.pieces(everywhere, level);
-  ASSERT_GT(pieces.size(), 10U);
-  for (std::size_t p = 0; p < pieces.size(); ++p) {
-    const auto& [origin, bounds, vertices] = *pieces[p].chunk;
-    EXPECT_LE(vertices.size(), 512U);
-    if (p > 0) {
-      const WorldPoint end = place(pieces[p - 1], pieces[p - 1].chunk->vertices.size() - 1, level);
-      EXPECT_LE(std::hypot(end.x - origin.x, end.y - origin.y) * pointsPerWorldUnit(level), 1.0 / 64);
-    }
-    const double rounding = 1.0 / 64 / pointsPerWorldUnit(level);
-    for (std::size_t i = 0; i < vertices.size(); ++i) {
-      const auto [x, y] = place(pieces[p], i, level);
-      EXPECT_TRUE(x > bounds.left - rounding && x < bounds.right + rounding && y > bounds.top - rounding &&
-                  y < bounds.bottom + rounding);
-      EXPECT_TRUE(i == 0 || vertices[i] != vertices[i - 1]) << "a segment without a direction";
-    }
+  std::vector<Coordinate> zigzag(2000);  // in steps of 3 km, 37,000 points at this level
+  for (std::size_t i = 0; i < zigzag.size(); ++i) {
+    zigzag[i] = {50 + 0.01 * static_cast<double>(i % 2), 0.05 * static_cast<double>(i)};
   }
-  const WorldRect street = pieces[5].chunk->bounds;
-  const auto inView = line.pieces(street, level);
-  EXPECT_LT(inView.size(), pieces.size());
-  EXPECT_TRUE(
-      std::ranges::any_of(inView, [&](const TrackPiece& piece) { return piece.chunk == pieces[5].chunk; }));
+  constexpr int level = 20;
+  constexpr double rounding = 1.0 / 64;  // points
+  for (const auto& track : {drive(20000), zigzag}) {
+    TrackLine line(track);
+    const auto pieces = line.pieces(everywhere, level);
+    ASSERT_GT(pieces.size(), 10U);
+    for (std::size_t p = 0; p < pieces.size(); ++p) {
+      const auto& [origin, bounds, vertices] = *pieces[p].chunk;
+      EXPECT_LE(vertices.size(), 512U);
+      const WorldPoint end =
+          place(pieces[p > 0 ? p - 1 : p], p > 0 ? pieces[p - 1].chunk->vertices.size() - 1 : 0, level);
+      EXPECT_LE(std::hypot(end.x - origin.x, end.y - origin.y) * pointsPerWorldUnit(level), rounding);
+      const double edge = rounding / pointsPerWorldUnit(level);
+      for (std::size_t i = 0; i < vertices.size(); ++i) {
+        const auto [x, y] = place(pieces[p], i, level);
+        EXPECT_TRUE(x > bounds.left - edge && x < bounds.right + edge && y > bounds.top - edge &&
+                    y < bounds.bottom + edge);
+        EXPECT_LE(std::max(std::abs(vertices[i].x), std::abs(vertices[i].y)), 65536);
+        EXPECT_TRUE(i == 0 || vertices[i] != vertices[i - 1]) << "a segment without a direction";
+      }
+    }
+    const auto& street = pieces[5].chunk;
+    const auto inView = line.pieces(street->bounds, level);
+    EXPECT_LT(inView.size(), pieces.size());
+    EXPECT_TRUE(std::ranges::any_of(inView, [&](const TrackPiece& piece) { return piece.chunk == street; }));
+    EXPECT_TRUE(line.pieces({0, 0.9, 1, 1}, level).empty());
+  }
 }
 
 TEST(TrackLine, GrowsAtItsEndOnly) {
@@ -163,6 +170,10 @@ TEST(TrackLine, StaysExactInTheMiddleOfALongSegment) {
     }
   }
   EXPECT_TRUE(line.pieces({0.9, 0.1, 0.9001, 0.1001}, 20).empty());
+  const WorldRect end{to.x, to.y - 1e-6, to.x + 1e-6, to.y};
+  EXPECT_EQ(line.pieces(end, 20).size(), 2U);
+  line.append({0, 0});
+  EXPECT_EQ(line.pieces(end, 20).size(), 3U) << "and out again";
 }
 
 TEST(TrackLine, TakesAnyNumberOfAnyPoints) {
