@@ -2,9 +2,10 @@
 
 namespace fleetor {
 
-std::shared_ptr<MapPolyline> MapPolyline::polylineWithCoordinates(std::vector<Coordinate> coordinates) {
-  auto line = std::make_shared<TrackLine>(coordinates);
-  return std::shared_ptr<MapPolyline>(new MapPolyline(std::move(coordinates), std::move(line)));
+std::shared_ptr<MapPolyline> MapPolyline::polylineWithCoordinates(
+    const std::vector<Coordinate>& coordinates) {
+  return std::shared_ptr<MapPolyline>(
+      new MapPolyline({coordinates.begin(), coordinates.end()}, std::make_shared<TrackLine>(coordinates)));
 }
 
 std::shared_ptr<MapPolyline> MapPolyline::polylineByAppendingCoordinate(MapPolyline& earlier,

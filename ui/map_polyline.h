@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -14,24 +15,25 @@ namespace fleetor {
 /// milliseconds, which are better spent off the main thread), used on the main thread from then on.
 class MapPolyline {
  public:
-  static std::shared_ptr<MapPolyline> polylineWithCoordinates(std::vector<Coordinate> coordinates);
+  static std::shared_ptr<MapPolyline> polylineWithCoordinates(const std::vector<Coordinate>& coordinates);
 
   /// A line through the coordinates of `earlier` and one more, in a time that does not depend on their
   /// number: it takes over everything that `earlier` holds and leaves that without coordinates. Take
   /// `earlier` off its map before.
   static std::shared_ptr<MapPolyline> polylineByAppendingCoordinate(MapPolyline& earlier, Coordinate next);
 
-  const std::vector<Coordinate>& coordinates() const { return coordinates_; }
+  /// A queue, for it grows without moving.
+  const std::deque<Coordinate>& coordinates() const { return coordinates_; }
 
   /// The line made ready for drawing; never none. The drawer's own: it makes levels in it as it needs them.
   /// A line that takes over from an earlier one goes on with the same object, grown.
   const std::shared_ptr<TrackLine>& line() const { return line_; }
 
  private:
-  MapPolyline(std::vector<Coordinate> coordinates, std::shared_ptr<TrackLine> line)
+  MapPolyline(std::deque<Coordinate> coordinates, std::shared_ptr<TrackLine> line)
       : coordinates_(std::move(coordinates)), line_(std::move(line)) {}
 
-  std::vector<Coordinate> coordinates_;
+  std::deque<Coordinate> coordinates_;
   std::shared_ptr<TrackLine> line_;
 };
 

@@ -1,7 +1,6 @@
 #include "vehicle/day_track.h"
 
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace fleetor {
@@ -27,7 +26,7 @@ DayTrack DayTrack::fromAnswer(MapResponse& answer) {
     coordinates.reserve(entries.size());
     for (const MapEntry& entry : entries)
       coordinates.push_back(entry.coordinate());
-    track.polyline = MapPolyline::polylineWithCoordinates(std::move(coordinates));
+    track.polyline = MapPolyline::polylineWithCoordinates(coordinates);
   }
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const bool end = i == 0 || i == entries.size() - 1;

@@ -80,7 +80,7 @@ void LiveDetailViewController::drawRoute() {
   coordinates.reserve(items_.size());
   for (const auto& live : items_)
     coordinates.push_back(live->coordinate());
-  addPolyline(MapPolyline::polylineWithCoordinates(std::move(coordinates)));
+  addPolyline(MapPolyline::polylineWithCoordinates(coordinates));
 }
 
 std::shared_ptr<MapAnnotationView> LiveDetailViewController::mapViewViewForAnnotation(
