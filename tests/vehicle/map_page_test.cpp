@@ -129,13 +129,6 @@ TEST_F(MapPage, NeitherLoadsADayChosenDuringALoadNorShowsTheOneFromBefore) {
   EXPECT_THAT(asked(), IsEmpty());
   choose(std::string("2026-03-09"));
   EXPECT_THAT(asked(), ElementsAre("2026-03-09"));
-
-  // Chosen while the answer of another day is being prepared already.
-  ASSERT_TRUE(client.transport.answerOpen("/map", mapReply({"", ""})));
-  client.queues.global([this] { client.queues.main([this] { choose(std::string("2026-03-08")); }); });
-  client.queues.runUntilIdle();
-  EXPECT_EQ(drawn(), "");
-  EXPECT_FALSE(loading());
 }
 
 TEST_F(MapPage, EmptiesInTheBackgroundAndHasItsDayBackBeforeItAsksWhoeverComesFirst) {
