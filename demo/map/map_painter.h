@@ -8,6 +8,6 @@ namespace fleetor::demo {
 
 // Draws the ground, the water, the roads and the buildings of a tile; no names. Both from any thread.
 void paintMap(Canvas& canvas, const Atlas& atlas, const Palette& palette);
-void paintAerial(Canvas& canvas, const Atlas& atlas);
+void paintAerial(Canvas& canvas, const TileAddress& tile, const Atlas& atlas);
 
 }  // namespace fleetor::demo

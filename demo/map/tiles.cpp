@@ -129,7 +129,7 @@ std::string Tiles::drawn(const TilePicture& picture) {
   const Map& map = this->map();
   Canvas canvas(picture.address, picture.scale);
   if (picture.look == MapLook::satellite)
-    paintAerial(canvas, map.atlas);
+    paintAerial(canvas, picture.address, map.atlas);
   else
     paintMap(canvas, map.atlas, paletteOf(picture.look));
   map.names.paint(canvas, picture.address, picture.look);
