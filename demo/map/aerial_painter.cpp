@@ -1,3 +1,5 @@
+#include <map>
+
 #include "demo/map/aerial_textures.h"
 #include "demo/map/map_painter.h"
 #include "demo/random.h"
@@ -88,8 +90,12 @@ class AerialPainter {
 
  private:
   void paintIsland() {
+    // Shallow water, softly: a wide brush needs no fine line.
+    Shape rough;
+    for (std::size_t i = 0; i < atlas_.coast().size(); i += zoom_ < 12 ? 24 : 8)
+      rough.push_back(atlas_.coast()[i]);
     for (const double metres : {1500.0, 800.0, 320.0, 120.0}) {
-      canvas_.addPolygon(atlas_.coast());
+      canvas_.addPolygon(rough);
       canvas_.stroke(kShallows, std::min(60.0, 2 * canvas_.pixels(metres)), 0.22);
     }
     canvas_.addPolygon(atlas_.coast());
@@ -100,7 +106,7 @@ class AerialPainter {
   }
 
   bool shows(const Area& area) const {
-    if (area.use == LandUse::field || area.use == LandUse::meadow) return zoom_ >= 10;
+    if (area.use == LandUse::field || area.use == LandUse::meadow) return zoom_ >= 11;
     if (area.use == LandUse::garden) return zoom_ >= 16;
     if (area.use == LandUse::wood || area.use == LandUse::builtUp || area.use == LandUse::park ||
         area.use == LandUse::water)
@@ -109,16 +115,19 @@ class AerialPainter {
   }
 
   void paintGround(const Box& reach) {
-    for (const std::uint32_t id : atlas_.areasIn(reach)) {
+    const auto ids = atlas_.areasIn(reach);
+    const bool together = zoom_ < 13;
+    if (together) paintParcels(ids);
+    for (const std::uint32_t id : ids) {
       const Area& area = atlas_.areas()[id];
-      if (!shows(area)) continue;
+      if (!shows(area) || (together && area.use <= LandUse::wood)) continue;
       canvas_.addPolygon(area.outline);
-      if (area.use == LandUse::wood && zoom_ >= 15) {
+      if (area.use == LandUse::wood && zoom_ >= 16) {
         textures_.fillWithCanopy(canvas_, tile_, groundOf(area));
       } else {
         canvas_.use(groundOf(area));
         cairo_fill_preserve(canvas_.cairo());
-        if (area.use == LandUse::field && zoom_ >= 13) textures_.fillWithFurrows(canvas_, area.bearing);
+        if (area.use == LandUse::field && zoom_ >= 14) textures_.fillWithFurrows(canvas_, area.bearing);
         if (area.use == LandUse::pitch && zoom_ >= 15)
           textures_.fillWithFurrows(canvas_, area.bearing + 1.5708);
       }
@@ -132,6 +141,23 @@ class AerialPainter {
         canvas_.stroke(0xe9efe0, std::max(0.7, canvas_.pixels(0.3)), 0.8);
       cairo_new_path(canvas_.cairo());
       if (area.use == LandUse::parking && zoom_ >= 17) parkCars(area);
+    }
+  }
+
+  // Thousands of them from high above: those of one colour at once.
+  void paintParcels(const std::vector<std::uint32_t>& ids) {
+    std::map<Colour, std::vector<const Shape*>> parcels;
+    for (const std::uint32_t id : ids)
+      if (const Area& area = atlas_.areas()[id]; area.use <= LandUse::wood && shows(area)) {
+        Area coarse;
+        coarse.use = area.use;
+        coarse.tone = area.use == LandUse::field ? area.tone : area.tone & 0xc0;
+        parcels[groundOf(coarse)].push_back(&area.outline);
+      }
+    for (const auto& [colour, outlines] : parcels) {
+      for (const Shape* outline : outlines)
+        canvas_.addPolygon(*outline);
+      canvas_.fill(colour);
     }
   }
 

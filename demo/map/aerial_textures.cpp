@@ -36,7 +36,7 @@ void useRepeated(Canvas& canvas, cairo_surface_t* picture, const TileAddress& ti
 
 AerialTextures::AerialTextures() : grain_(drawGrain()), furrows_(drawFurrows()) {
   for (std::size_t i = 0; i < canopies_.size(); ++i)
-    canopies_[i] = drawCanopy(1.7 * std::exp2(static_cast<double>(i)));
+    canopies_[i] = drawCanopy(3.4 * std::exp2(static_cast<double>(i)));
 }
 
 AerialTextures::Picture AerialTextures::drawGrain() {
@@ -61,15 +61,19 @@ AerialTextures::Picture AerialTextures::drawCanopy(double radius) {
   Picture picture(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kSide, kSide));
   const std::unique_ptr<cairo_t, void (*)(cairo_t*)> cairo(cairo_create(picture.get()), cairo_destroy);
   Random random(5);
-  const int count = static_cast<int>(0.7 * kSide * kSide / (radius * radius));
-  for (int i = 0; i < std::min(count, 24000); ++i) {
+  cairo_set_antialias(cairo.get(), CAIRO_ANTIALIAS_FAST);
+  const int count = static_cast<int>(0.75 * kSide * kSide / (radius * radius));
+  for (int i = 0; i < count; ++i) {
     const double x = random.between(0, kSide);
     const double y = random.between(0, kSide);
     const double r = radius * random.between(0.6, 1.25);
     const double light = random.between(-0.10, 0.12);
     // Crowns over the border come in again on the other side.
-    for (const double dx : {0.0, x < 2 * r ? double{kSide} : x > kSide - 2 * r ? -double{kSide} : 0.0})
-      for (const double dy : {0.0, y < 2 * r ? double{kSide} : y > kSide - 2 * r ? -double{kSide} : 0.0}) {
+    for (const double dx : {-double{kSide}, 0.0, double{kSide}})
+      for (const double dy : {-double{kSide}, 0.0, double{kSide}}) {
+        if (std::abs(x + dx - kSide / 2.0) > kSide / 2.0 + 2 * r ||
+            std::abs(y + dy - kSide / 2.0) > kSide / 2.0 + 2 * r)
+          continue;
         cairo_arc(cairo.get(), x + dx + r * 0.35, y + dy - r * 0.4, r, 0, 2 * std::numbers::pi);
         cairo_set_source_rgba(cairo.get(), 0.02, 0.05, 0.02, 0.28);
         cairo_fill(cairo.get());
@@ -93,13 +97,14 @@ AerialTextures::Picture AerialTextures::drawFurrows() {
 
 void AerialTextures::paintGrain(Canvas& canvas, const TileAddress& tile) const {
   useRepeated(canvas, grain_.get(), tile);
-  cairo_paint(canvas.cairo());
+  // From high above, and over the sea, a tile's grain would only be seen to repeat.
+  cairo_paint_with_alpha(canvas.cairo(), tile.zoom < 10 ? 0.3 : tile.zoom < 14 ? 0.7 : 1);
 }
 
 void AerialTextures::fillWithCanopy(Canvas& canvas, const TileAddress& tile, Colour colour) const {
   canvas.use(colour);
   cairo_fill_preserve(canvas.cairo());
-  useRepeated(canvas, canopies_[static_cast<std::size_t>(std::clamp(tile.zoom - 15, 0, 4))].get(), tile);
+  useRepeated(canvas, canopies_[static_cast<std::size_t>(std::clamp(tile.zoom - 16, 0, 3))].get(), tile);
   cairo_fill(canvas.cairo());
 }
 

@@ -34,7 +34,7 @@ class AerialTextures {
   static Picture drawFurrows();
 
   Picture grain_;
-  std::array<Picture, 5> canopies_;  // for zooms 15 to 19
+  std::array<Picture, 4> canopies_;  // for zooms 16 to 19
   Picture furrows_;
 };
 

@@ -162,11 +162,21 @@ class Cartographer {
         name(NameKind::landmark, "Cemetery", middle, 61);
         layPath(block.outline);
       }
+      if (block.zone == Zone::suburb || block.zone == Zone::terraces) layCourt(block);
       if (block.zone == Zone::square) {
         builder_.fillBlock(block.outline, 34, 22, 60, 0.5);
         name(NameKind::landmark, "Market Square", middle, 40);
       }
     }
+  }
+
+  // What lies behind the houses' gardens: grass and trees that belong to all.
+  void layCourt(const Block& block) {
+    const bool suburb = block.zone == Zone::suburb;
+    Shape court = insetOf(block.outline, suburb ? 58 : 24);
+    if (court.size() < 4 || areaOf(court) < 900) return;
+    scatter(court, suburb ? 15 : 13, suburb ? 0.52 : 0.45);
+    areas.push_back({LandUse::garden, static_cast<std::uint8_t>(random_.below(100)), 0, std::move(court)});
   }
 
   void layParking(const Shape& block) {

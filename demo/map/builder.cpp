@@ -109,6 +109,19 @@ void Builder::buildRow(const Frontage& frontage, double middle, double width) {
   }
 }
 
+double Builder::lotDepth(const Frontage& frontage, double along, double longest) const {
+  if (!frontage.block) return std::min(longest, 34.0);
+  const Station here = frontage.street.at(along);
+  const Point out = leftOf(here.direction) * (frontage.left ? 1 : -1);
+  double depth = frontage.halfWidth;
+  while (depth + 2 <= longest) {
+    const Point next = here.at + out * (depth + 2);
+    if (!contains(*frontage.block, next) || distanceTo(*frontage.block, next, true) < depth + 0.7) break;
+    depth += 2;
+  }
+  return depth;
+}
+
 std::optional<Point> Builder::buildHouse(const Frontage& frontage, double middle, double width) {
   const Station here = frontage.street.at(middle);
   const double side = frontage.left ? 1 : -1;
@@ -119,11 +132,18 @@ std::optional<Point> Builder::buildHouse(const Frontage& frontage, double middle
   const auto part = [&](double along0, double along1, double across0, double across1) {
     return rectangleAt(here, along0, along1, side * across0, side * across1);
   };
-  const double lotDepth = front + depth + random_.between(12, 18);
-  const Shape lot = part(-width / 2, width / 2, frontage.halfWidth, lotDepth);
+  const double longest = front + depth + random_.between(24, 40);
+  const double depthA = lotDepth(frontage, middle - width / 2, longest);
+  const double depthB = lotDepth(frontage, middle + width / 2, longest);
+  const double lotDepth = std::min(depthA, depthB);
+  if (lotDepth < front + depth) return std::nullopt;
   const auto inside = [&](Point p) { return !frontage.block || contains(*frontage.block, p); };
-  if (std::ranges::all_of(lot, inside))
-    areas.push_back({LandUse::garden, static_cast<std::uint8_t>(random_.below(256)), 0, lot});
+  const Point out = leftOf(here.direction) * side;
+  areas.push_back({LandUse::garden, static_cast<std::uint8_t>(random_.below(256)), 0,
+                   counterClockwise({here.at + here.direction * (-width / 2) + out * frontage.halfWidth,
+                                     here.at + here.direction * (width / 2) + out * frontage.halfWidth,
+                                     here.at + here.direction * (width / 2) + out * depthB,
+                                     here.at + here.direction * (-width / 2) + out * depthA})});
 
   const double height = random_.between(5, 8.5);
   if (!build(part(shift - half, shift + half, front, front + depth), height, false, frontage.block,
@@ -144,7 +164,7 @@ std::optional<Point> Builder::buildHouse(const Frontage& frontage, double middle
     const double x = random_.between(-1, 1) * (width / 2 - 4);
     annex(part(x - 1.6, x + 1.6, lotDepth - 5, lotDepth - 2), 2.5);
   }
-  for (int i = 0; i < 4; ++i) {
+  for (int i = 0; i < 6; ++i) {
     const Point at = here.at + here.direction * random_.between(-width / 2, width / 2) +
                      leftOf(here.direction) * (side * random_.between(frontage.halfWidth + 3.5, lotDepth));
     if (random_.chance(0.75) && isFree(at) && inside(at)) plant(at, 1.6, 3.9);

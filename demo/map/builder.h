@@ -44,6 +44,8 @@ class Builder {
 
  private:
   void buildRow(const Frontage& frontage, double middle, double width);
+  // How far a garden reaches from the street's centre line: to the middle between two streets.
+  double lotDepth(const Frontage& frontage, double along, double longest) const;
   std::optional<Point> buildHouse(const Frontage& frontage, double middle, double width);
   bool overlaps(const Shape& quad) const;
 

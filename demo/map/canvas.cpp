@@ -70,17 +70,4 @@ void Canvas::paint(Colour colour, double alpha) {
   cairo_paint(cairo());
 }
 
-std::string Canvas::png() {
-  std::string file;
-  cairo_surface_flush(surface());
-  cairo_surface_write_to_png_stream(
-      surface(),
-      [](void* target, const unsigned char* data, unsigned length) {
-        static_cast<std::string*>(target)->append(reinterpret_cast<const char*>(data), length);
-        return CAIRO_STATUS_SUCCESS;
-      },
-      &file);
-  return file;
-}
-
 }  // namespace fleetor::demo

@@ -3,7 +3,6 @@
 #include <cairo.h>
 
 #include <memory>
-#include <string>
 
 #include "demo/map/shapes.h"
 
@@ -53,8 +52,6 @@ class Canvas {
 
   cairo_t* cairo() { return cairo_.get(); }
   cairo_surface_t* surface() { return surface_.get(); }
-  // The finished picture as a PNG file.
-  std::string png();
 
  private:
   struct Destroy {

@@ -149,10 +149,15 @@ class Surveyor {
           direct = k == i || k == j ||
                    std::max(distanceBetween(places[i], places[k]), distanceBetween(places[j], places[k])) >=
                        length;
-        if (!direct) continue;
+        if (!direct || (fromGate && nearestGate(places[j]) != i)) continue;
         const Village& village = land_.villages[j - gates_.size()];
         addRoad(windingRoad(places[i], places[j], hashOf(i, j)), fromGate, village.name + " Road");
       }
+  }
+
+  std::size_t nearestGate(Point village) const {
+    const auto distance = [&](Point gate) { return distanceBetween(gate, village); };
+    return static_cast<std::size_t>(std::ranges::min_element(gates_, {}, distance) - gates_.begin());
   }
 
   // A road crosses the river on a bridge of its own.

@@ -5,6 +5,7 @@
 
 #include "demo/answers.h"
 #include "demo/map/map_painter.h"
+#include "demo/map/png.h"
 #include "demo/random.h"
 
 namespace fleetor::demo {
@@ -133,7 +134,7 @@ std::string Tiles::drawn(const TilePicture& picture) {
   else
     paintMap(canvas, map.atlas, paletteOf(picture.look));
   map.names.paint(canvas, picture.address, picture.look);
-  return canvas.png();
+  return pngOf(canvas.surface());
 }
 
 }  // namespace fleetor::demo
