@@ -193,6 +193,7 @@ TEST_F(TileSourceTest, TakesNothingForATileThatIsNone) {
       {"closed", "", failed},
   };
   for (const Case& c : cases) {
+    const QTemporaryDir own;  // ports, and so addresses, come back
     std::atomic<bool> sound = false;
     RawServer server([&](RawServer::Peer& peer) {
       while (!peer.read().empty()) {
@@ -200,7 +201,7 @@ TEST_F(TileSourceTest, TakesNothingForATileThatIsNone) {
         if (!sound && (c.bytes.empty() || c.bytes.find("Connection: close") != std::string::npos)) return;
       }
     });
-    TileSource source(at(server), folder.path(), {.bodyBytes = 20'000, .timeoutInMs = 3000});
+    TileSource source(at(server), own.path(), {.bodyBytes = 20'000, .timeoutInMs = 3000});
     const auto result = get(source);
     EXPECT_EQ(result.image != nullptr, c.outcome == shown) << c.name;
     EXPECT_EQ(result.missing, c.outcome == missing) << c.name;
