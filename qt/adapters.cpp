@@ -4,6 +4,7 @@
 #include <QQmlEngine>
 
 #include "qt/control_items.h"
+#include "qt/map_view_item.h"
 #include "qt/table_model.h"
 #include "qt/view_controller_items.h"
 #include "qt/window_item.h"
@@ -29,6 +30,8 @@ ComponentItem* Adapters::make(Component& component) {
   if (dynamic_cast<SwipeTabBarController*>(c)) return new SwipeTabBarControllerItem(component, *this);
   if (dynamic_cast<ViewController*>(c)) return new ViewControllerItem(component, *this);
   if (dynamic_cast<TableView*>(c)) return new TableItem(component, *this);
+  if (dynamic_cast<MapView*>(c)) return new MapViewItem(component, *this);
+  if (dynamic_cast<MapAnnotationView*>(c)) return new MapMarkerItem(component, *this);
   if (dynamic_cast<TableViewCell*>(c)) return new CellItem(component, *this);
   if (dynamic_cast<Button*>(c)) return new ButtonItem(component, *this);
   if (dynamic_cast<Label*>(c)) return new LabelItem(component, *this);

@@ -16,7 +16,9 @@ FocusScope {
             VehiclesVC: "VehiclesScreen.qml",
             ChooseVehicleVC: "ChooseVehicleScreen.qml",
             VehicleVC: "VehicleScreen.qml",
-            InfoDetailVC: "TablePage.qml"
+            InfoDetailVC: "TablePage.qml",
+            LiveDetailVC: "MapPage.qml",
+            MapDetailVC: "MapPage.qml"
         })
     readonly property string file: {
         if (!screen?.loaded)

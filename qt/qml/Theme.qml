@@ -28,6 +28,10 @@ QtObject {
     readonly property color dim: "#80000000"
     readonly property color toast: dark ? "#f0e4eaee" : "#f01f2a32"
     readonly property color toastText: dark ? "#12171b" : "#ffffff"
+    readonly property color mapGround: dark ? "#1d262c" : "#eef1ee"
+    readonly property color mapGrid: dark ? "#2a353c" : "#dde2df"
+    readonly property color mapLabel: dark ? "#d012171b" : "#d0ffffff"
+    readonly property color mapShade: "#40000000"
 
     readonly property real scale: {
         const font = Qt.application.font;

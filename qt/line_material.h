@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QColor>
+#include <QSGGeometry>
+#include <QSGMaterial>
+#include <QSGMaterialShader>
+
+namespace fleetor {
+
+/// A vertex of a strip along a line, two for each point of it.
+struct LineVertex {
+  float x = 0;
+  float y = 0;
+  float outwardsX = 0;  ///< to the edge of a line of half width 1
+  float outwardsY = 0;
+  float side = 0;  ///< -1 or 1: which edge
+};
+
+/// A line of any width with smooth edges, whatever the zoom at which its vertices were made. Render thread.
+class LineMaterial final : public QSGMaterial {
+ public:
+  struct Look {
+    QColor color;
+    float halfWidth = 1;  ///< points
+    float pixel = 1;      ///< points
+    float scale = 1;      ///< points for one unit of the vertices
+
+    friend bool operator==(const Look&, const Look&) = default;
+  };
+
+  LineMaterial();
+  QSGMaterialType* type() const override;
+  QSGMaterialShader* createShader(QSGRendererInterface::RenderMode mode) const override;
+  int compare(const QSGMaterial* other) const override;
+
+  static const QSGGeometry::AttributeSet& attributes();
+
+  Look look;
+};
+
+}  // namespace fleetor

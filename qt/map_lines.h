@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QColor>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "map/track_line.h"
+#include "platform/queues.h"
+#include "ui/map_view.h"
+
+namespace fleetor {
+
+/// What is drawn of one line.
+struct DrawnLine {
+  std::shared_ptr<TrackLine> line;
+  QColor color;
+  double width = 0;  ///< points
+  int level = 0;     ///< of the pieces
+  WorldRect window;  ///< all pieces that show in there, in the same copy of the world
+  std::vector<TrackPiece> pieces;
+  std::uint64_t version = 0;  ///< other pieces, another version
+};
+
+/// Chooses what of the lines on a map is drawn. A long line that needs simplifying for a zoom is simplified
+/// on the global queue, and stays drawn as it was until then. Main thread only.
+class MapLines {
+ public:
+  /// `onReady` is called when a simplified line has come and update() is due.
+  MapLines(Queues& queues, std::function<void()> onReady);
+
+  /// The overlays of the map have changed.
+  void setOverlays(const MapView& map);
+  /// Follows the camera. Costs next to nothing while it stays within what was chosen before.
+  void update(const MapCamera& camera);
+
+  const std::vector<DrawnLine>& drawn() const { return drawn_; }  ///< lowest first
+
+ private:
+  void choose(DrawnLine& line, const MapCamera& camera);
+  void build(const DrawnLine& line, int level);
+
+  Queues& queues_;
+  std::function<void()> onReady_;
+  std::vector<DrawnLine> drawn_;
+  std::uint64_t versions_ = 0;
+  std::vector<std::shared_ptr<TrackLine>> underWay_;  // being simplified
+  std::shared_ptr<MapLines*> self_;                   // what a simplified line comes home to
+};
+
+}  // namespace fleetor

@@ -1,0 +1,180 @@
+#include "qt/map_surface.h"
+
+#include <QQuickWindow>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace fleetor {
+
+namespace {
+
+constexpr double aFrame = 1.0 / 60;  // seconds, of the first step of a movement
+constexpr double longestStep = 0.1;  // after a hiccup a movement goes on where it was
+
+}  // namespace
+
+MapSurface::MapSurface(QQuickItem* parent) : QQuickItem(parent) {
+  setFlag(ItemHasContents);
+  setAcceptedMouseButtons(Qt::LeftButton);
+  setAcceptTouchEvents(true);
+  clock_.start();
+  retry_.setSingleShot(true);
+  connect(&retry_, &QTimer::timeout, this, &MapSurface::redraw);
+  connect(this, &MapSurface::darkChanged, this, &MapSurface::redraw);
+  connect(this, &QQuickItem::activeFocusChanged, this, &MapSurface::ringedChanged);
+}
+
+MapSurface::~MapSurface() = default;
+
+void MapSurface::setMap(MapViewItem* map) {
+  if (map == map_) return;
+  if (map_) map_->disconnect(this);
+  board_.reset();
+  lines_.reset();
+  map_ = map;
+  if (MapView* const shown = view()) {
+    board_.emplace(map->tiles(), map->tiles().memory());
+    board_->onChange = [this] { redraw(); };
+    tilesBack_ = map->tiles().back.connect([this] { board_->retry(); });
+    lines_.emplace(map->queues(), [this] { redraw(); });
+    lines_->setOverlays(*shown);
+    connect(map, &MapViewItem::cameraChanged, this, &MapSurface::redraw);
+    connect(map, &MapViewItem::markersChanged, this, &MapSurface::redraw);
+    connect(map, &ComponentItem::changed, this, &MapSurface::redraw);
+    connect(map, &MapViewItem::overlaysChanged, this, [this] {
+      if (const MapView* const now = view()) lines_->setOverlays(*now);
+      redraw();
+    });
+    shown->moveCamera([this](MapCamera& camera) { camera.setViewport(width(), height()); });
+  }
+  Q_EMIT mapChanged();
+  redraw();
+}
+
+void MapSurface::setDark(bool dark) {
+  if (std::exchange(dark_, dark) != dark) Q_EMIT darkChanged();
+}
+
+void MapSurface::zoom(double levels) {
+  if (MapView* const shown = view())
+    shown->moveCamera([&](MapCamera& camera) { camera.zoomSmoothlyBy(levels, {width() / 2, height() / 2}); });
+}
+
+void MapSurface::redraw() {
+  stale_ = true;
+  if (isVisible()) update();
+}
+
+// Comes right before a frame is put together, so that what it shows is what the camera says at that moment.
+void MapSurface::frame() {
+  MapView* const shown = view();
+  if (!stale_ || !isVisible() || !shown || !window()) return;
+  const double time = now();
+  if (shown->camera().moving()) {
+    const double step = steppedAt_ < 0 ? aFrame : std::min(time - steppedAt_, longestStep);
+    steppedAt_ = time;
+    shown->moveCamera([step](MapCamera& camera) { camera.advance(step); });
+  }
+  stale_ = false;
+  layOut(time);
+  update();
+  if (!shown->camera().moving()) steppedAt_ = -1;
+  if (shown->camera().moving() || board_->isFading()) stale_ = true;
+}
+
+void MapSurface::layOut(double time) {
+  const MapCamera& camera = view()->camera();
+  if (!camera.hasViewport()) return;
+  frame_.camera = camera.position();
+  frame_.size = {camera.width(), camera.height()};
+  frame_.pixelRatio = window()->effectiveDevicePixelRatio();
+  frame_.resting = !camera.moving() && !(gestures_.active() && gestures_.moved());
+  frame_.ground = ground_;
+  frame_.grid = grid_;
+  const MapStyle style = map_->satellite() ? MapStyle::satellite
+                         : dark_           ? MapStyle::dark
+                                           : MapStyle::standard;
+  board_->update({camera.center(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
+                 time);
+  lines_->update(camera);
+  map_->placeMarkers(frame_.resting ? frame_.pixelRatio : 0);
+  if (const auto wake = board_->wakeAt())
+    retry_.start(static_cast<int>(std::ceil(std::clamp(*wake - time, 0.0, 3600.0) * 1000)));
+  else
+    retry_.stop();
+}
+
+QSGNode* MapSurface::updatePaintNode(QSGNode* before, UpdatePaintNodeData*) {
+  if (!view() || frame_.size.isEmpty()) {
+    delete before;
+    return nullptr;
+  }
+  auto* const node = before ? static_cast<MapNode*>(before) : new MapNode;
+  if (node->update(frame_, board_->drawn(), lines_->drawn(), *window()))
+    QMetaObject::invokeMethod(this, &MapSurface::redraw, Qt::QueuedConnection);
+  return node;
+}
+
+void MapSurface::geometryChange(const QRectF& now, const QRectF& before) {
+  QQuickItem::geometryChange(now, before);
+  if (now.size() == before.size()) return;
+  if (MapView* const shown = view())
+    shown->moveCamera([&](MapCamera& camera) { camera.setViewport(now.width(), now.height()); });
+}
+
+void MapSurface::itemChange(ItemChange change, const ItemChangeData& data) {
+  if (change == ItemSceneChange) {
+    disconnect(frames_);
+    if (data.window) frames_ = connect(data.window, &QQuickWindow::afterAnimating, this, &MapSurface::frame);
+  }
+  QQuickItem::itemChange(change, data);
+  if (change == ItemVisibleHasChanged) {
+    if (!data.boolValue && board_) board_->suspend();
+    steppedAt_ = -1;
+    redraw();
+  } else if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) {
+    redraw();
+  }
+}
+
+bool MapSurface::isAtEdge(QPointF point) const {
+  return point.x() < leftEdge_ || point.x() > width() - rightEdge_;
+}
+
+void MapSurface::follow(const std::vector<MapGestures::Finger>& fingers, double slop) {
+  MapView* const shown = view();
+  if (!shown) return;
+  const bool begins = !gestures_.active();
+  if (begins) sideways_ = fingers.size() == 1 && isAtEdge(fingers.front().position);
+  if (fingers.size() > 1) sideways_ = false;
+  if (sideways_ && !gestures_.moved() && fingers.size() == 1 && !begins) {
+    // Near an edge the map waits until it is clear that the finger does not go sideways.
+    const QPointF way = gestures_.travelled();
+    if (std::abs(way.y()) > slop && std::abs(way.y()) > std::abs(way.x())) sideways_ = false;
+  }
+  std::optional<MapGestures::Tap> tapped;
+  shown->moveCamera([&](MapCamera& camera) {
+    tapped = gestures_.update(fingers, sideways_ ? width() : slop, now(), camera);
+  });
+  setKeepMouseGrab(gestures_.active() && !sideways_);
+  setKeepTouchGrab(gestures_.active() && !sideways_);
+  if (tapped) tap(*tapped);
+}
+
+void MapSurface::tap(const MapGestures::Tap& tap) {
+  const ScreenPoint at{tap.position.x(), tap.position.y()};
+  if (tap.kind != MapGestures::TapKind::single) {
+    const double levels = tap.kind == MapGestures::TapKind::twice ? 1 : -1;
+    view()->moveCamera([&](MapCamera& camera) { camera.zoomSmoothlyBy(levels, at); });
+    return;
+  }
+  if (callout_ && callout_->isVisible() && callout_->contains(mapToItem(callout_, tap.position))) return;
+  constexpr double reach = 24;  // of a fingertip
+  if (MapMarkerItem* const marker = map_->markerAt(tap.position, reach))
+    map_->toggle(marker);
+  else
+    map_->deselect();
+}
+
+}  // namespace fleetor

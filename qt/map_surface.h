@@ -1,0 +1,104 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QQuickItem>
+#include <QTimer>
+#include <optional>
+
+#include "map/tile_board.h"
+#include "qt/map_gestures.h"
+#include "qt/map_lines.h"
+#include "qt/map_node.h"
+#include "qt/map_view_item.h"
+
+namespace fleetor {
+
+/// A map under the user's fingers: draws the ground, the tiles and the lines, and places the markers, which
+/// others draw. One, two or no fingers, a mouse and its wheel, and the keyboard move it. It draws a frame
+/// when something has changed, and none otherwise. Main thread only.
+class MapSurface : public QQuickItem {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(fleetor::MapViewItem* map READ map WRITE setMap NOTIFY mapChanged)
+  Q_PROPERTY(bool dark MEMBER dark_ WRITE setDark NOTIFY darkChanged)
+  Q_PROPERTY(QColor ground MEMBER ground_ NOTIFY darkChanged)  ///< where there is no tile
+  Q_PROPERTY(QColor grid MEMBER grid_ NOTIFY darkChanged)
+  /// So far from the left and the right edge a sideways drag is not the map's.
+  Q_PROPERTY(double leftEdge MEMBER leftEdge_ NOTIFY edgesChanged)
+  Q_PROPERTY(double rightEdge MEMBER rightEdge_ NOTIFY edgesChanged)
+  Q_PROPERTY(bool ringed READ ringed NOTIFY ringedChanged)  ///< it has the focus, and a keyboard is at work
+  Q_PROPERTY(QQuickItem* callout MEMBER callout_ NOTIFY calloutChanged)  ///< a tap on it is no tap on the map
+
+ public:
+  explicit MapSurface(QQuickItem* parent = nullptr);
+  ~MapSurface() override;
+
+  MapViewItem* map() const { return map_; }
+  void setMap(MapViewItem* map);
+  void setDark(bool dark);
+
+  bool ringed() const { return hasActiveFocus() && byKeyboard_; }
+
+  /// A level closer (1) or away (-1).
+  Q_INVOKABLE void zoom(double levels);
+
+ Q_SIGNALS:
+  void mapChanged();
+  void darkChanged();
+  void edgesChanged();
+  void calloutChanged();
+  void ringedChanged();
+
+ protected:
+  QSGNode* updatePaintNode(QSGNode* before, UpdatePaintNodeData* data) override;
+  void geometryChange(const QRectF& now, const QRectF& before) override;
+  void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+  bool event(QEvent* event) override;
+  void touchEvent(QTouchEvent* event) override;
+  void touchUngrabEvent() override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseUngrabEvent() override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+
+ private:
+  MapView* view() const { return map_ ? map_->as<MapView>() : nullptr; }
+  double now() const { return static_cast<double>(clock_.nsecsElapsed()) / 1e9; }
+
+  void setByKeyboard(bool by);
+  void redraw();
+  void frame();
+  void layOut(double now);
+  void follow(const std::vector<MapGestures::Finger>& fingers, double slop);
+  void tap(const MapGestures::Tap& tap);
+  bool isAtEdge(QPointF point) const;
+
+  QPointer<MapViewItem> map_;
+  bool dark_ = false;
+  QColor ground_;
+  QColor grid_;
+  double leftEdge_ = 0;
+  double rightEdge_ = 0;
+  QPointer<QQuickItem> callout_;
+
+  bool byKeyboard_ = false;
+
+  QElapsedTimer clock_;
+  bool stale_ = true;      // the next frame looks different
+  double steppedAt_ = -1;  // when the camera was last moved on; below 0 while it rests
+  bool sideways_ = false;  // the gesture may become somebody else's
+  MapGestures gestures_;
+  MapFrame frame_;
+  std::optional<TileBoard> board_;
+  std::optional<MapLines> lines_;
+  QTimer retry_;
+  Connection tilesBack_;
+  QMetaObject::Connection frames_;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QPointF>
+#include <QPointer>
+#include <QUrl>
+#include <memory>
+#include <vector>
+
+#include "qt/adapters.h"
+#include "ui/map_view.h"
+
+namespace fleetor {
+
+/// One marker.
+class MapMarkerItem : public fleetor::ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QUrl image READ image NOTIFY changed)
+  Q_PROPERTY(double zPosition READ zPosition NOTIFY changed)
+  Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
+  Q_PROPERTY(bool tappable READ tappable NOTIFY changed)  ///< a tap opens its callout
+  Q_PROPERTY(QPointF place READ place NOTIFY placeChanged)
+  Q_PROPERTY(bool nearby READ nearby NOTIFY placeChanged)
+
+ public:
+  using ComponentItem::ComponentItem;
+  QUrl image() const;
+  double zPosition() const;
+  QString title() const;
+  QString subtitle() const;
+  bool tappable() const;
+
+  /// Its middle, from the map's markerOrigin. It changes with the zoom and not when the map is moved.
+  QPointF place() const { return place_; }
+  /// On the screen or close to it; what is further away need not be drawn.
+  bool nearby() const { return nearby_; }
+  void setPlace(QPointF place, bool nearby);
+
+ Q_SIGNALS:
+  void placeChanged();
+
+ private:
+  QPointF place_;
+  bool nearby_ = false;
+};
+
+/// The markers as a model of one role, "marker". An update keeps the rows of the markers that stay.
+class MapMarkerModel : public QAbstractListModel {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+
+ public:
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QHash<int, QByteArray> roleNames() const override { return {{Qt::UserRole, "marker"}}; }
+
+  using Items = std::vector<QPointer<MapMarkerItem>>;  ///< one whose marker has gone is none
+  const Items& items() const { return items_; }
+  void update(Items items);
+
+ private:
+  Items items_;
+};
+
+/// A map, but for what MapSurface draws of it.
+class MapViewItem : public fleetor::ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(bool satellite READ satellite NOTIFY changed)
+  Q_PROPERTY(QString attribution READ attribution NOTIFY changed)
+  Q_PROPERTY(fleetor::MapMarkerModel* markers READ markers CONSTANT)
+  Q_PROPERTY(fleetor::MapMarkerItem* selected READ selected NOTIFY changed)  ///< whose callout is open
+  Q_PROPERTY(QPointF markerOrigin READ markerOrigin NOTIFY markersMoved)
+
+ public:
+  MapViewItem(Component& component, Adapters& adapters);
+
+  bool satellite() const;
+  QString attribution() const;
+  MapMarkerModel* markers() { return &markers_; }
+  MapMarkerItem* selected() const;
+
+  /// Where on the map the places of the markers are measured from.
+  QPointF markerOrigin() const { return markerOrigin_; }
+
+  /// A tap on that marker opens its callout or closes it.
+  Q_INVOKABLE void toggle(fleetor::MapMarkerItem* marker);
+  Q_INVOKABLE void deselect();
+  /// Brings a marker well into sight.
+  Q_INVOKABLE void reveal(fleetor::MapMarkerItem* marker);
+
+  /// The topmost tappable marker whose middle is at most `reach` points from there; or none.
+  MapMarkerItem* markerAt(QPointF point, double reach) const;
+
+  /// Takes up what has become of the annotations and puts the markers where the camera shows them. With a
+  /// pixel ratio above 0, onto whole pixels. Once a frame: a marker that is taken off and comes back in
+  /// between, as that of a moving vehicle does, keeps its drawing and the focus.
+  void placeMarkers(double pixelRatio);
+
+  TileSource& tiles() const { return adapters().tiles(); }
+  Queues& queues() const { return adapters().environment().queues; }
+
+ Q_SIGNALS:
+  void markersMoved();
+  void cameraChanged();
+  void overlaysChanged();
+  void markersChanged();
+
+ private:
+  void updateMarkers();
+
+  MapMarkerModel markers_;
+  bool markersStale_ = true;
+  WorldPoint origin_;       // of markerOrigin_
+  double placedZoom_ = -1;  // for which the markers have their places; none have yet
+  bool placedOnPixels_ = false;
+  QPointF markerOrigin_;
+  std::vector<Connection> connections_;
+};
+
+}  // namespace fleetor

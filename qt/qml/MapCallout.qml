@@ -1,0 +1,85 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// What a marker has to say, in a bubble that points at it and keeps within the map.
+Item {
+    id: root
+
+    property MapMarkerItem marker
+    property point target // the marker's middle
+    property real sideSpace: 8
+    readonly property real gap: 24 // between the marker's middle and the tip
+    readonly property real tip: 9
+    readonly property bool above: target.y - gap - tip - height >= sideSpace
+    readonly property bool inSight: target.x >= 0 && target.x <= parent.width && target.y >= 0 && target.y <= parent.height
+
+    visible: marker !== null && inSight && (title.text !== "" || subtitle.text !== "")
+    width: Math.min(parent.width - 2 * sideSpace, 320, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28)
+    height: texts.height + 20
+    x: Math.round(Math.max(sideSpace, Math.min(parent.width - sideSpace - width, target.x - width / 2)))
+    y: Math.round(above ? target.y - gap - tip - height : target.y + gap + tip)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: marker?.accessibleName ?? ""
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -1
+        radius: 13
+        color: "transparent"
+        border.width: 1
+        border.color: Theme.mapShade
+    }
+
+    Rectangle {
+        x: Math.max(16, Math.min(root.width - 16, root.target.x - root.x)) - width / 2
+        y: root.above ? root.height - height / 2 - 1 : 1 - height / 2
+        width: root.tip * 1.5
+        height: width
+        rotation: 45
+        radius: 2
+        color: Theme.raised
+        antialiasing: true
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 12
+        color: Theme.raised
+    }
+
+    Column {
+        id: texts
+        anchors.centerIn: parent
+        width: parent.width - 28
+        spacing: 2
+
+        Text {
+            id: title
+            width: parent.width
+            visible: text !== ""
+            text: root.marker?.title ?? ""
+            textFormat: Text.PlainText
+            color: Theme.text
+            font.pixelSize: Theme.bodySize
+            font.bold: true
+            wrapMode: Text.Wrap
+            maximumLineCount: 3
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
+        Text {
+            id: subtitle
+            width: parent.width
+            visible: text !== ""
+            text: root.marker?.subtitle ?? ""
+            textFormat: Text.PlainText
+            color: Theme.secondaryText
+            font.pixelSize: Theme.smallSize
+            wrapMode: Text.Wrap
+            maximumLineCount: 4
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,50 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// One marker: its picture lies with its middle on its place. The map sees to taps, so that a drag may start on it.
+Item {
+    id: root
+
+    required property MapMarkerItem marker
+    property bool open: false
+    readonly property string label: marker?.accessibleName ?? ""
+
+    signal activated
+    signal focused
+
+    x: (marker?.place.x ?? 0) - width / 2
+    y: (marker?.place.y ?? 0) - height / 2
+    z: marker?.zPosition ?? 0
+    width: 40
+    height: 40
+    visible: marker?.nearby ?? false
+    activeFocusOnTab: marker?.tappable ?? false
+    onActiveFocusChanged: if (activeFocus) focused()
+    Accessible.role: Accessible.Button
+    Accessible.name: label
+    Accessible.focusable: true
+    Accessible.ignored: !(marker?.tappable ?? false)
+    Accessible.checkable: true
+    Accessible.checked: open
+    Accessible.onPressAction: activated()
+    Keys.onReturnPressed: activated()
+    Keys.onEnterPressed: activated()
+    Keys.onSpacePressed: activated()
+
+    Image {
+        anchors.fill: parent
+        source: root.marker?.image ?? ""
+        sourceSize { width: 40; height: 40 }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -3
+        visible: root.activeFocus
+        color: "transparent"
+        radius: 10
+        border.width: 2
+        border.color: Theme.focusRing
+    }
+}

@@ -1,0 +1,21 @@
+#version 440
+
+layout(location = 0) in vec2 position;  // points at the zoom of the level
+layout(location = 1) in vec2 outwards;  // to the edge of a line of half width 1
+layout(location = 2) in float side;     // -1 at the left edge, 1 at the right one
+
+layout(location = 0) out float offset;  // points from the middle of the line
+
+layout(std140, binding = 0) uniform Line {
+    mat4 matrix;
+    vec4 color;      // premultiplied
+    float halfWidth; // points
+    float pixel;     // points
+    float scale;     // points for one point at the zoom of the level
+};
+
+void main() {
+    float reach = halfWidth + pixel;
+    offset = side * reach;
+    gl_Position = matrix * vec4(position + outwards * (reach / scale), 0.0, 1.0);
+}
