@@ -84,7 +84,7 @@ class AerialPainter {
     textures_.paintGrain(canvas_, tile_);
     if (zoom_ < 8 || !atlas_.touchesIsland(reach)) return;
     paintRoads(reach);
-    if (zoom_ >= 15) paintBuildings();
+    if (zoom_ >= 14) paintBuildings();
     if (zoom_ >= 16) paintTrees();
   }
 
@@ -222,7 +222,7 @@ class AerialPainter {
       const double width = widthOf(kind);
       if (width <= 0) continue;
       add(kind, false);
-      canvas_.stroke(surfaces[i], width);
+      canvas_.stroke(zoom_ < 15 ? mixed(surfaces[i], 0xc9c6bb, 0.5) : surfaces[i], width);
     }
     cairo_set_line_cap(canvas_.cairo(), CAIRO_LINE_CAP_BUTT);
     for (int i = 0; i < kRoadClasses; ++i) {
@@ -262,6 +262,17 @@ class AerialPainter {
 
   void paintBuildings() {
     const auto ids = atlas_.buildingsIn(canvas_.box().grownBy(30));
+    if (zoom_ == 14) {  // a few colours at once: there are thousands
+      const Colour roofs[] = {kRoofs[0], kRoofs[1], kRoofs[2], kLargeRoofs[0]};
+      for (std::size_t tone = 0; tone < std::size(roofs); ++tone) {
+        for (const std::uint32_t id : ids)
+          if (const Building& building = atlas_.buildings()[id];
+              (building.large ? 3U : building.tone % 3U) == tone)
+            canvas_.addPolygon(building.outline);
+        canvas_.fill(mixed(roofs[tone], 0x9a958c, 0.35));
+      }
+      return;
+    }
     for (const std::uint32_t id : ids) {
       const Building& building = atlas_.buildings()[id];
       const Point cast = kShadow * static_cast<double>(building.height);
@@ -278,6 +289,10 @@ class AerialPainter {
       canvas_.addPolygon(top);
     }
     canvas_.fill(0x0b1210, 0.42);
+    paintRoofs(ids);
+  }
+
+  void paintRoofs(const std::vector<std::uint32_t>& ids) {
     for (const std::uint32_t id : ids)
       paintRoof(atlas_.buildings()[id]);
   }

@@ -1,13 +1,12 @@
 #include "demo/map/atlas.h"
 
 #include <iterator>
-#include <map>
 #include <numbers>
 
 #include "demo/map/blocks.h"
-#include "demo/map/builder.h"
 #include "demo/map/countryside.h"
 #include "demo/map/land_outlines.h"
+#include "demo/map/map_draft.h"
 
 namespace fleetor::demo {
 namespace {
@@ -41,16 +40,15 @@ Shape onSheet(const std::vector<Point>& inTown) {
 }
 
 // Everything between the plan of the town and the finished atlas.
-class Cartographer {
+class Cartographer : public MapDraft {
  public:
   Cartographer(const Town& town, std::uint64_t seed)
-      : town_(town),
+      : MapDraft(kIsland, hashOf(seed, 20)),
+        town_(town),
         streets_(town.streets()),
         seed_(seed),
-        random_(hashOf(seed, 20)),
         river_(onSheet(town.river())),
-        plan_(planBlocks(town, hashOf(seed, 21))),
-        builder_(kIsland, hashOf(seed, 22)) {}
+        plan_(planBlocks(town, hashOf(seed, 21))) {}
 
   void draw() {
     land = drawCountryside(river_, plan_.outline, gates(), hashOf(seed_, 23));
@@ -58,13 +56,12 @@ class Cartographer {
     areas.push_back({LandUse::builtUp, 0, 0, plan_.outline});
     areas.push_back({LandUse::water, 0, 0, land.riverBanks});
     areas.push_back({LandUse::water, 0, 0, land.lake});
-    builder_.reserve(land.river, Town::riverWidth / 2 + 16);
+    builder.reserve(land.river, Town::riverWidth / 2 + 16);
     drawStreets();
     drawBlocks();
     drawParks();
     drawHouses();
-    drawVillages();
-    drawCountryRoads();
+    settleCountryside(*this, land);
     drawBanks();
     takeBuilders();
     nameWaters();
@@ -72,11 +69,8 @@ class Cartographer {
   }
 
   Countryside land;
-  std::vector<Area> areas;
-  std::vector<Road> roads;
   std::vector<Building> buildings;
   std::vector<Tree> trees;
-  std::vector<Name> names;
 
  private:
   // Where main roads meet the ring.
@@ -92,20 +86,6 @@ class Cartographer {
       if (ring && main) found.push_back(demo::onSheet(junction.at));
     }
     return found;
-  }
-
-  void name(NameKind kind, std::string text, Point at, int rank) {
-    Name name;
-    name.text = std::move(text);
-    name.kind = kind;
-    name.rank = rank;
-    name.at = at;
-    names.push_back(std::move(name));
-  }
-  void nameLine(NameKind kind, RoadClass road, std::string text, Shape line, int rank) {
-    name(kind, std::move(text), line[line.size() / 2], rank);
-    names.back().road = road;
-    names.back().line = std::move(line);
   }
 
   void drawStreets() {
@@ -141,14 +121,14 @@ class Cartographer {
     for (const Block& block : plan_.blocks) {
       for (const auto& [zone, use] : grounds)
         if (zone == block.zone)
-          areas.push_back({use, static_cast<std::uint8_t>(random_.below(256)), 0, block.outline});
+          areas.push_back({use, static_cast<std::uint8_t>(random.below(256)), 0, block.outline});
       const Point middle = centroidOf(block.outline);
-      if (block.zone == Zone::retail) builder_.fillBlock(block.outline, 58, 34, 26, 0.6);
+      if (block.zone == Zone::retail) builder.fillBlock(block.outline, 58, 34, 26, 0.6);
       if (block.zone == Zone::retail || block.zone == Zone::parking) layParking(block.outline);
-      if (block.zone == Zone::industry) builder_.fillBlock(block.outline, 46, 30, 15, 0.72);
+      if (block.zone == Zone::industry) builder.fillBlock(block.outline, 46, 30, 15, 0.72);
       if (block.zone == Zone::school) {
         layPitch(block.outline, 0.22);
-        builder_.fillBlock(block.outline, 54, 15, 18, 0.55);
+        builder.fillBlock(block.outline, 54, 15, 18, 0.55);
         constexpr const char* kinds[] = {"School", "College", "Grammar School"};
         name(NameKind::landmark, std::string(kinds[schools++ % 3]), middle, 60);
       }
@@ -164,7 +144,7 @@ class Cartographer {
       }
       if (block.zone == Zone::suburb || block.zone == Zone::terraces) layCourt(block);
       if (block.zone == Zone::square) {
-        builder_.fillBlock(block.outline, 34, 22, 60, 0.5);
+        builder.fillBlock(block.outline, 34, 22, 60, 0.5);
         name(NameKind::landmark, "Market Square", middle, 40);
       }
     }
@@ -176,14 +156,14 @@ class Cartographer {
     Shape court = insetOf(block.outline, suburb ? 58 : 24);
     if (court.size() < 4 || areaOf(court) < 900) return;
     scatter(court, suburb ? 15 : 13, suburb ? 0.52 : 0.45);
-    areas.push_back({LandUse::garden, static_cast<std::uint8_t>(random_.below(100)), 0, std::move(court)});
+    areas.push_back({LandUse::garden, static_cast<std::uint8_t>(random.below(100)), 0, std::move(court)});
   }
 
   void layParking(const Shape& block) {
     const Shape lot = insetOf(block, 16);
     if (lot.size() < 3 || areaOf(lot) < 0.3 * areaOf(block)) return;
     const Station side = longestSide(block);
-    areas.push_back({LandUse::parking, static_cast<std::uint8_t>(random_.below(256)),
+    areas.push_back({LandUse::parking, static_cast<std::uint8_t>(random.below(256)),
                      static_cast<float>(std::atan2(side.direction.y, side.direction.x)), lot});
     name(NameKind::parking, "P", centroidOf(lot), 70);
   }
@@ -195,7 +175,7 @@ class Cartographer {
     const Shape pitch = rectangleAt(side, -half, half, room * shift - half * 0.6, room * shift + half * 0.6);
     for (const Point corner : pitch)
       if (!contains(block, corner) || distanceTo(block, corner, true) < 14) return;
-    builder_.reserve({lerp(pitch[0], pitch[3], 0.5), lerp(pitch[1], pitch[2], 0.5)}, half * 0.6 + 5);
+    builder.reserve({lerp(pitch[0], pitch[3], 0.5), lerp(pitch[1], pitch[2], 0.5)}, half * 0.6 + 5);
     areas.push_back(
         {LandUse::pitch, 0, static_cast<float>(std::atan2(side.direction.y, side.direction.x)), pitch});
   }
@@ -204,10 +184,10 @@ class Cartographer {
     const Box box = boxOf(ground);
     for (double y = box.bottom; y < box.top; y += spacing)
       for (double x = box.left; x < box.right; x += spacing) {
-        const Point at{x + random_.between(0, spacing), y + random_.between(0, spacing)};
+        const Point at{x + random.between(0, spacing), y + random.between(0, spacing)};
         const bool clump = fractalNoise(hashOf(seed_, 24), at.x / 130, at.y / 130) < share;
         if (clump && contains(ground, at) && distanceTo(ground, at, true) > 13 && clearOfPaths(at))
-          builder_.plant(at, 2.2, 5);
+          builder.plant(at, 2.2, 5);
       }
   }
   bool clearOfPaths(Point at) const {
@@ -230,10 +210,10 @@ class Cartographer {
       double reach = 10;
       while (contains(ground, middle + ray * (reach + 10)))
         reach += 10;
-      round.push_back(middle + ray * (reach * random_.between(0.55, 0.72)));
+      round.push_back(middle + ray * (reach * random.between(0.55, 0.72)));
       if (i % 3 == 0) {
         const Point out = middle + ray * (reach + 6);
-        const Point bend = lerp(round.back(), out, 0.5) + leftOf(ray) * random_.between(-18, 18);
+        const Point bend = lerp(round.back(), out, 0.5) + leftOf(ray) * random.between(-18, 18);
         pave(smoothed({round.back(), bend, out}, false));
         if (i % 6 == 0 && distanceToRoads(middle) > 40)
           pave(smoothed({middle + ray * 8, lerp(middle, round.back(), 0.5) + leftOf(ray) * 16, round.back()},
@@ -264,7 +244,7 @@ class Cartographer {
         layPath(block.outline);
         const Point middle = centroidOf(block.outline);
         if (areaOf(block.outline) > 60000)
-          layPond(middle + Point{random_.between(-50, 50), random_.between(-50, 50)});
+          layPond(middle + Point{random.between(-50, 50), random.between(-50, 50)});
         scatter(block.outline, 11, 0.47);
       }
     }
@@ -285,7 +265,7 @@ class Cartographer {
       return road.kind == RoadClass::path &&
              std::ranges::any_of(road.line, [&](Point p) { return contains(pond, p); });
     });
-    builder_.reserve({middle + Point{-60, 0}, middle + Point{60, 0}}, 55);
+    builder.reserve({middle + Point{-60, 0}, middle + Point{60, 0}}, 55);
     Shape around = pond;
     for (Point& p : around)
       p = middle + (p - middle) * 1.22;
@@ -308,6 +288,12 @@ class Cartographer {
           if (kind >= RoadClass::collector) plantAlong(walk, halfWidth(kind) + 1.6, side == 0, 17, 0.7);
         }
       }
+    // Workshops and back houses in the yards of the old town.
+    for (const Block& block : plan_.blocks)
+      if (block.zone == Zone::oldTown) {
+        builder.fillBlock(insetOf(block.outline, 22), 15, 9, 9, 0.5, false);
+        scatter(insetOf(block.outline, 18), 13, 0.42);
+      }
   }
 
   void buildBeside(const Walk& walk, const StreetEdge& edge, RoadClass kind, bool left, const Block& block) {
@@ -320,112 +306,7 @@ class Cartographer {
     else if (block.zone != Zone::suburb && block.zone != Zone::riverside)
       return;
     if (kind == RoadClass::ring && frontage.housing == Housing::detached) frontage.halfWidth += 8;
-    builder_.buildAlong(frontage);
-  }
-
-  void plantAlong(const Walk& walk, double aside, bool left, double spacing, double share) {
-    for (double metres = spacing; metres < walk.length() - spacing; metres += spacing) {
-      const Station here = walk.at(metres);
-      if (random_.chance(share))
-        builder_.plant(here.at + leftOf(here.direction) * (left ? aside : -aside), 1.8, 3.2);
-    }
-  }
-
-  void drawVillages() {
-    for (const Village& village : land.villages) {
-      name(NameKind::village, village.name, village.at, 10);
-      std::vector<Shape> lanes;
-      for (const Road& road : land.roads) {
-        if (distanceTo(road.line, village.at, false) > 30) continue;
-        const Walk walk(road.line);
-        const bool fromHere =
-            distanceBetween(road.line.front(), village.at) < distanceBetween(road.line.back(), village.at);
-        const double reach = std::min(walk.length() / 2, random_.between(260, 520));
-        lanes.push_back(fromHere ? walk.between(0, reach)
-                                 : walk.between(walk.length() - reach, walk.length()));
-      }
-      const std::size_t through = lanes.size();
-      const int wanted = 5 + static_cast<int>(random_.below(4));
-      const double turn = random_.between(0, 1);
-      for (int i = 0; i < wanted; ++i) {
-        const double angle = turn + 2 * std::numbers::pi * (i + random_.between(-0.2, 0.2)) / wanted;
-        const Point ray{std::cos(angle), std::sin(angle)};
-        // Not where a road leaves already.
-        const Point probe = village.at + ray * 150;
-        if (std::ranges::any_of(lanes,
-                                [&](const Shape& lane) { return distanceTo(lane, probe, false) < 80; }))
-          continue;
-        const double reach = random_.between(180, 420);
-        const double bend = random_.between(-90, 90);
-        lanes.push_back(smoothed({village.at, village.at + ray * (reach * 0.5) + leftOf(ray) * (bend * 0.4),
-                                  village.at + ray * reach + leftOf(ray) * bend},
-                                 false));
-      }
-      Shape ground;
-      for (int i = 0; i < 40; ++i) {
-        const double angle = 2 * std::numbers::pi * i / 40;
-        const Point ray{std::cos(angle), std::sin(angle)};
-        double reach = 70;
-        for (double r = 70; r < 560; r += 25)
-          if (std::ranges::any_of(lanes, [&](const Shape& lane) {
-                return distanceTo(lane, village.at + ray * r, false) < 62;
-              }))
-            reach = r;
-        ground.push_back(village.at + ray * reach);
-      }
-      areas.push_back({LandUse::builtUp, 1, 0, smoothed(std::move(ground), true)});
-      for (const Shape& lane : lanes)
-        builder_.reserve(lane, 4.5);
-      for (std::size_t i = 0; i < lanes.size(); ++i) {
-        if (i >= through) roads.push_back({RoadClass::residential, false, false, lanes[i]});
-        const Walk walk(lanes[i]);
-        for (const bool left : {true, false})
-          builder_.buildAlong({walk, left, 0, i < through ? 5.2 : 3.9, Housing::detached, nullptr, false});
-      }
-    }
-  }
-
-  void drawCountryRoads() {
-    std::map<std::string, Shape> whole;
-    for (std::size_t i = 0; i < land.roads.size(); ++i) {
-      const Road& road = land.roads[i];
-      roads.push_back(road);
-      Shape& line = whole[land.roadNames[i]];
-      const bool goesOn = !line.empty() && distanceBetween(line.back(), road.line.front()) < 1;
-      if (!line.empty() && !goesOn) {
-        nameLine(NameKind::street, road.kind, land.roadNames[i], line, 65);
-        line.clear();
-      }
-      line.insert(line.end(), road.line.begin(), road.line.end());
-      const Walk walk(road.line);
-      if (!road.bridge)
-        for (double metres = 500; metres < walk.length() - 500; metres += 420)
-          if (random_.chance(0.42)) settleFarm(walk.at(metres));
-      for (const bool left : {true, false})
-        if (random_.chance(0.35)) plantAlong(walk, 9, left, 13, 0.6);
-    }
-    for (auto& [text, line] : whole)
-      nameLine(NameKind::street, RoadClass::collector, text, std::move(line), 65);
-  }
-
-  void settleFarm(const Station& road) {
-    const double side = random_.chance(0.5) ? 1 : -1;
-    const Station yard{road.at + leftOf(road.direction) * (side * random_.between(70, 160)),
-                       unitOf(road.direction + leftOf(road.direction) * random_.between(-0.4, 0.4))};
-    if (std::ranges::any_of(land.roads,
-                            [&](const Road& other) { return distanceTo(other.line, yard.at, false) < 45; }))
-      return;
-    if (!builder_.build(rectangleAt(yard, -22, -8, -6, 6), 7, false, nullptr, 0)) return;
-    builder_.build(rectangleAt(yard, 8, 18, -24, 14), 9, true, nullptr, 0);
-    builder_.build(rectangleAt(yard, -20, 2, 22, 33), 8, true, nullptr, 0);
-    areas.push_back({LandUse::garden, 90, 0, rectangleAt(yard, -34, 30, -32, 42)});
-    for (int i = 0; i < 14; ++i) {
-      const double angle = random_.between(0, 2 * std::numbers::pi);
-      const Point at = yard.at + Point{std::cos(angle), std::sin(angle)} * random_.between(30, 48);
-      if (builder_.isFree(at)) builder_.plant(at, 2.5, 5);
-    }
-    roads.push_back({RoadClass::drive, false, false,
-                     smoothed({road.at, lerp(road.at, yard.at, 0.6) + road.direction * 12, yard.at}, false)});
+    builder.buildAlong(frontage);
   }
 
   // Promenades on both banks through the town, with trees.
@@ -441,10 +322,10 @@ class Cartographer {
   }
 
   void takeBuilders() {
-    buildings = std::move(builder_.buildings);
-    trees = std::move(builder_.trees);
-    std::ranges::move(builder_.areas, std::back_inserter(areas));
-    std::ranges::move(builder_.numbers, std::back_inserter(names));
+    buildings = std::move(builder.buildings);
+    trees = std::move(builder.trees);
+    std::ranges::move(builder.areas, std::back_inserter(areas));
+    std::ranges::move(builder.numbers, std::back_inserter(names));
     std::erase_if(trees, [&](const Tree& tree) { return contains(land.lake, tree.at); });
   }
 
@@ -457,10 +338,8 @@ class Cartographer {
   const Town& town_;
   const StreetNetwork& streets_;
   std::uint64_t seed_;
-  Random random_;
   Shape river_;
   BlockPlan plan_;
-  Builder builder_;
   std::vector<Shape> paths_;
 };
 

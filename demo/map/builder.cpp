@@ -199,7 +199,9 @@ void Builder::buildAlong(const Frontage& frontage) {
   }
 }
 
-void Builder::fillBlock(const Shape& block, double width, double depth, double gap, double share) {
+void Builder::fillBlock(const Shape& block, double width, double depth, double gap, double share,
+                        bool large) {
+  if (block.size() < 3) return;
   const Station grid = longestSide(block);
   const Box box = boxOf(block);
   const double reach = std::hypot(box.right - box.left, box.top - box.bottom) / 2;
@@ -212,7 +214,7 @@ void Builder::fillBlock(const Shape& block, double width, double depth, double g
       const double y = row * (depth + gap);
       const double half = width / 2 * random_.between(0.7, 1);
       build(rectangleAt(grid, x - half, x + half, y - depth / 2, y + depth / 2 * random_.between(0.5, 1)),
-            random_.between(7, 12), true, &block, 17);
+            random_.between(large ? 7 : 3.5, large ? 12 : 8), large, &block, 17);
     }
 }
 

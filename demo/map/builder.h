@@ -29,9 +29,9 @@ class Builder {
   // Keeps the ground free: of a river, a road, a square.
   void reserve(const Shape& line, double halfWidth);
   void buildAlong(const Frontage& frontage);
-  // Rows of large buildings over a whole block, aligned with its longest side. `share` of the places are
-  // built on.
-  void fillBlock(const Shape& block, double width, double depth, double gap, double share);
+  // Rows of buildings over a whole block where there is room, aligned with its longest side. `share` of the
+  // places are built on.
+  void fillBlock(const Shape& block, double width, double depth, double gap, double share, bool large = true);
   // A building of its own when there is room for it.
   bool build(const Shape& outline, double height, bool large, const Shape* block, double margin);
   void plant(Point at, double low, double high);

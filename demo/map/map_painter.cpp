@@ -67,11 +67,20 @@ class MapPainter {
 
   // Areas of one colour that follow each other are filled together.
   void paintAreas(const Box& reach) {
+    const auto ids = atlas_.areasIn(reach);
+    // The town and the villages lie over the hedges.
+    fillAreas(ids, LandUse::field, LandUse::wood);
+    if (zoom_ >= 14) paintHedges(ids);
+    fillAreas(ids, LandUse::builtUp, LandUse::water);
+    if (zoom_ >= 14) paintEdges(ids);
+  }
+
+  void fillAreas(const std::vector<std::uint32_t>& ids, LandUse first, LandUse last) {
     bool open = false;
     Colour colour = 0;
-    for (const std::uint32_t id : atlas_.areasIn(reach)) {
+    for (const std::uint32_t id : ids) {
       const Area& area = atlas_.areas()[id];
-      if (!shows(area)) continue;
+      if (area.use < first || area.use > last || !shows(area)) continue;
       const Colour next = colourOf(area);
       if (open && next != colour) canvas_.fill(colour);
       open = true;
@@ -79,18 +88,21 @@ class MapPainter {
       canvas_.addPolygon(area.outline);
     }
     if (open) canvas_.fill(colour);
-    if (zoom_ >= 14) paintEdges(reach);
   }
 
-  // Hedges, park borders, banks, the lines of parking bays and pitches.
-  void paintEdges(const Box& reach) {
-    for (const std::uint32_t id : atlas_.areasIn(reach)) {
+  void paintHedges(const std::vector<std::uint32_t>& ids) {
+    for (const std::uint32_t id : ids)
+      if (const Area& area = atlas_.areas()[id]; area.use <= LandUse::meadow)
+        canvas_.addPolygon(area.outline);
+    canvas_.stroke(palette_.hedge, zoom_ >= 16 ? 2 : 1);
+  }
+
+  // Banks, the lines of parking bays and pitches.
+  void paintEdges(const std::vector<std::uint32_t>& ids) {
+    for (const std::uint32_t id : ids) {
       const Area& area = atlas_.areas()[id];
       if (!shows(area)) continue;
-      if (area.use == LandUse::field || area.use == LandUse::meadow) {
-        canvas_.addPolygon(area.outline);
-        canvas_.stroke(palette_.hedge, zoom_ >= 16 ? 2 : 1);
-      } else if (area.use == LandUse::water) {
+      if (area.use == LandUse::water) {
         canvas_.addPolygon(area.outline);
         canvas_.stroke(mixed(palette_.sea, 0x35668a, 0.28), 1.2);
       } else if (area.use == LandUse::pitch) {
