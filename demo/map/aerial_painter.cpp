@@ -127,9 +127,9 @@ class AerialPainter {
       } else {
         canvas_.use(groundOf(area));
         cairo_fill_preserve(canvas_.cairo());
-        if (area.use == LandUse::field && zoom_ >= 14) textures_.fillWithFurrows(canvas_, area.bearing);
+        if (area.use == LandUse::field && zoom_ >= 15) AerialTextures::fillWithFurrows(canvas_, area.bearing);
         if (area.use == LandUse::pitch && zoom_ >= 15)
-          textures_.fillWithFurrows(canvas_, area.bearing + 1.5708);
+          AerialTextures::fillWithFurrows(canvas_, area.bearing + 1.5708);
       }
       if (zoom_ >= 13 && (area.use == LandUse::field || area.use == LandUse::meadow))
         canvas_.stroke(kCanopy, std::max(0.7, canvas_.pixels(3.5)), 0.55);

@@ -34,7 +34,7 @@ void useRepeated(Canvas& canvas, cairo_surface_t* picture, const TileAddress& ti
 
 }  // namespace
 
-AerialTextures::AerialTextures() : grain_(drawGrain()), furrows_(drawFurrows()) {
+AerialTextures::AerialTextures() : grain_(drawGrain()) {
   for (std::size_t i = 0; i < canopies_.size(); ++i)
     canopies_[i] = drawCanopy(3.4 * std::exp2(static_cast<double>(i)));
 }
@@ -85,16 +85,6 @@ AerialTextures::Picture AerialTextures::drawCanopy(double radius) {
   return picture;
 }
 
-AerialTextures::Picture AerialTextures::drawFurrows() {
-  constexpr int kPeriod = 12;
-  Picture picture(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kPeriod, 1));
-  auto* row = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(picture.get()));
-  for (int x = 0; x < kPeriod; ++x)
-    row[x] = shade(0.07 * std::sin(2 * std::numbers::pi * x / kPeriod));
-  cairo_surface_mark_dirty(picture.get());
-  return picture;
-}
-
 void AerialTextures::paintGrain(Canvas& canvas, const TileAddress& tile) const {
   useRepeated(canvas, grain_.get(), tile);
   // From high above, and over the sea, a tile's grain would only be seen to repeat.
@@ -108,21 +98,23 @@ void AerialTextures::fillWithCanopy(Canvas& canvas, const TileAddress& tile, Col
   cairo_fill(canvas.cairo());
 }
 
-void AerialTextures::fillWithFurrows(Canvas& canvas, double bearing) const {
-  cairo_t* cairo = canvas.cairo();
-  const Point middle = canvas.pixel({0, 0});
-  // Six metres from furrow to furrow, but never so close that they flicker.
-  const double period = std::max(4.0, canvas.pixels(6));
-  cairo_pattern_t* pattern = cairo_pattern_create_for_surface(furrows_.get());
-  cairo_pattern_set_extend(pattern, CAIRO_EXTEND_REPEAT);
-  cairo_matrix_t matrix;
-  cairo_matrix_init_scale(&matrix, 12 / period, 1);
-  cairo_matrix_rotate(&matrix, bearing + std::numbers::pi / 2);
-  cairo_matrix_translate(&matrix, -middle.x, -middle.y);
-  cairo_pattern_set_matrix(pattern, &matrix);
-  cairo_set_source(cairo, pattern);
+void AerialTextures::fillWithFurrows(Canvas& canvas, double bearing) {
+  // Counted from the market square, so that neighbouring tiles agree; six metres from furrow to furrow, but
+  // never so close that they flicker.
+  const Point square = canvas.pixel({0, 0});
+  const double half = std::max(4.0, canvas.pixels(6)) / 2;
+  const Point across{std::sin(bearing), std::cos(bearing)};
+  // The whole furrows between there and here are left out: cairo's numbers are small.
+  const Point from = square - across * (2 * half * std::round(dot(square, across) / (2 * half)));
+  const Point near = across * dot(from, across);
+  const Point to = near + across * half;
+  cairo_pattern_t* pattern = cairo_pattern_create_linear(near.x, near.y, to.x, to.y);
+  cairo_pattern_add_color_stop_rgba(pattern, 0, 0, 0, 0, 0.07);
+  cairo_pattern_add_color_stop_rgba(pattern, 1, 1, 1, 1, 0.07);
+  cairo_pattern_set_extend(pattern, CAIRO_EXTEND_REFLECT);
+  cairo_set_source(canvas.cairo(), pattern);
   cairo_pattern_destroy(pattern);
-  cairo_fill_preserve(cairo);
+  cairo_fill_preserve(canvas.cairo());
 }
 
 }  // namespace fleetor::demo

@@ -19,7 +19,7 @@ class AerialTextures {
   void paintGrain(Canvas& canvas, const TileAddress& tile) const;
   // These two fill the current path; the first takes it, the second leaves it.
   void fillWithCanopy(Canvas& canvas, const TileAddress& tile, Colour colour) const;
-  void fillWithFurrows(Canvas& canvas, double bearing) const;
+  static void fillWithFurrows(Canvas& canvas, double bearing);
 
  private:
   struct Destroy {
@@ -31,11 +31,9 @@ class AerialTextures {
 
   static Picture drawGrain();
   static Picture drawCanopy(double radius);
-  static Picture drawFurrows();
 
   Picture grain_;
   std::array<Picture, 4> canopies_;  // for zooms 16 to 19
-  Picture furrows_;
 };
 
 }  // namespace fleetor::demo
