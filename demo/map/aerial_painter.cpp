@@ -122,6 +122,12 @@ class AerialPainter {
       const Area& area = atlas_.areas()[id];
       if (!shows(area) || (together && area.use <= LandUse::wood)) continue;
       canvas_.addPolygon(area.outline);
+      if (area.use == LandUse::wood) {
+        // Neighbouring woods are one: no bright hair between them.
+        canvas_.use(groundOf(area));
+        cairo_set_line_width(canvas_.cairo(), 2);
+        cairo_stroke_preserve(canvas_.cairo());
+      }
       if (area.use == LandUse::wood && zoom_ >= 16) {
         textures_.fillWithCanopy(canvas_, tile_, groundOf(area));
       } else {

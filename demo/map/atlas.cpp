@@ -316,7 +316,13 @@ class Cartographer : public MapDraft {
       for (const Point p : movedAside(river_, side * (Town::riverWidth / 2 + 9)))
         if (contains(plan_.outline, p)) line.push_back(p);
       if (line.size() < 2) continue;
+      const std::size_t before = builder.trees.size();
       plantAlong(Walk(line), 4.5, side > 0, 14, 0.8);
+      // None on a bridge.
+      const auto first = builder.trees.begin() + static_cast<std::ptrdiff_t>(before);
+      builder.trees.erase(std::remove_if(first, builder.trees.end(),
+                                         [this](const Tree& tree) { return distanceToRoads(tree.at) < 13; }),
+                          builder.trees.end());
       pave(std::move(line));
     }
   }

@@ -88,6 +88,11 @@ class MapPainter {
       canvas_.addPolygon(area.outline);
     }
     if (open) canvas_.fill(colour);
+    if (last != LandUse::wood || zoom_ < 12) return;
+    // Neighbouring woods are one: no bright hair between them.
+    for (const std::uint32_t id : ids)
+      if (const Area& area = atlas_.areas()[id]; area.use == LandUse::wood) canvas_.addPolygon(area.outline);
+    canvas_.stroke(palette_.uses[static_cast<std::size_t>(LandUse::wood)], 1.5);
   }
 
   void paintHedges(const std::vector<std::uint32_t>& ids) {
