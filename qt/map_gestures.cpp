@@ -54,7 +54,7 @@ std::optional<MapGestures::Tap> MapGestures::update(const std::vector<Finger>& f
     if (dragging_ && fingers.size() < fingers_.size()) letGo(now, camera);
     const bool more = fingers.size() > fingers_.size();
     fingers_ = fingers;
-    if (fingers.empty()) return end(now, camera);
+    if (fingers.empty()) return end(now);
     if (most_ < fingers.size() && !moved_) start_ = sample;
     most_ = std::max(most_, fingers.size());
     dragging_ = dragging_ && more;
@@ -98,7 +98,7 @@ void MapGestures::letGo(double now, MapCamera& camera) {
   }
 }
 
-std::optional<MapGestures::Tap> MapGestures::end(double now, MapCamera&) {
+std::optional<MapGestures::Tap> MapGestures::end(double now) {
   dragging_ = false;
   if (moved_ || now - start_.time > longestTap || most_ > 2) {
     lastTap_.reset();
@@ -121,6 +121,7 @@ std::optional<MapGestures::Tap> MapGestures::end(double now, MapCamera&) {
 }
 
 void MapGestures::cancel() {
+  if (fingers_.empty()) return;  // a gesture that has ended loses its fingers, too
   fingers_.clear();
   dragging_ = false;
   moved_ = false;

@@ -45,7 +45,7 @@ class MapGestures {
 
   static Sample measure(const std::vector<Finger>& fingers, double now);
   void begin(double now, MapCamera& camera);
-  std::optional<Tap> end(double now, MapCamera& camera);
+  std::optional<Tap> end(double now);
   void letGo(double now, MapCamera& camera);
 
   std::vector<Finger> fingers_;

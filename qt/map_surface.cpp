@@ -80,7 +80,9 @@ void MapSurface::frame() {
   layOut(time);
   update();
   if (!shown->camera().moving()) steppedAt_ = -1;
-  if (shown->camera().moving() || board_->isFading()) stale_ = true;
+  if (!shown->camera().moving() && !board_->isFading()) return;
+  stale_ = true;
+  window()->update();  // the item's own update() asks for this frame, which is under way already
 }
 
 void MapSurface::layOut(double time) {

@@ -39,6 +39,8 @@ Item {
         rotation: 45
         radius: 2
         color: Theme.raised
+        border.width: 1
+        border.color: Theme.mapShade
         antialiasing: true
     }
 

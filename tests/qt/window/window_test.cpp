@@ -286,12 +286,12 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   QTest::qWait(400);
   EXPECT_TRUE(isChecked("Info"));
   for (const char* next : {"Live", "Map"}) {
-    drag({350, 400}, {60, 400});
+    drag({380, 400}, {60, 400});  // from the edge: elsewhere a map is moved
     EXPECT_TRUE(QTest::qWaitFor([&] { return isChecked(next); })) << next;
     QTest::qWait(400);
   }
   EXPECT_TRUE(items("text", QStringLiteral("Odometer")).empty());
-  drag({60, 400}, {350, 400});
+  drag({36, 400}, {350, 400});
   EXPECT_TRUE(QTest::qWaitFor([&] { return isChecked("Live"); }));
   QTest::qWait(400);
   QTest::mouseClick(&window(), Qt::LeftButton, {}, {10, 28});  // the edge of the way back

@@ -1,0 +1,285 @@
+#include <gmock/gmock.h>
+
+#include <QBuffer>
+#include <QPointingDevice>
+#include <QQmlApplicationEngine>
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+#include <QTest>
+#include <functional>
+#include <memory>
+
+#include "qt/map_surface.h"
+#include "qt/view_controller_items.h"
+#include "raw_server.h"
+#include "support/fake_device.h"
+#include "support/virtual_queues.h"
+#include "ui/appearance.h"
+#include "ui/controls.h"
+#include "ui/notification_center.h"
+
+void qml_register_types_Fleetor();
+
+namespace fleetor {
+namespace {
+
+const QColor tileColor("#335577");
+const QColor lineColor("#ff2010");
+
+class Stop final : public MapAnnotation {
+ public:
+  explicit Stop(Coordinate at) : at_(at) {}
+  Coordinate coordinate() const override { return at_; }
+  std::string title() const override { return "Market Square"; }
+  std::string subtitle() const override { return "10:15"; }
+
+ private:
+  Coordinate at_;
+};
+
+/// A page with a map, a line and a marker on it.
+class Page final : public ViewController, public MapViewDelegate {
+ public:
+  explicit Page(Environment& environment) : ViewController(environment) {
+    outlet("mapView", map);
+    outlet("changeTypeButton", type);
+    setStoryboard(nullptr, "MapDetailVC");
+    map.setDelegate(this);
+  }
+
+  std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
+      MapView&, const std::shared_ptr<MapAnnotation>& annotation) override {
+    auto view = std::make_shared<MapAnnotationView>("stop");
+    view->setAnnotation(annotation);
+    view->setImage("parking");
+    view->setCanShowCallout(true);
+    return view;
+  }
+
+  std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(
+      MapView&, const std::shared_ptr<MapPolyline>& overlay) override {
+    auto renderer = std::make_shared<MapPolylineRenderer>(overlay);
+    renderer->setStrokeColor({lineColor.redF(), lineColor.greenF(), lineColor.blueF(), 1});
+    renderer->setLineWidth(3);
+    return renderer;
+  }
+
+  void draw(const std::vector<Coordinate>& way) { map.addOverlay(MapPolyline::polylineWithCoordinates(way)); }
+
+  MapView map;
+  Button type;
+};
+
+std::string solidTile() {
+  QImage image(256, 256, QImage::Format_RGB32);
+  image.fill(tileColor);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  image.save(&buffer, "PNG");
+  return bytes.toStdString();
+}
+
+/// Three pages in a pager; the one in the middle is shown and has the map. Tiles come from a server that
+/// knows one colour.
+class MapPageTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    qml_register_types_Fleetor();
+    pager_ = std::make_shared<SwipeTabBarController>(environment_);
+    page_ = std::make_shared<Page>(environment_);
+    pager_->setViewControllers({std::make_shared<ViewController>(environment_), page_,
+                                std::make_shared<ViewController>(environment_)});
+    pager_->loadViewIfNeeded();
+    pager_->setSelectedIndexAnimated(1, false);
+    page_->map.setRegion({0, 0}, 4000, 4000, false);
+
+    engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QQmlComponent component(&engine_);
+    component.setData("import QtQuick\nimport Fleetor\nPagerPages {}", QUrl());
+    window_.resize(400, 600);
+    made_.reset(component.createWithInitialProperties(
+        {{QStringLiteral("screen"),
+          QVariant::fromValue(adapters_.itemFor<ViewControllerItem>(pager_.get()))}}));
+    auto* const item = qobject_cast<QQuickItem*>(made_.get());
+    ASSERT_NE(item, nullptr) << component.errorString().toStdString();
+    item->setParentItem(window_.contentItem());
+    item->setSize({400, 600});
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+    ASSERT_NE(window_.rendererInterface()->graphicsApi(), QSGRendererInterface::Software);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return camera().hasViewport(); }));
+  }
+
+  const MapCamera& camera() { return page_->map.camera(); }
+
+  bool colored(QPoint at, QColor wanted) {
+    return QTest::qWaitFor([&] { return window_.grabWindow().pixelColor(at) == wanted; }, 5'000);
+  }
+
+  bool waitForRest() {
+    return QTest::qWaitFor([this] { return !camera().moving(); });
+  }
+
+  void drag(QPoint from, QPoint to) {
+    QTest::mousePress(&window_, Qt::LeftButton, {}, from);
+    for (int i = 1; i <= 12; ++i)
+      QTest::mouseMove(&window_, from + (to - from) * i / 12, 10);
+    QTest::qWait(150);  // a finger that rests throws nothing
+    QTest::mouseRelease(&window_, Qt::LeftButton, {}, to);
+  }
+
+  /// Of metres east and north of the middle of the map.
+  static Coordinate at(double east, double north) { return {north / 111'319.49, east / 111'319.49}; }
+
+  RawServer server_{[tile = solidTile()](RawServer::Peer& peer) {
+    while (!peer.read().empty())
+      peer.write("HTTP/1.1 200 OK\r\nContent-Type: image/png\r\nContent-Length: " +
+                 std::to_string(tile.size()) + "\r\n\r\n" + tile);
+  }};
+  test::VirtualQueues queues_;
+  test::FakeDevice device_;
+  NotificationCenter center_;
+  Appearance appearance_;
+  Environment environment_{queues_, device_, queues_, center_, appearance_};
+  QTemporaryDir folder_;
+  TileSource tiles_{{.standard = server_.url("/{z}/{x}/{y}"),
+                     .dark = "",
+                     .satellite = "",
+                     .attribution = "drawn by a test",
+                     .satelliteAttribution = "",
+                     .userAgent = "",
+                     .maximumZoom = 19},
+                    folder_.path()};
+  std::shared_ptr<Page> page_;
+  std::shared_ptr<SwipeTabBarController> pager_;
+  Adapters adapters_{environment_, tiles_};
+  QQmlApplicationEngine engine_;
+  QQuickWindow window_;
+  std::unique_ptr<QObject> made_;
+};
+
+TEST_F(MapPageTest, DrawsTilesAndOnThemTheLineInItsColourAndTheMarkersImage) {
+  EXPECT_TRUE(colored({100, 200}, tileColor));
+  page_->draw({at(-5000, 0), at(500, 0), at(500, 5000)});
+  page_->map.addAnnotation(std::make_shared<Stop>(at(-1000, -1000)));
+  const double pointsPerMetre = camera().scale() / metresPerWorldUnit(0);
+  EXPECT_TRUE(colored({100, 300}, lineColor));
+  EXPECT_TRUE(colored({static_cast<int>(200 + 500 * pointsPerMetre), 100}, lineColor));
+  EXPECT_TRUE(colored({100, 305}, tileColor)) << "the line is too wide";
+  const QPoint stop(static_cast<int>(200 - 1000 * pointsPerMetre),
+                    static_cast<int>(300 + 1000 * pointsPerMetre));
+  EXPECT_TRUE(colored(stop - QPoint(11, 0), QColor("#2f7fc2")));
+
+  // At the closest zoom, and with the world's seam in view, the line stays where it belongs.
+  page_->map.moveCamera([](MapCamera& camera) { camera.moveTo({project(at(500, 0)), 20}, false); });
+  EXPECT_TRUE(colored({100, 300}, lineColor));
+  EXPECT_TRUE(colored({200, 100}, lineColor));
+  page_->draw({{10, 179.99}, {10, -179.99}});
+  page_->map.setRegion({10, 180}, 1000, 1000, false);
+  EXPECT_TRUE(colored({100, 300}, lineColor));
+  EXPECT_TRUE(colored({300, 300}, lineColor));
+}
+
+TEST_F(MapPageTest, DrawsALongLineOnceItIsMadeReadyOffTheFrameAndWhatItGrowsBy) {
+  std::vector<Coordinate> way;
+  for (int i = 0; i <= 50'000; ++i)
+    way.push_back(at(-5000 + i * 0.1, 0));
+  auto line = MapPolyline::polylineWithCoordinates(std::move(way));
+  page_->map.addOverlay(line);
+  EXPECT_TRUE(colored({100, 200}, tileColor));
+  EXPECT_NE(window_.grabWindow().pixelColor(100, 300), lineColor);
+  queues_.runUntilIdle();
+  EXPECT_TRUE(colored({100, 300}, lineColor));
+  EXPECT_TRUE(colored({300, 300}, tileColor));
+
+  page_->map.removeOverlay(line);
+  page_->map.addOverlay(MapPolyline::polylineByAppendingCoordinate(*line, at(5000, 0)));
+  EXPECT_TRUE(colored({300, 300}, lineColor));
+}
+
+TEST_F(MapPageTest, ADragMovesTheMapAndFromTheEdgeThePager) {
+  drag({300, 300}, {200, 250});
+  ASSERT_TRUE(waitForRest());
+  EXPECT_EQ(pager_->selectedIndex(), 1);
+  const ScreenPoint zero = camera().screenPoint(project({0, 0}));
+  EXPECT_NEAR(zero.x, 100, 12);  // the first points tell a drag from a tap
+  EXPECT_NEAR(zero.y, 250, 12);
+
+  const CameraPosition before = camera().position();
+  drag({390, 300}, {150, 300});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return pager_->selectedIndex() == 2; }));
+  EXPECT_EQ(camera().position(), before);
+}
+
+TEST_F(MapPageTest, ZoomsByDoubleTapWheelPinchAndKey) {
+  const double zoom = camera().zoom();
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {100, 200});
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {100, 200}, 100);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return std::abs(camera().zoom() - zoom - 1) < 0.01; }));
+  ASSERT_TRUE(waitForRest());
+
+  const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+  const double before = camera().zoom();
+  QTest::touchEvent(&window_, screen.get()).press(0, QPoint(150, 300)).press(1, QPoint(250, 300));
+  for (int i = 1; i <= 20; ++i) {
+    QTest::qWait(10);
+    QTest::touchEvent(&window_, screen.get())
+        .move(0, QPoint(150 - i * 5, 300))
+        .move(1, QPoint(250 + i * 5, 300));
+  }
+  QTest::qWait(150);
+  QTest::touchEvent(&window_, screen.get()).release(0, QPoint(50, 300)).release(1, QPoint(350, 300));
+  ASSERT_TRUE(waitForRest());
+  EXPECT_NEAR(camera().zoom(), before + 1.5, 0.25) << "the fingers are three times as far apart";
+  QTest::touchEvent(&window_, screen.get()).press(0, QPoint(150, 300)).press(1, QPoint(250, 300));
+  QTest::qWait(50);
+  const double closer = camera().zoom();
+  QTest::touchEvent(&window_, screen.get()).release(0, QPoint(150, 300)).release(1, QPoint(250, 300));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(camera().zoom() - closer + 1) < 0.01; }));
+  ASSERT_TRUE(waitForRest());
+
+  const WorldPoint center = camera().center();
+  QTest::keyClick(&window_, Qt::Key_Plus);
+  QTest::keyClick(&window_, Qt::Key_Right);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return camera().center().x > center.x; }));
+}
+
+TEST_F(MapPageTest, ATapOnAMarkerOpensItsCalloutAndATapOnTheMapClosesIt) {
+  const auto stop = std::make_shared<Stop>(at(0, 0));
+  page_->map.addAnnotation(stop);
+  ASSERT_TRUE(colored({189, 300}, QColor("#2f7fc2")));
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 300});
+  EXPECT_EQ(page_->map.selectedAnnotation(), stop);
+  QTest::qWait(700);
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 250});  // on the callout itself
+  EXPECT_EQ(page_->map.selectedAnnotation(), stop);
+  QTest::qWait(700);
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 450});
+  EXPECT_EQ(page_->map.selectedAnnotation(), nullptr);
+
+  // By keyboard, too.
+  QTest::keyClick(&window_, Qt::Key_Tab);
+  QTest::keyClick(&window_, Qt::Key_Return);
+  EXPECT_EQ(page_->map.selectedAnnotation(), stop);
+  QTest::keyClick(&window_, Qt::Key_Return);
+  EXPECT_EQ(page_->map.selectedAnnotation(), nullptr);
+}
+
+TEST_F(MapPageTest, DrawsNoFrameWhileNothingMoves) {
+  ASSERT_TRUE(colored({100, 200}, tileColor));
+  QTest::qWait(500);
+  int frames = 0;
+  const auto counting = QObject::connect(&window_, &QQuickWindow::frameSwapped, [&] { ++frames; });
+  QTest::qWait(500);
+  EXPECT_LE(frames, 1);
+  page_->map.setCenterCoordinate(at(500, 0), true);
+  ASSERT_TRUE(waitForRest());
+  EXPECT_GE(frames, 5);
+  QObject::disconnect(counting);
+}
+
+}  // namespace
+}  // namespace fleetor
