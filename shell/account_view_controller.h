@@ -1,12 +1,42 @@
 #pragma once
 
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "service/envelopes.h"
 #include "shell/sheet_page.h"
+#include "ui/table_view.h"
 
 namespace fleetor {
 
-class AccountViewController final : public SheetPage {
+/// The account's own data as a list in "infoTableView". It is asked for when the loading row is about to be
+/// shown; after a failure the list stays empty, and only a new screen starts again. A request in flight keeps
+/// the screen alive.
+class AccountViewController final : public SheetPage, public TableViewDataSource, public TableViewDelegate {
  public:
-  explicit AccountViewController(Environment& environment) : SheetPage(environment, "Account") {}
+  explicit AccountViewController(Environment& environment);
+
+  TableView& infoTableView() { return infoTableView_; }
+  const UserResponse& response() const { return response_; }
+
+  void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+
+  /// Fetches the account unless it is on its way.
+  void loadItems();
+
+  int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
+  std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                IndexPath path) override;
+  double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
+
+ private:
+  /// Value and caption of a row.
+  std::pair<std::string, std::string> textsForRow(int row) const;
+
+  TableView infoTableView_;
+  UserResponse response_;
 };
 
 }  // namespace fleetor

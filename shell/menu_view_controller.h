@@ -1,13 +1,41 @@
 #pragma once
 
+#include <string>
+
 #include "shell/base/base_view_controller.h"
+#include "ui/alert_view.h"
 
 namespace fleetor {
 
-/// The side menu of a phone.
-class MenuViewController final : public BaseViewController {
+/// The side menu of a phone: changes the front screen of its container and signs the user out. While it
+/// shows, the front screen takes no touches.
+class MenuViewController final : public BaseViewController, public AlertViewDelegate {
  public:
-  using BaseViewController::BaseViewController;
+  explicit MenuViewController(Environment& environment);
+
+  void viewWillAppear(bool animated) override;
+  void viewWillDisappear(bool animated) override;
+
+  void showVehicles(Component& sender);
+  void showAccount(Component& sender);
+  void showAbout(Component& sender);
+  void logout(Component& sender);  ///< asks first
+
+  void alertViewClickedButtonAtIndex(AlertView& alertView, int index) override;
+
+ private:
+  using Entry = void (MenuViewController::*)(Component&);
+  void addEntry(Button& button, const char* outletName, const char* image, const char* titleKey,
+                Entry action);
+
+  /// Puts a new screen of that identifier into the front, even when one of its kind is there already.
+  void showControllerWithStoryboardId(const std::string& identifier);
+  void setFrontTakesTouches(bool takes);
+
+  Button vehiclesButton_;
+  Button accountButton_;
+  Button aboutButton_;
+  Button logoutButton_;
 };
 
 }  // namespace fleetor

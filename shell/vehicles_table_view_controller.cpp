@@ -3,6 +3,7 @@
 #include "service/api.h"
 #include "shell/base/base_navigation_controller.h"
 #include "shell/beside_rear.h"
+#include "shell/logout_confirmation.h"
 #include "ui/storyboard.h"
 #include "vehicle/vehicle_view_controller.h"
 
@@ -40,14 +41,11 @@ void VehiclesTableViewController::tableViewDidSelectRowAtIndexPath(TableView&, I
 }
 
 void VehiclesTableViewController::logout(Component&) {
-  AlertView::initWithTitle(environment(), localized("Confirmation"),
-                           localized("Are you sure you want to log out?"), sharedFrom(this),
-                           localized("Cancel"), {localized("Log out")})
-      ->show();
+  showLogoutConfirmation(environment(), sharedFrom(this));
 }
 
 void VehiclesTableViewController::alertViewClickedButtonAtIndex(AlertView&, int index) {
-  if (index == 1) API::logoutUser();
+  if (index == logoutConfirmed) API::logoutUser();
 }
 
 void VehiclesTableViewController::showAccount(Component&) {

@@ -1,12 +1,47 @@
 #pragma once
 
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "service/envelopes.h"
+#include "ui/table_view.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
 
-class AboutDetailViewController final : public DetailPageViewController {
+/// The vehicle's standing data as a list in "itemsTableView": dates of service, driver, tracking unit.
+/// Fetched once and kept. Each poll of the pager while this page is visible, a failed one included, makes it
+/// ask until the data has come; after a failure the list is empty meanwhile. A request in flight keeps the
+/// page alive.
+class AboutDetailViewController final : public DetailPageViewController,
+                                        public TableViewDataSource,
+                                        public TableViewDelegate {
  public:
-  using DetailPageViewController::DetailPageViewController;
+  explicit AboutDetailViewController(Environment& environment);
+
+  TableView& itemsTableView() { return itemsTableView_; }
+  const InfoResponse& response() const { return response_; }
+
+  void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+  void viewDidDisappear(bool animated) override;
+  void firstSelected() override;
+  void receivedNotification(const Notification& notification);
+
+  int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
+  std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                IndexPath path) override;
+  double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
+
+ private:
+  void loadItems();
+
+  /// Value and caption of a row.
+  std::pair<std::string, std::string> textsForRow(int row) const;
+
+  TableView itemsTableView_;
+  InfoResponse response_;
 };
 
 }  // namespace fleetor

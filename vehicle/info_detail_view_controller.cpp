@@ -2,6 +2,7 @@
 
 #include <any>
 
+#include "shell/base/info_cell.h"
 #include "shell/base/loading_cell.h"
 #include "shell/base/vehicle_table_view_cell.h"
 #include "vehicle/notifications.h"
@@ -21,11 +22,7 @@ InfoDetailViewController::InfoDetailViewController(Environment& environment)
     cell->setSelectable(false);
     return cell;
   });
-  itemsTableView_.registerMaker("InfoCell", [](const std::string& identifier) {
-    auto cell = std::make_shared<TableViewCell>(identifier);
-    cell->setSelectable(false);
-    return cell;
-  });
+  registerInfoCell(itemsTableView_);
   registerLoadingCell(itemsTableView_, localized("Loading"));
   itemsTableView_.setDataSource(this);
   itemsTableView_.setDelegate(this);
@@ -68,11 +65,8 @@ std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIn
     cell->photoImageView().setImage(live_->vehicle().icon.str());
     return cell;
   }
-  auto cell = tableView.dequeueReusableCellWithIdentifier("InfoCell");
   const auto [value, caption] = textsForRow(path.row);
-  cell->textLabel().setText(value);
-  cell->detailTextLabel().setText(caption);
-  return cell;
+  return dequeueInfoCell(tableView, value, caption);
 }
 
 double InfoDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath path) {

@@ -1,12 +1,65 @@
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "service/envelopes.h"
+#include "ui/table_view.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
 
-class RouteDetailViewController final : public DetailPageViewController {
+/// The vehicle's trips and stops of one day as a list in "itemsTableView": today's at first, then those of
+/// the day chosen in the pager while this page is visible. The whole day comes in one request.
+///
+/// The loading flag is the only guard: a day chosen while a request is out is not loaded, and the answer,
+/// which belongs to another day, leaves the list empty until the next selection or day. While the service
+/// claims more items than it sent, the loading row stays. A request in flight keeps the page alive.
+///
+/// The page hears of the program's trips to the background from loading until it first disappears, and not
+/// again after that.
+class RouteDetailViewController final : public DetailPageViewController,
+                                        public TableViewDataSource,
+                                        public TableViewDelegate {
  public:
-  using DetailPageViewController::DetailPageViewController;
+  explicit RouteDetailViewController(Environment& environment);
+
+  TableView& itemsTableView() { return itemsTableView_; }
+  const RouteResponse& items() const { return items_; }
+
+  /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
+  const std::optional<std::string>& date() const { return date_; }
+
+  void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+  void viewDidDisappear(bool animated) override;
+  void firstSelected() override;
+  void receivedNotification(const Notification& notification);
+
+  /// Empties the list; the day is put back on the return to the foreground.
+  void clearView();
+
+  int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
+  std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                IndexPath path) override;
+  double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
+
+ private:
+  void didEnterBackground() { clearView(); }
+  void wilEnterForeground();
+
+  /// Shows the loading row and asks for the day.
+  void load();
+
+  /// Without a day nothing is asked.
+  void loadItems(const std::optional<std::string>& day);
+  int numberOfItems() const { return items_.route ? static_cast<int>(items_.route->size()) : 0; }
+
+  TableView itemsTableView_;
+  std::optional<std::string> tempDate_;
+  std::optional<std::string> date_;
+  RouteResponse items_;
 };
 
 }  // namespace fleetor

@@ -1,0 +1,81 @@
+#include "shell/menu_view_controller.h"
+
+#include "service/api.h"
+#include "shell/base/base_navigation_controller.h"
+#include "shell/logout_confirmation.h"
+#include "ui/storyboard.h"
+#include "ui/sw_reveal_view_controller.h"
+
+namespace fleetor {
+
+MenuViewController::MenuViewController(Environment& environment) : BaseViewController(environment) {
+  setTitle(localized("Menu"));
+  addEntry(vehiclesButton_, "vehiclesButton", "BtnVehicles", "My Vehicles",
+           &MenuViewController::showVehicles);
+  addEntry(accountButton_, "accountButton", "BtnAccount", "Account", &MenuViewController::showAccount);
+  addEntry(aboutButton_, "aboutButton", "BtnAbout", "About", &MenuViewController::showAbout);
+  addEntry(logoutButton_, "logoutButton", "BtnLogout", "Log out", &MenuViewController::logout);
+}
+
+void MenuViewController::addEntry(Button& button, const char* outletName, const char* image,
+                                  const char* titleKey, Entry action) {
+  outlet(outletName, button);
+  button.setImage(image);
+  button.setTitle(localized(titleKey));
+  button.setAction([this, action](Component& sender) { (this->*action)(sender); });
+}
+
+void MenuViewController::viewWillAppear(bool animated) {
+  BaseViewController::viewWillAppear(animated);
+  setFrontTakesTouches(false);
+}
+
+void MenuViewController::viewWillDisappear(bool animated) {
+  BaseViewController::viewWillDisappear(animated);
+  setFrontTakesTouches(true);
+}
+
+void MenuViewController::setFrontTakesTouches(bool takes) {
+  const auto* reveal = revealViewController();
+  if (environment().device.isPad() || !reveal || !reveal->frontViewController()) return;
+  reveal->frontViewController()->view().setUserInteractionEnabled(takes);
+}
+
+void MenuViewController::showVehicles(Component&) {
+  showControllerWithStoryboardId("VehiclesVC");
+}
+
+void MenuViewController::showAccount(Component&) {
+  showControllerWithStoryboardId("AccountVC");
+}
+
+void MenuViewController::showAbout(Component&) {
+  showControllerWithStoryboardId("AboutVC");
+}
+
+void MenuViewController::showControllerWithStoryboardId(const std::string& identifier) {
+  auto* reveal = revealViewController();
+  if (!reveal) return;
+  const auto front = BaseNavigationController::initWithRootViewController(
+      environment(), storyboard()->instantiateViewControllerWithIdentifier(identifier));
+  if (!environment().device.isPad()) {
+    reveal->pushFrontViewControllerAnimated(front, true);
+    return;
+  }
+  reveal->setFrontViewControllerAnimated(front, true);
+  const Rect menu = view().frame();
+  Rect frame = front->view().frame();
+  frame.width = reveal->view().frame().width - menu.width;
+  frame.height = menu.height;
+  front->view().setFrame(frame);
+}
+
+void MenuViewController::logout(Component&) {
+  showLogoutConfirmation(environment(), sharedFrom(this));
+}
+
+void MenuViewController::alertViewClickedButtonAtIndex(AlertView&, int index) {
+  if (index == logoutConfirmed) API::logoutUser();
+}
+
+}  // namespace fleetor

@@ -1,0 +1,97 @@
+#include "vehicle/about_detail_view_controller.h"
+
+#include "service/api.h"
+#include "shell/base/info_cell.h"
+#include "shell/base/loading_cell.h"
+#include "vehicle/notifications.h"
+
+namespace fleetor {
+
+AboutDetailViewController::AboutDetailViewController(Environment& environment)
+    : DetailPageViewController(environment), itemsTableView_(environment) {
+  outlet("itemsTableView", itemsTableView_);
+  registerInfoCell(itemsTableView_);
+  registerLoadingCell(itemsTableView_, localized("Loading"));
+  itemsTableView_.setDataSource(this);
+  itemsTableView_.setDelegate(this);
+}
+
+void AboutDetailViewController::viewDidLoad() {
+  DetailPageViewController::viewDidLoad();
+  itemsTableView_.setTableFooterView(true);
+  response_ = {};
+}
+
+void AboutDetailViewController::viewDidAppear(bool animated) {
+  DetailPageViewController::viewDidAppear(animated);
+  addObserver(kFleetorNotificationLive,
+              [this](const Notification& notification) { receivedNotification(notification); });
+}
+
+void AboutDetailViewController::viewDidDisappear(bool animated) {
+  DetailPageViewController::viewDidDisappear(animated);
+  removeFromNotificationCenter();
+}
+
+void AboutDetailViewController::firstSelected() {
+  DetailPageViewController::firstSelected();
+  if (response_.info) return;
+  response_ = InfoResponse::initForLoading();
+  itemsTableView_.reloadData();
+}
+
+void AboutDetailViewController::receivedNotification(const Notification&) {
+  if (!response_.info) loadItems();
+}
+
+void AboutDetailViewController::loadItems() {
+  if (isLoading()) return;
+  setLoading(true);
+  const auto self = sharedFrom(this);
+  API::getWithPath("/info", {{"vehid", vehicle().vehicleId}}, modelClass<InfoResponse>, {},
+                   [self](auto response, auto kind, long, auto&) {
+                     if (kind == ResponseKindSuccess)
+                       self->response_.nextResult(*response);
+                     else
+                       self->response_.onError();
+                     self->setLoading(false);
+                     self->itemsTableView_.reloadData();
+                   });
+}
+
+int AboutDetailViewController::tableViewNumberOfRowsInSection(TableView&, int) {
+  return static_cast<int>(response_.total);
+}
+
+std::shared_ptr<TableViewCell> AboutDetailViewController::tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                                         IndexPath path) {
+  if (!response_.info) return dequeueLoadingCell(tableView);
+  const auto [value, caption] = textsForRow(path.row);
+  return dequeueInfoCell(tableView, value, caption);
+}
+
+double AboutDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath) {
+  return response_.info ? 50.0 : 60.0;
+}
+
+std::pair<std::string, std::string> AboutDetailViewController::textsForRow(int row) const {
+  const Info& info = *response_.info;
+  switch (row) {
+    case 0:
+      return {info.service.tech.str(), localized("Technical service")};
+    case 1:
+      return {info.service.oil.str(), localized("Oil change")};
+    case 2:
+      return {info.service.odo.str(), localized("Distance service")};
+    case 3:
+      return {info.vehicle.driver.str(), localized("Driver")};
+    case 4:
+      return {info.vehicle.driverGsm.str(), localized("Driver phone")};
+    case 5:
+      return {info.vehicle.active.str(), localized("Localizer expiration date")};
+    default:
+      return {};
+  }
+}
+
+}  // namespace fleetor

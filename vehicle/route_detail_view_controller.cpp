@@ -1,0 +1,126 @@
+#include "vehicle/route_detail_view_controller.h"
+
+#include <any>
+#include <utility>
+
+#include "service/api.h"
+#include "shell/base/loading_cell.h"
+#include "vehicle/notifications.h"
+#include "vehicle/vehicle_route_table_view_cell.h"
+
+namespace fleetor {
+
+namespace {
+constexpr const char* routeCell = "RouteCell";
+constexpr double routeRowHeight = 265.0;
+constexpr double routeLoadingRowHeight = 60.0;
+}  // namespace
+
+RouteDetailViewController::RouteDetailViewController(Environment& environment)
+    : DetailPageViewController(environment), itemsTableView_(environment) {
+  outlet("itemsTableView", itemsTableView_);
+  itemsTableView_.registerMaker(routeCell, [](const std::string& identifier) {
+    return std::make_shared<VehicleRouteTableViewCell>(identifier);
+  });
+  registerLoadingCell(itemsTableView_, localized("Loading"));
+  itemsTableView_.setDataSource(this);
+  itemsTableView_.setDelegate(this);
+}
+
+void RouteDetailViewController::viewDidLoad() {
+  DetailPageViewController::viewDidLoad();
+  date_ = environment().clock.day(environment().clock.now());
+  items_ = {};
+  itemsTableView_.reloadData();
+  addObserver(UIApplicationDidEnterBackgroundNotification,
+              [this](const Notification&) { didEnterBackground(); });
+  addObserver(UIApplicationWillEnterForegroundNotification,
+              [this](const Notification&) { wilEnterForeground(); });
+}
+
+void RouteDetailViewController::viewDidAppear(bool animated) {
+  DetailPageViewController::viewDidAppear(animated);
+  addObserver(kFleetorNotificationDate,
+              [this](const Notification& notification) { receivedNotification(notification); });
+}
+
+void RouteDetailViewController::viewDidDisappear(bool animated) {
+  DetailPageViewController::viewDidDisappear(animated);
+  removeFromNotificationCenter();
+}
+
+// The pager may come here before this page has heard of the return to the foreground.
+void RouteDetailViewController::firstSelected() {
+  DetailPageViewController::firstSelected();
+  if (!date_) date_ = tempDate_;
+  load();
+}
+
+void RouteDetailViewController::receivedNotification(const Notification& notification) {
+  const auto* day = std::any_cast<std::string>(&notification.object);
+  if (!day) return;
+  date_ = *day;
+  load();
+}
+
+// Without a trip to the background there is nothing to put back.
+void RouteDetailViewController::wilEnterForeground() {
+  if (tempDate_) date_ = tempDate_;
+}
+
+// Emptied twice in a row, the day is still the one from before.
+void RouteDetailViewController::clearView() {
+  if (date_) tempDate_ = std::exchange(date_, std::nullopt);
+  setLoading(false);
+  items_ = {};
+  itemsTableView_.reloadData();
+}
+
+void RouteDetailViewController::load() {
+  items_ = RouteResponse::initForLoading();
+  loadItems(date_);
+  itemsTableView_.reloadData();
+}
+
+void RouteDetailViewController::loadItems(const std::optional<std::string>& day) {
+  if (!day || (isLoading() && day == date_)) return;
+  setLoading(true);
+  const auto self = sharedFrom(this);
+  API::getWithPath("/route", {{"vehid", vehicle().vehicleId}, {"date", *date_}}, modelClass<RouteResponse>,
+                   {}, [self, day](auto response, auto kind, long, auto&) {
+                     if (kind == ResponseKindSuccess && self->date_ == day) {
+                       // A quick trip to the background can make two answers of one day.
+                       self->items_ = RouteResponse::initForLoading();
+                       self->items_.nextResult(*response);
+                     } else {
+                       self->items_.onError();
+                     }
+                     self->setLoading(false);
+                     self->itemsTableView_.reloadData();
+                   });
+}
+
+int RouteDetailViewController::tableViewNumberOfRowsInSection(TableView&, int) {
+  return numberOfItems() + (items_.total == numberOfItems() ? 0 : 1);
+}
+
+std::shared_ptr<TableViewCell> RouteDetailViewController::tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                                         IndexPath path) {
+  if (path.row >= numberOfItems()) return dequeueLoadingCell(tableView);
+  auto cell = std::static_pointer_cast<VehicleRouteTableViewCell>(
+      tableView.dequeueReusableCellWithIdentifier(routeCell));
+  const RouteItem& item = items_.route->at(static_cast<std::size_t>(path.row));
+  cell->statusLabel().setText(item.status.str());
+  cell->timeLabel().setText(item.timeFrom.str());
+  cell->durationLabel().setText(item.duration.str());
+  cell->distanceLabel().setText(item.distance.str() + " km");
+  cell->fromLabel().setText(item.from.str());
+  cell->toLabel().setText(item.to.str());
+  return cell;
+}
+
+double RouteDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath path) {
+  return path.row < numberOfItems() ? routeRowHeight : routeLoadingRowHeight;
+}
+
+}  // namespace fleetor

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+#include "ui/table_view_cell.h"
+
+namespace fleetor {
+
+/// The row of one trip or stop. The page fills its labels; it is not for tapping.
+class VehicleRouteTableViewCell final : public TableViewCell {
+ public:
+  explicit VehicleRouteTableViewCell(std::string reuseIdentifier);
+
+  Label& statusLabel() { return statusLabel_; }
+  Label& timeLabel() { return timeLabel_; }
+  Label& durationLabel() { return durationLabel_; }
+  Label& distanceLabel() { return distanceLabel_; }
+  Label& fromLabel() { return fromLabel_; }
+  Label& toLabel() { return toLabel_; }
+
+ private:
+  Label statusLabel_;
+  Label timeLabel_;
+  Label durationLabel_;
+  Label distanceLabel_;
+  Label fromLabel_;
+  Label toLabel_;
+};
+
+}  // namespace fleetor
