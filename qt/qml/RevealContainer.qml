@@ -23,6 +23,10 @@ FocusScope {
         }
     }
 
+    // Keys go to the menu while the screen beside it takes nothing.
+    readonly property bool menuOpen: reveal.open && !(reveal.front?.interactive ?? true)
+    onMenuOpenChanged: (menuOpen ? rear : front).focus = true
+
     clip: true
     onPlaceChanged: follow()
 

@@ -6,4 +6,5 @@ import Fleetor
 Item {
     property CellItem cell
     property string spoken // what assistive technology reads for the row
+    property bool separated: true // a line parts it from the next one
 }

@@ -16,9 +16,14 @@ FocusScope {
             VehiclesVC: "VehiclesScreen.qml",
             ChooseVehicleVC: "ChooseVehicleScreen.qml",
             VehicleVC: "VehicleScreen.qml",
+            MenuVC: "MenuScreen.qml",
+            AccountVC: "AccountScreen.qml",
+            AboutVC: "AboutScreen.qml",
             InfoDetailVC: "TablePage.qml",
             LiveDetailVC: "MapPage.qml",
-            MapDetailVC: "MapPage.qml"
+            MapDetailVC: "MapPage.qml",
+            RouteDetailVC: "TripsPage.qml",
+            AboutDetailVC: "TablePage.qml"
         })
     readonly property string file: {
         if (!screen?.loaded)

@@ -73,7 +73,7 @@ ListView {
 
         Rectangle {
             anchors.fill: parent
-            color: row.pressed ? Theme.pressed : Theme.background
+            color: row.pressed ? Theme.pressed : "transparent"
         }
 
         Loader {
@@ -85,6 +85,8 @@ ListView {
                     return "VehicleRow.qml";
                 case "InfoCell":
                     return "InfoRow.qml";
+                case "RouteCell":
+                    return "RouteRow.qml";
                 case "LoadingCell":
                     return "LoadingRow.qml";
                 }
@@ -94,6 +96,7 @@ ListView {
         }
 
         Rectangle {
+            visible: (body.item as RowBody)?.separated ?? false
             anchors.bottom: parent.bottom
             anchors.left: parent.left
             anchors.leftMargin: Theme.margin

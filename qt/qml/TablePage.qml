@@ -7,10 +7,11 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    property string tableName: "itemsTableView"
 
     TableList {
         anchors.fill: parent
-        table: root.screen.outlet("itemsTableView") as TableItem
+        table: root.screen.outlet(root.tableName) as TableItem
         label: root.screen.title
         focus: true
     }

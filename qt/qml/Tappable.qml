@@ -13,6 +13,7 @@ Item {
     readonly property bool ringed: activeFocus
     property real ringRadius: 8
     property real ringMargin: 1 // negative: outside
+    property color ringColor: Theme.focusRing
     property bool checked: false
 
     signal tapped
@@ -48,6 +49,6 @@ Item {
         color: "transparent"
         radius: tappable.ringRadius
         border.width: 2
-        border.color: Theme.focusRing
+        border.color: tappable.ringColor
     }
 }

@@ -13,6 +13,9 @@ QtObject {
     readonly property color barText: "white"
     readonly property color tabSelected: Qt.rgba(0.23, 0.29, 0.35, 1)
 
+    readonly property color menu: dark ? "#1a2228" : tabSelected
+    readonly property color menuText: "white"
+
     readonly property color background: dark ? "#12171b" : "#ffffff"
     readonly property color raised: dark ? "#1e262c" : "#ffffff"
     readonly property color well: dark ? "#0b0f12" : "#f1f5f7"

@@ -1,0 +1,21 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// What this program is, to read.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.background
+    }
+
+    DocumentView {
+        anchors.fill: parent
+        view: root.screen.outlet("aboutWebView") as WebViewItem
+        focus: true
+    }
+}

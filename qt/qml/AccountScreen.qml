@@ -1,0 +1,6 @@
+// The account's own data.
+import Fleetor
+
+TablePage {
+    tableName: "infoTableView"
+}

@@ -1,0 +1,47 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// One entry of the side menu: a picture and its words.
+Tappable {
+    id: entry
+
+    property ButtonItem button
+
+    height: Math.max(56, Theme.bodySize * 2.6)
+    label: button?.accessibleName ?? ""
+    enabled: button?.enabled ?? false
+    ringColor: Theme.menuText
+    onTapped: button.tap()
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.leftMargin: 8
+        anchors.rightMargin: 8
+        radius: 10
+        color: Theme.menuText
+        opacity: entry.pressed ? 0.16 : 0
+    }
+
+    Image {
+        id: picture
+        x: 24
+        anchors.verticalCenter: parent.verticalCenter
+        source: entry.button?.image ?? ""
+        sourceSize { width: 26; height: 26 }
+    }
+
+    Text {
+        anchors.left: picture.right
+        anchors.leftMargin: 18
+        anchors.right: parent.right
+        anchors.rightMargin: 16
+        anchors.verticalCenter: parent.verticalCenter
+        text: entry.button?.title ?? ""
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        color: Theme.menuText
+        font.pixelSize: Theme.bodySize + 1
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,87 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// The side menu of a phone.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+
+    Accessible.role: Accessible.PopupMenu
+    Accessible.name: screen?.title ?? ""
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.menu
+    }
+
+    Flickable {
+        anchors.fill: parent
+        contentHeight: column.height
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+
+        Column {
+            id: column
+            width: parent.width
+            topPadding: 28
+            bottomPadding: 12
+
+            Image {
+                x: 22
+                source: "qrc:/images/fleetor.svg"
+                sourceSize { width: 64; height: 64 }
+            }
+            Text {
+                x: 24
+                topPadding: 10
+                bottomPadding: 22
+                text: "Fleetor"
+                color: Theme.menuText
+                font.pixelSize: Theme.titleSize + 4
+                font.bold: true
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+
+            Repeater {
+                id: entries
+                model: ["vehiclesButton", "accountButton", "aboutButton", "logoutButton"]
+                delegate: Item {
+                    id: place
+
+                    required property int index
+                    required property string modelData
+                    readonly property bool apart: index === 3 // signing out stands by itself
+
+                    function takeFocus() {
+                        line.forceActiveFocus();
+                    }
+
+                    width: root.width
+                    height: line.height + (apart ? 25 : 0)
+
+                    Rectangle {
+                        visible: place.apart
+                        x: 24
+                        y: 12
+                        width: parent.width - 48
+                        height: 1
+                        color: Theme.menuText
+                        opacity: 0.25
+                    }
+                    MenuEntry {
+                        id: line
+                        anchors.bottom: parent.bottom
+                        width: parent.width
+                        button: root.screen.outlet(place.modelData) as ButtonItem
+                        focus: place.index === 0
+                        Keys.onDownPressed: entries.itemAt(place.index + 1)?.takeFocus()
+                        Keys.onUpPressed: entries.itemAt(place.index - 1)?.takeFocus()
+                    }
+                }
+            }
+        }
+    }
+}

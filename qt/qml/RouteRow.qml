@@ -1,0 +1,179 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// One trip or stop as a card: what it was and when it began, from where to where, how long and how far.
+RowBody {
+    id: row
+
+    readonly property string status: text("statusLabel")
+    readonly property string time: text("timeLabel")
+    readonly property string duration: text("durationLabel")
+    readonly property string distance: text("distanceLabel")
+    readonly property string from: text("fromLabel")
+    readonly property string to: text("toLabel")
+
+    function text(name) {
+        return (cell?.outlet(name) as LabelItem)?.text ?? "";
+    }
+
+    separated: false
+    spoken: `${status}, ${time}, ${from}, ${to}, ${duration}, ${distance}`
+
+    Rectangle {
+        id: card
+        anchors.fill: parent
+        anchors.leftMargin: 12
+        anchors.rightMargin: 12
+        anchors.topMargin: 12
+        radius: 14
+        color: Theme.raised
+        border.width: 1
+        border.color: Theme.separator
+
+        Item {
+            id: head
+            x: Theme.margin
+            y: 14
+            width: parent.width - 2 * x
+            height: pill.height
+
+            Rectangle {
+                id: pill
+                width: Math.min(statusText.implicitWidth + 24, parent.width - timeText.width - 8)
+                height: statusText.implicitHeight + 10
+                radius: height / 2
+                color: Theme.well
+                Text {
+                    id: statusText
+                    anchors.centerIn: parent
+                    width: Math.min(implicitWidth, pill.width - 24)
+                    text: row.status
+                    textFormat: Text.PlainText
+                    elide: Text.ElideRight
+                    color: Theme.accent
+                    font.pixelSize: Theme.smallSize + 1
+                    font.bold: true
+                    Accessible.ignored: true
+                }
+            }
+            Text {
+                id: timeText
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, parent.width * 0.65)
+                text: row.time
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+                color: Theme.secondaryText
+                font.pixelSize: Theme.smallSize + 1
+                Accessible.ignored: true
+            }
+        }
+
+        // The way, between its two ends.
+        Item {
+            id: way
+            anchors.top: head.bottom
+            anchors.bottom: foot.top
+            anchors.topMargin: 10
+            anchors.bottomMargin: 10
+            x: Theme.margin
+            width: parent.width - 2 * x
+
+            Rectangle {
+                anchors.horizontalCenter: start.horizontalCenter
+                anchors.top: start.bottom
+                anchors.bottom: end.top
+                width: 2
+                color: Theme.accent
+                opacity: 0.45
+            }
+            Rectangle {
+                id: start
+                x: 3
+                y: parent.height * 0.25 - height / 2
+                width: 14
+                height: 14
+                radius: 7
+                color: "transparent"
+                border.width: 3
+                border.color: Theme.accent
+            }
+            Rectangle {
+                id: end
+                x: 3
+                y: parent.height * 0.75 - height / 2
+                width: 14
+                height: 14
+                radius: 7
+                color: Theme.accent
+            }
+            Repeater {
+                model: [row.from, row.to]
+                delegate: Text {
+                    required property int index
+                    required property string modelData
+                    x: 32
+                    y: index * parent.height / 2
+                    width: parent.width - x
+                    height: parent.height / 2
+                    verticalAlignment: Text.AlignVCenter
+                    text: modelData
+                    textFormat: Text.PlainText
+                    wrapMode: Text.Wrap
+                    maximumLineCount: 2
+                    elide: Text.ElideRight
+                    color: Theme.text
+                    font.pixelSize: Theme.bodySize
+                    font.weight: Font.Medium
+                    Accessible.ignored: true
+                }
+            }
+        }
+
+        Row {
+            id: foot
+            anchors.bottom: parent.bottom
+            x: Theme.margin
+            width: parent.width - 2 * x
+            height: 56
+            Repeater {
+                model: [{ icon: "RowDuration", words: row.duration }, { icon: "RowDistance", words: row.distance }]
+                delegate: Item {
+                    id: measure
+                    required property var modelData
+                    width: foot.width / 2
+                    height: foot.height
+                    Image {
+                        id: sign
+                        anchors.verticalCenter: parent.verticalCenter
+                        x: -1
+                        source: "qrc:/images/" + measure.modelData.icon + ".svg"
+                        sourceSize { width: 22; height: 22 }
+                    }
+                    Text {
+                        anchors.left: sign.right
+                        anchors.leftMargin: 11
+                        anchors.right: parent.right
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: measure.modelData.words
+                        textFormat: Text.PlainText
+                        elide: Text.ElideRight
+                        color: Theme.text
+                        font.pixelSize: Theme.bodySize
+                        font.bold: true
+                        Accessible.ignored: true
+                    }
+                }
+            }
+        }
+        Rectangle {
+            anchors.bottom: foot.top
+            x: Theme.margin
+            width: parent.width - 2 * x
+            height: 1
+            color: Theme.separator
+        }
+    }
+}
