@@ -205,6 +205,11 @@ bool RevealControllerItem::panShouldBegin(double x) const {
   return read<SWRevealViewController>([x](SWRevealViewController& c) { return c.panShouldBegin(x); });
 }
 
+void RevealControllerItem::beginPan() {
+  if (auto* container = as<SWRevealViewController>()) container->beginPan();
+  refresh();
+}
+
 void RevealControllerItem::pan(bool open) {
   if (auto* container = as<SWRevealViewController>())
     container->pan(open ? FrontViewPosition::right : FrontViewPosition::left);

@@ -133,6 +133,7 @@ class RevealControllerItem : public fleetor::ViewControllerItem {
   double draggableBorderWidth() const;
 
   Q_INVOKABLE bool panShouldBegin(double x) const;
+  Q_INVOKABLE void beginPan();
   Q_INVOKABLE void pan(bool open);
   Q_INVOKABLE bool tapShouldBegin() const;
   Q_INVOKABLE void tapFront();

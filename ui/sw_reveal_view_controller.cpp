@@ -97,6 +97,10 @@ bool SWRevealViewController::panShouldBegin(double x) const {
   return pan_.attached() && (draggableBorderWidth_ <= 0 || (x >= 0 && x <= draggableBorderWidth_));
 }
 
+void SWRevealViewController::beginPan() {
+  if (rear_ && pan_.attached()) rear_->loadViewIfNeeded();
+}
+
 void SWRevealViewController::pan(FrontViewPosition end) {
   if (pan_.attached()) setFrontViewPositionAnimated(end, true);
 }

@@ -64,6 +64,7 @@ class SWRevealViewController : public ViewController {
 
   // The user's gestures. `x` in points from the left edge of the front screen.
   bool panShouldBegin(double x) const;  ///< whether a drag from there moves the front screen
+  void beginPan();                      ///< a drag has begun: the rear screen is about to be seen
   void pan(FrontViewPosition end);      ///< a drag was let go: the front screen goes to that place, animated
   bool tapShouldBegin() const;  ///< whether a tap on the front screen closes the menu instead of operating it
   void tapFront();

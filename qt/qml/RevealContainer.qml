@@ -75,6 +75,7 @@ FocusScope {
             // Further in on a deeper screen, a drag turns pages or goes back.
             enabled: container.reveal.panShouldBegin(1) && ((container.reveal.front as NavigationControllerItem)?.depth ?? 1) === 1
             onBegun: {
+                container.reveal.beginPan();
                 slide.stop();
                 drag.from = front.x;
             }
