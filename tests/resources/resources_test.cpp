@@ -69,8 +69,9 @@ int differences(const QImage& a, const QImage& b) {
 }
 
 TEST(Images, of_the_bars_are_white_and_the_selected_ones_dark) {
-  for (const char* name : {"NavMenu", "NavBack", "NavDate", "BtnLogout", "BtnAccount", "BtnAbout",
-                           "BtnMapType", "TabInfo", "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
+  for (const char* name :
+       {"NavMenu", "NavBack", "NavDate", "BtnLogout", "BtnAccount", "BtnAbout", "BtnVehicles", "BtnMapType",
+        "TabInfo", "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
     EXPECT_GT(shareOf(Qt::white, drawn(name)), 0.99) << name;
   }
   const QColor selected = QColor::fromRgbF(0.23f, 0.29f, 0.35f);
@@ -90,7 +91,7 @@ TEST(Images, of_a_vehicle_come_in_a_pair_that_looks_to_opposite_sides) {
 }
 
 TEST(Images, of_the_marks_and_of_the_application_draw_something) {
-  for (const char* name : {"flag", "parking", "fleetor", "NavShadow"}) {
+  for (const char* name : {"flag", "parking", "fleetor", "NavShadow", "RowDuration", "RowDistance"}) {
     const auto painted = [](int, int, const QColor& pixel) { return pixel.alpha() > 0; };
     EXPECT_GT(count(drawn(name), painted), 0) << name;
   }

@@ -182,6 +182,9 @@ class Client {
       return std::optional(liveReply(numberOf(request.url, "vehid"), 57));
     });
     transport.answer("/map", mapReply({"", "Parking", ""}));
+    transport.answer("/route", routeReply(2));
+    transport.answer("/info", infoReply());
+    transport.answer("/user", userReply());
   }
 
   void tap(BarButtonItem& button) {

@@ -84,6 +84,38 @@ inline HttpReply mapReply(const std::vector<std::string>& labels, int firstLp = 
   return jsonReply(envelope(total < 0 ? static_cast<int>(labels.size()) : total, R"("map":[)" + list + "]"));
 }
 
+/// A drive and the stop after it, and again, as many as asked for. `total` is what the service claims; below
+/// 0, the truth.
+inline HttpReply routeReply(int count, int total = -1) {
+  std::string list;
+  for (int i = 0; i < count; ++i)
+    list +=
+        (i ? "," : "") + std::string(R"({"lp":)") + std::to_string(i + 1) +
+        (i % 2 == 0
+             ? R"(,"status":"Driving","timeFrom":"08:00","timeTo":"08:12","duration":"12 min","distance":12.5,)"
+               R"("from":"Mill Lane","to":"Harbour"})"
+             : R"(,"status":"Parking","timeFrom":"08:12","timeTo":"09:12","duration":"1 h","distance":"0",)"
+               R"("from":"Harbour","to":"Harbour"})");
+  return jsonReply(envelope(total < 0 ? count : total, R"("route":[)" + list + "]"));
+}
+
+inline HttpReply infoReply() {
+  return jsonReply(envelope(
+      1,
+      R"("info":{"auto":{"name":"Van","registration":"KR 1","mapLineColor":"0f0","icon":"van",)"
+      R"("driver":"Jan Kowal","driverGsm":"+48 600 100 200","engine":"2.0","tank":"60","active":"2027-01-31"},)"
+      R"("service":{"oil":"2026-09-15","tech":"2026-11-01","odo":"150000 km"},)"
+      R"("live":{"odo":"120345","fuel":"40"}})"));
+}
+
+inline HttpReply userReply() {
+  return jsonReply(envelope(
+      1,
+      R"("user":{"name":"Anna Nowak","statusDescription":"Active","sms":"+48 1","companyName":"Nowak Transport",)"
+      R"("address1":"Long Street 5","address2":"","vat":"PL123","gsm":"+48 2","mail":"anna@nowak.test",)"
+      R"("expirationDate":"2027-01-31"})"));
+}
+
 inline HttpReply tokenReply(const std::string& token) {
   return jsonReply(envelope(1, R"("token":{"access_token":")" + token + R"(","token_type":"bearer"})"));
 }

@@ -1,0 +1,121 @@
+#include <gmock/gmock.h>
+
+#include "shell/about_view_controller.h"
+#include "shell/account_view_controller.h"
+#include "shell/menu_view_controller.h"
+#include "support/client.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A signed-in phone.
+class SideMenu : public testing::Test {
+ protected:
+  SideMenu() {
+    phone.device.resources["about.html"] = "/opt/about.html";
+    client.transport.leaveOpen("/user");
+    client.start();
+    client.takeRequests();
+  }
+
+  bool frontTakesTouches() { return container().frontViewController()->view().userInteractionEnabled(); }
+  MainViewController& container() { return *client.root<MainViewController>(); }
+
+  /// Opens the menu by the front screen's button and taps the entry.
+  void choose(const char* entry) {
+    auto& front = dynamic_cast<NavigationController&>(*container().frontViewController());
+    client.tapLeftButtonOf(*front.topViewController());
+    EXPECT_FALSE(frontTakesTouches());
+    dynamic_cast<Button&>(*container().rearViewController()->findOutlet(entry)).tap();
+    client.settle();
+  }
+
+  Machine phone;
+  Client client{phone};
+};
+
+TEST_F(SideMenu, KeepsTheFrontScreenFromTouchesWhileItShows) {
+  EXPECT_TRUE(frontTakesTouches());
+  container().pan(FrontViewPosition::right);
+  EXPECT_FALSE(frontTakesTouches());
+  container().tapFront();
+  EXPECT_TRUE(frontTakesTouches());
+  client.settle();
+  EXPECT_TRUE(frontTakesTouches());
+}
+
+TEST_F(SideMenu, PutsANewScreenInFrontAtEveryChoice) {
+  const std::weak_ptr<ViewController> list = client.find<VehiclesTableViewController>()->weak_from_this();
+  choose("vehiclesButton");
+  EXPECT_TRUE(list.expired());
+  Viewport eyes(client.vehicles());
+  client.settle();
+  EXPECT_THAT(client.takeRequests(), ElementsAre("GET /vehicles?limit=20&offset=0"));
+  EXPECT_EQ(container().frontViewPosition(), FrontViewPosition::left);
+  EXPECT_TRUE(frontTakesTouches());
+
+  choose("aboutButton");
+  auto* about = client.find<AboutViewController>();
+  ASSERT_TRUE(about);
+  EXPECT_EQ(about->title(), "About");
+  about->aboutWebView().tapLink("https://elsewhere.test/");
+  EXPECT_THAT(phone.device.openedURLs, ElementsAre("https://elsewhere.test/"));
+  EXPECT_EQ(about->aboutWebView().url(), "file:///opt/about.html");
+}
+
+TEST_F(SideMenu, AsksBeforeItSignsOut) {
+  choose("logoutButton");
+  const auto alert = client.application.window().alerts().at(0);
+  EXPECT_EQ(alert->title() + ": " + alert->message(), "Confirmation: Are you sure you want to log out?");
+  EXPECT_THAT(alert->buttonTitles(), ElementsAre("Cancel", "Log out"));
+  alert->tapButton(0);
+  EXPECT_TRUE(API::isLogged());
+  EXPECT_THAT(client.takeRequests(), IsEmpty());
+  dynamic_cast<Button&>(*container().rearViewController()->findOutlet("logoutButton")).tap();
+  client.application.window().alerts().at(0)->tapButton(1);
+  EXPECT_TRUE(client.root<LoginViewController>());
+  client.settle();
+  EXPECT_THAT(client.takeRequests(), ElementsAre("POST /logout"));
+}
+
+TEST_F(SideMenu, OpensTheAccountThatIsAskedForOnce) {
+  choose("accountButton");
+  auto* account = client.find<AccountViewController>();
+  ASSERT_TRUE(account);
+  auto& table = account->infoTableView();
+  Viewport eyes(table);
+  table.reloadData();
+  client.settle();
+  EXPECT_EQ(table.numberOfRows(), 1);
+  EXPECT_EQ(table.heightForRow(0), 60.0);
+  EXPECT_THAT(client.takeRequests(), ElementsAre("GET /user?"));
+  client.transport.answerOpen("/user", userReply());
+  client.queues.runUntilIdle();
+  std::vector<std::string> rows;
+  for (int row = 0; row < table.numberOfRows(); ++row)
+    rows.push_back(Client::textOfRow(table, row));
+  EXPECT_THAT(rows, ElementsAre("Anna Nowak | Name", "Nowak Transport | Company", "Active | Status",
+                                "Long Street 5 | Address", " | Address", "PL123 | VAT ID", "+48 1 | SMS",
+                                "+48 2 | Phone", "anna@nowak.test | Mail", "2027-01-31 | Expiration date"));
+  EXPECT_EQ(table.heightForRow(9), 50.0);
+}
+
+TEST_F(SideMenu, LeavesTheAccountEmptyAfterAFailureUntilItIsOpenedAgain) {
+  choose("accountButton");
+  for (int visit = 0; visit < 2; ++visit) {
+    auto& table = client.find<AccountViewController>()->infoTableView();
+    Viewport eyes(table);
+    client.settle();
+    client.transport.answerOpen("/user", reply(500, "text/plain", ""));
+    client.settle();
+    EXPECT_EQ(table.numberOfRows(), 0);
+    EXPECT_THAT(client.takeRequests(), ElementsAre("GET /user?"));
+    if (visit == 0) choose("accountButton");
+  }
+}
+
+}  // namespace
+}  // namespace fleetor::test

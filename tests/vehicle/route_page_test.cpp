@@ -1,0 +1,140 @@
+#include <gmock/gmock.h>
+
+#include <any>
+
+#include "support/client.h"
+#include "vehicle/notifications.h"
+#include "vehicle/route_detail_view_controller.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The trips page of vehicle 7, alone in the window, without a pager. Requests stay open until they are
+/// answered.
+class RoutePage : public testing::Test {
+ protected:
+  RoutePage() {
+    Vehicle vehicle;
+    vehicle.vehicleId = 7;
+    page->setVehicle(vehicle);
+    API::setAPIBaseURLWithString(Client::baseURL());
+    client.transport.leaveOpen("/route");
+    client.application.window().setRootViewController(page);
+  }
+
+  void choose(const std::any& day) { client.center.postNotificationName(kFleetorNotificationDate, day); }
+  void arrive(HttpReply reply) {
+    client.queues.runUntilIdle();
+    ASSERT_TRUE(client.transport.answerOpen("/route", std::move(reply)));
+    client.queues.runUntilIdle();
+  }
+  std::vector<std::string> asked() {
+    client.queues.runUntilIdle();
+    return client.takeRequests();
+  }
+
+  /// Each row as its height and what stands in it, the labels in the order of reading.
+  std::vector<std::string> rows() {
+    std::vector<std::string> texts;
+    for (int row = 0; row < table.numberOfRows(); ++row) {
+      const auto cell = table.cellForRow(row);
+      std::string text = std::to_string(static_cast<int>(table.heightForRow(row)));
+      if (auto* spinner = dynamic_cast<ActivityIndicator*>(cell->viewWithTag(123)))
+        text += spinner->isAnimating() ? " ..." : " idle";
+      else
+        for (const char* name :
+             {"statusLabel", "timeLabel", "durationLabel", "distanceLabel", "fromLabel", "toLabel"})
+          text += "|" + dynamic_cast<Label&>(*cell->findOutlet(name)).text();
+      texts.push_back(text);
+    }
+    return texts;
+  }
+
+  Client client;
+  std::shared_ptr<RouteDetailViewController> page =
+      std::make_shared<RouteDetailViewController>(client.environment);
+  TableView& table = page->itemsTableView();
+};
+
+const std::string drive = "265|Driving|08:00|12 min|12.5 km|Mill Lane|Harbour";
+const std::string stop = "265|Parking|08:12|1 h|0 km|Harbour|Harbour";
+
+TEST_F(RoutePage, SpinsWhileItLoadsTodayAndThenListsTheTripsAsTheyWereSent) {
+  EXPECT_THAT(rows(), IsEmpty());
+  page->tabSelected();
+  EXPECT_THAT(rows(), ElementsAre("60 ..."));
+  EXPECT_THAT(asked(), ElementsAre("GET /route?date=2026-03-10&vehid=7"));
+  arrive(routeReply(2));
+  EXPECT_THAT(rows(), ElementsAre(drive, stop));
+  table.tap(0);
+  EXPECT_FALSE(table.indexPathForSelectedRow());
+  page->tabSelected();
+  EXPECT_THAT(asked(), IsEmpty());
+
+  choose(7);  // no day
+  EXPECT_THAT(asked(), IsEmpty());
+  choose(std::string("2026-03-09"));
+  EXPECT_THAT(rows(), ElementsAre("60 ..."));
+  EXPECT_THAT(asked(), ElementsAre("GET /route?date=2026-03-09&vehid=7"));
+  arrive(routeReply(0));
+  EXPECT_THAT(rows(), IsEmpty());
+
+  // What the service promised and did not send stands for ever.
+  choose(std::string("2026-03-08"));
+  arrive(routeReply(1, 2));
+  EXPECT_THAT(rows(), ElementsAre(drive, "60 ..."));
+  EXPECT_EQ(asked().size(), 1u);
+}
+
+TEST_F(RoutePage, IsEmptyAfterAFailureAndForADayChosenDuringALoad) {
+  page->tabSelected();
+  arrive(failedReply(url_error::notConnectedToInternet));
+  EXPECT_THAT(rows(), IsEmpty());
+
+  choose(std::string("2026-03-09"));
+  choose(std::string("2026-03-08"));
+  EXPECT_EQ(asked().size(), 2u);  // today and the 9th
+  EXPECT_THAT(rows(), ElementsAre("60 ..."));
+  arrive(routeReply(2));
+  EXPECT_THAT(rows(), IsEmpty());
+  EXPECT_EQ(page->date(), "2026-03-08");
+  EXPECT_FALSE(page->isLoading());
+  choose(std::string("2026-03-08"));
+  arrive(routeReply(2));
+  EXPECT_THAT(rows(), ElementsAre(drive, stop));
+}
+
+TEST_F(RoutePage, EmptiesInTheBackgroundAndHasItsDayBackBeforeItAsksWhoeverComesFirst) {
+  choose(std::string("2026-03-05"));
+  for (const bool pagerFirst : {true, false}) {
+    asked();
+    client.application.didEnterBackground();
+    client.application.didEnterBackground();
+    page->clearTabSelected();
+    EXPECT_THAT(rows(), IsEmpty());
+    EXPECT_FALSE(page->date() || page->isLoading());
+    if (pagerFirst) page->tabSelected();
+    client.application.willEnterForeground();
+    if (!pagerFirst) page->tabSelected();
+    EXPECT_THAT(asked(), ElementsAre("GET /route?date=2026-03-05&vehid=7"));
+  }
+  // All three asked for that day and are answered; it is listed once.
+  for (int i = 0; i < 3; ++i)
+    arrive(routeReply(2));
+  EXPECT_THAT(rows(), ElementsAre(drive, stop));
+
+  // Hidden it hears of no day, and from then on of no trip to the background.
+  client.application.window().setRootViewController(nullptr);
+  asked();
+  choose(std::string("2026-03-04"));
+  client.application.window().setRootViewController(page);
+  client.application.didEnterBackground();
+  EXPECT_THAT(asked(), IsEmpty());
+  EXPECT_THAT(rows(), ElementsAre(drive, stop));
+}
+
+}  // namespace
+}  // namespace fleetor::test
