@@ -24,7 +24,7 @@ struct Place {
 inline constexpr int width = 390;
 inline constexpr int height = 780;
 inline constexpr double lineWidth = 2;
-inline constexpr Place middle{50.06, 19.94};
+inline constexpr Place middle{54.72, 2.35};  ///< of the demo's town
 inline constexpr std::array<int, 3> sizes{1000, 10000, 100000};
 inline constexpr int longest = 100000;
 inline constexpr int warmUpFrames = 30;

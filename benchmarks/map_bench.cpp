@@ -1,0 +1,426 @@
+// The map: a pan over a day's track beside the same map without a line (and beside other map components, when
+// there are any), a live position appended to a trail, a whole day's answer from the last byte to the drawn
+// track, and the memory that such a day takes. Needs a display, and the demo service beside this program's
+// folder.
+//
+//   fleetor_bench_map [program of another map component, with its arguments, as one word]...
+
+#include <QGuiApplication>
+#include <QProcess>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "pan_protocol.h"
+#include "qt/adapters.h"
+#include "qt/device/queues.h"
+#include "qt/device/system_clock.h"
+#include "qt/map_surface.h"
+#include "qt/tile_source.h"
+#include "service/api.h"
+#include "support/fake_device.h"
+#include "support/memory_stores.h"
+#include "support/scripted_transport.h"
+#include "ui/appearance.h"
+#include "ui/notification_center.h"
+#include "vehicle/live_detail_view_controller.h"
+#include "vehicle/map_detail_view_controller.h"
+
+namespace {
+
+using namespace fleetor;
+
+/// Notes the longest time that one event kept the main thread.
+class WatchedApplication final : public QGuiApplication {
+ public:
+  using QGuiApplication::QGuiApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    if (depth_++ > 0) {
+      const bool handled = QGuiApplication::notify(receiver, event);
+      --depth_;
+      return handled;
+    }
+    const double before = pan::now();
+    const bool handled = QGuiApplication::notify(receiver, event);
+    --depth_;
+    longest = std::max(longest, pan::now() - before);
+    return handled;
+  }
+  double longest = 0;
+
+ private:
+  int depth_ = 0;
+};
+
+double kilobytes(const char* field) {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);)
+    if (line.starts_with(field)) return std::stod(line.substr(std::string_view(field).size()));
+  return 0;
+}
+
+/// Everything that a map needs of the client, in a window of its own; without a service there are no tiles.
+struct Stage {
+  explicit Stage(const QString& service)
+      : tiles(
+            [&service] {
+              TileServer server;
+              if (!service.isEmpty())
+                server.standard = service.toStdString() + "/tiles/standard/{z}/{x}/{y}.png?scale={scale}";
+              return server;
+            }(),
+            folder.path()) {
+    window.resize(pan::width, pan::height);
+    surface.setParentItem(window.contentItem());
+    surface.setSize(QSizeF(pan::width, pan::height));
+    surface.setProperty("ground", QColor(0xee, 0xea, 0xe2));
+    surface.setProperty("grid", QColor(0xe2, 0xde, 0xd6));
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [this] {
+      if (onFrame) onFrame();
+    });
+    window.show();
+  }
+  ~Stage() { surface.setMap(nullptr); }
+
+  void show(MapView& map) { surface.setMap(adapters.itemFor<MapViewItem>(&map)); }
+
+  /// Lets the event loop run until `done`, or gives up.
+  bool runUntil(const std::function<bool()>& done, double seconds = 20) {
+    for (const double end = pan::now() + seconds * 1e3; pan::now() < end;) {
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+      if (done()) return true;
+    }
+    return false;
+  }
+  void rest(double seconds) {
+    runUntil([] { return false; }, seconds);
+  }
+
+  std::function<void()> onFrame;
+
+  QTemporaryDir folder;
+  QtQueues queues;
+  test::FakeDevice device;
+  SystemClock clock;
+  NotificationCenter center;
+  Appearance appearance;
+  Environment environment{queues, device, clock, center, appearance};
+  TileSource tiles;
+  Adapters adapters{environment, tiles};
+  QQuickWindow window;
+  MapSurface surface;
+};
+
+/// A line in one colour.
+class OneLine final : public MapViewDelegate {
+ public:
+  std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
+      MapView&, const std::shared_ptr<MapAnnotation>&) override {
+    return nullptr;
+  }
+  std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(
+      MapView&, const std::shared_ptr<MapPolyline>& overlay) override {
+    auto renderer = std::make_shared<MapPolylineRenderer>(overlay);
+    renderer->setStrokeColor({0.11, 0.44, 0.82, 1});
+    renderer->setLineWidth(pan::lineWidth);
+    return renderer;
+  }
+};
+
+/// From the request for a frame to its end, on the one thread that does both.
+class FrameTimer final : public QObject {
+ public:
+  explicit FrameTimer(Stage& stage) {
+    stage.window.installEventFilter(this);
+    stage.onFrame = [this] {
+      if (finished) finished(pan::now() - started_);
+    };
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::UpdateRequest) started_ = pan::now();
+    return QObject::eventFilter(watched, event);
+  }
+  std::function<void(double milliseconds)> finished;
+
+ private:
+  double started_ = 0;
+};
+
+void panOver(Stage& stage, int points, const pan::Sight& sight) {
+  OneLine delegate;
+  MapView map;
+  map.setDelegate(&delegate);
+  if (points > 0) {
+    std::vector<Coordinate> coordinates;
+    for (const auto& place : pan::track(points))
+      coordinates.push_back({place.latitude, place.longitude});
+    map.addOverlay(MapPolyline::polylineWithCoordinates(std::move(coordinates)));
+  }
+  stage.show(map);
+  const auto moveTo = [&](int frame) {
+    const auto centre = pan::centre(sight, frame);
+    map.moveCamera([&](MapCamera& camera) {
+      camera.moveTo({project({centre.latitude, centre.longitude}), sight.zoom}, false);
+    });
+  };
+  moveTo(0);
+  stage.rest(1.5);  // tiles and a simplified line have come
+
+  std::vector<double> times;
+  int frame = 0;
+  bool pending = false;
+  double moved = 0;
+  FrameTimer timer(stage);
+  timer.finished = [&](double milliseconds) {
+    if (pending && frame > pan::warmUpFrames) times.push_back(moved + milliseconds);
+    pending = false;
+  };
+  QTimer pace;
+  pace.setTimerType(Qt::PreciseTimer);
+  QObject::connect(&pace, &QTimer::timeout, [&] {
+    if (pending || frame > pan::warmUpFrames + pan::frames) return;
+    pending = true;
+    const double before = pan::now();
+    moveTo(frame++);
+    moved = pan::now() - before;
+  });
+  pace.start(16);
+  stage.runUntil([&] { return !pending && frame > pan::warmUpFrames + pan::frames; });
+  stage.onFrame = nullptr;
+  stage.surface.setMap(nullptr);
+  pan::report("fleetor", points, sight.name, times);
+}
+
+void panOverAll(const QString& service) {
+  Stage stage(service);
+  for (const int points : {0, pan::sizes[0], pan::sizes[1], pan::sizes[2]})
+    for (const auto& sight : pan::sights)
+      panOver(stage, points, sight);
+}
+
+std::shared_ptr<const Live> liveAt(const pan::Place& place) {
+  auto live = std::make_shared<Live>();
+  live->vehicles.vehicleId = 1;
+  live->vehicles.icon = "car";
+  live->direction = "90";
+  live->location.lat = std::to_string(place.latitude);
+  live->location.lon = std::to_string(place.longitude);
+  return live;
+}
+
+Vehicle vehicle() {
+  Vehicle made;
+  made.vehicleId = 1;
+  made.icon = "car";
+  made.mapLineColor = "#1d6fd1";
+  return made;
+}
+
+void appendTo(const QString& service, int trail) {
+  constexpr int appended = 60;
+  Stage stage(service);
+  const auto page = std::make_shared<LiveDetailViewController>(stage.environment);
+  page->setVehicle(vehicle());
+  page->loadViewIfNeeded();
+  page->viewDidAppear(false);
+  stage.show(page->mapView());
+  const auto places = pan::track(pan::longest);
+  const auto receive = [&](std::size_t index) {
+    stage.center.postNotificationName(kFleetorNotificationLive, liveAt(places[index % places.size()]));
+  };
+  for (int i = 0; i < trail; ++i)
+    receive(static_cast<std::size_t>(i));
+  stage.rest(2);
+
+  std::vector<double> calls;
+  std::vector<double> frames;
+  FrameTimer timer(stage);
+  bool drawn = false;
+  double called = 0;
+  timer.finished = [&](double milliseconds) {
+    if (!drawn) frames.push_back(called + milliseconds);
+    drawn = true;
+  };
+  for (int i = 0; i < appended; ++i) {
+    drawn = false;
+    const double before = pan::now();
+    receive(static_cast<std::size_t>(trail + i));
+    called = pan::now() - before;
+    calls.push_back(called);
+    stage.runUntil([&] { return drawn; }, 2);
+    stage.rest(0.35);  // the map has followed
+  }
+  stage.onFrame = nullptr;
+  pan::report("append, the page's call", trail, "live", calls);
+  pan::report("append, with the first frame", trail, "live", frames);
+  page->viewDidDisappear(false);
+  stage.surface.setMap(nullptr);
+}
+
+std::string dayOf(int points) {
+  std::string json =
+      "{\"total\":" + std::to_string(points) + ",\"error\":{\"code\":0,\"description\":\"OK\"},\"map\":[";
+  const auto places = pan::track(pan::longest);
+  for (int i = 0; i < points; ++i) {
+    char text[320];
+    const auto& place = places[static_cast<std::size_t>(i)];
+    std::snprintf(text, sizeof text,
+                  "%s{\"lp\":%d,\"location\":{\"lat\":\"%.6f\",\"lon\":\"%.6f\"},\"dateTime\":\"2026-05-04 "
+                  "%02d:%02d:%02d\",\"duration\":\"%s\",\"totdist\":\"%.1f km\",\"label\":\"%s\",\"street\":"
+                  "\"Alderfen Road %d, Larkh\xC3\xA5ven\"}",
+                  i ? "," : "", i, place.latitude, place.longitude, i / 3600, i / 60 % 60, i % 60,
+                  i % 2000 ? "" : "12 min", i * 0.008, i % 2000 ? "" : "Parking", i % 180 + 1);
+    json += text;
+  }
+  return json + "]}";
+}
+
+void openDay(WatchedApplication& application) {
+  constexpr int points = 86400;
+  Stage stage({});
+  test::ScriptedTransport transport(stage.queues);
+  test::MemoryKeyStore keyStore;
+  test::MemorySettings settings;
+  test::FakeReachability reachability;
+  test::FakeIndicator indicator;
+  test::RecordingLog log;
+  API::install({stage.queues, transport, keyStore, settings, reachability, indicator, log, stage.device,
+                [](const std::string& text, double, bool) { std::fprintf(stderr, "%s\n", text.c_str()); },
+                [] {}});
+  API::setAPIBaseURLWithString("http://service.test");
+  transport.leaveOpen("/map");
+  auto page = std::make_shared<MapDetailViewController>(stage.environment);
+  page->setVehicle(vehicle());
+  page->loadViewIfNeeded();
+  page->viewDidAppear(false);
+  stage.show(page->mapView());
+  stage.rest(1.5);
+  page->firstSelected();
+  stage.runUntil([&] { return transport.openCount() == 1; });
+
+  HttpReply day = test::jsonReply(dayOf(points));
+  const double body = static_cast<double>(day.body.size());
+  const double memory = kilobytes("VmRSS:");
+  std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts anew
+  application.longest = 0;
+  const double before = pan::now();
+  double lastFrame = before;
+  stage.onFrame = [&] { lastFrame = pan::now(); };
+  transport.answerOpen("/map", std::move(day));
+  // Nothing is animated and no tile comes, so the last frame is the one with the finished line.
+  if (!stage.runUntil([&] { return page->polyline() && pan::now() - lastFrame > 500; }))
+    std::fputs("the day did not arrive\n", stderr);
+  pan::report("a day, last byte to the drawn track, ms", points, "day", {lastFrame - before});
+  pan::report("a day, longest stall of the main thread, ms", points, "day", {application.longest});
+  pan::report("a day, peak memory in bodies", points, "day",
+              {(kilobytes("VmHWM:") - memory) * 1024 / body + 1});
+  pan::report("a day, memory held in bodies", points, "day",
+              {(kilobytes("VmRSS:") - memory) * 1024 / body + 1});
+  stage.onFrame = nullptr;
+  stage.surface.setMap(nullptr);
+  page->viewDidDisappear(false);
+  page.reset();
+  API::shutDown();
+}
+
+/// Figures by name, sight and size: median and 95th percentile.
+struct Figure {
+  double median = 0;
+  double high = 0;
+};
+using Key = std::tuple<std::string, std::string, int>;
+using Figures = std::map<Key, Figure>;
+
+bool collect(Figures& figures, QStringList command) {
+  QProcess child;
+  child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  const QString program = command.takeFirst();
+  child.start(program, command);
+  if (!child.waitForFinished(600000) || child.exitStatus() != QProcess::NormalExit || child.exitCode() != 0) {
+    std::fprintf(stderr, "%s did not finish\n", qPrintable(program));
+    return false;
+  }
+  for (const QByteArray& line : child.readAllStandardOutput().split('\n'))
+    if (const auto parts = line.split('\t'); parts.size() == 5)
+      figures[{parts[0].toStdString(), parts[2].toStdString(), parts[1].toInt()}] = {parts[3].toDouble(),
+                                                                                     parts[4].toDouble()};
+  return true;
+}
+
+void printPan(const Figures& figures) {
+  std::printf("a pan of %d frames, ms a frame: median (95th percentile)\n%-34s", pan::frames, "");
+  for (const char* column : {"no line", "1,000", "10,000", "100,000"})
+    std::printf(" %15s", column);
+  std::set<std::pair<std::string, std::string>> rows;
+  for (const auto& [key, figure] : figures)
+    if (std::get<1>(key) == "whole" || std::get<1>(key) == "street")
+      rows.emplace(std::get<1>(key), std::get<0>(key));
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+    std::printf("\n%-7s%-27s", row->first.c_str(), row->second.c_str());
+    for (const int points : {0, pan::sizes[0], pan::sizes[1], pan::sizes[2]}) {
+      const auto figure = figures.find({row->second, row->first, points});
+      if (figure != figures.end()) std::printf(" %7.2f (%5.1f)", figure->second.median, figure->second.high);
+    }
+  }
+  for (const auto& sight : pan::sights) {
+    const auto of = [&](int points) { return figures.at({"fleetor", sight.name, points}).median; };
+    std::printf("\nfleetor, %s: 100,000 points against 1,000: %.2f, against no line: %.2f", sight.name,
+                of(100000) / of(1000), of(100000) / of(0));
+  }
+  std::printf("\n\n");
+}
+
+int compare(const QStringList& peers) {
+  QProcess demo;
+  demo.start(QCoreApplication::applicationDirPath() + "/../demo/fleetor-demo-service",
+             {"--port", "0", "--seed", "7"});
+  if (!demo.waitForReadyRead(10000)) {
+    std::fputs("fleetor_bench_map: the demo service did not start\n", stderr);
+    return 1;
+  }
+  const QString url = QString::fromUtf8(demo.readLine()).trimmed().section(' ', -1);
+  const QString self = QCoreApplication::applicationFilePath();
+  Figures pans;
+  Figures others;
+  bool measured = collect(pans, {self, "pan", url});
+  for (const QString& peer : peers)
+    measured = collect(pans, peer.split(' ')) && measured;
+  for (const int trail : {100, 10000, 100000})
+    measured = collect(others, {self, "append", url, QString::number(trail)}) && measured;
+  measured = collect(others, {self, "day"}) && measured;
+  demo.terminate();
+  demo.waitForFinished(5000);
+  if (!measured) return 1;
+  printPan(pans);
+  std::printf("%-46s %8s %10s %10s\n", "", "points", "median", "95th");
+  for (const auto& [key, figure] : others)
+    std::printf("%-46s %8d %10.3f %10.3f\n", std::get<0>(key).c_str(), std::get<2>(key), figure.median,
+                figure.high);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string task = argc > 1 ? argv[1] : "";
+  if (task == "pan" || task == "append" || task == "day") {
+    WatchedApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (task == "pan") panOverAll(arguments.value(2));
+    if (task == "append") appendTo(arguments.value(2), arguments.value(3).toInt());
+    if (task == "day") openDay(application);
+    return 0;
+  }
+  const QCoreApplication application(argc, argv);
+  return compare(QCoreApplication::arguments().mid(1));
+}
