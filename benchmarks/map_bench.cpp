@@ -35,6 +35,7 @@
 #include "ui/notification_center.h"
 #include "vehicle/live_detail_view_controller.h"
 #include "vehicle/map_detail_view_controller.h"
+#include "vehicle/notifications.h"
 
 namespace {
 
