@@ -272,7 +272,7 @@ TEST(HttpTransport, TimesOutWhenNothingMovesAndNotWhileSomethingDoes) {
     peer.read();
     peer.write("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\n");
     for (int i = 0; i < 5; i++) {
-      std::this_thread::sleep_for(200ms);
+      std::this_thread::sleep_for(400ms);
       peer.write("x");
     }
   });
@@ -280,11 +280,11 @@ TEST(HttpTransport, TimesOutWhenNothingMovesAndNotWhileSomethingDoes) {
   auto silentRequest = post(silent.url("/"), "a=b");
   auto haltingRequest = get(halting.url("/"));
   auto slowRequest = get(slow.url("/"));
-  silentRequest.timeoutSeconds = haltingRequest.timeoutSeconds = slowRequest.timeoutSeconds = 0.6;
+  silentRequest.timeoutSeconds = haltingRequest.timeoutSeconds = slowRequest.timeoutSeconds = 1.5;
   auto first = start(transport, silentRequest), second = start(transport, haltingRequest),
        third = start(transport, slowRequest);
   EXPECT_EQ(first.get().error, url_error::timedOut);
-  EXPECT_GE(std::chrono::steady_clock::now() - began, 550ms);
+  EXPECT_GE(std::chrono::steady_clock::now() - began, 1400ms);
   const HttpReply stalled = second.get();
   EXPECT_EQ(stalled.error, url_error::timedOut);
   EXPECT_EQ(stalled.status, 200);
@@ -384,7 +384,7 @@ TEST(HttpTransport, CancelsWhatIsUnansweredWhenItIsDestroyed) {
     for (int i = 0; i < 10; i++)
       replies.push_back(start(transport, get(server.url("/x"))));
   }
-  EXPECT_LT(std::chrono::steady_clock::now() - began, 2s);
+  EXPECT_LT(std::chrono::steady_clock::now() - began, 15s) << "it waits for no answer";
   for (auto& reply : replies) {
     ASSERT_EQ(reply.wait_for(0s), std::future_status::ready);
     EXPECT_EQ(reply.get().error, url_error::cancelled);

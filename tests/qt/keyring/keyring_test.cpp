@@ -54,7 +54,7 @@ void expectMemoryStandsIn(KeyStore& store, const std::string& reason) {
   signOut(store);
   EXPECT_EQ(stored(store), "");
   const std::string said = testing::internal::GetCapturedStderr();
-  EXPECT_LT(std::chrono::steady_clock::now() - began, 4s);
+  EXPECT_LT(std::chrono::steady_clock::now() - began, 10s);
   EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
   EXPECT_THAT(said, testing::HasSubstr(reason));
   EXPECT_THAT(said, testing::HasSubstr("kept in memory"));
