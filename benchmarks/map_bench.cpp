@@ -270,7 +270,7 @@ void appendTo(const QString& service, int trail) {
 
 std::string dayOf(int points) {
   std::string json =
-      "{\"total\":" + std::to_string(points) + ",\"error\":{\"code\":0,\"description\":\"OK\"},\"map\":[";
+      "{\"total\":" + std::to_string(points) + ",\"error\":{\"code\":200,\"description\":\"OK\"},\"map\":[";
   const auto places = pan::track(pan::longest);
   for (int i = 0; i < points; ++i) {
     char text[320];
