@@ -137,7 +137,7 @@ class ScriptedTransport final : public Transport {
   }
 
   void deliver(Done done, HttpReply with) {
-    queues_.global([done = std::move(done), with = std::move(with)] { done(with); });
+    queues_.global([done = std::move(done), with = std::move(with)]() mutable { done(std::move(with)); });
   }
 
   Queues& queues_;
