@@ -8,7 +8,7 @@ namespace fleetor {
 namespace {
 
 constexpr std::size_t shortLine = 20'000;  // points that are simplified in a fraction of a millisecond
-constexpr double ahead = 0.5;              // of the viewport, beyond each of its edges
+constexpr double ahead = 0.2;              // of the viewport, beyond each of its edges
 
 bool contains(const WorldRect& outer, const WorldRect& inner) {
   return outer.left <= inner.left && outer.right >= inner.right && outer.top <= inner.top &&
