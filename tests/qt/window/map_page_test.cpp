@@ -241,6 +241,13 @@ TEST_F(MapPageTest, ZoomsByDoubleTapWheelPinchAndKey) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(camera().zoom() - closer + 1) < 0.01; }));
   ASSERT_TRUE(waitForRest());
 
+  const double away = camera().zoom();
+  QWheelEvent wheel({100, 200}, window_.mapToGlobal(QPointF(100, 200)), {}, {0, 240}, Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&window_, &wheel);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(camera().zoom() - away - 1) < 0.01; }));
+  ASSERT_TRUE(waitForRest());
+
   const WorldPoint center = camera().center();
   QTest::keyClick(&window_, Qt::Key_Plus);
   QTest::keyClick(&window_, Qt::Key_Right);
