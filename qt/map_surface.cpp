@@ -77,17 +77,17 @@ void MapSurface::frame() {
     shown->moveCamera([step](MapCamera& camera) { camera.advance(step); });
   }
   stale_ = false;
-  layOut(time);
+  const bool more = layOut(time);
   update();
   if (!shown->camera().moving()) steppedAt_ = -1;
-  if (!shown->camera().moving() && !board_->isFading()) return;
+  if (!shown->camera().moving() && !board_->isFading() && !more) return;
   stale_ = true;
   window()->update();  // the item's own update() asks for this frame, which is under way already
 }
 
-void MapSurface::layOut(double time) {
+bool MapSurface::layOut(double time) {
   const MapCamera& camera = view()->camera();
-  if (!camera.hasViewport()) return;
+  if (!camera.hasViewport()) return false;
   frame_.camera = camera.position();
   frame_.size = {camera.width(), camera.height()};
   frame_.pixelRatio = window()->effectiveDevicePixelRatio();
@@ -100,11 +100,12 @@ void MapSurface::layOut(double time) {
   board_->update({camera.center(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
                  time);
   lines_->update(camera);
-  map_->placeMarkers(frame_.resting ? frame_.pixelRatio : 0);
+  const bool more = map_->placeMarkers(frame_.resting ? frame_.pixelRatio : 0);
   if (const auto wake = board_->wakeAt())
     retry_.start(static_cast<int>(std::ceil(std::clamp(*wake - time, 0.0, 3600.0) * 1000)));
   else
     retry_.stop();
+  return more;
 }
 
 QSGNode* MapSurface::updatePaintNode(QSGNode* before, UpdatePaintNodeData*) {

@@ -74,7 +74,7 @@ class MapSurface : public QQuickItem {
   void setByKeyboard(bool by);
   void redraw();
   void frame();
-  void layOut(double now);
+  bool layOut(double now);  // true when there is more to lay out in the next frame
   void follow(const std::vector<MapGestures::Finger>& fingers, double slop);
   void tap(const MapGestures::Tap& tap);
   bool isAtEdge(QPointF point) const;

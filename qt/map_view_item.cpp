@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <unordered_map>
 #include <utility>
+
+#include "map/marker_choice.h"
 
 namespace fleetor {
 
@@ -11,6 +15,8 @@ namespace {
 constexpr double furthestOrigin = 512;  // points from the middle of the map
 constexpr double margin = 64;           // of what is drawn of a marker and its callout
 constexpr double revealedInset = 72;    // points from an edge
+constexpr double chosenAhead = 0.25;    // of the map, beyond each edge, from a crowd of markers
+constexpr int newMarkersAFrame = 24;    // a few milliseconds' work
 
 QPointF snapped(QPointF point, double pixelRatio) {
   if (pixelRatio <= 0) return point;
@@ -58,11 +64,36 @@ QVariant MapMarkerModel::data(const QModelIndex& index, int role) const {
   return QVariant::fromValue(items_[static_cast<std::size_t>(index.row())].data());
 }
 
-void MapMarkerModel::update(Items items) {
-  if (items == items_) return;
-  beginResetModel();
-  items_ = std::move(items);
-  endResetModel();
+bool MapMarkerModel::update(const Items& items, int most) {
+  std::unordered_map<const MapMarkerItem*, std::size_t> places;
+  for (std::size_t i = 0; i < items.size(); ++i)
+    places.emplace(items[i].data(), i);
+  std::size_t next = 0;  // those that stay do so in their new order
+  for (std::size_t row = 0; row < items_.size();) {
+    const auto found = places.find(items_[row].data());
+    if (items_[row] && found != places.end() && found->second >= next) {
+      next = found->second + 1;
+      ++row;
+      continue;
+    }
+    beginRemoveRows({}, static_cast<int>(row), static_cast<int>(row));
+    items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(row));
+    endRemoveRows();
+  }
+  std::size_t row = 0;
+  for (const auto& item : items) {
+    if (row < items_.size() && items_[row] == item) {
+      ++row;
+      continue;
+    }
+    if (!item) continue;
+    if (most-- <= 0) return false;
+    beginInsertRows({}, static_cast<int>(row), static_cast<int>(row));
+    items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(row), item);
+    endInsertRows();
+    ++row;
+  }
+  return true;
 }
 
 MapViewItem::MapViewItem(Component& component, Adapters& registry) : ComponentItem(component, registry) {
@@ -125,11 +156,19 @@ MapMarkerItem* MapViewItem::markerAt(QPointF point, double reach) const {
   return best;
 }
 
-void MapViewItem::placeMarkers(double pixelRatio) {
-  const auto* const map = as<MapView>();
-  if (!map || !map->camera().hasViewport()) return;
-  if (std::exchange(markersStale_, false)) updateMarkers();
+bool MapViewItem::placeMarkers(double pixelRatio) {
+  auto* const map = as<MapView>();
+  if (!map || !map->camera().hasViewport()) return false;
   const MapCamera& camera = map->camera();
+  const WorldRect seen = camera.visibleRect();
+  const bool outside = seen.left < window_.left || seen.right > window_.right || seen.top < window_.top ||
+                       seen.bottom > window_.bottom;
+  if (markersStale_ || (!places_.empty() && (outside || windowZoom_ != std::ceil(camera.zoom()))))
+    chooseMarkers(*map);
+  if (!complete_) {
+    complete_ = markers_.update(wanted_, newMarkersAFrame);
+    placedZoom_ = -1;
+  }
   const auto middle = QPointF(camera.width() / 2, camera.height() / 2);
   const ScreenPoint origin = camera.screenPoint(origin_);
   const bool onPixels = pixelRatio > 0;
@@ -153,19 +192,46 @@ void MapViewItem::placeMarkers(double pixelRatio) {
     }
   }
   moved = snapped(moved, pixelRatio);
-  if (moved == markerOrigin_) return;
-  markerOrigin_ = moved;
-  Q_EMIT markersMoved();
+  if (moved != markerOrigin_) {
+    markerOrigin_ = moved;
+    Q_EMIT markersMoved();
+  }
+  return !complete_;
 }
 
-void MapViewItem::updateMarkers() {
-  MapMarkerModel::Items items;
-  const auto& map = *as<MapView>();
-  for (const auto& annotation : map.annotations())
+void MapViewItem::chooseMarkers(MapView& map) {
+  const MapAnnotations& all = map.annotations();
+  const bool crowded = all.size() > MapView::crowd;
+  if (std::exchange(markersStale_, false)) {
+    places_.clear();
+    places_.reserve(crowded ? all.size() : 0);
+    for (std::size_t i = 0; crowded && i < all.size(); ++i)
+      places_.push_back(project(all[i]->coordinate()));
+  }
+  MapAnnotations chosen;
+  if (crowded) {
+    const WorldRect seen = map.camera().visibleRect();
+    const double x = seen.width() * chosenAhead;
+    const double y = seen.height() * chosenAhead;
+    window_ = {seen.left - x, seen.top - y, seen.right + x, seen.bottom + y};
+    windowZoom_ = std::ceil(map.camera().zoom());
+    std::set<std::size_t> indices{0, all.size() - 1};
+    for (const std::size_t index : fleetor::chooseMarkers(places_, window_, MapView::crowd))
+      indices.insert(index);
+    if (map.selectedAnnotation())
+      indices.insert(
+          static_cast<std::size_t>(std::ranges::find(all, map.selectedAnnotation()) - all.begin()));
+    for (const std::size_t index : indices)
+      chosen.push_back(all[index]);
+  } else {
+    chosen = all;
+  }
+  map.needViews(chosen);
+  wanted_.clear();
+  for (const auto& annotation : chosen)
     if (const auto view = map.viewForAnnotation(*annotation))
-      items.emplace_back(adapters().itemFor<MapMarkerItem>(view.get()));
-  markers_.update(std::move(items));
-  placedZoom_ = -1;
+      wanted_.emplace_back(adapters().itemFor<MapMarkerItem>(view.get()));
+  complete_ = false;
 }
 
 }  // namespace fleetor

@@ -47,7 +47,7 @@ class MapMarkerItem : public fleetor::ComponentItem {
   bool nearby_ = false;
 };
 
-/// The markers as a model of one role, "marker". An update keeps the rows of the markers that stay.
+/// The markers as a model of one role, "marker".
 class MapMarkerModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
@@ -60,7 +60,10 @@ class MapMarkerModel : public QAbstractListModel {
 
   using Items = std::vector<QPointer<MapMarkerItem>>;  ///< one whose marker has gone is none
   const Items& items() const { return items_; }
-  void update(Items items);
+
+  /// Becomes those items, keeping the rows of the markers that stay and adding at most so many new ones.
+  /// False when some are left for the next call.
+  bool update(const Items& items, int most);
 
  private:
   Items items_;
@@ -99,8 +102,10 @@ class MapViewItem : public fleetor::ComponentItem {
 
   /// Takes up what has become of the annotations and puts the markers where the camera shows them. With a
   /// pixel ratio above 0, onto whole pixels. Once a frame: a marker that is taken off and comes back in
-  /// between, as that of a moving vehicle does, keeps its drawing and the focus.
-  void placeMarkers(double pixelRatio);
+  /// between, as that of a moving vehicle does, keeps its drawing and the focus. Of a crowd only as many are
+  /// drawn as can be told apart, the first, the last and the one with the callout always among them. True
+  /// when more are to come in the next frame.
+  bool placeMarkers(double pixelRatio);
 
   TileSource& tiles() const { return adapters().tiles(); }
   Queues& queues() const { return adapters().environment().queues; }
@@ -112,10 +117,15 @@ class MapViewItem : public fleetor::ComponentItem {
   void markersChanged();
 
  private:
-  void updateMarkers();
+  void chooseMarkers(MapView& map);
 
   MapMarkerModel markers_;
   bool markersStale_ = true;
+  std::vector<WorldPoint> places_;  // of a crowd's annotations
+  MapMarkerModel::Items wanted_;    // what the model is to become
+  bool complete_ = true;            // it has
+  WorldRect window_;                // what wanted_ was chosen for, and for which whole zoom
+  double windowZoom_ = -1;
   WorldPoint origin_;       // of markerOrigin_
   double placedZoom_ = -1;  // for which the markers have their places; none have yet
   bool placedOnPixels_ = false;

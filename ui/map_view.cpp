@@ -1,5 +1,6 @@
 #include "ui/map_view.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace fleetor {
@@ -7,11 +8,9 @@ namespace fleetor {
 void MapView::setDelegate(MapViewDelegate* delegate) {
   delegate_ = delegate;
   if (!delegate_) return;
-  MapAnnotations waiting;
-  for (const auto& annotation : annotations_)
-    if (!views_[annotation.get()]) waiting.push_back(annotation);
-  if (!waiting.empty()) {
-    makeViews(waiting);
+  const bool waiting = std::ranges::any_of(views_, [](const auto& entry) { return !entry.second; });
+  if (waiting) {
+    if (!isCrowded()) needViews(annotations_);
     annotationsChanged.emit();
   }
   bool newRenderers = false;
@@ -46,12 +45,20 @@ void MapView::showAnnotations(const MapAnnotations& annotations, bool animated) 
 
 void MapView::addAnnotations(const MapAnnotations& annotations) {
   MapAnnotations added;
+  views_.reserve(views_.size() + annotations.size());
   for (const auto& annotation : annotations)
     if (views_.try_emplace(annotation.get()).second) added.push_back(annotation);
   if (added.empty()) return;
   annotations_.insert(annotations_.end(), added.begin(), added.end());
-  if (delegate_) makeViews(added);
+  if (delegate_ && !isCrowded()) makeViews(added);
   annotationsChanged.emit();
+}
+
+void MapView::needViews(const MapAnnotations& annotations) {
+  MapAnnotations missing;
+  for (const auto& annotation : annotations)
+    if (!views_.at(annotation.get())) missing.push_back(annotation);
+  if (delegate_ && !missing.empty()) makeViews(missing);
 }
 
 void MapView::makeViews(const MapAnnotations& annotations) {

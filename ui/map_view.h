@@ -36,14 +36,16 @@ class MapViewDelegate {
 /// A map: what of the world it shows, the markers and the lines on it. Main thread only.
 ///
 /// The delegate is asked for each annotation's view and each overlay's renderer once, when they are added;
-/// without a delegate, when one is set again. What the delegate gave stays drawn when it is taken away.
+/// without a delegate, when one is set again. What the delegate gave stays drawn when it is taken away. Of a
+/// crowd of annotations it is asked only for those that somebody is about to draw.
 ///
 /// Signals are fine, so that a pan looks at no marker: `cameraChanged` for what is shown,
 /// `annotationsChanged` and `overlaysChanged` for the lists and for what belongs to them, `changed` for the
 /// type and the callout.
 class MapView : public Component {
  public:
-  static constexpr double fitPadding = 48;  ///< points between the edges and the annotations shown
+  static constexpr double fitPadding = 48;   ///< points between the edges and the annotations shown
+  static constexpr std::size_t crowd = 300;  ///< more annotations than that are a crowd
 
   /// Weak: must outlive the map or be taken back.
   void setDelegate(MapViewDelegate* delegate);
@@ -76,7 +78,11 @@ class MapView : public Component {
   void addAnnotations(const MapAnnotations& annotations);  ///< those already there stay where they are
   void removeAnnotations(const MapAnnotations& annotations);
 
-  /// The marker of an annotation; none while the map has had no delegate to ask, or not on this map.
+  /// Somebody is about to draw the markers of these annotations, which are on this map.
+  void needViews(const MapAnnotations& annotations);
+
+  /// The marker of an annotation; none while the map has had no delegate to ask or nobody needs it, or not on
+  /// this map.
   std::shared_ptr<MapAnnotationView> viewForAnnotation(const MapAnnotation& annotation) const;
 
   /// A marker that was taken off the map, on the ground again; or none.
@@ -101,6 +107,7 @@ class MapView : public Component {
   Signal<> overlaysChanged;
 
  private:
+  bool isCrowded() const { return annotations_.size() > crowd; }
   void makeViews(const MapAnnotations& annotations);
 
   MapViewDelegate* delegate_ = nullptr;

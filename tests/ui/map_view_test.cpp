@@ -123,6 +123,23 @@ TEST_F(Map, UsesMarkersAgainAndOpensOneCalloutAtATime) {
   EXPECT_TRUE(map.annotations().empty());
 }
 
+TEST_F(Map, AsksOfACrowdOnlyForTheMarkersThatSomebodyDraws) {
+  MapAnnotations crowd;
+  for (std::size_t i = 0; i <= MapView::crowd; ++i)
+    crowd.push_back(place(std::to_string(i)));
+  map.addAnnotations(crowd);
+  map.setDelegate(nullptr);
+  map.setDelegate(this);
+  EXPECT_EQ(take(diary), "");
+  EXPECT_FALSE(map.viewForAnnotation(*crowd[7]));
+  map.needViews({crowd[7], crowd[3]});
+  map.needViews({crowd[7]});
+  EXPECT_EQ(take(diary), "view(7) view(3) added(7)(3) ");
+  EXPECT_EQ(map.viewForAnnotation(*crowd[7])->accessibleName(), "7, here");
+  map.removeAnnotations(crowd);
+  EXPECT_TRUE(map.annotations().empty());
+}
+
 TEST_F(Map, ShowsARegionACentreAndAllMarkersWithinItsEdges) {
   map.setRegion({50, 20}, 2000, 2000, false);
   const auto metresAcross = [this] { return 390 / map.camera().scale() * metresPerWorldUnit(50); };

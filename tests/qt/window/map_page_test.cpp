@@ -275,6 +275,37 @@ TEST_F(MapPageTest, ATapOnAMarkerOpensItsCalloutAndATapOnTheMapClosesIt) {
   EXPECT_EQ(page_->map.selectedAnnotation(), nullptr);
 }
 
+TEST_F(MapPageTest, DrawsOfACrowdWhatCanBeToldApart) {
+  MapAnnotations crowd;
+  for (int i = 0; i < 20'000; ++i)
+    crowd.push_back(std::make_shared<Stop>(at(10 * (i % 200 - 100), 10 * (i / 200 - 50))));
+  const auto drawn = [&] { return adapters_.itemFor<MapViewItem>(&page_->map)->markers()->rowCount(); };
+  page_->map.addAnnotations(crowd);
+  int begun = 0;
+  int most = 0;
+  const auto counting = QObject::connect(&window_, &QQuickWindow::beforeSynchronizing, [&] {
+    ++begun;
+    most = std::max(most, drawn() - 24 * begun);
+  });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return drawn() > 60; }));
+  QTest::qWait(300);
+  QObject::disconnect(counting);
+  EXPECT_LE(most, 0) << "more than 24 in one frame";
+  EXPECT_LE(drawn(), 302);
+
+  // Close enough, there is every one that shows.
+  page_->map.setRegion({0, 0}, 6, 6, false);
+  const double gap = 10 * camera().scale() / metresPerWorldUnit(0);
+  EXPECT_TRUE(colored({189, 300}, QColor("#2f7fc2")));
+  EXPECT_TRUE(colored(QPoint(static_cast<int>(189 + gap), 300), QColor("#2f7fc2")));
+  EXPECT_GE(drawn(), static_cast<int>(400 / gap) * static_cast<int>(600 / gap));
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 300});
+  EXPECT_EQ(page_->map.selectedAnnotation(), crowd[50 * 200 + 100]);
+
+  page_->map.removeAnnotations(crowd);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return drawn() == 0; }));
+}
+
 TEST_F(MapPageTest, DrawsNoFrameWhileNothingMoves) {
   ASSERT_TRUE(colored({100, 200}, tileColor));
   QTest::qWait(500);
