@@ -2,6 +2,7 @@
 
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QScreen>
 #include <QUrl>
 #include <utility>
@@ -19,7 +20,7 @@ Client::Client(Setup setup)
       standardSettings_(std::move(setup.standardSettings)),
       sharedSettings_(std::move(setup.sharedSettings)),
       keyStore_(std::move(setup.keyStore)),
-      device_({setup.idiom, ":/documents",
+      device_({setup.idiom, ":/documents", setup.language,
                [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
                &standardSettings_}),
       log_(LogSink::streamFromEnvironment()),
@@ -29,6 +30,10 @@ Client::Client(Setup setup)
       environment_{*queues_, device_, clock_, notificationCenter_, appearance_},
       storyboard_(makeMainStoryboard(environment_, standardSettings_, sharedSettings_)),
       delegate_(environment_, standardSettings_, serviceURL_) {
+  // Dates, numbers and the direction in which everything is laid out.
+  const QLocale locale(QString::fromStdString(setup.language));
+  QLocale::setDefault(locale);
+  QGuiApplication::setLayoutDirection(locale.textDirection());
   const QScreen* const screen = QGuiApplication::primaryScreen();
   device_.setScreen(look_.size.width(), look_.size.height(), screen ? screen->devicePixelRatio() : 1);
   API::install({*queues_, *transport_, *keyStore_, sharedSettings_, reachability_, networkUse_, log_, device_,

@@ -33,6 +33,7 @@ class Client {
     std::string sharedSettings;
     std::string tileFolder;  ///< where the tiles of the maps are kept
     std::unique_ptr<KeyStore> keyStore;
+    std::string language = "en";  ///< as Language names it
   };
 
   explicit Client(Setup setup);

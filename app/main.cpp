@@ -10,6 +10,7 @@
 #include "app/client.h"
 #include "app/options.h"
 #include "qt/device/guarded_key_store.h"
+#include "qt/device/language.h"
 
 namespace {
 
@@ -28,7 +29,8 @@ fleetor::Idiom deviceClass(const fleetor::Options& options) {
 
 int main(int argc, char** argv) {
   std::string problem;
-  const auto options = fleetor::parseOptions(std::vector<std::string>(argv + 1, argv + argc), problem);
+  const auto options = fleetor::parseOptions(std::vector<std::string>(argv + 1, argv + argc),
+                                             fleetor::Language::known(), problem);
   if (!options) {
     std::fprintf(stderr, "fleetor: %s\n%s", problem.c_str(), fleetor::usage);
     return 2;
@@ -62,7 +64,8 @@ int main(int argc, char** argv) {
                           standard,
                           shared,
                           tiles.toStdString(),
-                          fleetor::makeKeyStore()});
+                          fleetor::makeKeyStore(),
+                          options->language.value_or(fleetor::Language::ofSystem())});
   if (!client.open()) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;

@@ -1,16 +1,19 @@
 #include "app/options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 
 namespace fleetor {
 
 const char* const usage =
-    "usage: fleetor [--tablet] [--size WIDTHxHEIGHT] [--dark] [--fresh] [--help]\n"
+    "usage: fleetor [--tablet] [--size WIDTHxHEIGHT] [--dark] [--language CODE] [--fresh]\n"
+    "               [--help]\n"
     "  --tablet             list and vehicle side by side, as on a tablet\n"
     "  --size WIDTHxHEIGHT  size of the window in points, each side from 240 to 8000\n"
     "                       (390x844 by default, 1024x768 with --tablet)\n"
     "  --dark               the dark appearance, whatever the system's is\n"
+    "  --language CODE      speak that language, for instance de, instead of the system's\n"
     "  --fresh              forget the accepted terms, the sign-in and all settings first\n"
     "  --help               print this and end\n";
 
@@ -26,7 +29,8 @@ std::optional<int> readSide(std::string_view text) {
 
 }  // namespace
 
-std::optional<Options> parseOptions(const std::vector<std::string>& words, std::string& problem) {
+std::optional<Options> parseOptions(const std::vector<std::string>& words,
+                                    const std::vector<std::string>& languages, std::string& problem) {
   Options options;
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
@@ -53,6 +57,17 @@ std::optional<Options> parseOptions(const std::vector<std::string>& words, std::
         problem = "\"" + value + "\" is no size such as 390x844, with sides from 240 to 8000";
         return std::nullopt;
       }
+    } else if (word == "--language" || word.starts_with("--language=")) {
+      const bool apart = word == "--language";
+      const std::string code = !apart ? word.substr(11) : i + 1 < words.size() ? words[++i] : "";
+      if (std::find(languages.begin(), languages.end(), code) == languages.end()) {
+        problem = (code.empty() ? "--language needs a language" : "there is no language \"" + code + "\"") +
+                  "; the languages are";
+        for (const std::string& known : languages)
+          problem += ' ' + known;
+        return std::nullopt;
+      }
+      options.language = code;
     } else {
       problem = "there is no option \"" + word + "\"";
       return std::nullopt;

@@ -12,7 +12,8 @@ struct Options {
   bool fresh = false;  ///< forget what this client has kept, as if it had just been installed
   bool dark = false;
   bool help = false;
-  std::optional<int> width;  ///< points; both or none
+  std::optional<std::string> language;  ///< its code; nothing: the system's
+  std::optional<int> width;             ///< points; both or none
   std::optional<int> height;
 };
 
@@ -21,8 +22,9 @@ inline constexpr int largestSide = 8000;
 
 extern const char* const usage;
 
-/// Reads the words after the program's name. Nothing when one of them is wrong; `problem` then says which and
-/// why.
-std::optional<Options> parseOptions(const std::vector<std::string>& words, std::string& problem);
+/// Reads the words after the program's name; a language must be one of `languages`. Nothing when one of them
+/// is wrong; `problem` then says which and why.
+std::optional<Options> parseOptions(const std::vector<std::string>& words,
+                                    const std::vector<std::string>& languages, std::string& problem);
 
 }  // namespace fleetor

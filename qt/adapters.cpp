@@ -56,7 +56,7 @@ QUrl Adapters::imageUrl(const std::string& name) {
                                                                  : QUrl();
 }
 
-QString Adapters::localized(const char* key) const {
+QString Adapters::localized(const std::string& key) const {
   return toQString(environment_.device.localizedString(key));
 }
 

@@ -29,7 +29,7 @@ class Adapters : public QObject {
   /// Where the picture of that name is; empty when there is none.
   static QUrl imageUrl(const std::string& name);
 
-  QString localized(const char* key) const;
+  QString localized(const std::string& key) const;
   Environment& environment() const { return environment_; }
   TileSource& tiles() const { return tiles_; }
 

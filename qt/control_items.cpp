@@ -31,8 +31,6 @@ bool ActivityIndicatorItem::animating() const {
 }
 
 QString ButtonItem::title() const {
-  const auto* bar = as<BarButtonItem>();
-  if (bar && bar->systemItem() != SystemItem::none) return adapters().localized(bar->title().c_str());
   return read<Button>([](Button& c) { return toQString(c.title()); });
 }
 QUrl ButtonItem::image() const {

@@ -111,7 +111,8 @@ bool MapViewItem::satellite() const {
 }
 
 QString MapViewItem::attribution() const {
-  return toQString(tiles().attribution(satellite() ? MapStyle::satellite : MapStyle::standard));
+  const auto style = satellite() ? MapStyle::satellite : MapStyle::standard;
+  return adapters().localized(tiles().attribution(style));
 }
 
 MapMarkerItem* MapViewItem::selected() const {

@@ -93,7 +93,7 @@ int WindowItem::presentationDuration() const {
 }
 
 QString WindowItem::word(const QString& key) const {
-  return adapters().localized(key.toUtf8().constData());
+  return adapters().localized(key.toStdString());
 }
 
 double WindowItem::keyboardHeight() const {

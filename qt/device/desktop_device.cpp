@@ -15,7 +15,7 @@ constexpr double kOldestSystemVersion = 8.0;
 
 }  // namespace
 
-DesktopDevice::DesktopDevice(Parts parts) : parts_(std::move(parts)) {}
+DesktopDevice::DesktopDevice(Parts parts) : parts_(std::move(parts)), language_(parts_.language) {}
 
 void DesktopDevice::setScreen(double width, double height, double scale) {
   width_ = width;
@@ -42,11 +42,12 @@ std::string DesktopDevice::identifierForVendor() {
 }
 
 std::string DesktopDevice::pathForResource(const std::string& name, const std::string& type) const {
-  std::string path = parts_.resourceRoot;
-  if (!path.ends_with('/')) path += '/';
-  path += name;
-  if (!type.empty()) path += "." + type;
-  return QFile::exists(QString::fromStdString(path)) ? path : std::string();
+  std::string folder = parts_.resourceRoot;
+  if (!folder.ends_with('/')) folder += '/';
+  const std::string file = type.empty() ? name : name + "." + type;
+  for (const std::string& path : {folder + language_.code() + '/' + file, folder + file})
+    if (QFile::exists(QString::fromStdString(path))) return path;
+  return {};
 }
 
 void DesktopDevice::openURL(const std::string& url) {

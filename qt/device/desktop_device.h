@@ -5,6 +5,7 @@
 
 #include "platform/device.h"
 #include "platform/settings.h"
+#include "qt/device/language.h"
 
 namespace fleetor {
 
@@ -15,6 +16,7 @@ class DesktopDevice final : public Device {
   struct Parts {
     Idiom idiom = Idiom::unspecified;
     std::string resourceRoot = ":/";  ///< folder of the documents, of files or of built-in resources
+    std::string language = "en";      ///< as Language names it
     std::function<void(const std::string&)> openURL = {};  ///< hands a URL to the system's browser
     Settings* settings = nullptr;  ///< keeps the vendor identifier; outlives the device
   };
@@ -32,7 +34,9 @@ class DesktopDevice final : public Device {
   /// Drawn at random on the first call and kept in the settings from then on.
   std::string identifierForVendor() override;
 
-  std::string localizedString(const std::string& key) const override { return key; }
+  std::string localizedString(const std::string& key) const override { return language_.text(key); }
+
+  /// In the device's language, from the folder of its code, or else in English, from the one above.
   std::string pathForResource(const std::string& name, const std::string& type) const override;
 
   /// Only web, mail and telephone addresses; everything else stays closed, since the text may come from a
@@ -41,6 +45,7 @@ class DesktopDevice final : public Device {
 
  private:
   Parts parts_;
+  Language language_;
   double width_ = 390;
   double height_ = 844;
   double scale_ = 1;

@@ -10,23 +10,28 @@
 namespace fleetor {
 namespace {
 
+const std::vector<std::string> languages{"de", "en", "pt"};
+
 using testing::HasSubstr;
 using testing::StartsWith;
 
 TEST(Options, AreReadInAnyOrderAndTheLastSizeCounts) {
   std::string problem;
-  const auto none = parseOptions({}, problem);
+  const auto none = parseOptions({}, languages, problem);
   ASSERT_TRUE(none);
-  EXPECT_FALSE(none->tablet || none->fresh || none->dark || none->help || none->width || none->height);
+  EXPECT_FALSE(none->tablet || none->fresh || none->dark || none->help || none->language || none->width ||
+               none->height);
 
-  const auto all =
-      parseOptions({"--size", "240x8000", "--dark", "--fresh", "--size=1024x768", "--tablet"}, problem);
+  const auto all = parseOptions({"--size", "240x8000", "--dark", "--language=de", "--fresh",
+                                 "--size=1024x768", "--tablet", "--language", "pt"},
+                                languages, problem);
   ASSERT_TRUE(all) << problem;
   EXPECT_TRUE(all->tablet && all->fresh && all->dark);
   EXPECT_FALSE(all->help);
+  EXPECT_EQ(all->language, "pt");
   EXPECT_EQ(all->width, 1024);
   EXPECT_EQ(all->height, 768);
-  EXPECT_EQ(parseOptions({"--size", "240x8000"}, problem)->height, 8000);
+  EXPECT_EQ(parseOptions({"--size", "240x8000"}, languages, problem)->height, 8000);
 }
 
 TEST(Options, AWrongOneIsNamed) {
@@ -47,9 +52,12 @@ TEST(Options, AWrongOneIsNamed) {
            {{"--size=390x8001"}, "\"390x8001\""},
            {{"--size=-390x844"}, "\"-390x844\""},
            {{"--size=390x99999999999"}, "\"390x99999999999\""},
-           {{"--size=1024x768", "--size=1x1"}, "\"1x1\""}}) {
+           {{"--size=1024x768", "--size=1x1"}, "\"1x1\""},
+           {{"--language"}, "--language needs a language; the languages are de en pt"},
+           {{"--language=xx"}, "\"xx\"; the languages are de en pt"},
+           {{"--language", "de_DE"}, "\"de_DE\""}}) {
     std::string problem;
-    EXPECT_FALSE(parseOptions(words, problem)) << named;
+    EXPECT_FALSE(parseOptions(words, languages, problem)) << named;
     EXPECT_THAT(problem, HasSubstr(named));
   }
 }
@@ -71,6 +79,8 @@ TEST(Options, TheClientEndsAtOnceForHelpAndForAWrongOne) {
   EXPECT_EQ(status, 2);
   EXPECT_THAT(complaint, StartsWith("fleetor: \"12\" is no size"));
   EXPECT_THAT(complaint, HasSubstr(usage));
+  EXPECT_THAT(run("--language tlh 2>&1 >/dev/null").first,
+              StartsWith("fleetor: there is no language \"tlh\"; the languages are ar cs de en es fr"));
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -79,6 +81,7 @@ class Client {
  public:
   Client() : Client(nullptr) {}  ///< on a phone of its own
   explicit Client(Machine& on) : Client(&on) {}
+  ~Client() { EXPECT_THAT(machine.device.untranslated, testing::IsEmpty()) << "in no table of texts"; }
 
   /// Starts on a machine where the user agreed to the terms and, unless `token` is empty, signed in earlier.
   void start(const std::string& token = "old-token") {

@@ -10,6 +10,7 @@
 #include "platform/device.h"
 #include "platform/log.h"
 #include "platform/network.h"
+#include "support/translations.h"
 
 namespace fleetor::test {
 
@@ -25,6 +26,7 @@ class FakeDevice final : public Device {
   std::map<std::string, std::string> translations;
   std::map<std::string, std::string> resources;  ///< "name.type" to path
   std::vector<std::string> openedURLs;
+  mutable std::vector<std::string> untranslated;  ///< what was asked for and has no translation
 
   Idiom userInterfaceIdiom() const override { return idiom; }
   double screenWidth() const override { return width; }
@@ -33,6 +35,7 @@ class FakeDevice final : public Device {
   double systemVersion() const override { return version; }
   std::string identifierForVendor() override { return identifier; }
   std::string localizedString(const std::string& key) const override {
+    if (!isTranslated(key)) untranslated.push_back(key);
     const auto found = translations.find(key);
     return found == translations.end() ? key : found->second;
   }

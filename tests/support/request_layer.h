@@ -17,6 +17,9 @@ namespace fleetor::test {
 /// The request layer over a device of stand-ins, for a fixture that adds queues and a transport. `events`
 /// holds, in order, what people and callers noticed: "toast: …", "show main", "show login" and "completed …".
 class RequestLayer : public testing::Test {
+ public:
+  ~RequestLayer() override { EXPECT_THAT(device.untranslated, testing::IsEmpty()) << "in no table of texts"; }
+
  protected:
   void install(Queues& queues, Transport& transport) {
     API::install({queues, transport, keyStore, settings, reachability, indicator, log, device,

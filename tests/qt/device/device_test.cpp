@@ -133,6 +133,16 @@ TEST_F(DeviceFiles, TheDeviceFindsDocumentsAndOpensOnlyHarmlessAddresses) {
                         .openURL = [&opened](const std::string& url) { opened.push_back(url); }});
   EXPECT_EQ(device.pathForResource("terms", "html"), path("terms.html"));
   EXPECT_EQ(device.pathForResource("about", "html"), "");
+  ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("pt")));
+  write(path("pt/about.html"), "<p>");
+  for (const char* language : {"pt", "pt-PT"}) {
+    const DesktopDevice abroad(
+        {.resourceRoot = folder_.path().toStdString(), .language = language, .openURL = {}});
+    EXPECT_EQ(abroad.pathForResource("about", "html"), path("pt/about.html")) << language;
+    EXPECT_EQ(abroad.pathForResource("terms", "html"), path("terms.html")) << language;
+    EXPECT_EQ(abroad.localizedString("Map"), "Mapa") << language;
+    EXPECT_EQ(abroad.localizedString("Not a text of the client"), "Not a text of the client") << language;
+  }
   EXPECT_TRUE(device.isPad());
   EXPECT_GE(device.systemVersion(), 8.0);
   for (const char* url :

@@ -1,0 +1,98 @@
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QSet>
+
+namespace {
+
+using testing::IsEmpty;
+
+QString contentOf(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  return QString::fromUtf8(file.readAll());
+}
+
+// English text to translation, of every language.
+std::map<QString, QJsonObject> tables() {
+  std::map<QString, QJsonObject> found;
+  for (const QFileInfo& file : QDir(":/languages").entryInfoList()) {
+    QJsonParseError error;
+    found[file.baseName()] = QJsonDocument::fromJson(contentOf(file.filePath()).toUtf8(), &error).object();
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << file.filePath().toStdString();
+  }
+  return found;
+}
+
+// The code that shows texts to people, without its comments.
+QString shownCode(const QStringList& kinds) {
+  QString code;
+  for (const char* room : {"model", "qt", "service", "shell", "ui", "vehicle"}) {
+    QDirIterator files(QStringLiteral(SOURCES "/") + room, kinds, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext())
+      code += contentOf(files.next());
+  }
+  return code.remove(QRegularExpression("(?<![:\"])//[^\n]*"));
+}
+
+std::vector<std::string> matches(const QString& code, const char* pattern) {
+  std::vector<std::string> found;
+  const QRegularExpression expression(pattern);
+  for (auto match = expression.globalMatch(code); match.hasNext();)
+    found.push_back(match.next().captured(1).toStdString());
+  return found;
+}
+
+TEST(Languages, hold_the_same_texts_each_with_its_placeholders) {
+  const auto all = tables();
+  ASSERT_GE(all.size(), 11u);
+  QSet<QString> keys;
+  for (const auto& [language, table] : all) {
+    const QStringList own = table.keys();
+    keys.unite(QSet<QString>(own.begin(), own.end()));
+  }
+  for (const auto& [language, table] : all) {
+    for (const QString& key : keys) {
+      const QString text = table[key].toString();
+      const std::string where = language.toStdString() + ": " + key.toStdString();
+      EXPECT_TRUE(!text.isEmpty() && text == text.trimmed()) << where;
+      const char* const placeholder = "(%[@A-Za-z0-9]+|\\{[A-Za-z]*\\})";
+      EXPECT_THAT(matches(text, placeholder), testing::UnorderedElementsAreArray(matches(key, placeholder)))
+          << where;
+    }
+  }
+}
+
+// What is looked up by another way than a literal is caught by the tests of the screens: their device writes
+// down every text that no table has.
+TEST(Languages, have_every_text_that_is_looked_up_and_no_other) {
+  const QString code = shownCode({"*.h", "*.cpp", "*.qml", "CMakeLists.txt"});
+  const QJsonObject german = tables()["de"];
+  const auto asked = matches(code, "\\b(?:localized|localizedString|word)\\(\\s*\"([^\"]*)\"");
+  ASSERT_GT(asked.size(), 40u);
+  for (const std::string& key : asked)
+    EXPECT_TRUE(german.contains(QString::fromStdString(key))) << "in no table: " << key;
+  for (const QString& key : german.keys())
+    EXPECT_TRUE(code.contains('"' + key + '"')) << "on no screen: " << key.toStdString();
+}
+
+TEST(Languages, have_a_say_in_everything_that_is_shown) {
+  const char* const literalInCode =
+      "\\bset(?:Title|Text|Placeholder|AccessibleName)\\(\\s*\"([^\"]*[A-Za-z]{2}[^\"]*)\"";
+  EXPECT_THAT(matches(shownCode({"*.h", "*.cpp"}), literalInCode), IsEmpty());
+  std::vector<std::string> bare;
+  const QString looks = shownCode({"*.qml"}).remove(QRegularExpression("word\\(\"[^\"]*\"\\)|\"Fleetor\""));
+  for (const std::string& line :
+       matches(looks, "\\b(?:text|label|title|spoken|Accessible\\.(?:name|description)):([^\n]*)"))
+    for (const std::string& literal :
+         matches(QString::fromStdString(line), "[\"`]([^\"`$]*[A-Za-z]{2}[^\"`]*)[\"`]"))
+      bare.push_back(literal);
+  EXPECT_THAT(bare, IsEmpty());
+}
+
+}  // namespace
