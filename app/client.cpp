@@ -44,6 +44,9 @@ Client::Client(Setup setup)
                   if (environment_.application) delegate_.showMainOrLogin();
                 }});
   application_.emplace(environment_, storyboard_, delegate_);
+  networkUse_.onChange = [this](bool visible) {
+    if (environment_.window) environment_.window->progressOverlay().setVisible(visible);
+  };
   // Whatever kept the service from answering most likely kept the tiles from coming too.
   notificationCenter_.addObserver(
       this, kFleetorNotificationLive, [this, failed = false](const Notification& notification) mutable {

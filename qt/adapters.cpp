@@ -40,6 +40,7 @@ ComponentItem* Adapters::make(Component& component) {
   if (dynamic_cast<TextField*>(c)) return new TextFieldItem(component, *this);
   if (dynamic_cast<WebView*>(c)) return new WebViewItem(component, *this);
   if (dynamic_cast<TabBar*>(c)) return new TabBarAdapter(component, *this);
+  if (dynamic_cast<ProgressOverlay*>(c)) return new ProgressOverlayItem(component, *this);
   if (dynamic_cast<Toast*>(c)) return new ToastItem(component, *this);
   if (dynamic_cast<AlertView*>(c)) return new AlertViewItem(component, *this);
   if (dynamic_cast<ActionSheetDatePicker*>(c)) return new DatePickerItem(component, *this);

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "ui/appearance.h"
 #include "ui/bar_button_item.h"
 
 namespace fleetor {
@@ -129,6 +130,16 @@ void TabBarAdapter::refresh() {
     for (const auto& item : bar->items())
       items_.push_back(item->changed.connect([this] { Q_EMIT changed(); }));
   Q_EMIT changed();
+}
+
+bool ProgressOverlayItem::showing() const {
+  return read<ProgressOverlay>([](ProgressOverlay& c) { return c.visible(); });
+}
+QColor ProgressOverlayItem::backgroundColor() const {
+  return toQColor(adapters().environment().appearance.progressOverlay().backgroundColor.value_or(clearColor));
+}
+QColor ProgressOverlayItem::foregroundColor() const {
+  return toQColor(adapters().environment().appearance.progressOverlay().foregroundColor.value_or(whiteColor));
 }
 
 QString ToastItem::text() const {

@@ -9,6 +9,7 @@
 #include "ui/action_sheet_date_picker.h"
 #include "ui/alert_view.h"
 #include "ui/controls.h"
+#include "ui/progress_overlay.h"
 #include "ui/tab_bar.h"
 #include "ui/text_field.h"
 #include "ui/toast.h"
@@ -129,6 +130,21 @@ class TabBarAdapter : public fleetor::ComponentItem {
 
  private:
   std::vector<Connection> items_;
+};
+
+class ProgressOverlayItem : public fleetor::ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(bool showing READ showing NOTIFY changed)
+  Q_PROPERTY(QColor backgroundColor READ backgroundColor NOTIFY changed)
+  Q_PROPERTY(QColor foregroundColor READ foregroundColor NOTIFY changed)
+
+ public:
+  using ComponentItem::ComponentItem;
+  bool showing() const;
+  QColor backgroundColor() const;
+  QColor foregroundColor() const;
 };
 
 class ToastItem : public fleetor::ComponentItem {

@@ -47,6 +47,11 @@ WindowItem::WindowItem(Component& component, Adapters& registry)
   refresh();
 }
 
+ProgressOverlayItem* WindowItem::progressOverlay() const {
+  auto* window = as<Window>();
+  return window ? adapters().itemFor<ProgressOverlayItem>(&window->progressOverlay()) : nullptr;
+}
+
 ToastItem* WindowItem::toast() const {
   const auto* window = as<Window>();
   return window ? adapters().itemFor<ToastItem>(const_cast<Toast*>(window->toast())) : nullptr;

@@ -16,6 +16,7 @@ class WindowItem : public fleetor::ComponentItem {
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(
       fleetor::ScreenListModel* screens READ screens CONSTANT)  ///< the root, then what is presented over it
+  Q_PROPERTY(fleetor::ProgressOverlayItem* progressOverlay READ progressOverlay NOTIFY changed)
   Q_PROPERTY(fleetor::ToastItem* toast READ toast NOTIFY changed)
   Q_PROPERTY(fleetor::AlertViewItem* alert READ alert NOTIFY changed)
   Q_PROPERTY(fleetor::DatePickerItem* datePicker READ datePicker NOTIFY changed)
@@ -27,6 +28,7 @@ class WindowItem : public fleetor::ComponentItem {
   WindowItem(Component& component, Adapters& adapters);
 
   ScreenListModel* screens() { return &screens_; }
+  ProgressOverlayItem* progressOverlay() const;
   ToastItem* toast() const;
   AlertViewItem* alert() const;
   DatePickerItem* datePicker() const;

@@ -7,6 +7,7 @@
 
 #include "ui/action_sheet_date_picker.h"
 #include "ui/alert_view.h"
+#include "ui/progress_overlay.h"
 #include "ui/text_field.h"
 #include "ui/toast.h"
 #include "ui/view_controller.h"
@@ -38,6 +39,8 @@ class Window : public Component {
   void showToast(const std::string& text, double seconds, bool rounded);
   const Toast* toast() const { return toasts_.empty() ? nullptr : toasts_.front().get(); }
 
+  ProgressOverlay& progressOverlay() { return progressOverlay_; }
+
   /// Oldest first; the last one is on top and the only one to answer.
   const std::vector<std::shared_ptr<AlertView>>& alerts() const { return alerts_; }
   const std::shared_ptr<ActionSheetDatePicker>& datePicker() const { return datePicker_; }
@@ -51,6 +54,7 @@ class Window : public Component {
   Environment& environment_;
   Size size_;
   Keyboard keyboard_;
+  ProgressOverlay progressOverlay_;
   std::shared_ptr<ViewController> root_;
   std::deque<std::shared_ptr<Toast>> toasts_;
   std::vector<std::shared_ptr<AlertView>> alerts_;

@@ -59,6 +59,11 @@ Window {
             }
         }
 
+        ProgressLine {
+            width: parent.width
+            overlay: main.content.progressOverlay
+        }
+
         Loader {
             anchors.fill: parent
             active: main.content.toast !== null

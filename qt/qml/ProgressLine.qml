@@ -1,0 +1,34 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// The sign that data is on its way: a light that runs along the top edge of the window.
+Item {
+    id: line
+
+    property ProgressOverlayItem overlay
+
+    height: 3
+    visible: overlay?.showing ?? false
+    clip: true
+    Accessible.ignored: true
+
+    Rectangle {
+        anchors.fill: parent
+        color: line.overlay?.backgroundColor ?? "transparent"
+    }
+    Rectangle {
+        id: light
+        width: parent.width * 0.35
+        height: parent.height
+        radius: height / 2
+        color: line.overlay?.foregroundColor ?? "transparent"
+        NumberAnimation on x {
+            running: line.visible
+            from: -light.width
+            to: line.width
+            duration: 900
+            loops: Animation.Infinite
+        }
+    }
+}
