@@ -7,7 +7,9 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    readonly property bool low: height < 460 // a phone on its side
 
+    focus: true
     Accessible.role: Accessible.PopupMenu
     Accessible.name: screen?.title ?? ""
 
@@ -17,6 +19,13 @@ FocusScope {
     }
 
     Flickable {
+        id: flick
+
+        function bringIntoSight(entry) {
+            if (contentHeight > height && height > 0)
+                contentY = Math.max(Math.min(contentY, entry.y), entry.y + entry.height - height);
+        }
+
         anchors.fill: parent
         contentHeight: column.height
         boundsBehavior: Flickable.StopAtBounds
@@ -25,18 +34,18 @@ FocusScope {
         Column {
             id: column
             width: parent.width
-            topPadding: 28
+            topPadding: root.low ? 10 : 28
             bottomPadding: 12
 
             Image {
                 x: 22
                 source: "qrc:/images/fleetor.svg"
-                sourceSize { width: 64; height: 64 }
+                sourceSize { width: root.low ? 40 : 64; height: root.low ? 40 : 64 }
             }
             Text {
                 x: 24
-                topPadding: 10
-                bottomPadding: 22
+                topPadding: root.low ? 4 : 10
+                bottomPadding: root.low ? 8 : 22
                 text: "Fleetor"
                 color: Theme.menuText
                 font.pixelSize: Theme.titleSize + 4
@@ -77,6 +86,7 @@ FocusScope {
                         width: parent.width
                         button: root.screen.outlet(place.modelData) as ButtonItem
                         focus: place.index === 0
+                        onActiveFocusChanged: if (activeFocus) flick.bringIntoSight(place)
                         Keys.onDownPressed: entries.itemAt(place.index + 1)?.takeFocus()
                         Keys.onUpPressed: entries.itemAt(place.index - 1)?.takeFocus()
                     }

@@ -39,7 +39,7 @@ FocusScope {
                     slide.stop();
                     x = wanted;
                 }
-                if (onTop)
+                if (onTop && stack.enabled)
                     forceActiveFocus();
             }
 

@@ -23,9 +23,14 @@ FocusScope {
         }
     }
 
+    function giveKeys() {
+        if (enabled)
+            (menuOpen ? rear : front).forceActiveFocus();
+    }
+
     // Keys go to the menu while the screen beside it takes nothing.
     readonly property bool menuOpen: reveal.open && !(reveal.front?.interactive ?? true)
-    onMenuOpenChanged: (menuOpen ? rear : front).focus = true
+    onMenuOpenChanged: giveKeys()
 
     clip: true
     onPlaceChanged: follow()
