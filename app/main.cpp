@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QScreen>
 #include <QStandardPaths>
 #include <cstdio>
@@ -44,6 +45,7 @@ int main(int argc, char** argv) {
   QGuiApplication::setOrganizationName(QStringLiteral("fleetor"));
   QGuiApplication::setApplicationName(QStringLiteral("fleetor"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Fleetor"));
+  QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/images/fleetor.svg")));
 
   const std::string standard = fleetor::settingsPath(fleetor::kStandardSuite);
   const std::string shared = fleetor::settingsPath(fleetor::kSharedSuite);
