@@ -298,6 +298,21 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   EXPECT_TRUE(waitFor("title", "My Vehicles"));
 }
 
+TEST_F(WindowTest, TheMenuLeadsToTheAccountByTapAndToTheAboutPageByKey) {
+  open(Idiom::phone, {390, 844});
+  signIn();
+  click("Menu");
+  click("Account");
+  ASSERT_TRUE(waitFor("text", "Expiration date"));
+
+  click("Menu");
+  ASSERT_NE(labelled("About"), nullptr);
+  QTest::keyClick(&window(), Qt::Key_Down);
+  QTest::keyClick(&window(), Qt::Key_Down);
+  QTest::keyClick(&window(), Qt::Key_Return);
+  EXPECT_TRUE(waitFor("title", "About"));
+}
+
 TEST_F(WindowTest, AMinimisedWindowIsInTheBackgroundAndComesBackWithFreshReadings) {
   open(Idiom::phone, {390, 844});
   signIn();
