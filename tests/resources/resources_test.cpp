@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QColor>
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
@@ -11,6 +12,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -128,29 +130,45 @@ TEST(Images, of_the_launch_fill_the_screen_and_keep_the_logo_when_they_are_cut_t
   }
 }
 
-TEST(Documents, read_on_any_background_and_link_to_the_outside) {
-  for (const char* name : {"tos", "about"}) {
-    QFile file(QString(":/documents/%1.html").arg(name));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-    QTextDocument document;
-    document.setHtml(QString::fromUtf8(file.readAll()));
-    int headings = 0;
-    int links = 0;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-      headings += block.blockFormat().headingLevel() > 0;
-      EXPECT_EQ(block.blockFormat().background().style(), Qt::NoBrush) << name;
-      for (auto part = block.begin(); !part.atEnd(); ++part) {
-        const QTextCharFormat format = part.fragment().charFormat();
-        const std::string text = part.fragment().text().toStdString();
-        EXPECT_EQ(format.background().style(), Qt::NoBrush) << text;
-        EXPECT_EQ(format.hasProperty(QTextFormat::ForegroundBrush), format.isAnchor()) << text;
-        if (!format.isAnchor()) continue;
-        ++links;
-        EXPECT_THAT(format.anchorHref().toStdString(), testing::StartsWith("https://")) << text;
-      }
+struct Reading {
+  int headings = 0;
+  std::vector<std::string> links;
+};
+
+Reading readDocument(const QString& name) {
+  Reading reading;
+  QFile file(":/documents/" + name + ".html");
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+  QTextDocument document;
+  document.setHtml(QString::fromUtf8(file.readAll()));
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    reading.headings += block.blockFormat().headingLevel() > 0;
+    EXPECT_EQ(block.blockFormat().background().style(), Qt::NoBrush) << name.toStdString();
+    for (auto part = block.begin(); !part.atEnd(); ++part) {
+      const QTextCharFormat format = part.fragment().charFormat();
+      const std::string text = part.fragment().text().toStdString();
+      EXPECT_EQ(format.background().style(), Qt::NoBrush) << text;
+      EXPECT_EQ(format.hasProperty(QTextFormat::ForegroundBrush), format.isAnchor()) << text;
+      if (!format.isAnchor()) continue;
+      EXPECT_THAT(format.anchorHref().toStdString(), testing::StartsWith("https://")) << text;
+      reading.links.push_back(format.anchorHref().toStdString());
     }
-    EXPECT_GT(headings, 2) << name;
-    EXPECT_GT(links, 0) << name;
+  }
+  return reading;
+}
+
+TEST(Documents, read_on_any_background_and_say_the_same_in_every_language) {
+  for (const QString name : {"tos", "about"}) {
+    const Reading english = readDocument(name);
+    EXPECT_GT(english.headings, 2);
+    EXPECT_FALSE(english.links.empty());
+    for (const QFileInfo& table : QDir(":/languages").entryInfoList()) {
+      const QString translation = table.completeBaseName() + "/" + name;
+      const Reading reading = readDocument(translation);
+      EXPECT_EQ(reading.headings, english.headings) << translation.toStdString();
+      EXPECT_THAT(reading.links, testing::UnorderedElementsAreArray(english.links))
+          << translation.toStdString();
+    }
   }
 }
 
