@@ -10,6 +10,11 @@ if(MOLD)
   add_link_options(-fuse-ld=mold)
 endif()
 
+# By its build id a crash report finds the very program that it came from.
+if(CMAKE_SYSTEM_NAME STREQUAL Linux)
+  add_link_options(-Wl,--build-id=sha1)
+endif()
+
 add_compile_options(-fno-omit-frame-pointer)
 if(FLEETOR_SANITIZE)
   add_compile_options(-fsanitize=${FLEETOR_SANITIZE} -fno-sanitize-recover=all)

@@ -1,0 +1,242 @@
+#include "diagnostics/crash_handler.h"
+
+#include <cxxabi.h>
+#include <fcntl.h>
+#include <sys/auxv.h>
+#include <sys/file.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/utsname.h>
+#include <ucontext.h>
+#include <unistd.h>
+#include <unwind.h>
+
+#include <array>
+#include <atomic>
+#include <climits>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <exception>
+#include <typeinfo>
+
+#include "diagnostics/crash_lines.h"
+
+namespace fleetor {
+
+namespace {
+
+struct CrashSignal {
+  int number;
+  const char* name;
+};
+
+constexpr std::array crashSignals{CrashSignal{SIGSEGV, "SIGSEGV"}, CrashSignal{SIGBUS, "SIGBUS"},
+                                  CrashSignal{SIGILL, "SIGILL"}, CrashSignal{SIGFPE, "SIGFPE"},
+                                  CrashSignal{SIGABRT, "SIGABRT"}};
+constexpr std::size_t handlerStackBytes = std::size_t{64} * 1024;
+constexpr int mostFrames = 64;
+constexpr std::uintptr_t nullPageBytes = 4096;
+constexpr std::uintptr_t nearStackBytes = std::uintptr_t{64} * 1024;
+
+/// All that the handler needs; made ready before, since it may ask for no memory.
+struct Prepared {
+  std::array<char, PATH_MAX> path{};
+  std::array<char, 64> program{};
+  std::array<char, 32> version{};
+  CrashLine build;
+  CrashLine system;
+  std::array<struct sigaction, crashSignals.size()> before{};
+  std::terminate_handler terminateBefore = nullptr;
+};
+
+Prepared prepared;
+std::atomic<pid_t> crashingThread{0};
+std::atomic<int> crashingSignal{0};
+std::atomic<const char*> uncaught{nullptr};  ///< the class of the exception, or why there is none
+
+static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<const char*>::is_always_lock_free);
+
+template <std::size_t size>
+bool keep(std::array<char, size>& place, const std::string& text) {
+  if (text.size() >= size) return false;
+  std::memcpy(place.data(), text.c_str(), text.size() + 1);
+  return true;
+}
+
+struct Registers {
+  bool known = false;  ///< not for every processor
+  std::uintptr_t instruction = 0;
+  std::uintptr_t stack = 0;
+};
+
+Registers registersOf(const void* context) {
+  if (!context) return {};
+  const auto& machine = static_cast<const ucontext_t*>(context)->uc_mcontext;
+#if defined(__x86_64__)
+  return {true, static_cast<std::uintptr_t>(machine.gregs[REG_RIP]),
+          static_cast<std::uintptr_t>(machine.gregs[REG_RSP])};
+#elif defined(__aarch64__)
+  return {true, machine.pc, machine.sp};
+#else
+  static_cast<void>(machine);
+  return {};
+#endif
+}
+
+/// Where a call came from that led to no code.
+std::uintptr_t callerOf(const void* context) {
+#if defined(__x86_64__)
+  return *reinterpret_cast<const std::uintptr_t*>(registersOf(context).stack);
+#elif defined(__aarch64__)
+  return static_cast<const ucontext_t*>(context)->uc_mcontext.regs[30];
+#else
+  static_cast<void>(context);
+  return 0;
+#endif
+}
+
+/// Only roughly: the address itself may be made of what stood in memory.
+const char* whereAccessed(std::uintptr_t address, std::uintptr_t stack) {
+  if (address < nullPageBytes) return "near null";
+  const std::uintptr_t distance = address > stack ? address - stack : stack - address;
+  return distance < nearStackBytes ? "near the end of the stack" : "elsewhere";
+}
+
+struct Walk {
+  int descriptor = -1;
+  bool begun = false;        ///< the frames before are the handler's own
+  std::uintptr_t begin = 0;  ///< the crashed instruction
+  int frames = 0;
+};
+
+void writeFrame(Walk& walk, std::uintptr_t address) {
+  CrashLine line;
+  line.text("#").decimal(static_cast<std::uint64_t>(walk.frames++)).text(" ");
+  addPlace(line, address, prepared.program.data());
+  line.write(walk.descriptor);
+}
+
+_Unwind_Reason_Code visitFrame(_Unwind_Context* context, void* argument) {
+  auto& walk = *static_cast<Walk*>(argument);
+  int isExact = 0;
+  const std::uintptr_t address = _Unwind_GetIPInfo(context, &isExact);
+  walk.begun = walk.begun || address == walk.begin;
+  if (!walk.begun) return _URC_NO_REASON;
+  if (address == 0) return _URC_END_OF_STACK;
+  // A caller's address is where it will go on, which may be the next line already.
+  writeFrame(walk, isExact ? address : address - 1);
+  return walk.frames < mostFrames ? _URC_NO_REASON : _URC_END_OF_STACK;
+}
+
+void writeReport(int descriptor, int signal, const siginfo_t* info, const void* context) {
+  const char* name = "none";
+  for (const auto& each : crashSignals)
+    if (each.number == signal) name = each.name;
+  const Registers registers = registersOf(context);
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+
+  CrashLine().text("Fleetor crash report").write(descriptor);
+  CrashLine().text("version: ").text(prepared.version.data()).write(descriptor);
+  CrashLine(prepared.build).write(descriptor);
+  CrashLine(prepared.system).write(descriptor);
+  CrashLine().text("time: ").decimal(static_cast<std::uint64_t>(now.tv_sec)).write(descriptor);
+  CrashLine()
+      .text("signal: ")
+      .decimal(static_cast<std::uint64_t>(signal))
+      .text(" ")
+      .text(name)
+      .write(descriptor);
+  if (info && info->si_code > 0 && (signal == SIGSEGV || signal == SIGBUS))
+    CrashLine()
+        .text("access: ")
+        .text(whereAccessed(reinterpret_cast<std::uintptr_t>(info->si_addr), registers.stack))
+        .write(descriptor);
+  if (const char* exception = uncaught) CrashLine().text("uncaught: ").text(exception).write(descriptor);
+  CrashLine().text("backtrace:").write(descriptor);
+  Walk walk{descriptor, !registers.known, registers.instruction};
+  if (registers.known && !isInModule(registers.instruction)) {
+    // A call of what is no function: there is no way on from there, but one step back.
+    writeFrame(walk, registers.instruction);
+    writeFrame(walk, callerOf(context) - 1);
+  } else {
+    _Unwind_Backtrace(visitFrame, &walk);
+  }
+  CrashLine().text("end").write(descriptor);
+}
+
+void onCrash(int signal, siginfo_t* info, void* context) {
+  const pid_t thread = static_cast<pid_t>(::syscall(SYS_gettid));
+  pid_t none = 0;
+  if (crashingThread.compare_exchange_strong(none, thread)) {
+    crashingSignal = signal;
+    const int descriptor =
+        ::open(prepared.path.data(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor >= 0) {
+      ::flock(descriptor, LOCK_EX | LOCK_NB);  // ours while we write; goes with the process
+      writeReport(descriptor, signal, info, context);
+    }
+  } else if (none != thread) {
+    for (;;)
+      ::pause();  // the thread that crashed first ends the process
+  }
+  // Here too when the report itself has crashed; what is written by then stays.
+  for (std::size_t i = 0; i < crashSignals.size(); ++i)
+    ::sigaction(crashSignals[i].number, &prepared.before[i], nullptr);
+  // A fault comes again by itself, at its own place, when the handler returns; what was raised does not.
+  if (none == 0 && info->si_code > 0 && signal != SIGABRT) return;
+  ::syscall(SYS_tgkill, ::getpid(), thread, crashingSignal.load());
+}
+
+[[noreturn]] void onTerminate() {
+  const std::type_info* const type = abi::__cxa_current_exception_type();
+  uncaught = type ? type->name() : "std::terminate() without an exception";
+  if (prepared.terminateBefore) prepared.terminateBefore();
+  std::abort();
+}
+
+/// A stack for the handler with a page below that nobody may touch.
+bool giveHandlerItsStack() {
+  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  void* const memory = ::mmap(nullptr, page + handlerStackBytes, PROT_READ | PROT_WRITE,
+                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_STACK, -1, 0);
+  if (memory == MAP_FAILED || ::mprotect(memory, page, PROT_NONE) != 0) return false;
+  stack_t stack{};
+  stack.ss_sp = static_cast<char*>(memory) + page;
+  stack.ss_size = handlerStackBytes;
+  return ::sigaltstack(&stack, nullptr) == 0;
+}
+
+}  // namespace
+
+bool installCrashHandler(const std::string& path, const ReportedProgram& program) {
+  if (!keep(prepared.path, path) || !keep(prepared.program, program.name) ||
+      !keep(prepared.version, program.version))
+    return false;
+  prepared.build.text("program: ");
+  addPlace(prepared.build, ::getauxval(AT_ENTRY), prepared.program.data());
+  utsname system{};
+  ::uname(&system);
+  prepared.system.text("system: ").text(system.sysname).text(" ").text(system.machine);
+
+  // The whole report once for nothing: what is loaded or bound at its first use is so by now.
+  const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (nowhere < 0) return false;
+  writeReport(nowhere, 0, nullptr, nullptr);
+  ::close(nowhere);
+
+  if (!giveHandlerItsStack()) return false;
+  struct sigaction action {};
+  action.sa_sigaction = onCrash;
+  // A second fault is let in, so that it is noticed when the report itself crashes.
+  action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
+  for (std::size_t i = 0; i < crashSignals.size(); ++i)
+    if (::sigaction(crashSignals[i].number, &action, &prepared.before[i]) != 0) return false;
+  prepared.terminateBefore = std::set_terminate(onTerminate);
+  return true;
+}
+
+}  // namespace fleetor
