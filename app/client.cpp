@@ -24,6 +24,7 @@ Client::Client(Setup setup)
                [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
                &standardSettings_}),
       log_(LogSink::streamFromEnvironment()),
+      widgetReading_(notificationCenter_, sharedSettings_),
       queues_(std::in_place),
       transport_(std::in_place),
       tiles_(TileServer::compiledIn(serviceURL_), QString::fromStdString(setup.tileFolder)),
@@ -41,6 +42,7 @@ Client::Client(Setup setup)
                   if (environment_.window) environment_.window->showToast(text, seconds, rounded);
                 },
                 [this] {
+                  widgetReading_.forgetUnlessChosen();
                   if (environment_.application) delegate_.showMainOrLogin();
                 }});
   application_.emplace(environment_, storyboard_, delegate_);
@@ -69,6 +71,11 @@ bool Client::open() {
   application_->launch();
   mainWindow_.emplace(*application_, environment_, tiles_, look_);
   return mainWindow_->isOpen();
+}
+
+void Client::answer(const std::string& url) {
+  mainWindow_->comeForward();
+  if (!url.empty()) application_->receiveURL(url);
 }
 
 }  // namespace fleetor

@@ -15,6 +15,7 @@
 #include "qt/main_window.h"
 #include "qt/tile_source.h"
 #include "shell/app_delegate.h"
+#include "shell/widget_reading.h"
 #include "ui/appearance.h"
 #include "ui/application.h"
 #include "ui/notification_center.h"
@@ -49,6 +50,9 @@ class Client {
   /// Starts the client and opens its window; false when there is none to be had.
   bool open();
 
+  /// Somebody started the client once more, to open that URL when there is one. The window is open.
+  void answer(const std::string& url);
+
   MainWindow& mainWindow() { return *mainWindow_; }
   Application& application() { return *application_; }
 
@@ -64,6 +68,7 @@ class Client {
   SystemReachability reachability_;
   NetworkUseSign networkUse_;
   NotificationCenter notificationCenter_;
+  WidgetReading widgetReading_;
   Appearance appearance_;
   std::optional<QtQueues> queues_;
   std::optional<HttpTransport> transport_;

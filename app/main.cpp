@@ -12,6 +12,7 @@
 #include "app/options.h"
 #include "qt/device/guarded_key_store.h"
 #include "qt/device/language.h"
+#include "qt/device/single_instance.h"
 
 namespace {
 
@@ -46,6 +47,10 @@ int main(int argc, char** argv) {
   QGuiApplication::setApplicationName(QStringLiteral("fleetor"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Fleetor"));
   QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/images/fleetor.svg")));
+  QGuiApplication::setDesktopFileName(QStringLiteral("fleetor"));
+
+  fleetor::SingleInstance instance(fleetor::runtimePath("client"));
+  if (!instance.enter(options->url)) return 0;
 
   const std::string standard = fleetor::settingsPath(fleetor::kStandardSuite);
   const std::string shared = fleetor::settingsPath(fleetor::kSharedSuite);
@@ -72,5 +77,7 @@ int main(int argc, char** argv) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;
   }
+  if (!options->url.empty()) client.application().receiveURL(options->url);
+  instance.listen([&client](const std::string& url) { client.answer(url); });
   return QGuiApplication::exec();
 }

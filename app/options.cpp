@@ -8,14 +8,17 @@ namespace fleetor {
 
 const char* const usage =
     "usage: fleetor [--tablet] [--size WIDTHxHEIGHT] [--dark] [--language CODE] [--fresh]\n"
-    "               [--help]\n"
+    "               [--help] [URL]\n"
     "  --tablet             list and vehicle side by side, as on a tablet\n"
     "  --size WIDTHxHEIGHT  size of the window in points, each side from 240 to 8000\n"
     "                       (390x844 by default, 1024x768 with --tablet)\n"
     "  --dark               the dark appearance, whatever the system's is\n"
     "  --language CODE      speak that language, for instance de, instead of the system's\n"
     "  --fresh              forget the accepted terms, the sign-in and all settings first\n"
-    "  --help               print this and end\n";
+    "  --help               print this and end\n"
+    "  URL                  fleetor:vehicles opens the choice of the widget's vehicle\n"
+    "A client that runs already takes the request over and comes to the front; the options\n"
+    "then count for nothing.\n";
 
 namespace {
 
@@ -68,6 +71,8 @@ std::optional<Options> parseOptions(const std::vector<std::string>& words,
         return std::nullopt;
       }
       options.language = code;
+    } else if (!word.starts_with('-') && word.find(':') != std::string::npos) {
+      options.url = word;
     } else {
       problem = "there is no option \"" + word + "\"";
       return std::nullopt;

@@ -14,6 +14,7 @@ struct Options {
   bool help = false;
   std::optional<std::string> language;  ///< its code; nothing: the system's
   std::optional<int> width;             ///< points; both or none
+  std::string url;                      ///< what the desktop asks the client to open; may be empty
   std::optional<int> height;
 };
 

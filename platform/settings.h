@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <variant>
@@ -12,7 +13,8 @@ namespace fleetor {
 /// by the device layer on standard error and changes nothing that is stored.
 class Settings {
  public:
-  using Value = std::variant<std::string, std::int64_t>;
+  using Texts = std::map<std::string, std::string>;  ///< texts that are stored and replaced together, by name
+  using Value = std::variant<std::string, std::int64_t, Texts>;
 
   virtual ~Settings() = default;
   virtual std::optional<Value> object(const std::string& key) const = 0;

@@ -47,6 +47,13 @@ MainWindow::~MainWindow() {
   QGuiApplication::inputMethod()->disconnect(this);
 }
 
+void MainWindow::comeForward() {
+  window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
+  window_->show();
+  window_->raise();
+  window_->requestActivate();
+}
+
 void MainWindow::followVisibility() {
   const auto state = QGuiApplication::applicationState();
   const bool inBackground = window_->visibility() == QWindow::Hidden ||

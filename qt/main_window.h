@@ -29,6 +29,9 @@ class MainWindow : public QObject {
   bool isOpen() const { return window_ != nullptr; }
   QQuickWindow& window() { return *window_; }
 
+  /// Puts the window on top of the others, minimised or not, as far as the desktop lets it.
+  void comeForward();
+
  private:
   void followVisibility();
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "shell/beside_rear.h"
+#include "shell/widget_reading.h"
 
 namespace fleetor {
 
@@ -40,6 +41,7 @@ void MainViewController::chooseVehocleTableViewContollerDidChooseVehicle(ChooseV
                                                                          const Vehicle& vehicle) {
   sharedSettings_.setObject(vehicle.vehicleId, "WidgetVehicle");
   sharedSettings_.synchronize();
+  environment().notificationCenter.postNotificationName(kFleetorNotificationWidgetVehicle, vehicle);
   dismissViewControllerAnimated(true, [] {});
 }
 

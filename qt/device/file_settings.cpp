@@ -16,6 +16,12 @@ namespace {
 
 QJsonValue jsonOf(const Settings::Value& value) {
   if (const auto* text = std::get_if<std::string>(&value)) return QString::fromStdString(*text);
+  if (const auto* texts = std::get_if<Settings::Texts>(&value)) {
+    QJsonObject object;
+    for (const auto& [name, each] : *texts)
+      object.insert(QString::fromStdString(name), QString::fromStdString(each));
+    return object;
+  }
   return static_cast<qint64>(std::get<std::int64_t>(value));
 }
 
@@ -110,6 +116,15 @@ std::optional<Settings::Value> FileSettings::object(const std::string& key) cons
   if (value.isDouble()) {
     const auto number = value.toInteger();
     if (value == QJsonValue(number)) return static_cast<std::int64_t>(number);
+  }
+  if (value.isObject()) {
+    Texts texts;
+    const QJsonObject object = value.toObject();
+    for (auto each = object.begin(); each != object.end(); ++each) {
+      if (!each.value().isString()) return std::nullopt;
+      texts[each.key().toStdString()] = each.value().toString().toStdString();
+    }
+    return texts;
   }
   return std::nullopt;
 }

@@ -1,0 +1,92 @@
+import QtQuick
+import QtQuick.Window
+
+// A card for the desktop: the vehicle's name, how fast it is, when and where that was. A tap asks for another vehicle.
+Window {
+    id: window
+
+    required property var vehicle
+    readonly property bool dark: palette.window.hslLightness < 0.5
+    readonly property color ink: dark ? "#f2f5f7" : "#22303c"
+    readonly property color paleInk: dark ? "#b4c0c8" : "#55646f"
+    readonly property string headline: !vehicle.chosen ? "No vehicle chosen" : vehicle.name || "Chosen vehicle"
+
+    function change() {
+        problem.visible = !vehicle.change()
+    }
+
+    visible: true
+    width: 320
+    height: 168
+    minimumWidth: 240
+    minimumHeight: 140
+    title: vehicle.speed ? headline + ", " + vehicle.speed : headline
+    color: dark ? "#12181d" : "#abc2cc"
+
+    SystemPalette {
+        id: palette
+    }
+
+    Rectangle {
+        id: card
+
+        anchors.fill: parent
+        anchors.margins: 8
+        radius: 18
+        color: window.dark ? "#1f282f" : "#ffffff"
+        border.width: activeFocus ? 2 : 0
+        border.color: "#2a7c9f"
+        focus: true
+
+        Accessible.role: Accessible.Button
+        Accessible.name: window.title + ". Choose vehicle"
+        Accessible.onPressAction: window.change()
+        Keys.onReturnPressed: window.change()
+        Keys.onSpacePressed: window.change()
+
+        TapHandler {
+            onTapped: window.change()
+        }
+
+        Column {
+            anchors.fill: parent
+            anchors.margins: 16
+            spacing: 4
+
+            Line {
+                font.pointSize: Qt.application.font.pointSize * 1.25
+                font.bold: true
+                text: window.headline
+            }
+            Line {
+                font.pointSize: Qt.application.font.pointSize * 2
+                visible: window.vehicle.speed !== ""
+                text: window.vehicle.speed
+            }
+            Line {
+                color: window.paleInk
+                text: window.vehicle.dateTime || (window.vehicle.chosen ? "Open the vehicle in Fleetor for its readings" : "Tap to choose one in Fleetor")
+            }
+            Line {
+                color: window.paleInk
+                visible: text !== ""
+                text: window.vehicle.street
+            }
+            Line {
+                id: problem
+
+                color: window.dark ? "#ff9d8f" : "#b3261e"
+                visible: false
+                text: "Fleetor could not be opened"
+            }
+        }
+    }
+
+    component Line: Text {
+        width: parent.width
+        color: window.ink
+        elide: Text.ElideRight
+        horizontalAlignment: Text.AlignLeft
+        textFormat: Text.PlainText
+    }
+}
