@@ -13,8 +13,8 @@ struct Options {
   bool dark = false;
   bool help = false;
   std::optional<std::string> language;  ///< its code; nothing: the system's
-  std::optional<int> width;             ///< points; both or none
   std::string url;                      ///< what the desktop asks the client to open; may be empty
+  std::optional<int> width;             ///< points; both or none
   std::optional<int> height;
 };
 
