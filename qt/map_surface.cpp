@@ -30,6 +30,7 @@ MapSurface::~MapSurface() = default;
 void MapSurface::setMap(MapViewItem* map) {
   if (map == map_) return;
   if (map_) map_->disconnect(this);
+  tilesBack_.disconnect();
   board_.reset();
   lines_.reset();
   map_ = map;

@@ -306,6 +306,25 @@ TEST_F(MapPageTest, DrawsOfACrowdWhatCanBeToldApart) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return drawn() == 0; }));
 }
 
+TEST_F(MapPageTest, StaysAGroundWhenItsMapIsTakenAway) {
+  ASSERT_TRUE(colored({100, 200}, tileColor));
+  const std::function<MapSurface*(QQuickItem*)> surfaceIn = [&](QQuickItem* item) {
+    auto* found = qobject_cast<MapSurface*>(item);
+    for (auto* child : item->childItems())
+      if (!found) found = surfaceIn(child);
+    return found;
+  };
+  auto* const surface = surfaceIn(window_.contentItem());
+  ASSERT_NE(surface, nullptr);
+  MapViewItem* const map = surface->map();
+  surface->setMap(nullptr);
+  tiles_.noteServiceBack();
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 300});
+  EXPECT_NE(window_.grabWindow().pixelColor(100, 200), tileColor);
+  surface->setMap(map);
+  EXPECT_TRUE(colored({100, 200}, tileColor));
+}
+
 TEST_F(MapPageTest, DrawsNoFrameWhileNothingMoves) {
   ASSERT_TRUE(colored({100, 200}, tileColor));
   QTest::qWait(500);
