@@ -26,8 +26,8 @@ FocusScope {
         month = chosen.getMonth();
     }
 
-    Keys.onLeftPressed: choose(chosen.getDate() - 1)
-    Keys.onRightPressed: choose(chosen.getDate() + 1)
+    Keys.onLeftPressed: choose(chosen.getDate() - Theme.forward)
+    Keys.onRightPressed: choose(chosen.getDate() + Theme.forward)
     Keys.onUpPressed: choose(chosen.getDate() - 7)
     Keys.onDownPressed: choose(chosen.getDate() + 7)
     Keys.onReturnPressed: picker.done()
@@ -89,6 +89,7 @@ FocusScope {
                 width: parent.width
                 height: Theme.barHeight
                 TextButton {
+                    id: cancel
                     anchors.left: parent.left
                     anchors.leftMargin: 8
                     anchors.verticalCenter: parent.verticalCenter
@@ -96,7 +97,13 @@ FocusScope {
                     onTapped: root.picker.cancel()
                 }
                 Text {
-                    anchors.centerIn: parent
+                    anchors.left: cancel.right
+                    anchors.right: done.left
+                    anchors.verticalCenter: parent.verticalCenter
+                    horizontalAlignment: Text.AlignHCenter
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 11
+                    elide: Text.ElideRight
                     text: root.picker?.title ?? ""
                     textFormat: Text.PlainText
                     color: Theme.text
@@ -105,6 +112,7 @@ FocusScope {
                     Accessible.ignored: true
                 }
                 TextButton {
+                    id: done
                     anchors.right: parent.right
                     anchors.rightMargin: 8
                     anchors.verticalCenter: parent.verticalCenter
@@ -117,12 +125,13 @@ FocusScope {
                 width: parent.width
                 height: Theme.touch
                 Row {
-                    TextButton { sign: "«"; label: root.window?.word("Previous year") ?? ""; onTapped: root.turn(-12) }
-                    TextButton { sign: "‹"; label: root.window?.word("Previous month") ?? ""; onTapped: root.turn(-1) }
+                    anchors.left: parent.left
+                    TextButton { sign: Theme.mirrored ? "»" : "«"; label: root.window?.word("Previous year") ?? ""; onTapped: root.turn(-12) }
+                    TextButton { sign: Theme.mirrored ? "›" : "‹"; label: root.window?.word("Previous month") ?? ""; onTapped: root.turn(-1) }
                 }
                 Text {
                     anchors.centerIn: parent
-                    text: Qt.locale().standaloneMonthName(root.month) + " " + root.year
+                    text: Qt.locale().standaloneMonthName(root.month) + " " + new Date(root.year, 0).toLocaleDateString(Qt.locale(), "yyyy")
                     color: Theme.text
                     font.pixelSize: Theme.bodySize
                     font.bold: true
@@ -131,8 +140,8 @@ FocusScope {
                 }
                 Row {
                     anchors.right: parent.right
-                    TextButton { sign: "›"; label: root.window?.word("Next month") ?? ""; onTapped: root.turn(1) }
-                    TextButton { sign: "»"; label: root.window?.word("Next year") ?? ""; onTapped: root.turn(12) }
+                    TextButton { sign: Theme.mirrored ? "‹" : "›"; label: root.window?.word("Next month") ?? ""; onTapped: root.turn(1) }
+                    TextButton { sign: Theme.mirrored ? "«" : "»"; label: root.window?.word("Next year") ?? ""; onTapped: root.turn(12) }
                 }
             }
 

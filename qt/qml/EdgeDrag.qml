@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Fleetor
 
 // A strip from which a sideways drag moves what lies beneath it. It only looks on: taps and lengthwise drags go through.
 // What lies beneath has to be disabled while it is dragging.
@@ -7,7 +8,7 @@ Item {
     id: edge
 
     property bool dragging: false
-    property real moved: 0 // points, to the right
+    property real moved: 0 // points, along the line
 
     signal begun
     signal ended
@@ -39,7 +40,7 @@ Item {
                 }
             }
             if (edge.dragging)
-                edge.moved = x;
+                edge.moved = x * Theme.forward;
         }
     }
 }

@@ -21,6 +21,7 @@ RowBody {
         Text {
             id: valueText
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             text: row.value?.text ?? ""
             textFormat: Text.PlainText
             elide: Text.ElideRight
@@ -35,6 +36,7 @@ RowBody {
         Text {
             id: captionText
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             text: row.caption?.text ?? ""
             textFormat: Text.PlainText
             elide: Text.ElideRight

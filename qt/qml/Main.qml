@@ -25,6 +25,8 @@ Window {
         id: base
         anchors.fill: parent
         focus: true
+        LayoutMirroring.enabled: Theme.mirrored
+        LayoutMirroring.childrenInherit: true
         Keys.onEscapePressed: event => event.accepted = main.back()
         Keys.onBackPressed: event => event.accepted = main.back()
 

@@ -20,8 +20,9 @@ FocusScope {
         dark: Theme.dark
         ground: Theme.mapGround
         grid: Theme.mapGrid
-        leftEdge: 48 // the outer half takes a screen off the stack
-        rightEdge: 24
+        // The outer half of the wide one takes a screen off the stack.
+        leftEdge: Theme.mirrored ? 24 : 48
+        rightEdge: Theme.mirrored ? 48 : 24
         callout: callout
         focus: true
         activeFocusOnTab: true

@@ -25,9 +25,11 @@ Tappable {
 
     Image {
         id: picture
-        x: 24
+        anchors.left: parent.left
+        anchors.leftMargin: 24
         anchors.verticalCenter: parent.verticalCenter
         source: entry.button?.image ?? ""
+        mirror: Theme.turns(source.toString())
         sourceSize { width: 26; height: 26 }
     }
 

@@ -38,12 +38,14 @@ FocusScope {
             bottomPadding: 12
 
             Image {
-                x: 22
+                anchors.left: parent.left
+                anchors.leftMargin: 22
                 source: "qrc:/images/fleetor.svg"
                 sourceSize { width: root.low ? 40 : 64; height: root.low ? 40 : 64 }
             }
             Text {
-                x: 24
+                anchors.left: parent.left
+                anchors.leftMargin: 24
                 topPadding: root.low ? 4 : 10
                 bottomPadding: root.low ? 8 : 22
                 text: "Fleetor"

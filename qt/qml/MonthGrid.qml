@@ -62,7 +62,7 @@ Grid {
             Text {
                 anchors.centerIn: parent
                 visible: place.inMonth
-                text: place.day
+                text: new Date(grid.year, grid.month, place.day).toLocaleDateString(Qt.locale(), "d")
                 color: place.isChosen ? Theme.accentText : Theme.text
                 font.pixelSize: Theme.bodySize
                 Accessible.ignored: true

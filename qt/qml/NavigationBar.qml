@@ -38,6 +38,7 @@ Rectangle {
             Image {
                 anchors.centerIn: parent
                 source: "qrc:/images/NavBack.svg"
+                mirror: Theme.mirrored
                 sourceSize { width: 28; height: 28 }
             }
         }
@@ -62,7 +63,7 @@ Rectangle {
         readonly property real side: Math.max(left.width, right.width) + 8
         // Centred while that leaves room, else between the buttons.
         readonly property bool centred: implicitWidth <= bar.width - 2 * side
-        x: centred ? (bar.width - width) / 2 : left.width + 8
+        x: centred ? (bar.width - width) / 2 : Theme.mirrored ? right.width + 12 : left.width + 8
         width: centred ? implicitWidth : bar.width - left.width - right.width - 20
         anchors.verticalCenter: parent.verticalCenter
         text: bar.title

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A stack of screens: pushed ones slide in from the right, and a drag from the left edge takes the top one off again.
+// A stack of screens: pushed ones slide in from the end of the line, and a drag from its start takes the top one off again.
 FocusScope {
     id: stack
 
@@ -24,8 +24,8 @@ FocusScope {
 
             function target() {
                 if (place < 0)
-                    return width;
-                return onTop ? 0 : -0.3 * width;
+                    return Theme.forward * width;
+                return onTop ? 0 : -0.3 * Theme.forward * width;
             }
 
             function follow() {
@@ -52,7 +52,7 @@ FocusScope {
 
             Component.onCompleted: {
                 if (stack.navigation.animating && stack.navigation.indexOf(screen) > 0)
-                    x = width;
+                    x = Theme.forward * width;
                 follow();
             }
 
@@ -69,9 +69,9 @@ FocusScope {
                     if (!stack.dragging && stack.drag > 0)
                         return;
                     if (page.onTop)
-                        page.x = stack.drag;
+                        page.x = Theme.forward * stack.drag;
                     else if (page.place === stack.navigation.depth - 2)
-                        page.x = 0.3 * (stack.drag - page.width);
+                        page.x = 0.3 * Theme.forward * (stack.drag - page.width);
                 }
             }
 
@@ -110,6 +110,7 @@ FocusScope {
 
     EdgeDrag {
         id: edge
+        anchors.left: parent.left
         width: 24
         height: parent.height
         z: 2000

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Pages side by side; a sideways drag turns them. A page is drawn when it is first seen.
+// Pages side by side, in reading order; a sideways drag turns them. A page is drawn when it is first seen.
 FocusScope {
     id: pager
 
@@ -12,7 +12,7 @@ FocusScope {
     property bool turning: false
 
     function rest() {
-        const wanted = -pages.selectedIndex * width;
+        const wanted = -Theme.forward * pages.selectedIndex * width;
         if (drag.active || strip.x === wanted)
             return;
         if (turning || pages.animating) {
@@ -28,7 +28,7 @@ FocusScope {
     onShownChanged: rest()
     onWidthChanged: {
         turn.stop();
-        strip.x = -pages.selectedIndex * width;
+        strip.x = -Theme.forward * pages.selectedIndex * width;
     }
 
     Item {
@@ -46,7 +46,7 @@ FocusScope {
                 readonly property bool seen: x + strip.x < pager.width && x + strip.x > -pager.width
                 property bool wasSeen: false
 
-                x: index * pager.width
+                x: Theme.forward * index * pager.width
                 width: pager.width
                 height: strip.height
                 visible: seen
@@ -85,7 +85,7 @@ FocusScope {
                 return;
             }
             const index = pager.pages.selectedIndex;
-            const moved = strip.x + index * pager.width;
+            const moved = Theme.forward * strip.x + index * pager.width;
             const step = Math.abs(moved) > pager.width / 4 ? -Math.sign(moved) : 0;
             pager.turning = true;
             pager.pages.scrollToIndex(Math.max(0, Math.min(pager.pages.count - 1, index + step)));
@@ -94,7 +94,7 @@ FocusScope {
         }
         onTranslationChanged: {
             if (active)
-                strip.x = Math.max(-(pager.pages.count - 1) * pager.width, Math.min(0, from + translation.x));
+                strip.x = Theme.forward * Math.max(-(pager.pages.count - 1) * pager.width, Math.min(0, Theme.forward * (from + translation.x)));
         }
     }
 }

@@ -2,24 +2,25 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The side-menu container: the front screen moves to the right and lets the rear one be seen.
+// The side-menu container: the front screen moves along the line and lets the rear one be seen.
 FocusScope {
     id: container
 
     required property ViewControllerItem screen
     readonly property RevealControllerItem reveal: screen as RevealControllerItem
     readonly property real place: reveal.front?.frameX ?? 0
+    property real shift: 0 // how far the front screen has moved
 
     function follow() {
         if (drag.dragging)
             return;
-        if (reveal.animating && front.x !== place) {
+        if (reveal.animating && shift !== place) {
             slide.duration = reveal.duration;
             slide.to = place;
             slide.restart();
         } else if (!slide.running || slide.to !== place) {
             slide.stop();
-            front.x = place;
+            shift = place;
         }
     }
 
@@ -42,15 +43,17 @@ FocusScope {
 
     ScreenLoader {
         id: rear
+        anchors.left: parent.left
         width: Math.min(container.reveal.rearWidth, container.width)
         height: parent.height
-        visible: front.x > 0
+        visible: container.shift > 0
         enabled: container.reveal.open
         screen: container.reveal.rear
     }
 
     FocusScope {
         id: front
+        x: Theme.mirrored ? container.width - width - container.shift : container.shift
         width: (container.reveal.front?.frameWidth ?? 0) || container.width
         height: parent.height
         focus: true
@@ -75,6 +78,7 @@ FocusScope {
         EdgeDrag {
             id: drag
             property real from: 0
+            anchors.left: parent.left
             width: container.reveal.draggableBorderWidth || parent.width
             height: parent.height
             // Further in on a deeper screen, a drag turns pages or goes back.
@@ -82,11 +86,11 @@ FocusScope {
             onBegun: {
                 container.reveal.beginPan();
                 slide.stop();
-                drag.from = front.x;
+                drag.from = container.shift;
             }
-            onMovedChanged: front.x = Math.max(0, Math.min(container.reveal.rearWidth, drag.from + moved))
+            onMovedChanged: container.shift = Math.max(0, Math.min(container.reveal.rearWidth, drag.from + moved))
             onEnded: {
-                const open = front.x > container.reveal.rearWidth / 2;
+                const open = container.shift > container.reveal.rearWidth / 2;
                 container.reveal.pan(open);
                 slide.duration = 200;
                 slide.to = open ? container.reveal.rearWidth : 0;
@@ -97,8 +101,8 @@ FocusScope {
 
     NumberAnimation {
         id: slide
-        target: front
-        property: "x"
+        target: container
+        property: "shift"
         easing.type: Easing.OutCubic
     }
 }

@@ -40,6 +40,7 @@ RowBody {
 
             Rectangle {
                 id: pill
+                anchors.left: parent.left
                 width: Math.min(statusText.implicitWidth + 24, parent.width - timeText.width - 8)
                 height: statusText.implicitHeight + 10
                 radius: height / 2
@@ -91,7 +92,8 @@ RowBody {
             }
             Rectangle {
                 id: start
-                x: 3
+                anchors.left: parent.left
+                anchors.leftMargin: 3
                 y: parent.height * 0.25 - height / 2
                 width: 14
                 height: 14
@@ -102,7 +104,8 @@ RowBody {
             }
             Rectangle {
                 id: end
-                x: 3
+                anchors.left: parent.left
+                anchors.leftMargin: 3
                 y: parent.height * 0.75 - height / 2
                 width: 14
                 height: 14
@@ -114,10 +117,12 @@ RowBody {
                 delegate: Text {
                     required property int index
                     required property string modelData
-                    x: 32
+                    anchors.left: parent.left
+                    anchors.leftMargin: 32
+                    anchors.right: parent.right
                     y: index * parent.height / 2
-                    width: parent.width - x
                     height: parent.height / 2
+                    horizontalAlignment: Text.AlignLeft
                     verticalAlignment: Text.AlignVCenter
                     text: modelData
                     textFormat: Text.PlainText
@@ -148,7 +153,8 @@ RowBody {
                     Image {
                         id: sign
                         anchors.verticalCenter: parent.verticalCenter
-                        x: -1
+                        anchors.left: parent.left
+                        anchors.leftMargin: -1
                         source: "qrc:/images/" + measure.modelData.icon + ".svg"
                         sourceSize { width: 22; height: 22 }
                     }
@@ -157,6 +163,7 @@ RowBody {
                         anchors.leftMargin: 11
                         anchors.right: parent.right
                         anchors.verticalCenter: parent.verticalCenter
+                        horizontalAlignment: Text.AlignLeft
                         text: measure.modelData.words
                         textFormat: Text.PlainText
                         elide: Text.ElideRight

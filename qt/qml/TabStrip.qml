@@ -30,8 +30,8 @@ Rectangle {
                 checked: strip.tabBar?.selectedIndex === index
                 opacity: pressed ? 0.6 : 1
                 onTapped: strip.tabBar.tap(index)
-                Keys.onLeftPressed: strip.tabBar.tap(index - 1)
-                Keys.onRightPressed: strip.tabBar.tap(index + 1)
+                Keys.onLeftPressed: strip.tabBar.tap(index - Theme.forward)
+                Keys.onRightPressed: strip.tabBar.tap(index + Theme.forward)
 
                 Column {
                     anchors.centerIn: parent
@@ -46,6 +46,8 @@ Rectangle {
                         width: parent.width
                         horizontalAlignment: Text.AlignHCenter
                         elide: Text.ElideRight
+                        fontSizeMode: Text.HorizontalFit
+                        minimumPixelSize: 9
                         text: tab.label
                         textFormat: Text.PlainText
                         color: tab.checked ? Theme.tabSelected : Theme.barText

@@ -54,6 +54,7 @@ FocusScope {
         anchors.fill: parent
         anchors.leftMargin: 14
         anchors.rightMargin: 14
+        horizontalAlignment: TextInput.AlignLeft
         verticalAlignment: TextInput.AlignVCenter
         clip: true
         focus: true
@@ -88,6 +89,7 @@ FocusScope {
         visible: input.text === "" && input.preeditText === ""
         text: root.field?.placeholder ?? ""
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         elide: Text.ElideRight
         color: Theme.secondaryText
         font.pixelSize: Theme.bodySize

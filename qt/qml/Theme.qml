@@ -1,7 +1,7 @@
 pragma Singleton
 import QtQuick
 
-// Colours and sizes of the whole look. Sizes follow the system's font.
+// Colours, sizes and direction of the whole look. Sizes follow the system's font, the direction the language.
 QtObject {
     id: theme
 
@@ -48,4 +48,12 @@ QtObject {
     readonly property int touch: 48
     readonly property int barHeight: 56
     readonly property int margin: 16
+
+    readonly property bool mirrored: Qt.application.layoutDirection === Qt.RightToLeft
+    readonly property int forward: mirrored ? -1 : 1 // the sign of x in which a line is read
+
+    // Pictures that point along the line.
+    function turns(picture) {
+        return mirrored && /NavBack|BtnLogout/.test(picture);
+    }
 }

@@ -38,6 +38,7 @@ RowBody {
         spacing: 2
         Text {
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             text: row.cut < 0 ? row.name : row.name.substring(0, row.cut)
             textFormat: Text.PlainText
             elide: Text.ElideRight
@@ -49,6 +50,7 @@ RowBody {
         }
         Text {
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             visible: row.cut >= 0
             text: row.name.substring(row.cut + 1)
             textFormat: Text.PlainText

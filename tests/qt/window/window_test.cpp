@@ -37,7 +37,7 @@ class WindowTest : public testing::Test {
     service_.waitForFinished();
   }
 
-  void open(Idiom idiom, QSize size) {
+  void open(Idiom idiom, QSize size, const char* language = "en") {
     const std::string folder = settings_.path().toStdString();
     client_ = std::make_unique<Client>(Client::Setup{address_,
                                                      idiom,
@@ -45,7 +45,8 @@ class WindowTest : public testing::Test {
                                                      folder + "/standard",
                                                      folder + "/shared",
                                                      folder + "/tiles",
-                                                     std::make_unique<test::MemoryKeyStore>()});
+                                                     std::make_unique<test::MemoryKeyStore>(),
+                                                     language});
     ASSERT_TRUE(client_->open());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
   }
@@ -107,16 +108,17 @@ class WindowTest : public testing::Test {
   }
 
   /// From the first start to the list of vehicles.
-  void signIn() {
-    click("I agree");
-    ASSERT_TRUE(waitFor("label", "Sign in"));
+  void signIn(const char* agree = "I agree", const char* enter = "Sign in",
+              const char* list = "My Vehicles") {
+    click(agree);
+    ASSERT_TRUE(waitFor("label", enter));
     QTest::qWait(600);
     QTest::keyClick(&window(), Qt::Key_Tab);
     type("demo");
     QTest::keyClick(&window(), Qt::Key_Return);
     type("demo");
     QTest::keyClick(&window(), Qt::Key_Return);
-    ASSERT_TRUE(waitFor("title", "My Vehicles"));
+    ASSERT_TRUE(waitFor("title", list));
   }
 
   /// What is read out for the row of that caption.
@@ -296,6 +298,31 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   QTest::qWait(400);
   QTest::mouseClick(&window(), Qt::LeftButton, {}, {10, 28});  // the edge of the way back
   EXPECT_TRUE(waitFor("title", "My Vehicles"));
+}
+
+TEST_F(WindowTest, InArabicTheMenuThePagesAndTheWayBackComeFromTheOtherSide) {
+  open(Idiom::phone, {390, 844}, "ar");
+  signIn("أوافق", "تسجيل الدخول", "مركباتي");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+  QTest::qWait(600);
+  const auto place = [&] { return list()->mapToScene({0, 0}).x(); };
+
+  EXPECT_GT(labelled("القائمة")->mapToScene({0, 0}).x(), 195);
+  drag({330, 500}, {90, 500});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return place() == -260; })) << place();
+  QTest::qWait(400);
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {60, 500});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return place() == 0; })) << place();
+
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {195, 100});
+  ASSERT_TRUE(waitFor("text", "عداد المسافات"));
+  QTest::qWait(600);
+  drag({60, 400}, {350, 400});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return isChecked("مباشر"); }));
+  QTest::qWait(400);
+  drag({387, 400}, {60, 400});
+  EXPECT_TRUE(waitFor("title", "مركباتي"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return items("label", QStringLiteral("مباشر")).empty(); }));
 }
 
 TEST_F(WindowTest, TheMenuLeadsToTheAccountByTapAndToTheAboutPageByKey) {
