@@ -165,7 +165,7 @@ void panOver(Stage& stage, int points, const pan::Sight& sight) {
     std::vector<Coordinate> coordinates;
     for (const auto& place : pan::track(points))
       coordinates.push_back({place.latitude, place.longitude});
-    map.addOverlay(MapPolyline::polylineWithCoordinates(std::move(coordinates)));
+    map.addOverlay(MapPolyline::polylineWithCoordinates(coordinates));
   }
   stage.show(map);
   const auto moveTo = [&](int frame) {
@@ -255,7 +255,7 @@ void appendTo(const QString& service, int trail) {
   for (int i = 0; i < appended; ++i) {
     drawn = false;
     const double before = pan::now();
-    receive(static_cast<std::size_t>(trail + i));
+    receive(static_cast<std::size_t>(trail) + static_cast<std::size_t>(i));
     called = pan::now() - before;
     calls.push_back(called);
     stage.runUntil([&] { return drawn; }, 2);
@@ -368,14 +368,14 @@ void printPan(const Figures& figures) {
   std::printf("a pan of %d frames, ms a frame: median (95th percentile)\n%-34s", pan::frames, "");
   for (const char* column : {"no line", "1,000", "10,000", "100,000"})
     std::printf(" %15s", column);
-  std::set<std::pair<std::string, std::string>> rows;
+  std::set<std::pair<std::string, std::string>, std::greater<>> rows;
   for (const auto& [key, figure] : figures)
     if (std::get<1>(key) == "whole" || std::get<1>(key) == "street")
       rows.emplace(std::get<1>(key), std::get<0>(key));
-  for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-    std::printf("\n%-7s%-27s", row->first.c_str(), row->second.c_str());
+  for (const auto& [sight, name] : rows) {
+    std::printf("\n%-7s%-27s", sight.c_str(), name.c_str());
     for (const int points : {0, pan::sizes[0], pan::sizes[1], pan::sizes[2]}) {
-      const auto figure = figures.find({row->second, row->first, points});
+      const auto figure = figures.find({name, sight, points});
       if (figure != figures.end()) std::printf(" %7.2f (%5.1f)", figure->second.median, figure->second.high);
     }
   }

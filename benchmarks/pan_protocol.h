@@ -77,9 +77,9 @@ inline std::vector<Place> track(int points) {
   }
   std::vector<Place> chosen;
   chosen.reserve(static_cast<std::size_t>(points));
-  const int stride = longest / points;
-  for (int i = 0; i < points; ++i)
-    chosen.push_back(all[static_cast<std::size_t>(i * stride)]);
+  const std::size_t stride = longest / static_cast<std::size_t>(points);
+  for (std::size_t i = 0; i < all.size(); i += stride)
+    chosen.push_back(all[i]);
   return chosen;
 }
 

@@ -118,8 +118,8 @@ void MapView::selectAnnotation(const std::shared_ptr<MapAnnotation>& annotation)
 
 void MapView::addOverlay(std::shared_ptr<MapPolyline> overlay) {
   if (!renderers_.try_emplace(overlay.get()).second) return;
-  overlays_.push_back(overlay);
   if (delegate_) renderers_[overlay.get()] = delegate_->mapViewRendererForOverlay(*this, overlay);
+  overlays_.push_back(std::move(overlay));
   overlaysChanged.emit();
 }
 

@@ -307,7 +307,7 @@ class AerialPainter {
     const Shape& base = building.outline;
     const Colour tone = building.large ? kLargeRoofs[building.tone % std::size(kLargeRoofs)]
                                        : kRoofs[building.tone % std::size(kRoofs)];
-    const Colour roof = mixed(tone, 0xb5ab9c, (building.tone / 16) / 60.0);
+    const Colour roof = mixed(tone, 0xb5ab9c, std::floor(building.tone / 16.0) / 60);
     canvas_.addPolygon(base);
     canvas_.fill(roof);
     if (zoom_ < 16 || base.size() != 4) return;

@@ -12,11 +12,12 @@ namespace fleetor::demo {
 using Colour = std::uint32_t;
 
 constexpr Colour mixed(Colour a, Colour b, double t) {
+  constexpr double half = 0.5;  // rounds: no part is below 0
   Colour result = 0;
   for (const int shift : {0, 8, 16}) {
     const double from = (a >> shift) & 0xff;
     const double to = (b >> shift) & 0xff;
-    result |= static_cast<Colour>(from + (to - from) * t + 0.5) << shift;
+    result |= static_cast<Colour>(from + (to - from) * t + half) << shift;
   }
   return result;
 }

@@ -189,7 +189,7 @@ void PlaceIndex::add(std::uint32_t id, const Box& box) {
   const Range range = rangeOf(box);
   for (int row = range.bottom; row <= range.top; ++row)
     for (int column = range.left; column <= range.right; ++column)
-      cells_[static_cast<std::size_t>(row * columns_ + column)].push_back(id);
+      cells_[cellAt(row, column)].push_back(id);
 }
 
 std::vector<std::uint32_t> PlaceIndex::within(const Box& box) const {
@@ -198,12 +198,12 @@ std::vector<std::uint32_t> PlaceIndex::within(const Box& box) const {
   const Range range = rangeOf(box);
   for (int row = range.bottom; row <= range.top; ++row)
     for (int column = range.left; column <= range.right; ++column) {
-      const auto& cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
+      const auto& cell = cells_[cellAt(row, column)];
       found.insert(found.end(), cell.begin(), cell.end());
     }
   std::ranges::sort(found);
-  const auto rest = std::ranges::unique(found);
-  found.erase(rest.begin(), rest.end());
+  const auto rest = std::unique(found.begin(), found.end());
+  found.erase(rest, found.end());
   return found;
 }
 

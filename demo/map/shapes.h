@@ -88,6 +88,11 @@ class PlaceIndex {
 
   Box extent_;
   double cell_;
+  std::size_t cellAt(int row, int column) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+           static_cast<std::size_t>(column);
+  }
+
   int columns_;
   int rows_;
   std::vector<std::vector<std::uint32_t>> cells_;

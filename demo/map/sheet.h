@@ -63,7 +63,8 @@ struct TileAddress {
   int x = 0;
   int y = 0;
 
-  friend auto operator<=>(const TileAddress&, const TileAddress&) = default;
+  friend auto operator<=>(const TileAddress&,
+                          const TileAddress&) = default;  // NOLINT(modernize-use-nullptr): not its zero
 
   double metres() const { return 2 * kHalfSheet / std::exp2(zoom); }
   Point topLeft() const {

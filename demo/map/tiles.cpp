@@ -111,7 +111,7 @@ std::shared_ptr<const std::string> Tiles::fileOf(const TilePicture& picture) {
       return kept_.front().file;
     }
   }
-  const auto file = std::make_shared<const std::string>(drawn(picture));
+  auto file = std::make_shared<const std::string>(drawn(picture));
   const std::lock_guard lock(mutex_);
   // Two threads may have drawn the same tile; one of them is enough.
   if (places_.contains(picture)) return file;

@@ -19,7 +19,8 @@ struct TilePicture {
   int scale = 1;
   TileAddress address;
 
-  friend auto operator<=>(const TilePicture&, const TilePicture&) = default;
+  friend auto operator<=>(const TilePicture&,
+                          const TilePicture&) = default;  // NOLINT(modernize-use-nullptr): not its zero
 };
 
 // The map of the town as tiles: "/tiles/{standard|dark|satellite}/{zoom}/{x}/{y}.png?scale={1|2}". The atlas

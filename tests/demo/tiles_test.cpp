@@ -164,7 +164,8 @@ TEST_F(DemoTiles, ShowTheTownThatTheFleetDrivesThrough) {
 
   // No house stands in the way, and each has the number that the town's addresses give it.
   for (const StreetEdge& edge : town.streets().edges())
-    for (double metres = 5; metres < edge.length(); metres += 20) {
+    for (int step = 0; 5 + 20 * step < edge.length(); ++step) {
+      const double metres = 5 + 20 * step;
       const Point at = onSheet(town.streets().spotAt(edge, metres).at);
       for (const std::uint32_t id : map().atlas.buildingsIn({at.x, at.y, at.x, at.y}))
         ASSERT_FALSE(contains(map().atlas.buildings()[id].outline, at))

@@ -87,8 +87,10 @@ struct TileBoardTest : testing::Test {
     int inside = 0;
     constexpr int steps = 23;
     for (int i = 0; i < steps * steps; ++i) {
-      const double x = what.centre.x + ((i % steps + 0.5) / steps - 0.5) * what.width * perPoint;
-      const double y = what.centre.y + ((i / steps + 0.5) / steps - 0.5) * what.height * perPoint;
+      const int column = i % steps;
+      const int row = i / steps;
+      const double x = what.centre.x + ((column + 0.5) / steps - 0.5) * what.width * perPoint;
+      const double y = what.centre.y + ((row + 0.5) / steps - 0.5) * what.height * perPoint;
       bool opaque = false;
       for (const DrawnTile& tile : board.drawn()) {
         const double right = (x - tile.origin.x) / tile.size;

@@ -94,12 +94,10 @@ TEST_F(SideMenu, OpensTheAccountThatIsAskedForOnce) {
   EXPECT_THAT(client.takeRequests(), ElementsAre("GET /user?"));
   client.transport.answerOpen("/user", userReply());
   client.queues.runUntilIdle();
-  std::vector<std::string> rows;
-  for (int row = 0; row < table.numberOfRows(); ++row)
-    rows.push_back(Client::textOfRow(table, row));
-  EXPECT_THAT(rows, ElementsAre("Anna Nowak | Name", "Nowak Transport | Company", "Active | Status",
-                                "Long Street 5 | Address", " | Address", "PL123 | VAT ID", "+48 1 | SMS",
-                                "+48 2 | Phone", "anna@nowak.test | Mail", "2027-01-31 | Expiration date"));
+  EXPECT_THAT(Client::textsOf(table),
+              ElementsAre("Anna Nowak | Name", "Nowak Transport | Company", "Active | Status",
+                          "Long Street 5 | Address", " | Address", "PL123 | VAT ID", "+48 1 | SMS",
+                          "+48 2 | Phone", "anna@nowak.test | Mail", "2027-01-31 | Expiration date"));
   EXPECT_EQ(table.heightForRow(9), 50.0);
 }
 

@@ -139,6 +139,13 @@ class Client {
     return cell->textLabel().text() + " | " + cell->detailTextLabel().text();
   }
 
+  static std::vector<std::string> textsOf(TableView& table) {
+    std::vector<std::string> rows(static_cast<std::size_t>(table.numberOfRows()));
+    for (int row = 0; row < table.numberOfRows(); ++row)
+      rows[static_cast<std::size_t>(row)] = textOfRow(table, row);
+    return rows;
+  }
+
   /// The requests so far as "GET /vehicles?offset=0&limit=20", and forgets them.
   std::vector<std::string> takeRequests() {
     std::vector<std::string> lines;

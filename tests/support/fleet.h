@@ -76,10 +76,10 @@ inline HttpReply mapReply(const std::vector<std::string>& labels, int firstLp = 
   std::string list;
   for (std::size_t i = 0; i < labels.size(); ++i) {
     const std::string number = std::to_string(i);
-    list += (i ? "," : "") + std::string(R"({"lp":)") + std::to_string(firstLp + static_cast<int>(i)) +
-            R"(,"location":{"lat":"50.0)" + number + R"(","lon":"19.94"},"dateTime":"08:0)" + number +
-            R"(","duration":"","totdist":"1","label":")" + labels[i] + R"(","street":"Street )" + number +
-            R"("})";
+    list.append(i ? "," : "").append(R"({"lp":)").append(std::to_string(firstLp + static_cast<int>(i)));
+    list.append(R"(,"location":{"lat":"50.0)").append(number).append(R"(","lon":"19.94"},"dateTime":"08:0)");
+    list.append(number).append(R"(","duration":"","totdist":"1","label":")").append(labels[i]);
+    list.append(R"(","street":"Street )").append(number).append(R"("})");
   }
   return jsonReply(envelope(total < 0 ? static_cast<int>(labels.size()) : total, R"("map":[)" + list + "]"));
 }

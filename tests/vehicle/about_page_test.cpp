@@ -47,12 +47,10 @@ TEST(AboutPage, AsksAtEachPollThatItSeesUntilTheDataIsThereAndKeepsIt) {
   client.application.window().setRootViewController(page);
   client.transport.answer("/info", infoReply());
   EXPECT_THAT(poll(), ElementsAre("GET /info?vehid=7"));
-  std::vector<std::string> rows;
-  for (int row = 0; row < table.numberOfRows(); ++row)
-    rows.push_back(Client::textOfRow(table, row));
-  EXPECT_THAT(rows, ElementsAre("2026-11-01 | Technical service", "2026-09-15 | Oil change",
-                                "150000 km | Distance service", "Jan Kowal | Driver",
-                                "+48 600 100 200 | Driver phone", "2027-01-31 | Localizer expiration date"));
+  EXPECT_THAT(Client::textsOf(table),
+              ElementsAre("2026-11-01 | Technical service", "2026-09-15 | Oil change",
+                          "150000 km | Distance service", "Jan Kowal | Driver",
+                          "+48 600 100 200 | Driver phone", "2027-01-31 | Localizer expiration date"));
   EXPECT_EQ(table.heightForRow(5), 50.0);
 
   EXPECT_THAT(poll(), IsEmpty());
