@@ -11,6 +11,7 @@ FocusScope {
     readonly property date chosen: picker?.selectedDate ?? new Date()
     property int year: chosen.getFullYear()
     property int month: chosen.getMonth()
+    readonly property string yearDigits: new Date(year, 0).toLocaleDateString(Qt.locale(), "yyyy")
     readonly property int firstWeekday: Qt.locale().firstDayOfWeek
     readonly property int lead: (new Date(year, month, 1).getDay() - firstWeekday + 7) % 7
 
@@ -131,7 +132,7 @@ FocusScope {
                 }
                 Text {
                     anchors.centerIn: parent
-                    text: Qt.locale().standaloneMonthName(root.month) + " " + new Date(root.year, 0).toLocaleDateString(Qt.locale(), "yyyy")
+                    text: `${Qt.locale().standaloneMonthName(root.month)} ${root.yearDigits}`
                     color: Theme.text
                     font.pixelSize: Theme.bodySize
                     font.bold: true
