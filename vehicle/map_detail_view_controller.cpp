@@ -71,7 +71,7 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
                        const auto track = std::make_shared<const DayTrack>(DayTrack::fromAnswer(*response));
                        response = nullptr;
                        auto& queues = page->environment().queues;
-                       queues.main([page = std::move(page), day = std::move(day), track] {
+                       queues.main([page = std::move(page), day, track] {
                          if (page->date_ == day) page->show(*track);
                          page->endLoading();
                        });

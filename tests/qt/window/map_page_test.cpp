@@ -187,7 +187,7 @@ TEST_F(MapPageTest, DrawsALongLineOnceItIsMadeReadyOffTheFrameAndWhatItGrowsBy) 
   std::vector<Coordinate> way;
   for (int i = 0; i <= 50'000; ++i)
     way.push_back(at(-5000 + i * 0.1, 0));
-  auto line = MapPolyline::polylineWithCoordinates(std::move(way));
+  auto line = MapPolyline::polylineWithCoordinates(way);
   page_->map.addOverlay(line);
   EXPECT_TRUE(colored({100, 200}, tileColor));
   EXPECT_NE(window_.grabWindow().pixelColor(100, 300), lineColor);
