@@ -58,10 +58,18 @@ FocusScope {
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
-            Row {
+            // Side by side while there is room.
+            Grid {
+                id: choices
+                property real needed: -spacing
                 anchors.right: parent.right
                 spacing: 4
+                columns: needed > parent.width ? 1 : Math.max(1, buttons.count)
+                horizontalItemAlignment: Grid.AlignRight
                 Repeater {
+                    id: buttons
+                    onItemAdded: (index, item) => choices.needed += item.width + choices.spacing
+                    onItemRemoved: (index, item) => choices.needed -= item.width + choices.spacing
                     model: root.alert?.buttonTitles ?? []
                     delegate: Tappable {
                         id: choice
