@@ -27,6 +27,8 @@ Client::Client(Setup setup)
       widgetReading_(notificationCenter_, sharedSettings_),
       queues_(std::in_place),
       transport_(std::in_place),
+      reportPost_(std::in_place, *queues_, *transport_, setup.reports),
+      usage_(setup.reports, clock_.now()),
       tiles_(TileServer::compiledIn(serviceURL_), QString::fromStdString(setup.tileFolder)),
       environment_{*queues_, device_, clock_, notificationCenter_, appearance_},
       storyboard_(makeMainStoryboard(environment_, standardSettings_, sharedSettings_)),
@@ -43,12 +45,18 @@ Client::Client(Setup setup)
                 },
                 [this] {
                   widgetReading_.forgetUnlessChosen();
+                  if (usage_.isCounting() && API::isLogged()) usage_.count("signed in");
                   if (environment_.application) delegate_.showMainOrLogin();
                 }});
   application_.emplace(environment_, storyboard_, delegate_);
   networkUse_.onChange = [this](bool visible) {
     if (environment_.window) environment_.window->progressOverlay().setVisible(visible);
   };
+  if (usage_.isCounting())
+    notificationCenter_.addObserver(
+        this, ScreenDidAppearNotification, [this](const Notification& notification) {
+          usage_.count("screen " + std::any_cast<const std::string&>(notification.object));
+        });
   // Whatever kept the service from answering most likely kept the tiles from coming too.
   notificationCenter_.addObserver(
       this, kFleetorNotificationLive, [this, failed = false](const Notification& notification) mutable {
@@ -63,11 +71,14 @@ Client::~Client() {
   mainWindow_.reset();
   API::shutDown();
   application_.reset();
+  reportPost_.reset();
   transport_.reset();
   queues_.reset();
 }
 
 bool Client::open() {
+  reportPost_->offer(clock_.now());
+  usage_.count("started");
   application_->launch();
   mainWindow_.emplace(*application_, environment_, tiles_, look_);
   return mainWindow_->isOpen();

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "diagnostics/report_post.h"
+#include "diagnostics/usage_events.h"
 #include "platform/key_store.h"
 #include "qt/device/desktop_device.h"
 #include "qt/device/file_settings.h"
@@ -35,13 +37,14 @@ class Client {
     std::string tileFolder;  ///< where the tiles of the maps are kept
     std::unique_ptr<KeyStore> keyStore;
     std::string language = "en";  ///< as Language names it
+    ReportSetup reports = {};     ///< without a folder there are none
   };
 
   explicit Client(Setup setup);
 
   /// Takes everything apart in an order in which nothing reaches what is gone already, whatever is under way:
-  /// first the window, then the screens, the way to the service, the queues with all that waits in them, then
-  /// the rest.
+  /// first the window, then the screens, the ways to the services, the queues with all that waits in them,
+  /// then the rest.
   ~Client();
 
   Client(const Client&) = delete;
@@ -72,6 +75,8 @@ class Client {
   Appearance appearance_;
   std::optional<QtQueues> queues_;
   std::optional<HttpTransport> transport_;
+  std::optional<ReportPost> reportPost_;
+  UsageEvents usage_;
   TileSource tiles_;
   Environment environment_;
   Storyboard storyboard_;

@@ -4,12 +4,15 @@
 #include <QIcon>
 #include <QScreen>
 #include <QStandardPaths>
+#include <chrono>
 #include <cstdio>
 #include <string>
 #include <vector>
 
 #include "app/client.h"
 #include "app/options.h"
+#include "diagnostics/crash_handler.h"
+#include "diagnostics/report_files.h"
 #include "qt/device/guarded_key_store.h"
 #include "qt/device/language.h"
 #include "qt/device/single_instance.h"
@@ -27,6 +30,17 @@ fleetor::Idiom deviceClass(const fleetor::Options& options) {
   return options.tablet ? fleetor::Idiom::pad : fleetor::Idiom::phone;
 }
 
+/// Before anything else that may crash, Qt's own start included.
+fleetor::ReportSetup startReporting() {
+  const std::string folder =
+      (QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/reports"))
+          .toStdString();
+  const auto path = fleetor::reportPath(folder, fleetor::crashReport, std::chrono::system_clock::now());
+  if (!fleetor::makeReportFolder(folder) || !fleetor::installCrashHandler(path, {"fleetor", FLEETOR_VERSION}))
+    std::fputs("fleetor: a crash of this run would not be reported\n", stderr);
+  return {folder, FLEETOR_REPORTS_URL, FLEETOR_VERSION};
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -42,9 +56,11 @@ int main(int argc, char** argv) {
     return 0;
   }
 
-  QGuiApplication application(argc, argv);
   QGuiApplication::setOrganizationName(QStringLiteral("fleetor"));
   QGuiApplication::setApplicationName(QStringLiteral("fleetor"));
+  const fleetor::ReportSetup reports = startReporting();
+
+  QGuiApplication application(argc, argv);
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Fleetor"));
   QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/images/fleetor.svg")));
   QGuiApplication::setDesktopFileName(QStringLiteral("fleetor"));
@@ -72,7 +88,8 @@ int main(int argc, char** argv) {
                           shared,
                           tiles.toStdString(),
                           fleetor::makeKeyStore(),
-                          options->language.value_or(fleetor::Language::ofSystem())});
+                          options->language.value_or(fleetor::Language::ofSystem()),
+                          reports});
   if (!client.open()) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;

@@ -14,6 +14,7 @@
 
 #include <array>
 #include <atomic>
+#include <bit>
 #include <climits>
 #include <csignal>
 #include <cstdlib>
@@ -70,6 +71,7 @@ struct Registers {
   bool known = false;  ///< not for every processor
   std::uintptr_t instruction = 0;
   std::uintptr_t stack = 0;
+  std::uintptr_t link = 0;  ///< where a call came from, on processors that keep it
 };
 
 Registers registersOf(const void* context) {
@@ -77,9 +79,9 @@ Registers registersOf(const void* context) {
   const auto& machine = static_cast<const ucontext_t*>(context)->uc_mcontext;
 #if defined(__x86_64__)
   return {true, static_cast<std::uintptr_t>(machine.gregs[REG_RIP]),
-          static_cast<std::uintptr_t>(machine.gregs[REG_RSP])};
+          static_cast<std::uintptr_t>(machine.gregs[REG_RSP]), 0};
 #elif defined(__aarch64__)
-  return {true, machine.pc, machine.sp};
+  return {true, machine.pc, machine.sp, machine.regs[30]};
 #else
   static_cast<void>(machine);
   return {};
@@ -87,15 +89,12 @@ Registers registersOf(const void* context) {
 }
 
 /// Where a call came from that led to no code.
-std::uintptr_t callerOf(const void* context) {
+std::uintptr_t callerOf(const Registers& registers) {
+  std::uintptr_t caller = registers.link;
 #if defined(__x86_64__)
-  return *reinterpret_cast<const std::uintptr_t*>(registersOf(context).stack);
-#elif defined(__aarch64__)
-  return static_cast<const ucontext_t*>(context)->uc_mcontext.regs[30];
-#else
-  static_cast<void>(context);
-  return 0;
+  std::memcpy(&caller, std::bit_cast<const void*>(registers.stack), sizeof caller);
 #endif
+  return caller;
 }
 
 /// Only roughly: the address itself may be made of what stood in memory.
@@ -153,7 +152,7 @@ void writeReport(int descriptor, int signal, const siginfo_t* info, const void* 
   if (info && info->si_code > 0 && (signal == SIGSEGV || signal == SIGBUS))
     CrashLine()
         .text("access: ")
-        .text(whereAccessed(reinterpret_cast<std::uintptr_t>(info->si_addr), registers.stack))
+        .text(whereAccessed(std::bit_cast<std::uintptr_t>(info->si_addr), registers.stack))
         .write(descriptor);
   if (const char* exception = uncaught) CrashLine().text("uncaught: ").text(exception).write(descriptor);
   CrashLine().text("backtrace:").write(descriptor);
@@ -161,7 +160,7 @@ void writeReport(int descriptor, int signal, const siginfo_t* info, const void* 
   if (registers.known && !isInModule(registers.instruction)) {
     // A call of what is no function: there is no way on from there, but one step back.
     writeFrame(walk, registers.instruction);
-    writeFrame(walk, callerOf(context) - 1);
+    writeFrame(walk, callerOf(registers) - 1);
   } else {
     _Unwind_Backtrace(visitFrame, &walk);
   }

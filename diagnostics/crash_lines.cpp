@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <bit>
 #include <cerrno>
 #include <cstring>
 
@@ -21,7 +22,8 @@ void addBuildId(CrashLine& line, const dl_find_object& module) {
   const auto* const segments = reinterpret_cast<const ElfW(Phdr)*>(start + header->e_phoff);
   for (int i = 0; i < header->e_phnum; ++i) {
     if (segments[i].p_type != PT_NOTE) continue;
-    const char* at = reinterpret_cast<const char*>(module.dlfo_link_map->l_addr + segments[i].p_vaddr);
+    const char* at =
+        start + (module.dlfo_link_map->l_addr + segments[i].p_vaddr - std::bit_cast<std::uintptr_t>(start));
     const char* const end = at + segments[i].p_memsz;
     while (at + sizeof(ElfW(Nhdr)) <= end) {
       const auto* const note = reinterpret_cast<const ElfW(Nhdr)*>(at);
@@ -70,12 +72,12 @@ void CrashLine::write(int descriptor) {
 bool isInModule(std::uintptr_t address) {
   dl_find_object module{};
   // The one look-up of modules that takes no lock.
-  return _dl_find_object(reinterpret_cast<void*>(address), &module) == 0;
+  return _dl_find_object(std::bit_cast<void*>(address), &module) == 0;
 }
 
 void addPlace(CrashLine& line, std::uintptr_t address, const char* program) {
   dl_find_object module{};
-  if (_dl_find_object(reinterpret_cast<void*>(address), &module) != 0) {
+  if (_dl_find_object(std::bit_cast<void*>(address), &module) != 0) {
     line.text("?");
     return;
   }

@@ -20,6 +20,9 @@ inline constexpr const char* UIApplicationDidEnterBackgroundNotification =
 inline constexpr const char* UIApplicationWillEnterForegroundNotification =
     "UIApplicationWillEnterForegroundNotification";
 
+/// Posted when a screen of the storyboard has appeared; the object is its identifier, a std::string.
+inline constexpr const char* ScreenDidAppearNotification = "ScreenDidAppearNotification";
+
 struct KeyboardInfo {
   Rect frameEnd;        ///< final frame of the keyboard, in the window's points
   double duration = 0;  ///< seconds that it takes to get there

@@ -5,6 +5,7 @@
 
 #include "ui/fault.h"
 #include "ui/navigation_controller.h"
+#include "ui/notification_center.h"
 #include "ui/sw_reveal_view_controller.h"
 #include "ui/window.h"
 
@@ -120,10 +121,10 @@ void ViewController::endAppearanceTransition() {
   for (const auto& child : visibleChildViewControllers())
     child->endAppearanceTransition();
   if (appearance_ != reached) return;
-  if (reached == appeared)
-    viewDidAppear(animated_);
-  else
-    viewDidDisappear(animated_);
+  if (reached == disappeared) return viewDidDisappear(animated_);
+  viewDidAppear(animated_);
+  if (!storyboardIdentifier_.empty())
+    environment_.notificationCenter.postNotificationName(ScreenDidAppearNotification, storyboardIdentifier_);
 }
 
 void ViewController::completeTransitions() {

@@ -1,5 +1,6 @@
 // crashing_program PATH WAY: sets the crash handler up for a report at PATH, then crashes in the named way,
 // with things in memory that no report may hold.
+#include <bit>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -16,7 +17,7 @@ namespace {
 __attribute__((noinline, no_sanitize("address", "undefined", "thread"))) void touchToken(const char* token) {
   std::uintptr_t address = 0;
   std::memcpy(&address, token, 6);
-  *reinterpret_cast<volatile char*>(address) = 1;
+  *std::bit_cast<volatile char*>(address) = 1;
 }
 
 volatile int deepest = 1 << 30;
@@ -28,6 +29,7 @@ __attribute__((noinline, no_sanitize("address", "undefined", "thread"))) int rec
 }
 
 using Function = void (*)();
+volatile Function nothing;
 
 }  // namespace
 
@@ -37,10 +39,7 @@ extern "C" __attribute__((noinline, no_sanitize("address", "undefined", "thread"
   std::snprintf(const_cast<char*>(secrets), sizeof secrets, "Bearer %s 52.520008 13.404954", token);
   volatile double latitude = 52.520008;
   if (way == "wild") touchToken(token);
-  if (way == "null") {
-    volatile Function nothing = nullptr;
-    nothing();
-  }
+  if (way == "null") nothing();
   if (way == "abort") std::abort();
   if (way == "sent") ::raise(SIGSEGV);
   if (way == "overflow") std::exit(recurse(0));

@@ -41,6 +41,20 @@ TEST_F(Presentation, AFormSheetLeavesItsPresenterVisibleOnATabletOnly) {
   }
 }
 
+TEST_F(Presentation, AScreenOfTheStoryboardIsAnnouncedEachTimeItHasAppeared) {
+  center.addObserver(this, ScreenDidAppearNotification, [this](const Notification& notification) {
+    diary.write(std::any_cast<const std::string&>(notification.object));
+  });
+  const auto first = storyboard.instantiateViewControllerWithIdentifier("FirstVC");
+  show(stackOf(first));
+  first->performSegueWithIdentifier("AskSegue");
+  EXPECT_EQ(diary.take(), "first:WD* next:L next:WA*");
+  EXPECT_EQ(after(duration::modal), "first:DD* next:DA* NextVC");
+  first->dismissViewControllerAnimated(false);
+  EXPECT_EQ(diary.take(), "next:WD first:WA next:DD first:DA FirstVC");
+  center.removeObserver(this);
+}
+
 TEST_F(Presentation, ASecondScreenOverOneThatPresentsIsRefused) {
   const auto main = show(screen("main"));
   const auto first = screen("first");
