@@ -1,6 +1,7 @@
 #include "qt/line_material.h"
 
 #include <QMatrix4x4>
+#include <algorithm>
 #include <cstring>
 
 namespace fleetor {
@@ -11,10 +12,16 @@ namespace {
 struct LineUniforms {
   float matrix[16];
   float color[4];
+  float casing[4];
   float halfWidth;
+  float casingWidth;
   float pixel;
   float scale;
 };
+
+constexpr float casingWidth = 1;  // points, on each side
+constexpr float casingOpacity = 0.55F;
+constexpr double lightLine = 0.75;  // luma above which the casing is dark
 
 class LineShader final : public QSGMaterialShader {
  public:
@@ -32,7 +39,11 @@ class LineShader final : public QSGMaterialShader {
     uniforms.color[1] = static_cast<float>(look.color.greenF()) * opacity;
     uniforms.color[2] = static_cast<float>(look.color.blueF()) * opacity;
     uniforms.color[3] = opacity;
+    const double luma = 0.299 * look.color.redF() + 0.587 * look.color.greenF() + 0.114 * look.color.blueF();
+    std::fill_n(uniforms.casing, 3, luma > lightLine ? 0.0F : casingOpacity * opacity);
+    uniforms.casing[3] = casingOpacity * opacity;
     uniforms.halfWidth = look.halfWidth;
+    uniforms.casingWidth = casingWidth;
     uniforms.pixel = look.pixel;
     uniforms.scale = look.scale;
     std::memcpy(state.uniformData()->data(), &uniforms, sizeof uniforms);

@@ -16,7 +16,8 @@ struct LineVertex {
   float side = 0;  ///< -1 or 1: which edge
 };
 
-/// A line of any width with smooth edges, whatever the zoom at which its vertices were made. Render thread.
+/// A line of any width with smooth edges, whatever the zoom at which its vertices were made, in a thin casing
+/// that sets it off from streets and aerial pictures. Render thread.
 class LineMaterial final : public QSGMaterial {
  public:
   struct Look {

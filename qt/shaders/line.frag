@@ -6,12 +6,19 @@ layout(location = 0) out vec4 fragment;
 layout(std140, binding = 0) uniform Line {
     mat4 matrix;
     vec4 color;
+    vec4 casing;
     float halfWidth;
+    float casingWidth;
     float pixel;
     float scale;
 };
 
-// How much of the pixel the line covers.
+// How much of the pixel lies within that distance from the middle of the line.
+float covered(float reach) {
+    return clamp((reach - abs(offset)) / pixel + 0.5, 0.0, 1.0);
+}
+
 void main() {
-    fragment = color * clamp((halfWidth - abs(offset)) / pixel + 0.5, 0.0, 1.0);
+    vec4 line = color * covered(halfWidth);
+    fragment = line + casing * covered(halfWidth + casingWidth) * (1.0 - line.a);
 }

@@ -9,13 +9,15 @@ layout(location = 0) out float offset;  // points from the middle of the line
 layout(std140, binding = 0) uniform Line {
     mat4 matrix;
     vec4 color;      // premultiplied
+    vec4 casing;     // premultiplied
     float halfWidth; // points
+    float casingWidth; // points, on each side
     float pixel;     // points
     float scale;     // points for one point at the zoom of the level
 };
 
 void main() {
-    float reach = halfWidth + pixel;
+    float reach = halfWidth + casingWidth + pixel;
     offset = side * reach;
     gl_Position = matrix * vec4(position + outwards * (reach / scale), 0.0, 1.0);
 }
