@@ -17,6 +17,7 @@ RowBody {
         anchors.right: parent.right
         anchors.rightMargin: Theme.margin
         anchors.verticalCenter: parent.verticalCenter
+        spacing: -Math.round(Theme.smallSize / 5) // the rows are low, and many typefaces tall
 
         Text {
             id: valueText

@@ -72,7 +72,6 @@ FocusScope {
         y: presented.isOpen && !presented.leaving ? (parent.height - height) / 2 : parent.height
         color: Theme.background
         radius: presented.sheet ? 12 : 0
-        clip: presented.sheet
 
         Behavior on y {
             enabled: presented.index > 0 && presented.duration > 0
@@ -82,10 +81,19 @@ FocusScope {
             }
         }
 
+        // What a sheet shows has corners of its own: it keeps clear of the round ones, under a lip in the bar's colour.
+        Rectangle {
+            visible: presented.sheet
+            width: parent.width
+            height: 2 * panel.radius
+            radius: panel.radius
+            color: Theme.bar
+        }
         ScreenLoader {
             anchors.fill: parent
-            anchors.margins: presented.sheet ? 1 : 0
-            anchors.bottomMargin: presented.window.keyboardHeight // what a keyboard covers stays free
+            anchors.topMargin: presented.sheet ? panel.radius : 0
+            // What a keyboard covers stays free.
+            anchors.bottomMargin: Math.max(presented.window.keyboardHeight, panel.radius)
             screen: presented.screen
             focus: true
         }

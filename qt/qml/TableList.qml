@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
+import QtQuick.Window
 
 // A table. Rows are made as they come into sight and not before: the row for data still to come asks for it.
 ListView {
@@ -53,6 +54,8 @@ ListView {
         required property real rowHeight
         property int shownRow: -1
         property TableItem shownTable: null
+        // What was chosen of a narrow list is there to be seen beside it.
+        readonly property bool shownBeside: index === (list.table?.selectedRow ?? -1) && list.width < list.Window.width
 
         width: ListView.view.width
         height: rowHeight
@@ -73,7 +76,7 @@ ListView {
 
         Rectangle {
             anchors.fill: parent
-            color: row.pressed ? Theme.pressed : "transparent"
+            color: row.pressed || row.shownBeside ? Theme.pressed : "transparent"
         }
 
         Loader {
