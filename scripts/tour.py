@@ -1,126 +1,21 @@
-"""Walks through the client on the display it finds, with real mouse and key events, and leaves a picture of every
-screen. Controls are found by their accessible names; an absent one ends the tour with a message and status 1."""
+"""Walks through every screen of the client, on a phone and on a tablet, and leaves a picture of each and an index page."""
 
+import datetime
+import html
 import os
-import subprocess
-import sys
+import re
 import time
 
-import gi
+from tour_client import DAY, PICTURES, Client, Demo
 
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
-
-PROGRAMS, PICTURES = sys.argv[1:3]
-PORT = "8845"
-
-
-def run(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout.strip()
-
-
-class Demo:
-    """The demo service; it can go away and come back, keeping its sign-ins."""
-
-    def __init__(self):
-        self.start()
-
-    def start(self):
-        command = [f"{PROGRAMS}/demo/fleetor-demo-service", "--port", PORT, "--seed", "7"]
-        command += ["--state", os.path.join(os.environ["HOME"], "demo-state")]
-        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, text=True)
-        if not self.process.stdout.readline().startswith("Listening"):
-            sys.exit("tour: the demo service did not start")
-
-    def stop(self):
-        self.process.terminate()
-        self.process.wait()
-
-
-class Client:
-    """One running client, seen and used from outside."""
-
-    def __init__(self, prefix, *options):
-        self.prefix = prefix
-        self.process = subprocess.Popen([f"{PROGRAMS}/app/fleetor", *options])
-        self.window = self.wait_for("the client's window", lambda: self.own_window())
-
-    def close(self):
-        self.process.terminate()
-        self.process.wait()
-        time.sleep(0.3)
-
-    def own_window(self):
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "Fleetor"],
-                               capture_output=True, text=True).stdout.split()
-        return found[-1] if found else None
-
-    def wait_for(self, what, look, seconds=15):
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
-            if self.process.poll() is not None:
-                sys.exit(f"tour: the client ended with status {self.process.returncode}")
-            try:
-                if found := look():
-                    return found
-            except Exception:  # an accessible that went away while it was looked at
-                pass
-            time.sleep(0.1)
-        self.picture("lost")
-        sys.exit(f"tour: {what} did not appear within {seconds} s (see {self.prefix}-lost.png)")
-
-    def application(self):
-        desktop = Atspi.get_desktop(0)
-        for index in range(desktop.get_child_count()):
-            child = desktop.get_child_at_index(index)
-            if child and child.get_process_id() == self.process.pid:
-                return child
-        return None
-
-    def look(self, name, role=None):
-        """The last showing accessible of that name: what lies on top comes last."""
-        hit, stack = None, [self.application()]
-        while stack:
-            node = stack.pop()
-            if node is None or not node.get_state_set().contains(Atspi.StateType.SHOWING) and node.get_parent() \
-                    and node.get_role() not in (Atspi.Role.APPLICATION,):
-                continue
-            if node.get_name().replace("\n", " ").startswith(name) and (role is None or node.get_role_name() in (role, f"push {role}")):
-                extents = node.get_extents(Atspi.CoordType.SCREEN)
-                if extents.width > 0 and extents.height > 0:
-                    hit = extents
-            stack += [node.get_child_at_index(i) for i in reversed(range(node.get_child_count()))]
-        return hit
-
-    def find(self, name, role=None, seconds=15):
-        return self.wait_for(f"\"{name}\"", lambda: self.look(name, role), seconds)
-
-    def gone(self, name, seconds=15):
-        self.wait_for(f"the end of \"{name}\"", lambda: self.look(name) is None, seconds)
-
-    def click(self, name, role=None):
-        at = self.find(name, role)
-        time.sleep(0.45)  # let a transition come to rest
-        at = self.look(name, role) or at
-        run("xdotool", "mousemove", str(at.x + at.width // 2), str(at.y + at.height // 2), "click", "1")
-
-    def type(self, text):
-        run("xdotool", "type", "--delay", "15", text)
-
-    def key(self, *names):
-        run("xdotool", "key", *names)
-
-    def scroll_down(self, title, times):
-        """Turns the wheel over the list below that title."""
-        at = self.find(title)
-        run("xdotool", "mousemove", str(at.x + at.width // 2), str(at.y + 300))
-        for _ in range(times):
-            run("xdotool", "click", "5")
-            time.sleep(0.03)
-
-    def picture(self, name, rest=0.7):
-        time.sleep(rest)
-        run("import", "-window", self.window, f"{PICTURES}/{self.prefix}-{name}.png")
+PHONE = ("--size", "390x844")
+SMALL_PHONE = ("--size", "320x568")
+TABLET = ("--tablet", "--size", "1024x768")
+TABLET_AT = (400, 0)
+BESIDE = (1430, 0)
+STANDARD_GROUND = (0xEE, 0xF1, 0xEE)  # where no tile is
+TAB, MARKER, CALLOUT = "page tab", "push button", "label"
+PARKED = r".*\(\d+:\d\d:\d\d\)"
 
 
 def sign_in(client, user="demo", password="demo"):
@@ -133,11 +28,105 @@ def sign_in(client, user="demo", password="demo"):
     client.click("Sign in", "push button")
 
 
-TABS = ["Info", "Live", "Map", "Trips", "About"]
+def tab(client, name):
+    client.click(name, TAB)
 
 
-def phone(demo):
-    client = Client("phone", "--size", "390x844")
+def map_box(client):
+    at = client.find("Map$", "image")
+    return at.x, at.y, at.width, at.height
+
+
+def share(colours, fits):
+    return sum(count for colour, count in colours.items() if fits(colour)) / sum(colours.values())
+
+
+def near(colour, wanted):
+    return max(abs(a - b) for a, b in zip(colour, wanted)) < 24
+
+
+def wait_for_line(client, vehicle, seconds=20):
+    """Until the line in the vehicle's colour is seen: 60 pixels of it at least."""
+    wanted = tuple(bytes.fromhex(vehicle["mapLineColor"][1:]))
+    box = map_box(client)
+    client.wait_for("the line on the map", lambda: sum(
+        count for colour, count in client.colours(box).items() if near(colour, wanted)) > 60, seconds)
+
+
+def wait_for_tiles(client, ground=STANDARD_GROUND, seconds=30):
+    """Until there is a tile everywhere, next to none of the plain ground being left."""
+    box = map_box(client)
+    client.wait_for("the map's tiles", lambda: share(client.colours(box), lambda c: c == ground) < 0.01, seconds)
+
+
+def day_track(client, vehicle):
+    tab(client, "Map")
+    wait_for_line(client, vehicle)
+    wait_for_tiles(client)
+    client.picture("map-day-track")
+
+
+def callout(client):
+    """Opens the one of a place where the vehicle stood, the nearest to the middle of the map."""
+    x, y, width, height = map_box(client)
+
+    def from_middle(at):
+        return abs(at.x + at.width / 2 - x - width / 2) + abs(at.y + at.height / 2 - y - height / 2)
+
+    client.find(PARKED, MARKER)
+    at = min(client.seen(PARKED, MARKER), key=from_middle)
+    client.click_at(at.x + at.width // 2, at.y + at.height // 2)
+    client.find(PARKED, CALLOUT)
+    client.picture("map-callout")
+    client.click_at(at.x + at.width // 2, at.y + at.height // 2)
+    client.gone(PARKED, CALLOUT)
+
+
+def satellite(client):
+    client.click("Satellite map")
+    box = map_box(client)
+    client.wait_for("the satellite map", lambda: share(client.colours(box), lambda c: min(c) > 225) < 0.05, 30)
+    client.picture("map-satellite")
+    client.click("Satellite map")
+    wait_for_tiles(client)
+
+
+def choose_other_day(client, demo, vehicle):
+    """The day before yesterday, with the arrows where that is another month."""
+    day = DAY - datetime.timedelta(days=2)
+    client.click("Choose date", "push button")
+    client.find("Choose date", "dialog")
+    client.picture("date-picker")
+    if day.month != DAY.month:
+        client.click("Previous month")
+    demo.forget_requests()
+    client.click(rf".*\b{day.day}\b.*\b{day.year}$")
+    client.click("Done")
+    client.gone("Choose date", "dialog")
+    client.wait_for("the other day's track", lambda: demo.requests("/map", vehicle))
+
+
+def on_the_road(demo, client, place):
+    """Opens the vehicle with the longest drive of the afternoon, or one of the next ones, when that is under way."""
+    vehicle, begins = demo.longest_drives(first=8)[place]
+    demo.stop()
+    demo.start((datetime.datetime.combine(DAY, begins) + datetime.timedelta(seconds=45)).time())
+    client.click(re.escape(vehicle["name"]) + r"\b")
+    return vehicle
+
+
+def live_trail(client, demo, vehicle, name="live-trail"):
+    """After four positions of a vehicle that drives, 15 seconds apart."""
+    client.wait_for("four positions", lambda: demo.requests("/live", vehicle) >= 4, 90)
+    wait_for_tiles(client)
+    client.wheel("Map$", 4, role="image")  # so that the trail is long on the screen
+    wait_for_line(client, vehicle, 40)
+    wait_for_tiles(client)
+    client.picture(name)
+
+
+def first_visit():
+    client = Client("phone", *PHONE)
     client.find("I agree")
     client.picture("terms")
     client.click("I agree")
@@ -145,85 +134,274 @@ def phone(demo):
     client.picture("sign-in")
     sign_in(client, password="wrong")
     client.find("Unable to sign in")
-    client.picture("wrong-password", rest=0.4)
+    client.picture("sign-in-refused")
     client.gone("Unable to sign in")
     sign_in(client)
     client.find("My Vehicles")
+    client.find("Café van 1")
     client.picture("vehicles")
-    client.scroll_down("My Vehicles", 120)
+    client.wheel("My Vehicles", -120, below=300)
+    client.find(r"\D* 45\b")
     client.picture("vehicles-end")
-    client.close()
+    return client
 
-    client = Client("phone", "--size", "390x844")
-    client.picture("launch", rest=0.5)
-    client.find("My Vehicles")
-    first_vehicle(client)
-    client.find("Speed")
-    client.picture("info")
-    for tab in TABS[1:]:
-        client.click(tab, "page tab")
-        client.picture(f"tab-{tab.lower()}")
-    client.click(TABS[0], "page tab")
-    client.click("Choose date")
-    client.picture("choose-date")
+
+def side_menu(client):
+    client.click("Menu")
+    client.find("Account")
+    client.picture("menu")
+    client.click("Account")
+    client.find("VAT ID")
+    client.picture("account")
+    client.click("Menu")
+    client.click("About")
+    client.gone("VAT ID")
+    client.find("Fleetor")
+    client.picture("about")
+    client.drag(10, 400, 260, 4)
+    client.find("Log out")
+    client.picture("menu-by-drag")
+    client.click("Log out")
+    client.find("Are you sure")
+    client.picture("log-out")
     client.click("Cancel")
-    demo.stop()
-    # Which of the two depends on whether this machine has a network besides loopback.
-    client.wait_for("a message", lambda: client.look("The call ended with an error")
-                    or client.look("An unexpected error occurred"), seconds=25)
-    client.picture("service-away", rest=0.4)
-    demo.start()
-    client.click("Back")
-    client.find("My Vehicles")
-    client.close()
+    client.gone("Are you sure")
+    client.click("My Vehicles", "push button")
+    client.gone("Log out")
+    client.find("Café van 1")
 
 
-def first_vehicle(client):
-    client.click("Café van 1")  # on the road round the clock
+def choose_widget_vehicle(client):
+    client.open_url("fleetor:vehicles")
+    client.find("Choose vehicle")
+    client.find("Büssli 3")
+    client.picture("choose-vehicle")
+    client.click("Büssli 3")
+    client.gone("Choose vehicle")
+
+
+def pages(client, vehicle):
+    day_track(client, vehicle)
+    callout(client)
+    satellite(client)
+    tab(client, "Trips")
+    client.find("Driving|Parking")
+    client.picture("trips")
+    tab(client, "About")
+    client.find("Localizer expiration date")
+    client.picture("vehicle-about")
 
 
 def small_phone():
-    client = Client("small-phone", "--size", "320x568")
-    client.find("My Vehicles")
+    client = Client("small-phone", *SMALL_PHONE, at=BESIDE)
+    client.find("Café van 1")
     client.picture("vehicles")
-    first_vehicle(client)
-    client.find("Speed")
+    client.click("Menu")
+    client.find("Account")
+    client.picture("menu")
+    client.click("Account")
+    client.find("VAT ID")
+    client.picture("account")
+    client.click("Menu")
+    client.click("My Vehicles", "push button")
+    client.click("Café van 1")
+    client.find(".*Speed")
     client.picture("info")
+    tab(client, "Trips")
+    client.find("Driving|Parking")
+    client.picture("trips")
+    tab(client, "Map")
+    wait_for_tiles(client)
+    callout(client)
+    client.click("Choose date", "push button")
+    client.find("Choose date", "dialog")
+    client.picture("date-picker")
+    client.click("Cancel")
     client.close()
 
 
-def tablet():
-    client = Client("tablet", "--tablet")
-    client.picture("launch", rest=0.5)
-    client.find("My Vehicles")
+def dark():
+    client = Client("dark-phone", *PHONE, "--dark", at=BESIDE)
+    client.find("Café van 1")
     client.picture("vehicles")
-    first_vehicle(client)
-    client.find("Speed")
+    client.click("Menu")
+    client.find("Account")
+    client.picture("menu")
+    client.click("My Vehicles", "push button")
+    client.gone("Account")
+    client.click("Café van 1")
+    client.find(".*Speed")
     client.picture("info")
+    tab(client, "Map")
+    callout(client)
+    tab(client, "Trips")
+    client.find("Driving|Parking")
+    client.picture("trips")
+    client.click("Choose date", "push button")
+    client.find("Choose date", "dialog")
+    client.picture("date-picker")
+    client.click("Cancel")
+    client.close()
+
+
+def language(code):
+    """What does not depend on the words: the vehicles' names, and which tab it is."""
+    client = Client(f"{code}-phone", *PHONE, "--language", code, at=BESIDE)
+    client.find("Café van 1")
+    client.picture("vehicles")
+    client.click("Café van 1")
+    client.wait_for("the five tabs", lambda: len(client.seen(".", TAB)) == 5)
+    client.find(r".*km/h")
+    client.picture("info")
+    at = client.seen(".", TAB)[3]
+    client.click_at(at.x + at.width // 2, at.y + at.height // 2)
+    client.find(r".*\d km")
+    client.picture("trips")
+    client.close()
+
+
+def walk_on_the_phone(demo):
+    phone = first_visit()
+    side_menu(phone)
+    choose_widget_vehicle(phone)
+    vehicle = on_the_road(demo, phone, 0)
+    phone.find(".*Speed")
+    phone.picture("info")
+    tab(phone, "Live")
+
+    small_phone()  # beside it, while the vehicle draws its trail
+    language("de")
+    language("ar")
+    live_trail(phone, demo, vehicle)
+    pages(phone, vehicle)
+    tab(phone, "Map")
+    choose_other_day(phone, demo, vehicle)
+    wait_for_line(phone, vehicle)
+    wait_for_tiles(phone)
+    phone.picture("map-other-day")
+
+    phone.resize(844, 390)
+    phone.picture("map-turned")
+    tab(phone, "Info")
+    phone.picture("info-turned")
+    phone.resize(390, 844)
+    demo.stop()
+    # Which of the two depends on whether this machine has a network besides loopback.
+    phone.find("The call ended with an error|An unexpected error occurred", seconds=30)
+    phone.picture("service-away")
+    demo.start(datetime.time(14, 30))
+    phone.drag(4, 400, 300, 4)
+    phone.find("My Vehicles")
+    phone.close()
+
+
+def dark_tablet():
+    client = Client("dark-tablet", *TABLET, "--dark", at=TABLET_AT)
+    client.click("Café van 1")
+    client.find(".*Speed")
+    tab(client, "Map")
+    callout(client)
+    client.close()
+
+
+def walk_on_the_tablet(demo):
+    client = Client("tablet", *TABLET, at=TABLET_AT)
+    client.picture("launch")
+    client.find("Café van 1")
+    client.picture("vehicles")
+    client.click("Account")
+    client.find("VAT ID")
+    client.picture("account")
+    client.key("Escape")
+    client.gone("VAT ID")
+    client.click("About")
+    client.find("Fleetor")
+    client.picture("about")
+    client.key("Escape")
+    choose_widget_vehicle(client)
+    vehicle = on_the_road(demo, client, 1)
+    client.find(".*Speed")
+    client.picture("info")
+    tab(client, "Live")
+    dark()
+    live_trail(client, demo, vehicle)
+    pages(client, vehicle)
+    tab(client, "Map")
+    choose_other_day(client, demo, vehicle)
+    wait_for_line(client, vehicle)
+    client.picture("map-other-day")
+    client.close()
+
+
+def tiles_away(demo, name, *options):
+    """The tile server fails from the start: markers and lines on a plain ground; then it comes back."""
+    demo.fault("tiles=500")
+    client = Client(name, *options, empty_cache=True)
+    vehicle = {"mapLineColor": "#d7263d"}
+    client.click("Café van 1")
+    client.find(".*Speed")
+    tab(client, "Map")
+    wait_for_line(client, vehicle)
+    box = map_box(client)
+    client.wait_for("a plain ground", lambda: share(client.colours(box), lambda c: c == STANDARD_GROUND) > 0.5)
+    client.picture("map-tiles-away")
+    demo.no_faults()
+    wait_for_tiles(client, seconds=60)
+    client.picture("map-tiles-back")
+    return client
+
+
+def sign_out(client):
     client.click("Log out")
     client.find("Are you sure")
     client.picture("log-out")
     client.click("Log out", "push button")
     client.find("User name")
-    client.picture("sign-in")
     client.close()
 
 
+def first_visit_elsewhere():
+    """The terms and the sign-in on the other sizes; forgets what the walks before have left."""
+    for name, options in (("tablet", TABLET), ("small-phone", SMALL_PHONE)):
+        client = Client(name, *options, "--fresh")
+        client.find("I agree")
+        client.picture("terms")
+        client.click("I agree")
+        client.find("User name")
+        client.picture("sign-in")
+        client.close()
+
+
 def index():
-    names = sorted(name for name in os.listdir(PICTURES) if name.endswith(".png"))
-    figures = "".join(f'<figure><img src="{n}" alt="{n[:-4]}"><figcaption>{n[:-4]}</figcaption></figure>' for n in names)
-    style = "body{font:16px sans-serif;display:flex;flex-wrap:wrap;gap:24px;background:#eef2f4}" \
-            "figure{margin:0}img{max-height:600px;border-radius:8px;box-shadow:0 2px 12px #0003}"
-    with open(f"{PICTURES}/index.html", "w", encoding="utf-8") as page:
-        page.write(f"<!doctype html><title>Fleetor, every screen</title><style>{style}</style>{figures}")
-    print(f"{len(names)} pictures")
+    """The pictures of each device side by side, in the order in which they were taken."""
+    names = sorted((name for name in os.listdir(PICTURES) if name.endswith(".png")),
+                   key=lambda name: os.stat(os.path.join(PICTURES, name)).st_mtime_ns)
+    body = ""
+    for device in ("phone", "small-phone", "dark-phone", "de-phone", "ar-phone", "tablet", "dark-tablet"):
+        body += f"<h2>{device.replace('-', ' ').capitalize()}</h2><section>"
+        for name in names:
+            if name.startswith(f"{device}-"):
+                words = html.escape(name[len(device) + 1:-4].replace("-", " ").capitalize())
+                body += f'<figure><a href="{name}"><img src="{name}" alt="{words}"></a>' \
+                        f'<figcaption>{words}</figcaption></figure>'
+        body += "</section>"
+    style = "body{font:16px sans-serif;margin:24px;background:#eef2f4;color:#1b252d}" \
+            "section{display:flex;flex-wrap:wrap;gap:24px;align-items:flex-end}figure{margin:0}" \
+            "figcaption{padding-top:6px}img{max-height:560px;max-width:100%;border-radius:8px;box-shadow:0 2px 12px #0003}"
+    with open(os.path.join(PICTURES, "index.html"), "w", encoding="utf-8") as page:
+        page.write('<!doctype html><html lang="en"><meta charset="utf-8"><title>Fleetor, every screen</title>'
+                   f"<style>{style}</style><h1>Fleetor, every screen</h1>{body}</html>\n")
+    return len(names)
 
 
+began = time.monotonic()
 service = Demo()
 try:
-    phone(service)
-    small_phone()
-    tablet()
-    index()
+    walk_on_the_phone(service)
+    walk_on_the_tablet(service)
+    tiles_away(service, "phone", *PHONE).close()
+    sign_out(tiles_away(service, "tablet", *TABLET))
+    first_visit_elsewhere()
 finally:
     service.stop()
+print(f"{index()} pictures in {time.monotonic() - began:.0f} s")
