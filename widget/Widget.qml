@@ -6,10 +6,15 @@ Window {
     id: window
 
     required property var vehicle
+    required property var texts // English text to translation
     readonly property bool dark: palette.window.hslLightness < 0.5
     readonly property color ink: dark ? "#f2f5f7" : "#22303c"
     readonly property color paleInk: dark ? "#b4c0c8" : "#55646f"
-    readonly property string headline: !vehicle.chosen ? "No vehicle chosen" : vehicle.name || "Chosen vehicle"
+    readonly property string headline: !vehicle.chosen ? word("No vehicle chosen") : vehicle.name || word("Chosen vehicle")
+
+    function word(english) {
+        return texts[english] ?? english
+    }
 
     function change() {
         problem.visible = !vehicle.change()
@@ -37,9 +42,11 @@ Window {
         border.width: activeFocus ? 2 : 0
         border.color: "#2a7c9f"
         focus: true
+        LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+        LayoutMirroring.childrenInherit: true
 
         Accessible.role: Accessible.Button
-        Accessible.name: window.title + ". Choose vehicle"
+        Accessible.name: window.title + ". " + window.word("Choose vehicle")
         Accessible.onPressAction: window.change()
         Keys.onReturnPressed: window.change()
         Keys.onSpacePressed: window.change()
@@ -65,7 +72,7 @@ Window {
             }
             Line {
                 color: window.paleInk
-                text: window.vehicle.dateTime || (window.vehicle.chosen ? "Open the vehicle in Fleetor for its readings" : "Tap to choose one in Fleetor")
+                text: window.vehicle.dateTime || (window.vehicle.chosen ? window.word("Open the vehicle in Fleetor for its readings") : window.word("Tap to choose one in Fleetor"))
             }
             Line {
                 color: window.paleInk
@@ -77,7 +84,7 @@ Window {
 
                 color: window.dark ? "#ff9d8f" : "#b3261e"
                 visible: false
-                text: "Fleetor could not be opened"
+                text: window.word("Fleetor could not be opened")
             }
         }
     }
