@@ -61,12 +61,14 @@ Window {
             spacing: 4
 
             Line {
-                font.pointSize: Qt.application.font.pointSize * 1.25
+                color: window.ink
+                font.pointSize: street.font.pointSize * 1.25
                 font.bold: true
                 text: window.headline
             }
             Line {
-                font.pointSize: Qt.application.font.pointSize * 2
+                color: window.ink
+                font.pointSize: street.font.pointSize * 2
                 visible: window.vehicle.speed !== ""
                 text: window.vehicle.speed
             }
@@ -75,6 +77,8 @@ Window {
                 text: window.vehicle.dateTime || (window.vehicle.chosen ? window.word("Open the vehicle in Fleetor for its readings") : window.word("Tap to choose one in Fleetor"))
             }
             Line {
+                id: street
+
                 color: window.paleInk
                 visible: text !== ""
                 text: window.vehicle.street
@@ -91,7 +95,6 @@ Window {
 
     component Line: Text {
         width: parent.width
-        color: window.ink
         elide: Text.ElideRight
         horizontalAlignment: Text.AlignLeft
         textFormat: Text.PlainText
