@@ -42,7 +42,7 @@ Window {
         border.width: activeFocus ? 2 : 0
         border.color: "#2a7c9f"
         focus: true
-        LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+        LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
         LayoutMirroring.childrenInherit: true
 
         Accessible.role: Accessible.Button

@@ -21,7 +21,7 @@ Tappable {
         anchors.centerIn: parent
         visible: root.pictured
         source: root.button?.image ?? ""
-        mirror: Theme.turns(source.toString())
+        mirror: Theme.turns(source)
         sourceSize { width: 28; height: 28 }
     }
 

@@ -29,7 +29,7 @@ Tappable {
         anchors.leftMargin: 24
         anchors.verticalCenter: parent.verticalCenter
         source: entry.button?.image ?? ""
-        mirror: Theme.turns(source.toString())
+        mirror: Theme.turns(source)
         sourceSize { width: 26; height: 26 }
     }
 

@@ -49,7 +49,7 @@ QtObject {
     readonly property int barHeight: 56
     readonly property int margin: 16
 
-    readonly property bool mirrored: Qt.application.layoutDirection === Qt.RightToLeft
+    readonly property bool mirrored: Application.layoutDirection === Qt.RightToLeft
     readonly property int forward: mirrored ? -1 : 1 // the sign of x in which a line is read
 
     // Pictures that point along the line.
