@@ -24,7 +24,7 @@ FocusScope {
     Rectangle {
         anchors.centerIn: parent
         width: Math.min(parent.width - 48, 340)
-        height: column.height + 24
+        height: column.height + 32
         radius: 14
         color: Theme.raised
         Accessible.role: Accessible.AlertMessage
