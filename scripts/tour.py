@@ -295,15 +295,6 @@ def walk_on_the_phone(demo):
     phone.close()
 
 
-def dark_tablet():
-    client = Client("dark-tablet", *TABLET, "--dark", at=TABLET_AT)
-    client.click("Café van 1")
-    client.find(".*Speed")
-    tab(client, "Map")
-    callout(client)
-    client.close()
-
-
 def walk_on_the_tablet(demo):
     client = Client("tablet", *TABLET, at=TABLET_AT)
     client.picture("launch")
@@ -377,7 +368,7 @@ def index():
     names = sorted((name for name in os.listdir(PICTURES) if name.endswith(".png")),
                    key=lambda name: os.stat(os.path.join(PICTURES, name)).st_mtime_ns)
     body = ""
-    for device in ("phone", "small-phone", "dark-phone", "de-phone", "ar-phone", "tablet", "dark-tablet"):
+    for device in ("phone", "small-phone", "dark-phone", "de-phone", "ar-phone", "tablet"):
         body += f"<h2>{device.replace('-', ' ').capitalize()}</h2><section>"
         for name in names:
             if name.startswith(f"{device}-"):
