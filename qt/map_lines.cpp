@@ -1,6 +1,7 @@
 #include "qt/map_lines.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace fleetor {
@@ -8,11 +9,40 @@ namespace fleetor {
 namespace {
 
 constexpr std::size_t shortLine = 20'000;  // points that are simplified in a fraction of a millisecond
-constexpr double ahead = 0.2;              // of the viewport, beyond each of its edges
+constexpr double pixelsAVertex = 16;       // that could be filled in its time
 
 bool contains(const WorldRect& outer, const WorldRect& inner) {
   return outer.left <= inner.left && outer.right >= inner.right && outer.top <= inner.top &&
          outer.bottom >= inner.bottom;
+}
+
+/// How much of the way between two points lies between two others, 0 to 1.
+double shareWithin(double from, double to, double low, double high) {
+  const auto [least, most] = std::minmax(from, to);
+  const double within = std::min(most, high) - std::max(least, low);
+  return most > least ? std::max(within, 0.0) / (most - least) : within >= 0 ? 1 : 0;
+}
+
+/// What a line takes to draw, as points that could be filled in the same time.
+double pixelsOf(const DrawnLine& line) {
+  const double scale = pointsPerWorldUnit(line.level);
+  double pixels = 0;
+  for (const TrackPiece& piece : line.pieces) {
+    const auto& [origin, bounds, vertices] = *piece.chunk;
+    const double left = (line.window.left - piece.shift - origin.x) * scale;
+    const double right = (line.window.right - piece.shift - origin.x) * scale;
+    const double top = (line.window.top - origin.y) * scale;
+    const double bottom = (line.window.bottom - origin.y) * scale;
+    for (std::size_t i = 1; i < vertices.size(); ++i) {
+      const auto& [x, y] = vertices[i];
+      const auto& before = vertices[i - 1];
+      const double share =
+          std::min(shareWithin(before.x, x, left, right), shareWithin(before.y, y, top, bottom));
+      if (share > 0)
+        pixels += pixelsAVertex + (line.width + 1) * share * std::hypot(x - before.x, y - before.y);
+    }
+  }
+  return pixels;
 }
 
 }  // namespace
@@ -22,6 +52,7 @@ MapLines::MapLines(Queues& queues, std::function<void()> onReady)
 
 void MapLines::setOverlays(const MapView& map) {
   std::vector<DrawnLine> before = std::exchange(drawn_, {});
+  ++versions_;
   for (const auto& overlay : map.overlays()) {
     const auto renderer = map.rendererForOverlay(*overlay);
     if (!renderer) continue;
@@ -56,7 +87,15 @@ void MapLines::choose(DrawnLine& line, const MapCamera& camera) {
   line.level = level;
   line.window = {view.left - x, view.top - y, view.right + x, view.bottom + y};
   line.pieces = line.line->pieces(line.window, level);
+  line.pixels = pixelsOf(line);
   line.version = ++versions_;
+}
+
+double MapLines::pixels() const {
+  double sum = 0;
+  for (const DrawnLine& line : drawn_)
+    sum += line.pixels;
+  return sum;
 }
 
 // One level at a time for each line: when it comes, the camera says which one is wanted by then.

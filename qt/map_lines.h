@@ -21,6 +21,7 @@ struct DrawnLine {
   int level = 0;     ///< of the pieces
   WorldRect window;  ///< all pieces that show in there, in the same copy of the world
   std::vector<TrackPiece> pieces;
+  double pixels = 0;          ///< about what the pieces cost to draw, as points that they fill
   std::uint64_t version = 0;  ///< other pieces, another version
 };
 
@@ -28,6 +29,8 @@ struct DrawnLine {
 /// on the global queue, and stays drawn as it was until then. Main thread only.
 class MapLines {
  public:
+  static constexpr double ahead = 0.2;  ///< of the map's size: so far beyond its edges lines are chosen
+
   /// `onReady` is called when a simplified line has come and update() is due.
   MapLines(Queues& queues, std::function<void()> onReady);
 
@@ -37,6 +40,8 @@ class MapLines {
   void update(const MapCamera& camera);
 
   const std::vector<DrawnLine>& drawn() const { return drawn_; }  ///< lowest first
+  std::uint64_t version() const { return versions_; }  ///< another one when anything drawn has changed
+  double pixels() const;                               ///< of all lines
 
  private:
   void choose(DrawnLine& line, const MapCamera& camera);

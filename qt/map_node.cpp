@@ -4,7 +4,6 @@
 #include <QSGFlatColorMaterial>
 #include <QSGOpacityNode>
 #include <QSGSimpleTextureNode>
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -18,11 +17,11 @@ constexpr int texturesAFrame = 4;
 constexpr std::uint64_t textureRounds = 120;  // updates for which a texture waits to be drawn again
 constexpr double gridStep = 64;               // points, at a whole zoom
 
+}  // namespace
+
 double onPixels(double points, double pixelRatio) {
   return std::round(points * pixelRatio) / pixelRatio;
 }
-
-}  // namespace
 
 QPointF MapFrame::screenPoint(WorldPoint point) const {
   const double scale = pointsPerWorldUnit(camera.zoom);
@@ -52,21 +51,18 @@ class MapNode::TileNode final : public QSGOpacityNode {
   QSGSimpleTextureNode* picture_;
 };
 
-MapNode::MapNode()
-    : ground_(new QSGSimpleRectNode), grid_(new QSGGeometryNode), tiles_(new QSGNode), lines_(new QSGNode) {
+MapNode::MapNode() : ground_(new QSGSimpleRectNode), grid_(new QSGGeometryNode), tiles_(new QSGNode) {
   grid_->setGeometry(new QSGGeometry(QSGGeometry::defaultAttributes_Point2D(), 0));
   grid_->geometry()->setDrawingMode(QSGGeometry::DrawTriangles);
   grid_->setMaterial(new QSGFlatColorMaterial);
   grid_->setFlags(OwnsGeometry | OwnsMaterial);
-  for (QSGNode* node : {static_cast<QSGNode*>(ground_), static_cast<QSGNode*>(grid_), tiles_, lines_})
+  for (QSGNode* node : {static_cast<QSGNode*>(ground_), static_cast<QSGNode*>(grid_), tiles_})
     appendChildNode(node);
 }
 
-bool MapNode::update(const MapFrame& frame, const std::vector<DrawnTile>& tiles,
-                     const std::vector<DrawnLine>& lines, QQuickWindow& window) {
+bool MapNode::update(const MapFrame& frame, const std::vector<DrawnTile>& tiles, QQuickWindow& window) {
   ++round_;
   drawGround(frame);
-  drawLines(frame, lines);
   return drawTiles(frame, tiles, window);
 }
 
@@ -117,7 +113,7 @@ bool MapNode::drawTiles(const MapFrame& frame, const std::vector<DrawnTile>& til
     found->second.round = round_;
     QPointF from = frame.screenPoint(tile.origin);
     QPointF to = frame.screenPoint({tile.origin.x + tile.size, tile.origin.y + tile.size});
-    if (frame.resting) {
+    if (frame.steady) {
       from = {onPixels(from.x(), frame.pixelRatio), onPixels(from.y(), frame.pixelRatio)};
       to = {onPixels(to.x(), frame.pixelRatio), onPixels(to.y(), frame.pixelRatio)};
     }
@@ -135,26 +131,6 @@ bool MapNode::drawTiles(const MapFrame& frame, const std::vector<DrawnTile>& til
   }
   std::erase_if(textures_, [this](const auto& entry) { return entry.second.round + textureRounds < round_; });
   return more;
-}
-
-void MapNode::drawLines(const MapFrame& frame, const std::vector<DrawnLine>& lines) {
-  const bool same = std::ranges::equal(
-      lines, lineNodes_, {}, [](const DrawnLine& line) { return line.line.get(); },
-      [](const auto& entry) { return entry.first; });
-  if (!same) {
-    lines_->removeAllChildNodes();
-    const auto before = std::exchange(lineNodes_, {});
-    for (const DrawnLine& line : lines) {
-      const auto kept =
-          std::ranges::find(before, line.line.get(), &std::pair<const TrackLine*, LineNode*>::first);
-      lineNodes_.emplace_back(line.line.get(), kept == before.end() ? new LineNode : kept->second);
-      lines_->appendChildNode(lineNodes_.back().second);
-    }
-    for (const auto& [line, node] : before)
-      if (!node->parent()) delete node;
-  }
-  for (std::size_t i = 0; i < lines.size(); ++i)
-    lineNodes_[i].second->update(frame, lines[i]);
 }
 
 }  // namespace fleetor

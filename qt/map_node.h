@@ -12,8 +12,6 @@
 
 #include "map/camera.h"
 #include "map/tile_board.h"
-#include "qt/line_node.h"
-#include "qt/map_lines.h"
 
 class QQuickWindow;
 
@@ -24,21 +22,24 @@ struct MapFrame {
   CameraPosition camera;
   QSizeF size;            ///< points
   double pixelRatio = 1;  ///< pixels a point
-  bool resting = true;    ///< nothing moves: every tile may lie on whole pixels
+  bool steady = true;     ///< the zoom stays as it is: everything lies on whole pixels
   QColor ground;          ///< where there is no tile
   QColor grid;            ///< of the lines on the ground
 
   QPointF screenPoint(WorldPoint point) const;  ///< x is not wrapped
 };
 
-/// Draws a map: the ground with its grid, the tiles, the lines. Render thread; at sync the main thread waits.
+/// The nearest place where a pixel begins.
+double onPixels(double points, double pixelRatio);
+
+/// Draws what lies beneath the lines of a map: the ground with its grid and the tiles. Render thread; at sync
+/// the main thread waits.
 class MapNode final : public QSGNode {
  public:
   MapNode();
 
   /// True when the textures of some tiles are still to be made: call again in the next frame.
-  bool update(const MapFrame& frame, const std::vector<DrawnTile>& tiles, const std::vector<DrawnLine>& lines,
-              QQuickWindow& window);
+  bool update(const MapFrame& frame, const std::vector<DrawnTile>& tiles, QQuickWindow& window);
 
  private:
   class TileNode;
@@ -50,15 +51,12 @@ class MapNode final : public QSGNode {
 
   void drawGround(const MapFrame& frame);
   bool drawTiles(const MapFrame& frame, const std::vector<DrawnTile>& tiles, QQuickWindow& window);
-  void drawLines(const MapFrame& frame, const std::vector<DrawnLine>& lines);
 
   QSGSimpleRectNode* ground_;
   QSGGeometryNode* grid_;
   QSGNode* tiles_;
-  QSGNode* lines_;
   std::unordered_map<const TileImage*, Texture> textures_;
   std::uint64_t round_ = 0;
-  std::vector<std::pair<const TrackLine*, LineNode*>> lineNodes_;  // as drawn
 };
 
 }  // namespace fleetor

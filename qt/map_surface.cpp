@@ -14,7 +14,7 @@ constexpr double longestStep = 0.1;  // after a hiccup a movement goes on where 
 
 }  // namespace
 
-MapSurface::MapSurface(QQuickItem* parent) : QQuickItem(parent) {
+MapSurface::MapSurface(QQuickItem* parent) : QQuickItem(parent), lineLayer_(*new LineLayer(*this)) {
   setFlag(ItemHasContents);
   setAcceptedMouseButtons(Qt::LeftButton);
   setAcceptTouchEvents(true);
@@ -32,6 +32,7 @@ void MapSurface::setMap(MapViewItem* map) {
   if (map_) map_->disconnect(this);
   tilesBack_.disconnect();
   board_.reset();
+  lineLayer_.clear();
   lines_.reset();
   map_ = map;
   if (MapView* const shown = view()) {
@@ -78,7 +79,7 @@ void MapSurface::frame() {
     shown->moveCamera([step](MapCamera& camera) { camera.advance(step); });
   }
   stale_ = false;
-  const bool more = layOut(time);
+  const bool more = layOut(time) || !frame_.steady;
   update();
   if (!shown->camera().moving()) steppedAt_ = -1;
   if (!shown->camera().moving() && !board_->isFading() && !more) return;
@@ -86,13 +87,30 @@ void MapSurface::frame() {
   window()->update();  // the item's own update() asks for this frame, which is under way already
 }
 
+// While the zoom stays, the map moves by whole pixels: nothing in it blurs or trembles.
+void MapSurface::takePosition(const MapCamera& camera) {
+  const CameraPosition position = camera.position();
+  const double pixelRatio = window()->effectiveDevicePixelRatio();
+  const QSizeF size(camera.width(), camera.height());
+  frame_.steady =
+      position.zoom == frame_.camera.zoom && pixelRatio == frame_.pixelRatio && size == frame_.size;
+  frame_.pixelRatio = pixelRatio;
+  frame_.size = size;
+  frame_.camera = position;
+  if (!frame_.steady) {
+    steadyAt_ = position.center;
+    return;
+  }
+  const double scale = pointsPerWorldUnit(position.zoom);
+  frame_.camera.center = {
+      steadyAt_.x + onPixels((position.center.x - steadyAt_.x) * scale, pixelRatio) / scale,
+      steadyAt_.y + onPixels((position.center.y - steadyAt_.y) * scale, pixelRatio) / scale};
+}
+
 bool MapSurface::layOut(double time) {
   const MapCamera& camera = view()->camera();
   if (!camera.hasViewport()) return false;
-  frame_.camera = camera.position();
-  frame_.size = {camera.width(), camera.height()};
-  frame_.pixelRatio = window()->effectiveDevicePixelRatio();
-  frame_.resting = !camera.moving() && !(gestures_.active() && gestures_.moved());
+  takePosition(camera);
   frame_.ground = ground_;
   frame_.grid = grid_;
   const MapStyle style = map_->satellite() ? MapStyle::satellite
@@ -101,7 +119,9 @@ bool MapSurface::layOut(double time) {
   board_->update({camera.center(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
                  time);
   lines_->update(camera);
-  const bool more = map_->placeMarkers(frame_.resting ? frame_.pixelRatio : 0);
+  lineLayer_.show(frame_, *lines_);
+  const bool resting = !camera.moving() && !(gestures_.active() && gestures_.moved());
+  const bool more = map_->placeMarkers(resting ? frame_.pixelRatio : 0);
   if (const auto wake = board_->wakeAt())
     retry_.start(static_cast<int>(std::ceil(std::clamp(*wake - time, 0.0, 3600.0) * 1000)));
   else
@@ -115,7 +135,7 @@ QSGNode* MapSurface::updatePaintNode(QSGNode* before, UpdatePaintNodeData*) {
     return nullptr;
   }
   auto* const node = before ? static_cast<MapNode*>(before) : new MapNode;
-  if (node->update(frame_, board_->drawn(), lines_->drawn(), *window()))
+  if (node->update(frame_, board_->drawn(), *window()))
     QMetaObject::invokeMethod(this, &MapSurface::redraw, Qt::QueuedConnection);
   return node;
 }

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "map/tile_board.h"
+#include "qt/line_layer.h"
 #include "qt/map_gestures.h"
 #include "qt/map_lines.h"
 #include "qt/map_node.h"
@@ -74,6 +75,7 @@ class MapSurface : public QQuickItem {
   void setByKeyboard(bool by);
   void redraw();
   void frame();
+  void takePosition(const MapCamera& camera);
   bool layOut(double now);  // true when there is more to lay out in the next frame
   void follow(const std::vector<MapGestures::Finger>& fingers, double slop);
   void tap(const MapGestures::Tap& tap);
@@ -95,8 +97,10 @@ class MapSurface : public QQuickItem {
   bool sideways_ = false;  // the gesture may become somebody else's
   MapGestures gestures_;
   MapFrame frame_;
+  WorldPoint steadyAt_;  // where the camera was when the zoom was last changed
   std::optional<TileBoard> board_;
   std::optional<MapLines> lines_;
+  LineLayer& lineLayer_;  // the first child: everything else on the map lies above it
   QTimer retry_;
   Connection tilesBack_;
   QMetaObject::Connection frames_;

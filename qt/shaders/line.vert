@@ -17,7 +17,7 @@ layout(std140, binding = 0) uniform Line {
 };
 
 void main() {
-    float reach = halfWidth + casingWidth + pixel;
+    float reach = halfWidth + casingWidth + 0.5 * pixel;  // where the line covers nothing any more
     offset = side * reach;
     gl_Position = matrix * vec4(position + outwards * (reach / scale), 0.0, 1.0);
 }

@@ -82,6 +82,14 @@ std::string solidTile() {
   return bytes.toStdString();
 }
 
+const LineLayer* layerOf(const QQuickItem& item) {
+  for (const QQuickItem* const child : item.childItems()) {
+    if (const auto* const layer = qobject_cast<const LineLayer*>(child)) return layer;
+    if (const auto* const layer = layerOf(*child)) return layer;
+  }
+  return nullptr;
+}
+
 /// Three pages in a pager; the one in the middle is shown and has the map. Tiles come from a server that
 /// knows one colour.
 class MapPageTest : public testing::Test {
@@ -198,6 +206,48 @@ TEST_F(MapPageTest, DrawsALongLineOnceItIsMadeReadyOffTheFrameAndWhatItGrowsBy) 
   page_->map.removeOverlay(line);
   page_->map.addOverlay(MapPolyline::polylineByAppendingCoordinate(*line, at(5000, 0)));
   EXPECT_TRUE(colored({300, 300}, lineColor));
+}
+
+TEST_F(MapPageTest, KeepsManyLinesWhereTheyBelongWhileTheMapMovesAndZooms) {
+  std::vector<Coordinate> way;  // up and down, every 200 m
+  for (int i = -30; i <= 30; ++i) {
+    way.push_back(at(200 * i, i % 2 ? -6000 : 6000));
+    way.push_back(at(200 * i, i % 2 ? 6000 : -6000));
+  }
+  page_->draw(way);
+  const auto* const layer = layerOf(*window_.contentItem());
+  ASSERT_NE(layer, nullptr);
+  const auto isPicture = [&] {
+    return layer->property("layer").value<QObject*>()->property("enabled").toBool();
+  };
+  const auto isRight = [&](double east, double north) {
+    const QImage seen = window_.grabWindow();
+    for (int i = 0; i < 3; ++i) {
+      const double line = std::round(east / 200) * 200 + 200 * i;
+      const auto [x, y] = camera().screenPoint(project(at(line, north)));
+      const auto between = camera().screenPoint(project(at(line + 100, north))).x;
+      if (seen.pixelColor(static_cast<int>(x), static_cast<int>(y)) != lineColor ||
+          seen.pixelColor(static_cast<int>(between), static_cast<int>(y)) != tileColor)
+        return false;
+    }
+    return true;
+  };
+  ASSERT_TRUE(QTest::qWaitFor([&] { return isRight(0, 0) && isPicture(); }));
+
+  int wrong = 0;
+  for (int i = 1; i <= 50; ++i) {  // far beyond the picture that it began with
+    const double east = i * 37.3;
+    const double north = i * 53.1;
+    page_->map.setCenterCoordinate(at(east, north), false);
+    QTest::qWait(1);
+    if (!isPicture() || !QTest::qWaitFor([&] { return isRight(east, north); }, 1'000)) ++wrong;
+  }
+  EXPECT_EQ(wrong, 0);
+
+  page_->map.moveCamera([](MapCamera& camera) { camera.zoomBy(0.8, {200, 300}); });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return isRight(1865, 2655); }, 1'000));
+  page_->map.removeOverlay(page_->map.overlays().front());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !isPicture() && !isRight(1865, 2655); }, 1'000));
 }
 
 TEST_F(MapPageTest, ADragMovesTheMapAndFromTheEdgeThePager) {
