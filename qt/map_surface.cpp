@@ -22,7 +22,6 @@ MapSurface::MapSurface(QQuickItem* parent) : QQuickItem(parent), lineLayer_(*new
   retry_.setSingleShot(true);
   connect(&retry_, &QTimer::timeout, this, &MapSurface::redraw);
   connect(this, &MapSurface::darkChanged, this, &MapSurface::redraw);
-  connect(this, &QQuickItem::activeFocusChanged, this, &MapSurface::ringedChanged);
 }
 
 MapSurface::~MapSurface() = default;

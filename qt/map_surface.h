@@ -28,7 +28,6 @@ class MapSurface : public QQuickItem {
   /// So far from the left and the right edge a sideways drag is not the map's.
   Q_PROPERTY(double leftEdge MEMBER leftEdge_ NOTIFY edgesChanged)
   Q_PROPERTY(double rightEdge MEMBER rightEdge_ NOTIFY edgesChanged)
-  Q_PROPERTY(bool ringed READ ringed NOTIFY ringedChanged)  ///< it has the focus, and a keyboard is at work
   Q_PROPERTY(QQuickItem* callout MEMBER callout_ NOTIFY calloutChanged)  ///< a tap on it is no tap on the map
 
  public:
@@ -39,8 +38,6 @@ class MapSurface : public QQuickItem {
   void setMap(MapViewItem* map);
   void setDark(bool dark);
 
-  bool ringed() const { return hasActiveFocus() && byKeyboard_; }
-
   /// A level closer (1) or away (-1).
   Q_INVOKABLE void zoom(double levels);
 
@@ -49,7 +46,6 @@ class MapSurface : public QQuickItem {
   void darkChanged();
   void edgesChanged();
   void calloutChanged();
-  void ringedChanged();
 
  protected:
   QSGNode* updatePaintNode(QSGNode* before, UpdatePaintNodeData* data) override;
@@ -66,13 +62,11 @@ class MapSurface : public QQuickItem {
   void mouseUngrabEvent() override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
 
  private:
   MapView* view() const { return map_ ? map_->as<MapView>() : nullptr; }
   double now() const { return static_cast<double>(clock_.nsecsElapsed()) / 1e9; }
 
-  void setByKeyboard(bool by);
   void redraw();
   void frame();
   void takePosition(const MapCamera& camera);
@@ -88,8 +82,6 @@ class MapSurface : public QQuickItem {
   double leftEdge_ = 0;
   double rightEdge_ = 0;
   QPointer<QQuickItem> callout_;
-
-  bool byKeyboard_ = false;
 
   QElapsedTimer clock_;
   bool stale_ = true;      // the next frame looks different

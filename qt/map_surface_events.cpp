@@ -3,7 +3,6 @@
 #include <QNativeGestureEvent>
 #include <QTouchEvent>
 #include <QWheelEvent>
-#include <utility>
 #include <vector>
 
 #include "qt/map_surface.h"
@@ -39,18 +38,8 @@ void MapSurface::touchUngrabEvent() {
   redraw();
 }
 
-void MapSurface::setByKeyboard(bool by) {
-  if (std::exchange(byKeyboard_, by) != by) Q_EMIT ringedChanged();
-}
-
-void MapSurface::focusInEvent(QFocusEvent* event) {
-  setByKeyboard(event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason);
-  QQuickItem::focusInEvent(event);
-}
-
 void MapSurface::mousePressEvent(QMouseEvent* event) {
   forceActiveFocus(Qt::MouseFocusReason);
-  setByKeyboard(false);
   follow({{mouseFinger, event->position()}}, mouseSlop);
 }
 

@@ -16,6 +16,7 @@ FocusScope {
     DocumentView {
         anchors.fill: parent
         view: root.screen.outlet("aboutWebView") as WebViewItem
+        label: root.screen.title
         focus: true
     }
 }

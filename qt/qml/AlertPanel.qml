@@ -80,6 +80,8 @@ FocusScope {
                         label: modelData
                         focus: index === 0
                         onTapped: root.alert.tapButton(index)
+                        Keys.onLeftPressed: nextItemInFocusChain(false).forceActiveFocus()
+                        Keys.onRightPressed: nextItemInFocusChain().forceActiveFocus()
                         Rectangle {
                             anchors.fill: parent
                             radius: 8

@@ -21,10 +21,22 @@ FocusScope {
         month = to.getMonth();
     }
 
-    function choose(day) {
-        picker.selectDay(chosen.getFullYear(), chosen.getMonth() + 1, day);
+    function show() {
         year = chosen.getFullYear();
         month = chosen.getMonth();
+        days.takeKeys();
+    }
+
+    function choose(day) {
+        picker.selectDay(chosen.getFullYear(), chosen.getMonth() + 1, day);
+        show();
+    }
+
+    // The same day of another month, or its last one.
+    function chooseMonth(by) {
+        const last = new Date(chosen.getFullYear(), chosen.getMonth() + by + 1, 0);
+        picker.selectDay(last.getFullYear(), last.getMonth() + 1, Math.min(chosen.getDate(), last.getDate()));
+        show();
     }
 
     Keys.onLeftPressed: choose(chosen.getDate() - Theme.forward)
@@ -34,10 +46,11 @@ FocusScope {
     Keys.onReturnPressed: picker.done()
     Keys.onEnterPressed: picker.done()
 
-    onPickerChanged: {
-        year = chosen.getFullYear();
-        month = chosen.getMonth();
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown)
+            chooseMonth((event.key === Qt.Key_PageUp ? -1 : 1) * (event.modifiers & Qt.ShiftModifier ? 12 : 1));
     }
+    onPickerChanged: if (picker) show()
 
     Rectangle {
         anchors.fill: parent
@@ -147,6 +160,7 @@ FocusScope {
             }
 
             MonthGrid {
+                id: days
                 width: parent.width - 16
                 x: 8
                 year: root.year
@@ -157,6 +171,7 @@ FocusScope {
                 onPicked: day => {
                     root.picker.selectDay(root.year, root.month + 1, day);
                 }
+                onAccepted: root.picker.done()
             }
             Item {
                 width: 1

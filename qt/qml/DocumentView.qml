@@ -7,12 +7,16 @@ Flickable {
     id: flick
 
     property WebViewItem view
+    property string label
 
     contentWidth: width
     contentHeight: page.height + 2 * Theme.margin
     clip: true
     flickableDirection: Flickable.VerticalFlick
     activeFocusOnTab: true
+    Accessible.role: Accessible.WebDocument
+    Accessible.name: label
+    Accessible.focusable: true
     Keys.onDownPressed: contentY = Math.min(contentY + 60, Math.max(0, contentHeight - height))
     Keys.onUpPressed: contentY = Math.max(0, contentY - 60)
     Keys.onPressed: event => {
@@ -59,7 +63,7 @@ Flickable {
     Rectangle {
         parent: flick
         anchors.fill: parent
-        visible: flick.activeFocus
+        visible: flick.activeFocus && Person.usesKeys
         color: "transparent"
         border.width: 2
         border.color: Theme.focusRing

@@ -8,6 +8,9 @@ FocusScope {
 
     required property ViewControllerItem screen
 
+    // By finger the first field waits for its tap: a keyboard on the screen would cover half of it.
+    Component.onCompleted: if (Person.usesKeys) user.focus = true
+
     Rectangle {
         anchors.fill: parent
         color: Theme.well
@@ -52,6 +55,7 @@ FocusScope {
             width: Math.min(root.width - 2 * 24, 420)
             spacing: 14
             TextEntry {
+                id: user
                 width: parent.width
                 field: root.screen.outlet("loginTextField") as TextFieldItem
             }

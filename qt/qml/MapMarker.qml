@@ -41,7 +41,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.margins: -3
-        visible: root.activeFocus
+        visible: root.activeFocus && Person.usesKeys
         color: "transparent"
         radius: 10
         border.width: 2

@@ -54,7 +54,7 @@ FocusScope {
 
     Rectangle {
         anchors.fill: surface
-        visible: surface.ringed
+        visible: surface.activeFocus && Person.usesKeys
         color: "transparent"
         border.width: 2
         border.color: Theme.focusRing

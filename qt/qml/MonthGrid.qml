@@ -15,6 +15,11 @@ Grid {
     readonly property real cell: width / 7
 
     signal picked(int day)
+    signal accepted
+
+    function takeKeys() {
+        cells.itemAt(lead + chosen.getDate() - 1).forceActiveFocus();
+    }
 
     columns: 7
 
@@ -34,6 +39,7 @@ Grid {
     }
 
     Repeater {
+        id: cells
         model: 42
         Tappable {
             id: place
@@ -50,6 +56,8 @@ Grid {
             Accessible.ignored: !inMonth
             label: new Date(grid.year, grid.month, day).toLocaleDateString(Qt.locale(), Locale.LongFormat)
             onTapped: grid.picked(day)
+            Keys.onReturnPressed: grid.accepted()
+            Keys.onEnterPressed: grid.accepted()
 
             Rectangle {
                 anchors.centerIn: parent

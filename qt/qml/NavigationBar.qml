@@ -49,9 +49,8 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
-        layoutDirection: Qt.RightToLeft
         Repeater {
-            model: bar.rightItems
+            model: Array.from(bar.rightItems).reverse() // the first one is the outermost; keys go as one reads
             delegate: BarButton {
                 required property var modelData
                 button: modelData as ButtonItem

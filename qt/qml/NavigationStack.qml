@@ -39,8 +39,8 @@ FocusScope {
                     slide.stop();
                     x = wanted;
                 }
-                if (onTop && stack.enabled)
-                    forceActiveFocus();
+                if (onTop)
+                    focus = true; // whether the stack has the keys is for its container to say
             }
 
             width: stack.width

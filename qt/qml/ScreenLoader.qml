@@ -53,5 +53,6 @@ FocusScope {
         id: loader
         anchors.fill: parent
         focus: true
+        onLoaded: item.focus = true // a screen takes the keys that are meant for its place
     }
 }

@@ -9,6 +9,15 @@ Rectangle {
     property TabBarItem tabBar
     readonly property int count: tabBar?.titles.length ?? 0
 
+    function turn(by) {
+        tabBar.tap((tabBar.selectedIndex + by + count) % count);
+    }
+
+    function go(index) {
+        tabBar.tap(index);
+        tabs.itemAt(tabBar.selectedIndex)?.forceActiveFocus();
+    }
+
     height: Math.max(56, 34 + Theme.tabSize * 1.6)
     color: Theme.bar
     Accessible.role: Accessible.PageTabList
@@ -17,6 +26,7 @@ Rectangle {
     Row {
         anchors.fill: parent
         Repeater {
+            id: tabs
             model: strip.count
             delegate: Tappable {
                 id: tab
@@ -29,9 +39,10 @@ Rectangle {
                 label: strip.tabBar?.titles[index] ?? ""
                 checked: strip.tabBar?.selectedIndex === index
                 opacity: pressed ? 0.6 : 1
+                tabStop: checked // one stop for all tabs; the arrows go on from there
                 onTapped: strip.tabBar.tap(index)
-                Keys.onLeftPressed: strip.tabBar.tap(index - Theme.forward)
-                Keys.onRightPressed: strip.tabBar.tap(index + Theme.forward)
+                Keys.onLeftPressed: strip.go(index - Theme.forward)
+                Keys.onRightPressed: strip.go(index + Theme.forward)
 
                 Column {
                     anchors.centerIn: parent

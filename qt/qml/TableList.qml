@@ -10,13 +10,19 @@ ListView {
     property TableItem table
     property string label
 
-    function step(by) {
-        const next = currentIndex + by;
-        if (next < 0 || next >= count)
+    // To that row, or to the first one in sight when keys have been nowhere yet. False when there is nowhere to go.
+    function go(to) {
+        const next = currentIndex < 0 ? Math.max(0, indexAt(0, contentY)) : Math.max(0, Math.min(count - 1, to));
+        if (count === 0 || next === currentIndex)
             return false;
         currentIndex = next;
         positionViewAtIndex(next, ListView.Contain);
         return true;
+    }
+
+    function meetKeys() {
+        if (activeFocus && Person.usesKeys && currentIndex < 0)
+            go(0);
     }
 
     model: table?.model ?? null
@@ -25,26 +31,26 @@ ListView {
     boundsBehavior: Flickable.DragAndOvershootBounds
     flickableDirection: Flickable.VerticalFlick
     keyNavigationEnabled: false
+    highlightFollowsCurrentItem: false
     activeFocusOnTab: true
     clip: true
     Accessible.role: Accessible.List
     Accessible.name: label
-    Keys.onDownPressed: event => event.accepted = step(1)
-    Keys.onUpPressed: event => event.accepted = step(-1)
+    onActiveFocusChanged: meetKeys()
+    onCountChanged: meetKeys()
+    Keys.onDownPressed: event => event.accepted = go(currentIndex + 1)
+    Keys.onUpPressed: event => event.accepted = go(currentIndex - 1)
     Keys.onPressed: event => {
-        const page = Math.max(1, Math.floor(height / 68) - 1);
+        const page = Math.max(1, Math.floor(height / (currentItem?.height ?? height)) - 1);
         if (event.key === Qt.Key_PageDown)
-            event.accepted = step(Math.min(page, count - 1 - currentIndex));
+            event.accepted = go(currentIndex + page);
         else if (event.key === Qt.Key_PageUp)
-            event.accepted = step(-Math.min(page, currentIndex));
+            event.accepted = go(currentIndex - page);
         else if (event.key === Qt.Key_Home)
-            event.accepted = count > 0 && step(-currentIndex);
+            event.accepted = go(0);
         else if (event.key === Qt.Key_End)
-            event.accepted = count > 0 && step(count - 1 - currentIndex);
+            event.accepted = go(count - 1);
     }
-    Keys.onReturnPressed: if (currentIndex >= 0) table.tap(currentIndex)
-    Keys.onEnterPressed: if (currentIndex >= 0) table.tap(currentIndex)
-    Keys.onSpacePressed: if (currentIndex >= 0) table.tap(currentIndex)
 
     delegate: Tappable {
         id: row
@@ -61,12 +67,15 @@ ListView {
         height: rowHeight
         role: Accessible.ListItem
         tabStop: false
-        enabled: cell?.selectable ?? false
+        ringMargin: 2
         label: {
             const content = body.item as RowBody;
             return content ? content.spoken : cell?.accessibleName ?? "";
         }
-        onTapped: list.table.tap(index)
+        onTapped: {
+            list.currentIndex = index; // keys go on from here
+            list.table.tap(index);
+        }
         Component.onCompleted: {
             shownRow = index;
             shownTable = list.table;
@@ -76,7 +85,7 @@ ListView {
 
         Rectangle {
             anchors.fill: parent
-            color: row.pressed || row.shownBeside ? Theme.pressed : "transparent"
+            color: row.pressed && row.cell?.selectable || row.shownBeside ? Theme.pressed : "transparent"
         }
 
         Loader {
@@ -106,16 +115,6 @@ ListView {
             anchors.right: parent.right
             height: 1
             color: Theme.separator
-        }
-
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: 2
-            visible: list.activeFocus && list.currentIndex === row.index
-            color: "transparent"
-            radius: 8
-            border.width: 2
-            border.color: Theme.focusRing
         }
     }
 

@@ -10,7 +10,7 @@ Item {
     property int role: Accessible.Button
     property bool tabStop: true
     readonly property alias pressed: area.pressed
-    readonly property bool ringed: activeFocus
+    readonly property bool ringed: activeFocus && Person.usesKeys
     property real ringRadius: 8
     property real ringMargin: 1 // negative: outside
     property color ringColor: Theme.focusRing

@@ -18,6 +18,7 @@ FocusScope {
         anchors.fill: parent
         anchors.bottomMargin: foot.height
         view: root.screen.outlet("tosWebView") as WebViewItem
+        label: root.screen.title
         focus: true
     }
 

@@ -9,6 +9,18 @@ FocusScope {
     required property ViewControllerItem screen
     readonly property TabBarItem tabs: screen.outlet("pagesTabBar") as TabBarItem
 
+    Keys.onPressed: event => {
+        if (!(event.modifiers & Qt.ControlModifier))
+            return;
+        event.accepted = true;
+        if (event.key === Qt.Key_PageDown || event.key === Qt.Key_Tab)
+            strip.turn(1);
+        else if (event.key === Qt.Key_PageUp || event.key === Qt.Key_Backtab)
+            strip.turn(-1);
+        else
+            event.accepted = false;
+    }
+
     ScreenLoader {
         anchors.fill: parent
         anchors.bottomMargin: strip.height

@@ -1,0 +1,41 @@
+#include "qt/person.h"
+
+#include <QEvent>
+#include <QFont>
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <algorithm>
+#include <utility>
+
+namespace fleetor {
+
+Person::Person(QObject* parent) : QObject(parent) {
+  qGuiApp->installEventFilter(this);
+}
+
+double Person::textScale() const {
+  return std::clamp(QFontInfo(QGuiApplication::font()).pointSizeF() / normalPoints, 1.0, 2.0);
+}
+
+bool Person::eventFilter(QObject* target, QEvent* event) {
+  bool keys = usesKeys_;
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      keys = true;
+      break;
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+    case QEvent::TabletPress:
+      keys = false;
+      break;
+    case QEvent::ApplicationFontChange:
+      if (target == qGuiApp) Q_EMIT textScaleChanged();
+      break;
+    default:
+      break;
+  }
+  if (std::exchange(usesKeys_, keys) != keys) Q_EMIT usesKeysChanged();
+  return false;
+}
+
+}  // namespace fleetor

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+namespace fleetor {
+
+/// What the look has to know of the person in front of it: whether keys are in use, so that a ring tells where
+/// they go, and how large text has to be. One for each QML engine, main thread only.
+class Person : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_SINGLETON
+  Q_PROPERTY(bool usesKeys READ usesKeys NOTIFY usesKeysChanged)
+  Q_PROPERTY(double textScale READ textScale NOTIFY textScaleChanged)
+
+ public:
+  /// The size, in points, of an application font that asks for text at its normal size.
+  static constexpr double normalPoints = 10;
+
+  explicit Person(QObject* parent = nullptr);
+
+  bool usesKeys() const { return usesKeys_; }  ///< the last input was a key, not a finger or a mouse
+  double textScale() const;                    ///< 1 (normal) to 2, by the application's font
+
+ Q_SIGNALS:
+  void usesKeysChanged();
+  void textScaleChanged();
+
+ protected:
+  bool eventFilter(QObject* target, QEvent* event) override;
+
+ private:
+  bool usesKeys_ = false;
+};
+
+}  // namespace fleetor
