@@ -51,7 +51,7 @@ Grid {
             width: grid.cell
             height: Math.min(48, grid.cell)
             enabled: inMonth
-            tabStop: isChosen
+            tabStop: isChosen || activeFocus
             checked: isChosen
             Accessible.ignored: !inMonth
             label: new Date(grid.year, grid.month, day).toLocaleDateString(Qt.locale(), Locale.LongFormat)

@@ -39,7 +39,7 @@ Rectangle {
                 label: strip.tabBar?.titles[index] ?? ""
                 checked: strip.tabBar?.selectedIndex === index
                 opacity: pressed ? 0.6 : 1
-                tabStop: checked // one stop for all tabs; the arrows go on from there
+                tabStop: checked || activeFocus // one stop for all tabs; the arrows go on from there
                 onTapped: strip.tabBar.tap(index)
                 Keys.onLeftPressed: strip.go(index - Theme.forward)
                 Keys.onRightPressed: strip.go(index + Theme.forward)

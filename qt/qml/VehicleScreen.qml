@@ -9,16 +9,15 @@ FocusScope {
     required property ViewControllerItem screen
     readonly property TabBarItem tabs: screen.outlet("pagesTabBar") as TabBarItem
 
-    Keys.onPressed: event => {
-        if (!(event.modifiers & Qt.ControlModifier))
-            return;
-        event.accepted = true;
-        if (event.key === Qt.Key_PageDown || event.key === Qt.Key_Tab)
-            strip.turn(1);
-        else if (event.key === Qt.Key_PageUp || event.key === Qt.Key_Backtab)
-            strip.turn(-1);
-        else
-            event.accepted = false;
+    Shortcut {
+        sequences: ["Ctrl+Tab", "Ctrl+PgDown"]
+        enabled: root.visible && root.enabled
+        onActivated: strip.turn(1)
+    }
+    Shortcut {
+        sequences: ["Ctrl+Shift+Tab", "Ctrl+PgUp"]
+        enabled: root.visible && root.enabled
+        onActivated: strip.turn(-1)
     }
 
     ScreenLoader {
