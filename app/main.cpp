@@ -1,5 +1,6 @@
 #include <QDir>
 #include <QFile>
+#include <QFont>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QScreen>
@@ -14,6 +15,7 @@
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"
 #include "qt/device/guarded_key_store.h"
+#include "qt/person.h"
 #include "qt/device/language.h"
 #include "qt/device/single_instance.h"
 
@@ -67,6 +69,12 @@ int main(int argc, char** argv) {
 
   fleetor::SingleInstance instance(fleetor::runtimePath("client"));
   if (!instance.enter(options->url)) return 0;
+
+  if (options->textSize) {
+    QFont font = QGuiApplication::font();
+    font.setPointSizeF(fleetor::Person::normalPoints * *options->textSize / 100);
+    QGuiApplication::setFont(font);
+  }
 
   const std::string standard = fleetor::settingsPath(fleetor::kStandardSuite);
   const std::string shared = fleetor::settingsPath(fleetor::kSharedSuite);

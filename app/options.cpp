@@ -8,12 +8,13 @@ namespace fleetor {
 
 const char* const usage =
     "usage: fleetor [--tablet] [--size WIDTHxHEIGHT] [--dark] [--language CODE] [--fresh]\n"
-    "               [--help] [URL]\n"
+    "               [--text-size PERCENT] [--help] [URL]\n"
     "  --tablet             list and vehicle side by side, as on a tablet\n"
     "  --size WIDTHxHEIGHT  size of the window in points, each side from 240 to 8000\n"
     "                       (390x844 by default, 1024x768 with --tablet)\n"
     "  --dark               the dark appearance, whatever the system's is\n"
     "  --language CODE      speak that language, for instance de, instead of the system's\n"
+    "  --text-size PERCENT  text of that size, from 100 to 200, whatever the system's is\n"
     "  --fresh              forget the accepted terms, the sign-in and all settings first\n"
     "  --help               print this and end\n"
     "  URL                  fleetor:vehicles opens the choice of the widget's vehicle\n"
@@ -22,12 +23,16 @@ const char* const usage =
 
 namespace {
 
-std::optional<int> readSide(std::string_view text) {
-  int side = 0;
+std::optional<int> readNumber(std::string_view text, int smallest, int largest) {
+  int number = 0;
   const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, side);
-  if (error != std::errc() || rest != end || side < smallestSide || side > largestSide) return std::nullopt;
-  return side;
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || rest != end || number < smallest || number > largest) return std::nullopt;
+  return number;
+}
+
+std::optional<int> readSide(std::string_view text) {
+  return readNumber(text, smallestSide, largestSide);
 }
 
 }  // namespace
@@ -71,6 +76,14 @@ std::optional<Options> parseOptions(const std::vector<std::string>& words,
         return std::nullopt;
       }
       options.language = code;
+    } else if (word == "--text-size" || word.starts_with("--text-size=")) {
+      const bool apart = word == "--text-size";
+      const std::string value = !apart ? word.substr(12) : i + 1 < words.size() ? words[++i] : "";
+      options.textSize = readNumber(value, 100, 200);
+      if (!options.textSize) {
+        problem = "--text-size needs a percentage from 100 to 200, and \"" + value + "\" is none";
+        return std::nullopt;
+      }
     } else if (!word.starts_with('-') && word.find(':') != std::string::npos) {
       options.url = word;
     } else {

@@ -13,6 +13,7 @@ struct Options {
   bool dark = false;
   bool help = false;
   std::optional<std::string> language;  ///< its code; nothing: the system's
+  std::optional<int> textSize;          ///< percent of the normal size; nothing: the system's
   std::string url;                      ///< what the desktop asks the client to open; may be empty
   std::optional<int> width;             ///< points; both or none
   std::optional<int> height;

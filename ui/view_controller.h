@@ -58,7 +58,9 @@ class ViewController : public Component, public Outlets, public std::enable_shar
 
   const std::string& title() const { return title_; }
   void setTitle(std::string title) { assign(title_, std::move(title)); }
-  std::string accessibleName() const override { return title_; }
+  std::string accessibleName() const override {
+    return title_.empty() ? Component::accessibleName() : title_;
+  }
   NavigationItem& navigationItem() { return navigationItem_; }
 
   /// Closes the keyboard when one of this screen's or its children's text fields (outlets) has the focus.

@@ -67,6 +67,7 @@ void VehicleViewController::makePages() {
   for (std::size_t i = 0; i < pageCount; ++i) {
     pages_[i] = storyboard()->instantiate<DetailPageViewController>(pageTable[i].storyboardIdentifier);
     pages_[i]->setVehicle(vehicle_);
+    pages_[i]->setAccessibleName(localized(pageTable[i].title));
     installed.push_back(pages_[i]);
   }
   swipeTabBarController_ = std::dynamic_pointer_cast<SwipeTabBarController>(childViewControllers().back());

@@ -23,7 +23,7 @@ FocusScope {
 
     Rectangle {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 48, 340)
+        width: Math.min(parent.width - (Theme.large ? 24 : 48), 340 * Theme.scale)
         height: column.height + 32
         radius: 14
         color: Theme.raised
@@ -38,25 +38,37 @@ FocusScope {
             anchors.margins: 20
             y: 20
             spacing: 8
-            Text {
+            Flickable {
                 width: parent.width
-                text: root.alert?.title ?? ""
-                textFormat: Text.PlainText
-                wrapMode: Text.Wrap
-                color: Theme.text
-                font.pixelSize: Theme.titleSize - 1
-                font.bold: true
-                Accessible.ignored: true
-            }
-            Text {
-                width: parent.width
-                text: root.alert?.message ?? ""
-                textFormat: Text.PlainText
-                wrapMode: Text.Wrap
-                color: Theme.secondaryText
-                font.pixelSize: Theme.bodySize
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                height: Math.min(texts.height, root.height - choices.height - 80)
+                contentHeight: texts.height
+                interactive: contentHeight > height
+                clip: interactive
+                Column {
+                    id: texts
+                    width: parent.width
+                    spacing: 8
+                    Text {
+                        width: texts.width
+                        text: root.alert?.title ?? ""
+                        textFormat: Text.PlainText
+                        wrapMode: Text.Wrap
+                        color: Theme.text
+                        font.pixelSize: Theme.titleSize - 1
+                        font.bold: true
+                        Accessible.ignored: true
+                    }
+                    Text {
+                        width: texts.width
+                        text: root.alert?.message ?? ""
+                        textFormat: Text.PlainText
+                        wrapMode: Text.Wrap
+                        color: Theme.secondaryText
+                        font.pixelSize: Theme.bodySize
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
+                }
             }
             // Side by side while there is room.
             Grid {

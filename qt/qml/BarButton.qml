@@ -14,6 +14,7 @@ Tappable {
     visible: button !== null && !(button?.flexibleSpace ?? false)
     enabled: button?.enabled ?? false
     label: button?.accessibleName ?? ""
+    ringColor: Theme.barText
     opacity: pressed ? 0.5 : 1
     onTapped: button.tap()
 

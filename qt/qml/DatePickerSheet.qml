@@ -69,7 +69,7 @@ FocusScope {
     Rectangle {
         id: sheet
         anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, 420)
+        width: Math.min(parent.width, 420 * Theme.scale)
         height: column.height + 24
         radius: 14
         color: Theme.raised
@@ -137,14 +137,16 @@ FocusScope {
 
             Item {
                 width: parent.width
-                height: Theme.touch
+                height: Theme.touch + (Theme.large ? monthName.height : 0)
                 Row {
                     anchors.left: parent.left
                     TextButton { sign: Theme.mirrored ? "»" : "«"; label: root.window?.word("Previous year") ?? ""; onTapped: root.turn(-12) }
                     TextButton { sign: Theme.mirrored ? "›" : "‹"; label: root.window?.word("Previous month") ?? ""; onTapped: root.turn(-1) }
                 }
                 Text {
-                    anchors.centerIn: parent
+                    id: monthName
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    y: Theme.large ? Theme.touch : (parent.height - height) / 2
                     text: `${Qt.locale().standaloneMonthName(root.month)} ${root.yearDigits}`
                     color: Theme.text
                     font.pixelSize: Theme.bodySize

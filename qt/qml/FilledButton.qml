@@ -19,12 +19,17 @@ Tappable {
         id: plate
         anchors.fill: parent
         radius: root.button?.cornerRadius || 8
-        color: root.pressed ? Qt.darker(Theme.accent, 1.25) : Theme.accent
+        color: root.pressed ? Theme.accentPressed : Theme.accent
     }
 
     Text {
         anchors.centerIn: parent
         visible: !spinner.running
+        width: parent.width - 24
+        horizontalAlignment: Text.AlignHCenter
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 14
+        elide: Text.ElideRight
         text: root.button?.title ?? ""
         textFormat: Text.PlainText
         color: Theme.accentText

@@ -11,7 +11,10 @@ RowBody {
 
     spoken: captionText.text + ": " + valueText.text
 
+    implicitHeight: lines.height + 20
+
     Column {
+        id: lines
         anchors.left: parent.left
         anchors.leftMargin: Theme.margin
         anchors.right: parent.right
@@ -26,8 +29,9 @@ RowBody {
             text: row.value?.text ?? ""
             textFormat: Text.PlainText
             elide: Text.ElideRight
-            maximumLineCount: 1
-            fontSizeMode: Text.HorizontalFit
+            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
+            maximumLineCount: Theme.large ? 4 : 1
+            fontSizeMode: Theme.large ? Text.FixedSize : Text.HorizontalFit
             minimumPixelSize: 12
             color: Theme.text
             font.pixelSize: Theme.bodySize
@@ -41,7 +45,8 @@ RowBody {
             text: row.caption?.text ?? ""
             textFormat: Text.PlainText
             elide: Text.ElideRight
-            maximumLineCount: 1
+            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
+            maximumLineCount: Theme.large ? 2 : 1
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize
             Accessible.ignored: true

@@ -19,9 +19,10 @@ FocusScope {
     Rectangle {
         id: head
         width: parent.width
-        height: Math.max(120, Math.min(240, parent.height * 0.28))
+        height: Math.max(120, mark.height + 16, Math.min(240, parent.height * 0.28))
         color: Theme.bar
         Column {
+            id: mark
             anchors.centerIn: parent
             spacing: 6
             Image {

@@ -15,7 +15,7 @@ Item {
     readonly property bool inSight: target.x >= 0 && target.x <= parent.width && target.y >= 0 && target.y <= parent.height
 
     visible: marker !== null && inSight && (title.text !== "" || subtitle.text !== "")
-    width: Math.min(parent.width - 2 * sideSpace, 320, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28)
+    width: Math.min(parent.width - 2 * sideSpace, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28)
     height: texts.height + 20
     x: Math.round(Math.max(sideSpace, Math.min(parent.width - sideSpace - width, target.x - width / 2)))
     y: Math.round(above ? target.y - gap - tip - height : target.y + gap + tip)

@@ -8,7 +8,7 @@ Tappable {
 
     property ButtonItem button
 
-    height: Math.max(56, Theme.bodySize * 2.6)
+    height: Math.max(56, words.implicitHeight + 24)
     label: button?.accessibleName ?? ""
     enabled: button?.enabled ?? false
     ringColor: Theme.menuText
@@ -34,6 +34,7 @@ Tappable {
     }
 
     Text {
+        id: words
         anchors.left: picture.right
         anchors.leftMargin: 18
         anchors.right: parent.right
@@ -41,7 +42,7 @@ Tappable {
         anchors.verticalCenter: parent.verticalCenter
         text: entry.button?.title ?? ""
         textFormat: Text.PlainText
-        elide: Text.ElideRight
+        wrapMode: Text.Wrap
         color: Theme.menuText
         font.pixelSize: Theme.bodySize + 1
         Accessible.ignored: true

@@ -28,7 +28,7 @@ Grid {
         Text {
             required property int index
             width: grid.cell
-            height: 24
+            height: Theme.smallSize + 11
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
             text: Qt.locale().standaloneDayName((index + grid.firstWeekday) % 7, Locale.NarrowFormat)
@@ -72,7 +72,7 @@ Grid {
                 visible: place.inMonth
                 text: new Date(grid.year, grid.month, place.day).toLocaleDateString(Qt.locale(), "d")
                 color: place.isChosen ? Theme.accentText : Theme.text
-                font.pixelSize: Theme.bodySize
+                font.pixelSize: Math.min(Theme.bodySize, Math.round(grid.cell * 0.55))
                 Accessible.ignored: true
             }
         }

@@ -34,6 +34,7 @@ Rectangle {
             width: Theme.touch
             height: Theme.touch
             label: bar.backLabel
+            ringColor: Theme.barText
             onTapped: bar.backTapped()
             Image {
                 anchors.centerIn: parent
@@ -58,21 +59,27 @@ Rectangle {
         }
     }
 
+    TextMetrics {
+        id: whole
+        text: bar.title
+        font.pixelSize: Theme.titleSize
+        font.bold: true
+    }
+
     Text {
         readonly property real side: Math.max(left.width, right.width) + 8
         // Centred while that leaves room, else between the buttons.
-        readonly property bool centred: implicitWidth <= bar.width - 2 * side
+        readonly property bool centred: whole.advanceWidth + 2 <= bar.width - 2 * side
         x: centred ? (bar.width - width) / 2 : Theme.mirrored ? right.width + 12 : left.width + 8
-        width: centred ? implicitWidth : bar.width - left.width - right.width - 20
+        width: centred ? whole.advanceWidth + 2 : bar.width - left.width - right.width - 20
         anchors.verticalCenter: parent.verticalCenter
         text: bar.title
         textFormat: Text.PlainText
         elide: Text.ElideRight
         color: Theme.barText
-        font.pixelSize: Theme.titleSize
-        font.bold: true
-        style: Text.Raised
-        styleColor: "#40334049"
+        font: whole.font
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 16
         Accessible.role: Accessible.Heading
         Accessible.name: text
     }

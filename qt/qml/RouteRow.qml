@@ -18,6 +18,7 @@ RowBody {
     }
 
     separated: false
+    implicitHeight: card.anchors.topMargin + head.y + head.height + 2 * way.anchors.topMargin + 2 * way.needed + foot.height
     spoken: `${status}, ${time}, ${from}, ${to}, ${duration}, ${distance}`
 
     Rectangle {
@@ -36,12 +37,12 @@ RowBody {
             x: Theme.margin
             y: 14
             width: parent.width - 2 * x
-            height: pill.height
+            height: pill.height + (Theme.large ? timeText.height + 6 : 0) // the time has a line of its own
 
             Rectangle {
                 id: pill
                 anchors.left: parent.left
-                width: Math.min(statusText.implicitWidth + 24, parent.width - timeText.width - 8)
+                width: Math.min(statusText.implicitWidth + 24, parent.width - (Theme.large ? 0 : timeText.width + 8))
                 height: statusText.implicitHeight + 10
                 radius: height / 2
                 color: Theme.well
@@ -60,9 +61,12 @@ RowBody {
             }
             Text {
                 id: timeText
-                anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(implicitWidth, parent.width * 0.65)
+                anchors.left: Theme.large ? parent.left : undefined
+                anchors.right: Theme.large ? undefined : parent.right
+                y: Theme.large ? parent.height - height : (parent.height - height) / 2
+                width: Theme.large ? parent.width : Math.min(implicitWidth, parent.width * 0.65)
+                fontSizeMode: Theme.large ? Text.HorizontalFit : Text.FixedSize
+                minimumPixelSize: 12
                 text: row.time
                 textFormat: Text.PlainText
                 elide: Text.ElideRight
@@ -75,6 +79,7 @@ RowBody {
         // The way, between its two ends.
         Item {
             id: way
+            readonly property real needed: Math.max(ends.itemAt(0)?.implicitHeight ?? 0, ends.itemAt(1)?.implicitHeight ?? 0)
             anchors.top: head.bottom
             anchors.bottom: foot.top
             anchors.topMargin: 10
@@ -113,6 +118,7 @@ RowBody {
                 color: Theme.accent
             }
             Repeater {
+                id: ends
                 model: [row.from, row.to]
                 delegate: Text {
                     required property int index
@@ -127,7 +133,7 @@ RowBody {
                     text: modelData
                     textFormat: Text.PlainText
                     wrapMode: Text.Wrap
-                    maximumLineCount: 2
+                    maximumLineCount: Theme.large ? 5 : 2
                     elide: Text.ElideRight
                     color: Theme.text
                     font.pixelSize: Theme.bodySize
@@ -137,19 +143,21 @@ RowBody {
             }
         }
 
-        Row {
+        Grid {
             id: foot
+            readonly property real line: Theme.large ? Theme.bodySize * 1.75 : 56
+            columns: Theme.large ? 1 : 2
             anchors.bottom: parent.bottom
             x: Theme.margin
             width: parent.width - 2 * x
-            height: 56
+            height: Theme.large ? 2 * line : line
             Repeater {
                 model: [{ icon: "RowDuration", words: row.duration }, { icon: "RowDistance", words: row.distance }]
                 delegate: Item {
                     id: measure
                     required property var modelData
-                    width: foot.width / 2
-                    height: foot.height
+                    width: foot.width / foot.columns
+                    height: foot.line
                     Image {
                         id: sign
                         anchors.verticalCenter: parent.verticalCenter

@@ -6,5 +6,6 @@ import Fleetor
 Item {
     property CellItem cell
     property string spoken // what assistive technology reads for the row
+    // The implicit height is what enlarged text needs; at the normal size the table says how high a row is.
     property bool separated: true // a line parts it from the next one
 }

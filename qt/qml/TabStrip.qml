@@ -38,15 +38,23 @@ Rectangle {
                 role: Accessible.PageTab
                 label: strip.tabBar?.titles[index] ?? ""
                 checked: strip.tabBar?.selectedIndex === index
+                ringColor: Theme.barText
                 opacity: pressed ? 0.6 : 1
                 tabStop: checked || activeFocus // one stop for all tabs; the arrows go on from there
                 onTapped: strip.tabBar.tap(index)
                 Keys.onLeftPressed: strip.go(index - Theme.forward)
                 Keys.onRightPressed: strip.go(index + Theme.forward)
 
+                Rectangle {
+                    anchors.fill: parent
+                    anchors.margins: 3
+                    radius: 10
+                    visible: tab.checked
+                    color: Theme.tabPlate
+                }
                 Column {
                     anchors.centerIn: parent
-                    width: parent.width
+                    width: parent.width - 8
                     spacing: 2
                     Image {
                         anchors.horizontalCenter: parent.horizontalCenter

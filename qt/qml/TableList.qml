@@ -64,7 +64,7 @@ ListView {
         readonly property bool shownBeside: index === (list.table?.selectedRow ?? -1) && list.width < list.Window.width
 
         width: ListView.view.width
-        height: rowHeight
+        height: Math.max(Math.round(rowHeight * Theme.scale), Theme.large ? body.item?.implicitHeight ?? 0 : 0)
         role: Accessible.ListItem
         tabStop: false
         ringMargin: 2

@@ -12,7 +12,7 @@ FocusScope {
     TableList {
         anchors.fill: parent
         table: root.screen.outlet(root.tableName) as TableItem
-        label: root.screen.title
+        label: root.screen.accessibleName
         focus: true
     }
 }

@@ -26,7 +26,7 @@ FocusScope {
         id: foot
         anchors.bottom: parent.bottom
         width: parent.width
-        height: 80
+        height: agreement.height + 30
         color: Theme.raised
         Rectangle {
             width: parent.width
@@ -34,6 +34,7 @@ FocusScope {
             color: Theme.separator
         }
         FilledButton {
+            id: agreement
             anchors.centerIn: parent
             width: Math.min(parent.width - 2 * Theme.margin, 420)
             button: root.agree

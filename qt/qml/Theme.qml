@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Fleetor
 
 // Colours, sizes and direction of the whole look. Sizes follow the system's font, the direction the language.
 QtObject {
@@ -10,8 +11,9 @@ QtObject {
     readonly property SystemPalette palette: SystemPalette {}
 
     readonly property color bar: Qt.rgba(0.67, 0.76, 0.80, 1)
-    readonly property color barText: "white"
+    readonly property color barText: "#1f2b34" // white would have a contrast of 1.9 to 1
     readonly property color tabSelected: Qt.rgba(0.23, 0.29, 0.35, 1)
+    readonly property color tabPlate: "#dde6eb"
 
     readonly property color menu: dark ? "#1a2228" : tabSelected
     readonly property color menuText: "white"
@@ -24,6 +26,7 @@ QtObject {
     readonly property color separator: dark ? "#2d373f" : "#dde4e8"
     readonly property color pressed: dark ? "#2a343c" : "#e6edf1"
     readonly property color accent: dark ? "#8fb4c6" : "#2f6377"
+    readonly property color accentPressed: Qt.darker(accent, 1.25)
     readonly property color accentText: dark ? "#10181d" : "#ffffff"
     readonly property color field: dark ? "#1e262c" : "#ffffff"
     readonly property color fieldBorder: dark ? "#4a5963" : "#9fb0ba"
@@ -36,17 +39,14 @@ QtObject {
     readonly property color mapLabel: dark ? "#d012171b" : "#d0ffffff"
     readonly property color mapShade: "#40000000"
 
-    readonly property real scale: {
-        const font = Qt.application.font;
-        const points = font.pointSizeF > 0 ? font.pointSizeF : font.pixelSize * 0.75;
-        return Math.max(1, Math.min(1.8, points / 10));
-    }
+    readonly property real scale: Person.textScale
+    readonly property bool large: scale > 1 // what has one line at the normal size may take more
     readonly property int titleSize: Math.round(20 * scale)
     readonly property int bodySize: Math.round(16 * scale)
     readonly property int smallSize: Math.round(13 * scale)
     readonly property int tabSize: Math.round(12 * scale)
     readonly property int touch: 48
-    readonly property int barHeight: 56
+    readonly property int barHeight: Math.round(56 * Math.min(scale, 1.25))
     readonly property int margin: 16
 
     readonly property bool mirrored: Application.layoutDirection === Qt.RightToLeft

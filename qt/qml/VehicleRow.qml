@@ -29,7 +29,10 @@ RowBody {
         }
     }
 
+    implicitHeight: lines.height + 20
+
     Column {
+        id: lines
         anchors.left: disc.right
         anchors.leftMargin: 14
         anchors.right: parent.right
@@ -42,7 +45,8 @@ RowBody {
             text: row.cut < 0 ? row.name : row.name.substring(0, row.cut)
             textFormat: Text.PlainText
             elide: Text.ElideRight
-            maximumLineCount: 1
+            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
+            maximumLineCount: Theme.large ? 3 : 1
             color: Theme.text
             font.pixelSize: Theme.bodySize
             font.weight: Font.DemiBold
@@ -55,7 +59,8 @@ RowBody {
             text: row.name.substring(row.cut + 1)
             textFormat: Text.PlainText
             elide: Text.ElideRight
-            maximumLineCount: 1
+            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
+            maximumLineCount: Theme.large ? 3 : 1
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize + 1
             Accessible.ignored: true

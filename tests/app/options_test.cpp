@@ -23,12 +23,13 @@ TEST(Options, AreReadInAnyOrderAndTheLastSizeCounts) {
                none->height);
 
   const auto all = parseOptions({"--size", "240x8000", "--dark", "--language=de", "--fresh",
-                                 "--size=1024x768", "--tablet", "--language", "pt"},
+                                 "--size=1024x768", "--tablet", "--language", "pt", "--text-size", "150"},
                                 languages, problem);
   ASSERT_TRUE(all) << problem;
   EXPECT_TRUE(all->tablet && all->fresh && all->dark);
   EXPECT_FALSE(all->help);
   EXPECT_EQ(all->language, "pt");
+  EXPECT_EQ(all->textSize, 150);
   EXPECT_EQ(all->width, 1024);
   EXPECT_EQ(all->height, 768);
   EXPECT_EQ(parseOptions({"--size", "240x8000"}, languages, problem)->height, 8000);
@@ -53,6 +54,9 @@ TEST(Options, AWrongOneIsNamed) {
            {{"--size=-390x844"}, "\"-390x844\""},
            {{"--size=390x99999999999"}, "\"390x99999999999\""},
            {{"--size=1024x768", "--size=1x1"}, "\"1x1\""},
+           {{"--text-size"}, "\"\" is none"},
+           {{"--text-size=99"}, "\"99\" is none"},
+           {{"--text-size", "201%"}, "\"201%\" is none"},
            {{"--language"}, "--language needs a language; the languages are de en pt"},
            {{"--language=xx"}, "\"xx\"; the languages are de en pt"},
            {{"--language", "de_DE"}, "\"de_DE\""}}) {
