@@ -15,9 +15,9 @@
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"
 #include "qt/device/guarded_key_store.h"
-#include "qt/person.h"
 #include "qt/device/language.h"
 #include "qt/device/single_instance.h"
+#include "qt/person.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QObject>
 #include <QtQml/qqmlregistration.h>
+#include <QObject>
 
 namespace fleetor {
 
-/// What the look has to know of the person in front of it: whether keys are in use, so that a ring tells where
-/// they go, and how large text has to be. One for each QML engine, main thread only.
+/// What the look has to know of the person in front of it: whether keys are in use, so that a ring tells
+/// where they go, and how large text has to be. One for each QML engine, main thread only.
 class Person : public QObject {
   Q_OBJECT
   QML_ELEMENT

@@ -52,9 +52,11 @@ FocusScope {
                         width: texts.width
                         text: root.alert?.title ?? ""
                         textFormat: Text.PlainText
-                        wrapMode: Text.Wrap
+                        wrapMode: Text.WordWrap
                         color: Theme.text
                         font.pixelSize: Theme.titleSize - 1
+                        fontSizeMode: Text.HorizontalFit
+                        minimumPixelSize: 16
                         font.bold: true
                         Accessible.ignored: true
                     }

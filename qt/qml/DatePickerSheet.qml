@@ -101,19 +101,21 @@ FocusScope {
 
             Item {
                 width: parent.width
-                height: Theme.barHeight
+                height: Theme.barHeight + (Theme.large ? title.height : 0) // enlarged, the title has a line of its own
                 TextButton {
                     id: cancel
                     anchors.left: parent.left
                     anchors.leftMargin: 8
-                    anchors.verticalCenter: parent.verticalCenter
+                    anchors.bottom: parent.bottom
+                    anchors.bottomMargin: (Theme.barHeight - height) / 2
                     label: root.window?.word("Cancel") ?? ""
                     onTapped: root.picker.cancel()
                 }
                 Text {
-                    anchors.left: cancel.right
-                    anchors.right: done.left
-                    anchors.verticalCenter: parent.verticalCenter
+                    id: title
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    y: Theme.large ? 8 : (parent.height - height) / 2
+                    width: parent.width - (Theme.large ? 16 : 2 * Math.max(cancel.width, done.width) + 24)
                     horizontalAlignment: Text.AlignHCenter
                     fontSizeMode: Text.HorizontalFit
                     minimumPixelSize: 11
@@ -129,7 +131,8 @@ FocusScope {
                     id: done
                     anchors.right: parent.right
                     anchors.rightMargin: 8
-                    anchors.verticalCenter: parent.verticalCenter
+                    anchors.bottom: parent.bottom
+                    anchors.bottomMargin: (Theme.barHeight - height) / 2
                     label: root.window?.word("Done") ?? ""
                     onTapped: root.picker.done()
                 }

@@ -1,0 +1,144 @@
+"""atspi_test.py DEMO_SERVICE CLIENT: uses the client as assistive technology does, through AT-SPI alone: no picture, no
+mouse, no key. On every screen that it meets, whatever can have the focus or be pressed must have a name and a role."""
+
+import re
+import subprocess
+import sys
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+NOT_A_ROLE = {"unknown", "invalid", "redundant object"}
+
+
+class Screen:
+    def __init__(self, process):
+        self.process = process
+        self.controls = 0
+
+    def application(self):
+        desktop = Atspi.get_desktop(0)
+        found = [desktop.get_child_at_index(i) for i in range(desktop.get_child_count())]
+        return next((one for one in found if one and one.get_process_id() == self.process.pid), None)
+
+    def showing(self):
+        """Everything on the screen, in reading order."""
+        nodes, todo = [], [self.application()]
+        while todo:
+            node = todo.pop()
+            if node is None:
+                continue
+            try:
+                if node.get_role() != Atspi.Role.APPLICATION and not node.get_state_set().contains(Atspi.StateType.SHOWING):
+                    continue
+                todo += [node.get_child_at_index(i) for i in reversed(range(node.get_child_count()))]
+                nodes.append(node)
+            except GLib.Error:  # it went away while it was looked at
+                pass
+        return nodes
+
+    def find(self, role, name):
+        """The last one of that role whose whole name matches: what lies on top comes last."""
+        hits = [n for n in self.showing() if n.get_role_name() == role and re.fullmatch(name, n.get_name(), re.DOTALL)]
+        return hits[-1] if hits else None
+
+    def wait(self, role, name, seconds=30):
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            if self.process.poll() is not None:
+                sys.exit(f"the client ended with status {self.process.returncode}")
+            try:
+                if hit := self.find(role, name):
+                    return hit
+            except GLib.Error:
+                pass
+            time.sleep(0.1)
+        there = "\n".join(f"  {n.get_role_name()}: {n.get_name()!r}" for n in self.showing())
+        sys.exit(f"there is no {role} called {name!r}; there is\n{there}")
+
+    def press(self, role, name):
+        control = self.wait(role, name)
+        self.check()
+        actions = [control.get_action_name(i).lower() for i in range(control.get_n_actions())]
+        if "press" not in actions or not control.do_action(actions.index("press")):
+            sys.exit(f"the {role} {name!r} cannot be pressed; its actions are {actions}")
+
+    def check(self):
+        """Fails for what a person could reach and not be told what it is."""
+        bad, controls = [], 0
+        for node in self.showing():
+            try:
+                focusable = node.get_state_set().contains(Atspi.StateType.FOCUSABLE)
+                actions = [node.get_action_name(i).lower() for i in range(node.get_n_actions())]
+                role, name = node.get_role_name(), node.get_name()
+                if role == "password text":  # the toolkit withholds its name; the group around it must have one
+                    name = node.get_parent().get_name()
+            except GLib.Error:
+                continue
+            if role not in ("frame", "application", "window", "filler") and (focusable or "press" in actions):
+                controls += 1
+                if not name.strip() or role in NOT_A_ROLE:
+                    bad.append(f"{role} {name!r} with the actions {actions}")
+        if bad or controls == 0:
+            sys.exit(f"of {controls} controls these have no name or no role: " + "; ".join(bad))
+        self.controls += controls
+
+
+def walk(screen):
+    screen.wait("document web", "Terms of service")
+    screen.press("push button", "I agree")
+    for role, name in (("text", "User name"), ("panel", "Password")):
+        field = screen.wait(role, name)
+        field = field if role == "text" else field.get_child_at_index(0)
+        if not field.set_text_contents("demo"):
+            sys.exit(f"the field {name!r} takes no text")
+    screen.press("push button", "Sign in")
+
+    screen.wait("list", "My Vehicles")
+    screen.press("list item", "Café van 1.*")
+    screen.wait("list item", "Update time: .+")
+    for tab in ("Live", "Map", "Trips"):
+        screen.press("page tab", tab)
+        time.sleep(1)
+        screen.check()
+    first = screen.wait("list item", r"(Trip|Parking|Driving|Stop).*").get_name()
+
+    screen.press("push button", "Choose date")
+    screen.press("push button", "Previous year")
+    screen.press("push button", r".*\b15\b.*")
+    screen.press("push button", "Done")
+    year = time.localtime().tm_year - 1
+    other = screen.wait("list item", rf"(?!{re.escape(first)}).*\b{year}-\d\d-15\b.*").get_name()
+    print(f"{first!r}, and on the other day {other!r}")
+
+    screen.press("page tab", "About")
+    screen.press("push button", "Back")
+    screen.press("push button", "Menu")
+    screen.press("push button", "Account")
+    screen.wait("list item", "Name: .+")
+    screen.press("push button", "Menu")
+    screen.press("push button", "About")
+    screen.wait("document web", "About")
+    screen.press("push button", "Menu")
+    screen.press("push button", "Log out")
+    screen.wait("push button", "Cancel")
+    screen.press("push button", "Log out")
+    screen.wait("push button", "Sign in")
+    screen.check()
+
+
+service = subprocess.Popen([sys.argv[1], "--port", "0", "--seed", "7"], stdout=subprocess.PIPE, text=True)
+address = re.search(r"http://[0-9.:]+", service.stdout.readline())
+if not address:
+    sys.exit("the demo service did not start")
+client = subprocess.Popen([sys.argv[2], address.group()])
+try:
+    screen = Screen(client)
+    walk(screen)
+    print(f"{screen.controls} times a control was met, with a name and a role")
+finally:
+    client.kill()
+    service.kill()

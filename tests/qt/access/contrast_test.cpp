@@ -1,0 +1,98 @@
+#include <gmock/gmock.h>
+
+#include <QColor>
+#include <QGuiApplication>
+#include <QMetaProperty>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+extern void qml_register_types_Fleetor();
+
+namespace {
+
+/// Relative luminance of an sRGB colour, 0 (black) to 1 (white), as WCAG 2 defines it.
+double luminance(const QColor& color) {
+  const auto linear = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+  const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+  return (light + 0.05) / (dark + 0.05);
+}
+
+QColor over(const QColor& top, const QColor& ground) {
+  const auto mix = [&](float a, float b) { return a * top.alphaF() + b * (1 - top.alphaF()); };
+  return QColor::fromRgbF(mix(top.redF(), ground.redF()), mix(top.greenF(), ground.greenF()),
+                          mix(top.blueF(), ground.blueF()));
+}
+
+/// The texts of the look and what they are written on.
+const std::map<std::string, std::vector<std::string>> grounds{
+    {"text", {"background", "raised", "well", "pressed", "field", "mapLabel"}},
+    {"secondaryText", {"background", "raised", "well", "pressed", "field"}},
+    {"accent", {"background", "raised", "well", "pressed"}},
+    {"accentText", {"accent", "accentPressed"}},
+    {"barText", {"bar"}},
+    {"tabSelected", {"bar", "tabPlate"}},
+    {"menuText", {"menu"}},
+    {"toastText", {"toast"}},
+};
+
+/// What no text is written in or on.
+const std::set<std::string> lines{"separator", "fieldBorder", "focusRing", "dim",
+                                  "mapGround", "mapGrid",     "mapShade"};
+
+class Contrast : public testing::TestWithParam<bool> {};
+
+TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForEveryText) {
+  qml_register_types_Fleetor();
+  QQmlEngine engine;
+  engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+  QQmlComponent component(&engine);
+  component.setData("import QtQml\nimport Fleetor\nQtObject { property QtObject theme: Theme }", {});
+  const std::unique_ptr<QObject> holder(component.create());
+  ASSERT_TRUE(holder) << component.errorString().toStdString();
+  auto* const theme = holder->property("theme").value<QObject*>();
+  ASSERT_TRUE(theme);
+  theme->setProperty("forceDark", GetParam());
+  ASSERT_EQ(theme->property("dark").toBool(), GetParam());
+  const auto color = [&](const std::string& name) { return theme->property(name.c_str()).value<QColor>(); };
+
+  std::set<std::string> known = lines;
+  for (const auto& [text, under] : grounds) {
+    known.insert(text);
+    for (const auto& ground : under) {
+      known.insert(ground);
+      ASSERT_TRUE(color(text).isValid() && color(ground).isValid()) << text << " on " << ground;
+      // What lets something through has to do over anything.
+      for (const QColor behind : {QColor(Qt::black), QColor(Qt::white)})
+        EXPECT_GE(contrast(color(text), over(color(ground), behind)), 4.5) << text << " on " << ground;
+    }
+  }
+
+  const QMetaObject& look = *theme->metaObject();
+  for (int i = 0; i < look.propertyCount(); ++i) {
+    const QMetaProperty property = look.property(i);
+    if (property.metaType() != QMetaType::fromType<QColor>()) continue;
+    EXPECT_TRUE(known.contains(property.name())) << property.name() << " is not looked at";
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Appearance, Contrast, testing::Bool(),
+                         [](const auto& one) { return one.param ? "dark" : "light"; });
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QGuiApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
