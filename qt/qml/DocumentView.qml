@@ -40,6 +40,7 @@ Flickable {
         lineHeight: 1.15
         onLinkActivated: link => flick.view.tapLink(link)
         Accessible.role: Accessible.StaticText
+        Accessible.name: text.replace(/<(head|style)[^]*?<\/\1>|<[^>]*>/g, " ").replace(/\s+/g, " ").trim()
         HoverHandler {
             cursorShape: page.hoveredLink ? Qt.PointingHandCursor : Qt.ArrowCursor
         }

@@ -5,12 +5,14 @@ import re
 import subprocess
 import sys
 import time
+import warnings
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
+warnings.simplefilter("ignore", DeprecationWarning)  # of names for which there are no others yet
 NOT_A_ROLE = {"unknown", "invalid", "redundant object"}
 
 
