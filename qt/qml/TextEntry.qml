@@ -66,7 +66,8 @@ FocusScope {
         font.pixelSize: Theme.bodySize
         echoMode: (root.field?.secure ?? false) ? TextInput.Password : TextInput.Normal
         inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | (root.field?.secure ? Qt.ImhSensitiveData | Qt.ImhHiddenText : 0)
-        onTextEdited: root.field.text = text
+        // Not only what is typed: assistive technology sets the text.
+        onTextChanged: if (root.field && root.field.text !== text) root.field.text = text
         onAccepted: root.field.pressReturn()
         onActiveFocusChanged: {
             if (!root.field)
