@@ -17,6 +17,8 @@ ListView {
             return false;
         currentIndex = next;
         positionViewAtIndex(next, ListView.Contain);
+        if (Theme.large)
+            Qt.callLater(positionViewAtIndex, next, ListView.Contain); // now it is known how high its text makes it
         return true;
     }
 
