@@ -33,6 +33,10 @@ FocusScope {
     readonly property bool menuOpen: reveal.open && !(reveal.front?.interactive ?? true)
     onMenuOpenChanged: giveKeys()
 
+    // Beside a list from which nothing has been opened yet there is nothing for them.
+    readonly property bool listAlone: reveal.open && !(reveal.front instanceof NavigationControllerItem)
+    onListAloneChanged: if (listAlone) rear.focus = true
+
     clip: true
     onPlaceChanged: follow()
 
