@@ -72,7 +72,8 @@ Rectangle {
         readonly property bool centred: whole.advanceWidth + 2 <= bar.width - 2 * side
         x: centred ? (bar.width - width) / 2 : Theme.mirrored ? right.width + 12 : left.width + 8
         width: centred ? whole.advanceWidth + 2 : bar.width - left.width - right.width - 20
-        anchors.verticalCenter: parent.verticalCenter
+        height: bar.height
+        verticalAlignment: Text.AlignVCenter
         text: bar.title
         textFormat: Text.PlainText
         elide: Text.ElideRight
