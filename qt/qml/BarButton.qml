@@ -21,7 +21,7 @@ Tappable {
     Image {
         anchors.centerIn: parent
         visible: root.pictured
-        source: (root.button?.image.toString() ?? "").replace("/Btn", "/Bar") // the menu's pictures have dark twins
+        source: root.button?.image ?? ""
         mirror: Theme.turns(source)
         sourceSize { width: 28; height: 28 }
     }

@@ -11,7 +11,7 @@ QtObject {
     readonly property SystemPalette palette: SystemPalette {}
 
     readonly property color bar: Qt.rgba(0.67, 0.76, 0.80, 1)
-    readonly property color barText: "#1f2b34" // white would have a contrast of 1.9 to 1
+    readonly property color barText: "white"
     readonly property color tabSelected: Qt.rgba(0.23, 0.29, 0.35, 1)
     readonly property color tabPlate: "#dde6eb"
 
