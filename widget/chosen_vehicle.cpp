@@ -1,40 +1,39 @@
 #include "chosen_vehicle.h"
 
 #include <QDesktopServices>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStandardPaths>
 #include <QUrl>
+#include <chrono>
 #include <utility>
 
 namespace fleetor::widget {
 
-ChosenVehicle::ChosenVehicle(QString settingsFile) : file_(std::move(settingsFile)) {
-  const auto look = [this] {
-    watch();
-    read();
-  };
-  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, look);
-  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, look);
-  look();
-}
+using namespace std::chrono_literals;
 
-// The file is replaced rather than written, so that its folder has to be watched as well; and before the
-// client's first start there is only some folder above that.
-void ChosenVehicle::watch() {
-  for (QString path = file_;; path = QFileInfo(path).path()) {
-    const bool exists = QFileInfo::exists(path);
-    if (exists) watcher_.addPath(path);
-    if ((exists && path != file_) || path == QFileInfo(path).path()) return;
-  }
+ChosenVehicle::ChosenVehicle(QString settingsFile) : file_(std::move(settingsFile)) {
+  // The file is replaced rather than written, so it is its folder that has to be watched; made here in case
+  // the client has not been started yet.
+  const QString folder = QFileInfo(file_).path();
+  QDir().mkpath(folder);
+  watcher_.addPath(folder);
+  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &ChosenVehicle::read);
+  // Not every file system tells of changes, and a user's share of watches may be used up.
+  timer_.start(2s);
+  connect(&timer_, &QTimer::timeout, this, &ChosenVehicle::read);
+  read();
 }
 
 void ChosenVehicle::read() {
   QFile file(file_);
-  const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  const QJsonObject settings = QJsonDocument::fromJson(text).object();
+  QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  if (text == text_) return;
+  text_ = std::move(text);
+  const QJsonObject settings = QJsonDocument::fromJson(text_).object();
   const QJsonValue vehicle = settings.value(QStringLiteral("WidgetVehicle"));
   QJsonObject reading = settings.value(QStringLiteral("WidgetReading")).toObject();
   chosen_ = vehicle.isDouble();

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 namespace fleetor::widget {
 
@@ -27,11 +29,12 @@ class ChosenVehicle : public QObject {
   void changed();
 
  private:
-  void watch();
   void read();
 
   QString file_;
+  QByteArray text_;  // what the file last held
   QFileSystemWatcher watcher_;
+  QTimer timer_;
   bool chosen_ = false;
   QString name_;
   QString dateTime_;
