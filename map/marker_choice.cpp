@@ -20,15 +20,16 @@ void thin(std::vector<std::size_t>& chosen, std::span<const WorldPoint> places, 
   const auto rows = static_cast<std::size_t>(std::floor(window.bottom / square) - firstRow) + 1;
   std::vector<bool> taken(columns * rows);
   std::vector<std::size_t> kept;
-  for (auto index = chosen.rbegin(); index != chosen.rend(); ++index) {
-    const auto [x, y] = places[*index];
+  std::ranges::reverse(chosen);
+  for (const std::size_t index : chosen) {
+    const auto [x, y] = places[index];
     const double near = x - std::round(x - middle);
     const auto column = static_cast<std::size_t>(std::floor(near / square) - firstColumn);
     const auto row = static_cast<std::size_t>(std::floor(y / square) - firstRow);
     const std::size_t cell = row * columns + column;
     if (taken[cell]) continue;
     taken[cell] = true;
-    kept.push_back(*index);
+    kept.push_back(index);
   }
   std::ranges::reverse(kept);
   chosen = std::move(kept);

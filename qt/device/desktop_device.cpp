@@ -45,8 +45,9 @@ std::string DesktopDevice::pathForResource(const std::string& name, const std::s
   std::string folder = parts_.resourceRoot;
   if (!folder.ends_with('/')) folder += '/';
   const std::string file = type.empty() ? name : name + "." + type;
-  for (const std::string& path : {folder + language_.code() + '/' + file, folder + file})
-    if (QFile::exists(QString::fromStdString(path))) return path;
+  const auto exists = [](const std::string& path) { return QFile::exists(QString::fromStdString(path)); };
+  if (std::string path = folder + language_.code() + '/' + file; exists(path)) return path;
+  if (std::string path = folder + file; exists(path)) return path;
   return {};
 }
 

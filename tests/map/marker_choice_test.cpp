@@ -15,8 +15,9 @@ constexpr double few = 1.0 / 4096;  // of the world
 
 std::vector<WorldPoint> grid(int side, double step) {
   std::vector<WorldPoint> places;
-  for (int i = 0; i < side * side; ++i)
-    places.push_back({0.5 + i % side * step, 0.3 + i / side * step});
+  for (int row = 0; row < side; ++row)
+    for (int column = 0; column < side; ++column)
+      places.push_back({0.5 + column * step, 0.3 + row * step});
   return places;
 }
 

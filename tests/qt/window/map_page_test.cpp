@@ -328,8 +328,9 @@ TEST_F(MapPageTest, ATapOnAMarkerOpensItsCalloutAndATapOnTheMapClosesIt) {
 
 TEST_F(MapPageTest, DrawsOfACrowdWhatCanBeToldApart) {
   MapAnnotations crowd;
-  for (int i = 0; i < 20'000; ++i)
-    crowd.push_back(std::make_shared<Stop>(at(10 * (i % 200 - 100), 10 * (i / 200 - 50))));
+  for (int row = -50; row < 50; ++row)
+    for (int column = -100; column < 100; ++column)
+      crowd.push_back(std::make_shared<Stop>(at(10 * column, 10 * row)));
   const auto drawn = [&] { return adapters_.itemFor<MapViewItem>(&page_->map)->markers()->rowCount(); };
   page_->map.addAnnotations(crowd);
   int begun = 0;
