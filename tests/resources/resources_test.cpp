@@ -8,6 +8,7 @@
 #include <QImageReader>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextTable>
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
@@ -132,6 +133,7 @@ TEST(Images, of_the_launch_fill_the_screen_and_keep_the_logo_when_they_are_cut_t
 
 struct Reading {
   int headings = 0;
+  int rows = 0;  // of the tables
   std::vector<std::string> links;
 };
 
@@ -141,6 +143,8 @@ Reading readDocument(const QString& name) {
   EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
   QTextDocument document;
   document.setHtml(QString::fromUtf8(file.readAll()));
+  for (const QTextFrame* frame : document.rootFrame()->childFrames())
+    if (const auto* table = qobject_cast<const QTextTable*>(frame)) reading.rows += table->rows();
   for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
     reading.headings += block.blockFormat().headingLevel() > 0;
     EXPECT_EQ(block.blockFormat().background().style(), Qt::NoBrush) << name.toStdString();
@@ -162,10 +166,12 @@ TEST(Documents, read_on_any_background_and_say_the_same_in_every_language) {
     const Reading english = readDocument(name);
     EXPECT_GT(english.headings, 2);
     EXPECT_FALSE(english.links.empty());
+    EXPECT_EQ(english.rows > 0, name == "tos");
     for (const QFileInfo& table : QDir(":/languages").entryInfoList()) {
       const QString translation = table.completeBaseName() + "/" + name;
       const Reading reading = readDocument(translation);
       EXPECT_EQ(reading.headings, english.headings) << translation.toStdString();
+      EXPECT_EQ(reading.rows, english.rows) << translation.toStdString();
       EXPECT_THAT(reading.links, testing::UnorderedElementsAreArray(english.links))
           << translation.toStdString();
     }
