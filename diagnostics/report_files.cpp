@@ -48,8 +48,13 @@ std::int64_t secondsOf(Date date) {
 }
 
 bool writePacked(const fs::path& path, const std::string& text) {
-  const gzFile file = gzopen(path.c_str(), "wb9");
-  if (!file) return false;
+  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (descriptor < 0) return false;
+  const gzFile file = gzdopen(descriptor, "wb9");  // its own open would let others read it
+  if (!file) {
+    ::close(descriptor);
+    return false;
+  }
   const bool written = gzwrite(file, text.data(), static_cast<unsigned>(text.size())) > 0;
   return gzclose(file) == Z_OK && written;
 }
@@ -118,8 +123,9 @@ fs::path reportPath(const fs::path& folder, const char* kind, Date started) {
 
 bool makeReportFolder(const fs::path& folder) {
   std::error_code error;
-  if (fs::create_directories(folder, error)) fs::permissions(folder, fs::perms::owner_all, error);
-  return fs::is_directory(folder, error);
+  fs::create_directories(folder, error);
+  if (!error) fs::permissions(folder, fs::perms::owner_all, error);
+  return !error;
 }
 
 std::vector<fs::path> packReports(const fs::path& folder, Date now) {

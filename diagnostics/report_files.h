@@ -37,7 +37,7 @@ class OwnFile {
 /// Where this run writes its report of that kind: "crash-SECONDS-PROCESS.txt".
 std::filesystem::path reportPath(const std::filesystem::path& folder, const char* kind, Date started);
 
-/// Makes the folder, for this user only. False when it is not there afterwards.
+/// Makes the folder, and makes it this user's only, also when it was there. False when that failed.
 bool makeReportFolder(const std::filesystem::path& folder);
 
 /// Packs (gzip) what earlier runs have left in the folder, and deletes what is too much: of each kind the

@@ -112,6 +112,20 @@ TEST_F(ReportsTest, ThatAreTooManyOrTooOldGoAndOtherFilesStay) {
   EXPECT_EQ(files().size(), 7U) << "with the file of another name";
 }
 
+TEST_F(ReportsTest, AreForTheirUserAlone) {
+  using std::filesystem::perms;
+  std::filesystem::permissions(scratch_.path(), perms::all);
+  ASSERT_TRUE(makeReportFolder(scratch_.path()));
+  EXPECT_EQ(std::filesystem::status(scratch_.path()).permissions(), perms::owner_all);
+  leaveReport(crashReport, 1);
+  const auto packed = packReports(scratch_.path(), queues_.now());
+  ASSERT_EQ(packed.size(), 1U);
+  EXPECT_EQ(std::filesystem::status(packed[0]).permissions(), perms::owner_read | perms::owner_write);
+
+  leave("file", "text");
+  EXPECT_FALSE(makeReportFolder(scratch_.path() / "file"));
+}
+
 TEST_F(ReportsTest, OfARunThatGoesOnAreItsOwn) {
   transport_.answer("/take", test::reply(200, "", ""));
   auto usage = std::make_unique<UsageEvents>(ReportSetup{scratch_.path(), address_, "1.2.3"}, queues_.now());
