@@ -38,7 +38,7 @@ constexpr std::array crashSignals{CrashSignal{SIGSEGV, "SIGSEGV"}, CrashSignal{S
                                   CrashSignal{SIGILL, "SIGILL"}, CrashSignal{SIGFPE, "SIGFPE"},
                                   CrashSignal{SIGABRT, "SIGABRT"}};
 constexpr std::size_t handlerStackBytes = std::size_t{64} * 1024;
-constexpr int mostFrames = 64;
+constexpr int mostFrames = 128;  // where Qt draws, more than 60 are its own
 constexpr std::uintptr_t nullPageBytes = 4096;
 constexpr std::uintptr_t nearStackBytes = std::uintptr_t{64} * 1024;
 

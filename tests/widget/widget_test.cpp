@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <QDir>
 #include <QFile>
@@ -9,6 +10,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <csignal>
 #include <memory>
 
 #include "app/client.h"
@@ -56,6 +58,14 @@ class Session : public testing::Test {
     process->waitForFinished();
     process.reset();
   }
+  static QString onWindowOf(const QProcess& process, const QStringList& commands) {
+    QProcess xdotool;
+    xdotool.start(q("xdotool"), QStringList{q("search"), q("--all"), q("--onlyvisible"), q("--pid"),
+                                            QString::number(process.processId()), q("--name"), q(".")} +
+                                    commands);
+    xdotool.waitForFinished();
+    return QString::fromUtf8(xdotool.readAllStandardOutput()).trimmed();
+  }
   template <class Done>
   static bool waitFor(Done done) {
     return QTest::qWaitFor(done, patience);
@@ -82,6 +92,36 @@ TEST_F(Session, HasOneClientWhichTakesTheRequestsOfLaterStarts) {
   })) << "of two that start at once, one gives way";
   end(first);
   end(later);
+}
+
+TEST_F(Session, LeavesAReportOfACrashForTheNextStartToPack) {
+  const rlimit noCore{0, 0};
+  ::setrlimit(RLIMIT_CORE, &noCore);
+  // A sanitizer's own handler comes after ours, and would end the process in its way.
+  for (const char* name : {"ASAN_OPTIONS", "TSAN_OPTIONS"})
+    qputenv(name, qgetenv(name) + ":handle_segv=0");
+  const QDir folder(home_.filePath(q("cache/fleetor/fleetor/reports")));
+
+  auto client = start(CLIENT);
+  ASSERT_TRUE(waitFor([&] { return !onWindowOf(*client, {}).isEmpty(); })) << "no window";
+  const qint64 process = client->processId();
+  ASSERT_EQ(::kill(static_cast<pid_t>(process), SIGSEGV), 0);
+  ASSERT_TRUE(client->waitForFinished(patience));
+  EXPECT_EQ(client->exitStatus(), QProcess::CrashExit);
+  EXPECT_EQ(client->exitCode(), SIGSEGV);
+  const QStringList left = folder.entryList({q("crash-*-%1.txt").arg(process)}, QDir::Files);
+  ASSERT_EQ(left.size(), 1);
+  QFile file(folder.filePath(left[0]));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const std::string report = file.readAll().toStdString();
+  EXPECT_THAT(report, testing::HasSubstr("\nsignal: 11 SIGSEGV\n"));
+  EXPECT_THAT(report, testing::ContainsRegex("\n#[0-9]+ fleetor\\+0x")) << "as far as our own frames";
+  EXPECT_THAT(report, testing::EndsWith("\nend\n"));
+
+  client = start(CLIENT);
+  const QStringList packed{QFileInfo(left[0]).completeBaseName() + q(".gz")};
+  EXPECT_TRUE(waitFor([&] { return folder.entryList(QDir::Files) == packed; }));
+  end(client);
 }
 
 /// A client in this process, signed in to a demo service of its own, that answers later starts as the program
@@ -157,14 +197,7 @@ class WidgetOfSignedInUser : public Session {
     return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
   }
 
-  QString onWidget(const QStringList& commands) {
-    QProcess xdotool;
-    xdotool.start(q("xdotool"), QStringList{q("search"), q("--all"), q("--onlyvisible"), q("--pid"),
-                                            QString::number(widget_->processId()), q("--name"), q(".")} +
-                                    commands);
-    xdotool.waitForFinished();
-    return QString::fromUtf8(xdotool.readAllStandardOutput()).trimmed();
-  }
+  QString onWidget(const QStringList& commands) { return onWindowOf(*widget_, commands); }
   /// What the widget's window is called, which is what it shows in large.
   QString title() { return onWidget({q("getwindowname")}); }
 
