@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <any>
+
 #include "support/client.h"
 #include "vehicle/about_detail_view_controller.h"
 #include "vehicle/notifications.h"
@@ -18,8 +20,8 @@ TEST(AboutPage, AsksAtEachPollThatItSeesUntilTheDataIsThereAndKeepsIt) {
   vehicle.vehicleId = 7;
   page->setVehicle(vehicle);
   auto& table = page->itemsTableView();
-  const auto poll = [&] {
-    client.center.postNotificationName(kFleetorNotificationLive, APIFailure{});
+  const auto poll = [&](const std::any& outcome = APIFailure{}) {
+    client.center.postNotificationName(kFleetorNotificationLive, outcome);
     client.queues.runUntilIdle();
     return client.takeRequests();
   };
@@ -45,8 +47,12 @@ TEST(AboutPage, AsksAtEachPollThatItSeesUntilTheDataIsThereAndKeepsIt) {
   client.application.window().setRootViewController(nullptr);
   EXPECT_THAT(poll(), IsEmpty());
   client.application.window().setRootViewController(page);
-  client.transport.answer("/info", infoReply());
-  EXPECT_THAT(poll(), ElementsAre("GET /info?vehid=7"));
+  auto other = std::make_shared<Live>();
+  other->vehicles.vehicleId = 8;
+  EXPECT_THAT(poll(std::shared_ptr<const Live>(other)), ElementsAre("GET /info?vehid=7"));
+  EXPECT_EQ(table.numberOfRows(), 0) << "a spinner, although it is not the first request";
+  client.transport.answerOpen("/info", infoReply());
+  client.queues.runUntilIdle();
   EXPECT_THAT(Client::textsOf(table),
               ElementsAre("2026-11-01 | Technical service", "2026-09-15 | Oil change",
                           "150000 km | Distance service", "Jan Kowal | Driver",
