@@ -1,0 +1,159 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QGuiApplication>
+#include <QProcess>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <functional>
+#include <memory>
+
+#include "app/client.h"
+#include "support/memory_stores.h"
+
+namespace fleetor {
+
+/// The client in its window, signed out, against a demo service of its own.
+class WindowTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    service_.setProcessChannelMode(QProcess::MergedChannels);
+    service_.start(QStringLiteral(DEMO_SERVICE), {QStringLiteral("--port"), QStringLiteral("0")});
+    ASSERT_TRUE(service_.waitForStarted());
+    QByteArray said;
+    while (!said.contains('\n') && service_.waitForReadyRead(10'000))
+      said += service_.readAll();
+    const auto address = QRegularExpression(QStringLiteral("http://[0-9.:]+")).match(QString::fromUtf8(said));
+    ASSERT_TRUE(address.hasMatch()) << said.toStdString();
+    address_ = address.captured().toStdString();
+  }
+
+  void TearDown() override {
+    client_.reset();
+    service_.kill();
+    service_.waitForFinished();
+  }
+
+  void open(Idiom idiom, QSize size, const char* language = "en") {
+    const std::string folder = settings_.path().toStdString();
+    client_ = std::make_unique<Client>(Client::Setup{address_,
+                                                     idiom,
+                                                     {size, false},
+                                                     folder + "/standard",
+                                                     folder + "/shared",
+                                                     folder + "/tiles",
+                                                     std::make_unique<test::MemoryKeyStore>(),
+                                                     language});
+    ASSERT_TRUE(client_->open());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+  }
+
+  void close() { client_.reset(); }
+
+  QQuickWindow& window() { return client_->mainWindow().window(); }
+
+  using Match = std::function<bool(QQuickItem&)>;
+
+  static void collect(QQuickItem* item, const Match& match, std::vector<QQuickItem*>& found) {
+    if (!item->isVisible() || item->opacity() == 0) return;
+    if (match(*item)) found.push_back(item);
+    for (QQuickItem* child : item->childItems())
+      collect(child, match, found);
+  }
+
+  std::vector<QQuickItem*> items(const char* property, const QString& value) {
+    std::vector<QQuickItem*> found;
+    collect(
+        window().contentItem(), [&](QQuickItem& item) { return item.property(property).toString() == value; },
+        found);
+    return found;
+  }
+
+  bool waitFor(const char* property, const char* value) {
+    return QTest::qWaitFor([&] { return !items(property, QString::fromUtf8(value)).empty(); }, 10'000);
+  }
+
+  /// Waits for what carries that label, and for it to rest where it is.
+  QQuickItem* labelled(const char* label) {
+    if (!waitFor("label", label)) {
+      ADD_FAILURE() << "nothing is called \"" << label << "\"";
+      return nullptr;
+    }
+    QTest::qWait(500);
+    const auto found = items("label", QString::fromUtf8(label));
+    return found.empty() ? nullptr : found.back();
+  }
+
+  void click(const char* label) {
+    QQuickItem* item = labelled(label);
+    ASSERT_NE(item, nullptr);
+    const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    QTest::mouseClick(&window(), Qt::LeftButton, {}, middle.toPoint());
+  }
+
+  void drag(QPoint from, QPoint to) {
+    constexpr int steps = 12;
+    QTest::mousePress(&window(), Qt::LeftButton, {}, from);
+    for (int i = 1; i <= steps; ++i)
+      QTest::mouseMove(&window(), from + (to - from) * i / steps, 15);
+    QTest::mouseRelease(&window(), Qt::LeftButton, {}, to);
+  }
+
+  void type(const char* text) {
+    for (const char* c = text; *c; ++c)
+      QTest::keyClick(&window(), *c);
+  }
+
+  /// From the first start to the list of vehicles.
+  void signIn(const char* agree = "I agree", const char* enter = "Sign in",
+              const char* list = "My Vehicles") {
+    click(agree);
+    ASSERT_TRUE(waitFor("label", enter));
+    QTest::qWait(600);
+    QTest::keyClick(&window(), Qt::Key_Tab);
+    type("demo");
+    QTest::keyClick(&window(), Qt::Key_Return);
+    type("demo");
+    QTest::keyClick(&window(), Qt::Key_Return);
+    ASSERT_TRUE(waitFor("title", list));
+  }
+
+  /// What is read out for the row of that caption.
+  QString reading(const char* caption) {
+    std::vector<QQuickItem*> found;
+    collect(
+        window().contentItem(),
+        [&](QQuickItem& item) {
+          return item.property("spoken").toString().startsWith(QString::fromUtf8(caption) +
+                                                               QStringLiteral(": "));
+        },
+        found);
+    return found.empty() ? QString() : found.back()->property("spoken").toString();
+  }
+
+  bool isChecked(const char* tab) {
+    const auto found = items("label", QString::fromUtf8(tab));
+    return !found.empty() && found.back()->property("checked").toBool();
+  }
+
+  QQuickItem* list() {
+    std::vector<QQuickItem*> found;
+    collect(
+        window().contentItem(),
+        [](QQuickItem& item) { return item.property("table").isValid() && item.property("count").isValid(); },
+        found);
+    return found.empty() ? nullptr : found.back();
+  }
+
+ private:
+  QTemporaryDir settings_;
+  QProcess service_;
+  std::string address_;
+  std::unique_ptr<Client> client_;
+};
+
+}  // namespace fleetor
