@@ -110,7 +110,8 @@ ListView {
         }
 
         Rectangle {
-            visible: (body.item as RowBody)?.separated ?? false
+            readonly property bool closing: row.index === list.count - 1 && (list.table?.emptyFooter ?? false)
+            visible: ((body.item as RowBody)?.separated ?? false) && !closing
             anchors.bottom: parent.bottom
             anchors.left: parent.left
             anchors.leftMargin: Theme.margin

@@ -179,6 +179,7 @@ TEST_F(WindowTest, TheMenuLeadsToTheAccountByTapAndToTheAboutPageByKey) {
   click("Menu");
   click("Account");
   ASSERT_TRUE(waitFor("text", "Expiration date"));
+  EXPECT_EQ(linesBetweenRows(), list()->property("count").toInt() - 1);
 
   click("Menu");
   ASSERT_NE(labelled("About"), nullptr);

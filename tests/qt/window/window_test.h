@@ -149,6 +149,14 @@ class WindowTest : public testing::Test {
     return found.empty() ? nullptr : found.back();
   }
 
+  int linesBetweenRows() {
+    std::vector<QQuickItem*> found;
+    collect(
+        list(), [](QQuickItem& item) { return item.height() == 1 && item.property("color").isValid(); },
+        found);
+    return static_cast<int>(found.size());
+  }
+
  private:
   QTemporaryDir settings_;
   QProcess service_;
