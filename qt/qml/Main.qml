@@ -17,7 +17,7 @@ Window {
     title: "Fleetor"
     visible: true
     color: Theme.background
-    minimumWidth: 240
+    minimumWidth: content.pad ? 620 : 240 // a tablet's list has 300 of them
     minimumHeight: 240
     Component.onCompleted: Theme.forceDark = forceDark
 
