@@ -133,7 +133,7 @@ RowBody {
                     text: modelData
                     textFormat: Text.PlainText
                     wrapMode: Text.Wrap
-                    maximumLineCount: Theme.large ? 5 : 2
+                    maximumLineCount: Theme.large ? 5 : 3
                     elide: Text.ElideRight
                     color: Theme.text
                     font.pixelSize: Theme.bodySize
@@ -175,6 +175,8 @@ RowBody {
                         text: measure.modelData.words
                         textFormat: Text.PlainText
                         elide: Text.ElideRight
+                        fontSizeMode: Theme.large ? Text.FixedSize : Text.HorizontalFit
+                        minimumPixelSize: 12
                         color: Theme.text
                         font.pixelSize: Theme.bodySize
                         font.bold: true
