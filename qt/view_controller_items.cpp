@@ -165,6 +165,10 @@ bool NavigationControllerItem::barHidden() const {
   return read<NavigationController>([](NavigationController& c) { return c.navigationBar().hidden(); });
 }
 
+QString NavigationControllerItem::backLabel() const {
+  return adapters().localized("Back");
+}
+
 int NavigationControllerItem::indexOf(ViewControllerItem* screen) const {
   const auto* stack = as<NavigationController>();
   const auto* wanted = screen ? screen->as<ViewController>() : nullptr;

@@ -85,10 +85,10 @@ Rectangle {
         Accessible.name: text
     }
 
-    Rectangle {
+    Image {
         anchors.top: parent.bottom
         width: parent.width
-        height: 1
-        color: "#26000000"
+        source: "qrc:/images/NavShadow.svg"
+        sourceSize { width: 24; height: 3 }
     }
 }

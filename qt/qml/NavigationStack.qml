@@ -96,6 +96,7 @@ FocusScope {
                 leftItems: page.screen?.leftItems ?? []
                 rightItems: page.screen?.rightItems ?? []
                 backButton: page.place > 0
+                backLabel: stack.navigation.backLabel
                 onBackTapped: stack.navigation.pop()
             }
 
