@@ -54,6 +54,6 @@ QtObject {
 
     // Pictures that point along the line.
     function turns(picture) {
-        return mirrored && /NavBack|B(tn|ar)Logout/.test(picture);
+        return mirrored && /NavBack|BtnLogout/.test(picture);
     }
 }
