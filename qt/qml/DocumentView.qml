@@ -8,6 +8,8 @@ Flickable {
 
     property WebViewItem view
     property string label
+    property string document: view?.document ?? ""
+    readonly property string style: `<style>a { color: ${Theme.accent}; }</style>` // the only way to their colour
 
     contentWidth: width
     contentHeight: page.height + 2 * Theme.margin
@@ -31,11 +33,10 @@ Flickable {
         x: Theme.margin + Math.max(0, (flick.width - 720) / 2)
         y: Theme.margin
         width: Math.min(flick.width, 720) - 2 * Theme.margin
-        text: flick.view?.document ?? ""
+        text: flick.style + flick.document
         textFormat: Text.RichText
         wrapMode: Text.Wrap
         color: Theme.text
-        linkColor: Theme.accent
         font.pixelSize: Theme.bodySize
         lineHeight: 1.15
         onLinkActivated: link => flick.view.tapLink(link)

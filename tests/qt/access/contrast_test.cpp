@@ -1,10 +1,13 @@
 #include <gmock/gmock.h>
 
 #include <QColor>
+#include <QFile>
 #include <QGuiApplication>
 #include <QMetaProperty>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QTextBlock>
+#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -52,22 +55,38 @@ const std::set<std::string> lines{"separator", "fieldBorder", "focusRing", "dim"
 /// White on the bars' colour is the product's own look: 1.9 to 1.
 const std::set<std::string> given{"barText"};
 
-class Contrast : public testing::TestWithParam<bool> {};
+/// The look, light and dark.
+class Contrast : public testing::TestWithParam<bool> {
+ protected:
+  void SetUp() override {
+    qml_register_types_Fleetor();
+    engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    holder_ = made("QtObject { property QtObject theme: Theme }");
+    ASSERT_TRUE(holder_);
+    theme_ = holder_->property("theme").value<QObject*>();
+    ASSERT_TRUE(theme_);
+    theme_->setProperty("forceDark", GetParam());
+    ASSERT_EQ(theme_->property("dark").toBool(), GetParam());
+  }
+
+  std::unique_ptr<QObject> made(const char* what) {
+    QQmlComponent component(&engine_);
+    component.setData(QByteArray("import QtQuick\nimport Fleetor\n") + what, {});
+    std::unique_ptr<QObject> object(component.create());
+    EXPECT_TRUE(object) << component.errorString().toStdString();
+    return object;
+  }
+
+  QColor color(const std::string& name) const { return theme_->property(name.c_str()).value<QColor>(); }
+
+  QObject* theme_ = nullptr;
+
+ private:
+  QQmlEngine engine_;
+  std::unique_ptr<QObject> holder_;
+};
 
 TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForEveryText) {
-  qml_register_types_Fleetor();
-  QQmlEngine engine;
-  engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-  QQmlComponent component(&engine);
-  component.setData("import QtQml\nimport Fleetor\nQtObject { property QtObject theme: Theme }", {});
-  const std::unique_ptr<QObject> holder(component.create());
-  ASSERT_TRUE(holder) << component.errorString().toStdString();
-  auto* const theme = holder->property("theme").value<QObject*>();
-  ASSERT_TRUE(theme);
-  theme->setProperty("forceDark", GetParam());
-  ASSERT_EQ(theme->property("dark").toBool(), GetParam());
-  const auto color = [&](const std::string& name) { return theme->property(name.c_str()).value<QColor>(); };
-
   std::set<std::string> known = lines;
   known.insert(given.begin(), given.end());
   for (const auto& [text, under] : grounds) {
@@ -81,11 +100,35 @@ TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForEveryText) {
     }
   }
 
-  const QMetaObject& look = *theme->metaObject();
+  const QMetaObject& look = *theme_->metaObject();
   for (int i = 0; i < look.propertyCount(); ++i) {
     const QMetaProperty property = look.property(i);
     if (property.metaType() != QMetaType::fromType<QColor>()) continue;
     EXPECT_TRUE(known.contains(property.name())) << property.name() << " is not looked at";
+  }
+}
+
+TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForTheLinksOfADocument) {
+  const auto document = made("DocumentView {}");
+  ASSERT_TRUE(document);
+  for (const QString name : {":/documents/tos.html", ":/documents/about.html"}) {
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    document->setProperty("document", QString::fromUtf8(file.readAll()));
+    int links = 0;
+    for (const QObject* part : document->findChildren<QObject*>()) {
+      QTextDocument shown;
+      shown.setHtml(part->property("text").toString());
+      for (QTextBlock block = shown.begin(); block.isValid(); block = block.next())
+        for (auto text = block.begin(); !text.atEnd(); ++text) {
+          const QTextCharFormat format = text.fragment().charFormat();
+          if (!format.isAnchor()) continue;
+          ++links;
+          EXPECT_GE(contrast(format.foreground().color(), color("background")), 4.5)
+              << text.fragment().text().toStdString();
+        }
+    }
+    EXPECT_GT(links, 0) << name.toStdString();
   }
 }
 
