@@ -1,4 +1,4 @@
-# Shared by ./run, ./test, ./check and ./bench: finding the project, installing what is missing, building.
+# Shared by ./run, ./test, ./check, ./bench and ./package: finding the project, installing what is missing, building.
 # Source it; it changes into the project's folder.
 
 set -euo pipefail
