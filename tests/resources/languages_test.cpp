@@ -96,4 +96,17 @@ TEST(Languages, have_a_say_in_everything_that_is_shown) {
   EXPECT_THAT(bare, IsEmpty());
 }
 
+TEST(Languages, are_spoken_by_the_menu_entries_and_the_metadata_too) {
+  const std::pair<const char*, std::vector<const char*>> spoken[] = {
+      {"fleetor.desktop", {"GenericName[%1]=", "Comment[%1]=", "Keywords[%1]="}},
+      {"fleetor-widget.desktop", {"Name[%1]=", "Comment[%1]=", "Keywords[%1]="}},
+      {"org.fleetor.fleetor.metainfo.xml.in", {"<summary xml:lang=\"%1\">"}}};
+  for (const auto& [file, texts] : spoken) {
+    const QString content = contentOf(QStringLiteral(SOURCES "/packaging/") + file);
+    for (const auto& [language, table] : tables())
+      for (const QString text : texts)
+        EXPECT_EQ(content.count(text.arg(language)), 1) << file << ": " << text.arg(language).toStdString();
+  }
+}
+
 }  // namespace
