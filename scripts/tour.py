@@ -78,7 +78,7 @@ def callout(client):
     client.click_at(at.x + at.width // 2, at.y + at.height // 2)
     client.find(PARKED, CALLOUT)
     client.picture("map-callout")
-    client.click_at(x + width // 2, y + height - 40)  # besides all markers
+    client.click_at(x + 30, y + height - 30)  # in a corner, for the town is round
     client.gone(PARKED, CALLOUT)
 
 
@@ -115,14 +115,14 @@ def on_the_road(demo, client, place):
     return vehicle
 
 
-def live_trail(client, demo, vehicle, name="live-trail"):
+def live_trail(client, demo, vehicle):
     """After four positions of a vehicle that drives, 15 seconds apart."""
     client.wait_for("four positions", lambda: demo.requests("/live", vehicle) >= 4, 90)
     wait_for_tiles(client)
     client.wheel("Map$", 4, role="image")  # so that the trail is long on the screen
     wait_for_line(client, vehicle, 40)
     wait_for_tiles(client)
-    client.picture(name)
+    client.picture("live-trail")
 
 
 def first_visit():
@@ -194,6 +194,7 @@ def pages(client, vehicle):
 
 def small_phone():
     client = Client("small-phone", *SMALL_PHONE, at=BESIDE)
+    client.picture("launch")
     client.find("Café van 1")
     client.picture("vehicles")
     client.click("Menu")
@@ -220,15 +221,27 @@ def small_phone():
     client.close()
 
 
-def dark():
-    client = Client("dark-phone", *PHONE, "--dark", at=BESIDE)
+def account_sheet(client):
+    client.click("Account")
+    client.find("VAT ID")
+    client.picture("account")
+    client.key("Escape")
+    client.gone("VAT ID")
+    client.settle()  # until it is off the screen it takes every tap
+
+
+def dark(device, *options, at=(0, 0)):
+    client = Client(f"dark-{device}", *options, "--dark", at=at)
     client.find("Café van 1")
     client.picture("vehicles")
-    client.click("Menu")
-    client.find("Account")
-    client.picture("menu")
-    client.click("My Vehicles", "push button")
-    client.gone("Account")
+    if device == "phone":
+        client.click("Menu")
+        client.find("Account")
+        client.picture("menu")
+        client.click("My Vehicles", "push button")
+        client.gone("Account")
+    else:
+        account_sheet(client)
     client.click("Café van 1")
     client.find(".*Speed")
     client.picture("info")
@@ -244,17 +257,17 @@ def dark():
     client.close()
 
 
-def language(code):
+def language(code, device, *options, at=(0, 0)):
     """What does not depend on the words: the vehicles' names, and which tab it is."""
-    client = Client(f"{code}-phone", *PHONE, "--language", code, at=BESIDE)
+    client = Client(f"{code}-{device}", *options, "--language", code, at=at)
     client.find("Café van 1")
     client.picture("vehicles")
     client.click("Café van 1")
     client.wait_for("the five tabs", lambda: len(client.seen(".", TAB)) == 5)
     client.find(r".*km/h")
     client.picture("info")
-    at = client.seen(".", TAB)[3]
-    client.click_at(at.x + at.width // 2, at.y + at.height // 2)
+    trips = client.seen(".", TAB)[3]
+    client.click_at(trips.x + trips.width // 2, trips.y + trips.height // 2)
     client.find(r".*\d km")
     client.picture("trips")
     client.close()
@@ -270,8 +283,8 @@ def walk_on_the_phone(demo):
     tab(phone, "Live")
 
     small_phone()  # beside it, while the vehicle draws its trail
-    language("de")
-    language("ar")
+    language("de", "phone", *PHONE, at=BESIDE)
+    language("ar", "phone", *PHONE, at=BESIDE)
     live_trail(phone, demo, vehicle)
     pages(phone, vehicle)
     tab(phone, "Map")
@@ -300,21 +313,18 @@ def walk_on_the_tablet(demo):
     client.picture("launch")
     client.find("Café van 1")
     client.picture("vehicles")
-    client.click("Account")
-    client.find("VAT ID")
-    client.picture("account")
-    client.key("Escape")
-    client.gone("VAT ID")
+    account_sheet(client)
     client.click("About")
     client.find("Fleetor")
     client.picture("about")
     client.key("Escape")
+    client.settle()
     choose_widget_vehicle(client)
     vehicle = on_the_road(demo, client, 1)
     client.find(".*Speed")
     client.picture("info")
     tab(client, "Live")
-    dark()
+    dark("phone", *PHONE, at=BESIDE)
     live_trail(client, demo, vehicle)
     pages(client, vehicle)
     tab(client, "Map")
@@ -363,12 +373,30 @@ def first_visit_elsewhere():
         client.close()
 
 
+def large_text():
+    """Text of twice its size where there is the least room, from the sign-in on."""
+    client = Client("large-text", *SMALL_PHONE, "--text-size", "200")
+    client.find("User name")
+    client.picture("sign-in")
+    sign_in(client)
+    client.find("Café van 1")
+    client.picture("vehicles")
+    client.click("Café van 1")
+    client.find(".*Speed")
+    client.picture("info")
+    tab(client, "Trips")
+    client.find("Driving|Parking")
+    client.picture("trips")
+    client.close()
+
+
 def index():
     """The pictures of each device side by side, in the order in which they were taken."""
     names = sorted((name for name in os.listdir(PICTURES) if name.endswith(".png")),
                    key=lambda name: os.stat(os.path.join(PICTURES, name)).st_mtime_ns)
     body = ""
-    for device in ("phone", "small-phone", "dark-phone", "de-phone", "ar-phone", "tablet"):
+    for device in ("phone", "small-phone", "large-text", "dark-phone", "de-phone", "ar-phone", "tablet",
+                   "dark-tablet", "ar-tablet"):
         body += f"<h2>{device.replace('-', ' ').capitalize()}</h2><section>"
         for name in names:
             if name.startswith(f"{device}-"):
@@ -390,9 +418,12 @@ service = Demo()
 try:
     walk_on_the_phone(service)
     walk_on_the_tablet(service)
+    dark("tablet", *TABLET)
+    language("ar", "tablet", *TABLET)
     tiles_away(service, "phone", *PHONE).close()
     sign_out(tiles_away(service, "tablet", *TABLET))
     first_visit_elsewhere()
+    large_text()
 finally:
     service.stop()
 print(f"{index()} pictures in {time.monotonic() - began:.0f} s")

@@ -93,6 +93,7 @@ class Demo:
                    for _, vehicle_id, vehicle, begins in sorted(drives)}
         return list(longest.values())[::-1]
 
+
 class Client:
     """One running client, its window at a place of its own on the display. Several run side by side here: each has a
     folder of its own for what tells a second start of the first."""
@@ -194,16 +195,12 @@ class Client:
     def click_at(self, x, y, times=1):
         run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", str(times), "--delay", "60", "1")
 
-    def drag(self, x, y, dx, dy, hold=False):
-        """From a place of the window; `hold` leaves the button down."""
+    def drag(self, x, y, dx, dy):
+        """From a place of the window."""
         left, top = self.place()
         run("xdotool", "mousemove", str(left + x), str(top + y), "mousedown", "1")
         for step in range(1, 13):
             run("xdotool", "mousemove", str(left + x + dx * step // 12), str(top + y + dy * step // 12))
-        if not hold:
-            run("xdotool", "mouseup", "1")
-
-    def release(self):
         run("xdotool", "mouseup", "1")
 
     def wheel(self, name, notches, below=0, role=None):
@@ -239,16 +236,18 @@ class Client:
                               check=True, capture_output=True).stdout
         return collections.Counter(zip(data[0::3], data[1::3], data[2::3]))
 
-    def picture(self, name, still=True):
-        """Once nothing moves any more, unless it never stops."""
-        if still:
-            seen = [None]
+    def settle(self):
+        """Until nothing moves any more."""
+        seen = [None]
 
-            def rests():
-                seen.append(self.pixels())
-                return seen[-1] == seen[-2]
+        def rests():
+            seen.append(self.pixels())
+            return seen[-1] == seen[-2]
 
-            self.wait_for("a picture that rests", rests)
+        self.wait_for("a picture that rests", rests)
+
+    def picture(self, name):
+        self.settle()
         self.save(f"{self.prefix}-{name}.png")
 
     def save(self, file):
