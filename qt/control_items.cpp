@@ -1,6 +1,11 @@
 #include "qt/control_items.h"
 
 #include <QFile>
+#include <QGlyphRun>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
+#include <algorithm>
 
 #include "ui/appearance.h"
 #include "ui/bar_button_item.h"
@@ -12,6 +17,29 @@ namespace {
 QColor toQColor(const Color& color) {
   return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
                           static_cast<float>(color.blue), static_cast<float>(color.alpha));
+}
+
+/// Adds to the places, one a line, where the piece of the block's text is.
+void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList& places) {
+  const QTextLayout& layout = *block.layout();
+  const int first = piece.position() - block.position();
+  for (int i = 0; i < layout.lineCount(); ++i) {
+    const QTextLine line = layout.lineAt(i);
+    const int from = std::max(first, line.textStart());
+    const int end = std::min(first + piece.length(), line.textStart() + line.textLength());
+    QRectF place;
+    // By its letters: those beside them may run in the other direction.
+    if (from < end)
+      for (const QGlyphRun& letters : line.glyphRuns(from, end - from))
+        place |= letters.boundingRect();
+    if (place.isEmpty()) continue;
+    place = QRectF(place.x(), line.y(), place.width(), line.height()).translated(layout.position());
+    const QRectF last = places.isEmpty() ? QRectF() : places.constLast().toRectF();
+    if (last.y() == place.y() && !last.isEmpty())
+      places.last() = last | place;
+    else
+      places << place;
+  }
 }
 
 }  // namespace
@@ -94,6 +122,29 @@ QString WebViewItem::document() const {
 }
 void WebViewItem::tapLink(const QString& url) {
   if (auto* view = as<WebView>()) view->tapLink(url.toStdString());
+}
+
+QVariantList WebViewItem::linksOf(QQuickTextDocument* page) {
+  QVariantList links;
+  const QTextDocument& document = *page->textDocument();
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    QString last;
+    for (auto part = block.begin(); !part.atEnd(); ++part) {
+      const QTextFragment piece = part.fragment();
+      const QString url = piece.charFormat().anchorHref();
+      if (!url.isEmpty()) {
+        // What changes its look half-way is still one link.
+        QVariantMap link = url == last ? links.takeLast().toMap() : QVariantMap{{QStringLiteral("url"), url}};
+        QVariantList places = link[QStringLiteral("places")].toList();
+        addPlaces(piece, block, places);
+        link[QStringLiteral("places")] = places;
+        link[QStringLiteral("text")] = link[QStringLiteral("text")].toString() + piece.text();
+        links << link;
+      }
+      last = url;
+    }
+  }
+  return links;
 }
 
 QStringList TabBarAdapter::titles() const {

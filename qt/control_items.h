@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QDateTime>
+#include <QQuickTextDocument>
 #include <QStringList>
 #include <QUrl>
 
@@ -108,6 +109,10 @@ class WebViewItem : public fleetor::ComponentItem {
   using ComponentItem::ComponentItem;
   QString document() const;  ///< HTML text; empty: blank
   Q_INVOKABLE void tapLink(const QString& url);
+
+  /// The links of the document as it is laid out, in reading order: "url", "text" and "places"
+  /// (a rectangle for each line that it takes a part of, in the page's own points).
+  Q_INVOKABLE static QVariantList linksOf(QQuickTextDocument* page);
 };
 
 class TabBarAdapter : public fleetor::ComponentItem {

@@ -9,7 +9,18 @@ Flickable {
     property WebViewItem view
     property string label
     property string document: view?.document ?? ""
-    readonly property string style: `<style>a { color: ${Theme.accent}; }</style>` // the only way to their colour
+    readonly property string style: `<style>a { color: ${Theme.accent}; } p, li, h2, h3, td, th { line-height: 115%; }</style>`
+    property var links: []
+
+    function scrollTo(top) {
+        contentY = Math.max(0, Math.min(top, contentHeight - height));
+    }
+
+    // Into sight, with a line's room above or below.
+    function show(link) {
+        const top = page.y + link.y;
+        scrollTo(Math.max(Math.min(contentY, top - Theme.bodySize), top + link.height + Theme.bodySize - height));
+    }
 
     contentWidth: width
     contentHeight: page.height + 2 * Theme.margin
@@ -19,31 +30,92 @@ Flickable {
     Accessible.role: Accessible.WebDocument
     Accessible.name: label
     Accessible.focusable: true
-    Keys.onDownPressed: contentY = Math.min(contentY + 60, Math.max(0, contentHeight - height))
-    Keys.onUpPressed: contentY = Math.max(0, contentY - 60)
+    Keys.onDownPressed: scrollTo(contentY + 60)
+    Keys.onUpPressed: scrollTo(contentY - 60)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_PageDown || event.key === Qt.Key_Space)
-            contentY = Math.min(contentY + height * 0.9, Math.max(0, contentHeight - height));
+            scrollTo(contentY + height * 0.9);
         else if (event.key === Qt.Key_PageUp)
-            contentY = Math.max(0, contentY - height * 0.9);
+            scrollTo(contentY - height * 0.9);
     }
 
-    Text {
+    TextEdit {
         id: page
+
+        function findLinks() {
+            flick.links = flick.view?.linksOf(textDocument) ?? [];
+        }
+
         x: Theme.margin + Math.max(0, (flick.width - 720) / 2)
         y: Theme.margin
         width: Math.min(flick.width, 720) - 2 * Theme.margin
         text: flick.style + flick.document
-        textFormat: Text.RichText
-        wrapMode: Text.Wrap
+        textFormat: TextEdit.RichText
+        wrapMode: TextEdit.Wrap
+        readOnly: true
+        selectByMouse: false
+        activeFocusOnPress: false
         color: Theme.text
         font.pixelSize: Theme.bodySize
-        lineHeight: 1.15
-        onLinkActivated: link => flick.view.tapLink(link)
         Accessible.role: Accessible.StaticText
         Accessible.name: text.replace(/<(head|style)[^]*?<\/\1>|<[^>]*>/g, " ").replace(/\s+/g, " ").trim()
+        onWidthChanged: findLinks()
+        onContentSizeChanged: findLinks()
+        TapHandler {
+            onTapped: point => {
+                const url = page.linkAt(point.position.x, point.position.y);
+                if (url)
+                    flick.view.tapLink(url);
+            }
+        }
         HoverHandler {
             cursorShape: page.hoveredLink ? Qt.PointingHandCursor : Qt.ArrowCursor
+        }
+
+        // For keys and assistive technology each link is an item of its own, over its place.
+        Repeater {
+            model: flick.links.length
+            delegate: Item {
+                id: link
+                required property int index
+                readonly property var target: flick.links[index]
+                readonly property var places: target?.places ?? []
+                readonly property real end: Math.max(0, ...places.map(place => place.right))
+
+                function open() {
+                    flick.view.tapLink(target.url);
+                }
+
+                x: Math.min(page.width, ...places.map(place => place.left))
+                y: places[0]?.top ?? 0
+                width: end - x
+                height: (places[places.length - 1]?.bottom ?? y) - y
+                activeFocusOnTab: true
+                onActiveFocusChanged: if (activeFocus) flick.show(link)
+                Accessible.role: Accessible.Link
+                Accessible.name: target?.text ?? ""
+                Accessible.focusable: true
+                Accessible.onPressAction: open()
+                Keys.onReturnPressed: open()
+                Keys.onEnterPressed: open()
+                Keys.onSpacePressed: open()
+
+                Repeater {
+                    model: link.places
+                    delegate: Rectangle {
+                        required property rect modelData
+                        x: modelData.x - link.x - 3
+                        y: modelData.y - link.y - 1
+                        width: modelData.width + 6
+                        height: modelData.height + 2
+                        visible: link.activeFocus && Person.usesKeys
+                        color: "transparent"
+                        radius: 4
+                        border.width: 2
+                        border.color: Theme.focusRing
+                    }
+                }
+            }
         }
     }
 

@@ -2,6 +2,7 @@
 mouse, no key. On every screen that it meets, whatever can have the focus or be pressed must have a name and a role."""
 
 import re
+import select
 import subprocess
 import sys
 import time
@@ -26,7 +27,7 @@ class Screen:
         found = [desktop.get_child_at_index(i) for i in range(desktop.get_child_count())]
         return next((one for one in found if one and one.get_process_id() == self.process.pid), None)
 
-    def showing(self):
+    def showing(self, scrolled_away=False):
         """Everything on the screen, in reading order."""
         nodes, todo = [], [self.application()]
         while todo:
@@ -34,7 +35,8 @@ class Screen:
             if node is None:
                 continue
             try:
-                if node.get_role() != Atspi.Role.APPLICATION and not node.get_state_set().contains(Atspi.StateType.SHOWING):
+                shows = scrolled_away or node.get_state_set().contains(Atspi.StateType.SHOWING)
+                if node.get_role() != Atspi.Role.APPLICATION and not shows:
                     continue
                 todo += [node.get_child_at_index(i) for i in reversed(range(node.get_child_count()))]
                 nodes.append(node)
@@ -42,24 +44,30 @@ class Screen:
                 pass
         return nodes
 
-    def find(self, role, name):
+    def find(self, role, name, scrolled_away):
         """The last one of that role whose whole name matches: what lies on top comes last."""
-        hits = [n for n in self.showing() if n.get_role_name() == role and re.fullmatch(name, n.get_name(), re.DOTALL)]
+        hits = [n for n in self.showing(scrolled_away) if n.get_role_name() == role and re.fullmatch(name, n.get_name(), re.DOTALL)]
         return hits[-1] if hits else None
 
-    def wait(self, role, name, seconds=30):
+    def wait(self, role, name, seconds=30, scrolled_away=False):
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             if self.process.poll() is not None:
                 sys.exit(f"the client ended with status {self.process.returncode}")
             try:
-                if hit := self.find(role, name):
+                if hit := self.find(role, name, scrolled_away):
                     return hit
             except GLib.Error:
                 pass
             time.sleep(0.1)
         there = "\n".join(f"  {n.get_role_name()}: {n.get_name()!r}" for n in self.showing())
         sys.exit(f"there is no {role} called {name!r}; there is\n{there}")
+
+    def focus(self, role, name):
+        """Puts the focus on what may be out of sight and come into it by that."""
+        hit = self.wait(role, name, scrolled_away=True)
+        if not hit.grab_focus():
+            sys.exit(f"the {role} {name!r} does not take the focus")
 
     def press(self, role, name):
         control = self.wait(role, name)
@@ -91,6 +99,11 @@ class Screen:
 
 def walk(screen):
     screen.wait("document web", "Terms of service")
+    screen.focus("link", "privacy notice")
+    screen.press("link", "privacy notice")
+    asked = screen.process.stdout.readline().strip() if select.select([screen.process.stdout], [], [], 30)[0] else None
+    if asked != "https://www.example.com/fleetor/privacy":
+        sys.exit(f"the link opened {asked}")
     screen.press("push button", "I agree")
     for role, name in (("text", "User name"), ("panel", "Password")):
         field = screen.wait(role, name)
@@ -136,7 +149,7 @@ service = subprocess.Popen([sys.argv[1], "--port", "0", "--seed", "7"], stdout=s
 address = re.search(r"http://[0-9.:]+", service.stdout.readline())
 if not address:
     sys.exit("the demo service did not start")
-client = subprocess.Popen([sys.argv[2], address.group()])
+client = subprocess.Popen([sys.argv[2], address.group()], stdout=subprocess.PIPE, text=True)
 try:
     screen = Screen(client)
     walk(screen)
