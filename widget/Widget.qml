@@ -12,6 +12,8 @@ Window {
     readonly property color paleInk: dark ? "#b4c0c8" : "#55646f"
     readonly property string headline: !vehicle.chosen ? word("No vehicle chosen") : vehicle.name || word("Chosen vehicle")
 
+    readonly property int needed: Math.ceil(lines.implicitHeight) + 48 // what its texts take at the system's font size
+
     function word(english) {
         return texts[english] ?? english
     }
@@ -24,7 +26,8 @@ Window {
     width: 320
     height: 168
     minimumWidth: 240
-    minimumHeight: 140
+    minimumHeight: Math.max(140, needed)
+    onNeededChanged: height = Math.max(height, needed)
     title: vehicle.speed ? headline + ", " + vehicle.speed : headline
     color: dark ? "#12181d" : "#abc2cc"
 
@@ -56,6 +59,8 @@ Window {
         }
 
         Column {
+            id: lines
+
             anchors.fill: parent
             anchors.margins: 16
             spacing: 4
@@ -96,6 +101,8 @@ Window {
     component Line: Text {
         width: parent.width
         elide: Text.ElideRight
+        wrapMode: Text.Wrap
+        maximumLineCount: 4
         horizontalAlignment: Text.AlignLeft
         textFormat: Text.PlainText
     }

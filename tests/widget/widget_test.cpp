@@ -12,6 +12,7 @@
 #include <QTest>
 #include <csignal>
 #include <memory>
+#include <vector>
 
 #include "app/client.h"
 #include "qt/device/single_instance.h"
@@ -122,6 +123,33 @@ TEST_F(Session, LeavesAReportOfACrashForTheNextStartToPack) {
   const QStringList packed{QFileInfo(left[0]).completeBaseName() + q(".gz")};
   EXPECT_TRUE(waitFor([&] { return folder.entryList(QDir::Files) == packed; }));
   end(client);
+}
+
+TEST_F(Session, HasALargerWidgetWhereTextIsLarger) {
+  // The desktop whose fonts Qt knows without a plug-in.
+  qputenv("XDG_CURRENT_DESKTOP", "KDE");
+  qputenv("KDE_SESSION_VERSION", "5");
+  QDir(home_.path()).mkdir(q("config"));
+  std::vector<int> heights;
+  for (const char* points : {"10", "20"}) {
+    QFile desktop(home_.filePath(q("config/kdeglobals")));
+    ASSERT_TRUE(desktop.open(QIODevice::WriteOnly));
+    desktop.write(QByteArray("[General]\nfont=Sans,") + points + ",-1,5,50,0,0,0,0,0\n");
+    desktop.close();
+    auto widget = start(WIDGET);
+    const auto height = [&] {
+      const QString said = onWindowOf(*widget, {q("getwindowgeometry"), q("--shell")});
+      return QRegularExpression(q("HEIGHT=(\\d+)")).match(said).captured(1).toInt();
+    };
+    ASSERT_TRUE(waitFor([&] { return height() > 1; }));
+    QTest::qWait(500);
+    heights.push_back(height());
+    end(widget);
+  }
+  qunsetenv("XDG_CURRENT_DESKTOP");
+  qunsetenv("KDE_SESSION_VERSION");
+  EXPECT_EQ(heights[0], 168);
+  EXPECT_GT(heights[1], 168) << "its texts take more than one line then";
 }
 
 /// A client in this process, signed in to a demo service of its own, that answers later starts as the program
