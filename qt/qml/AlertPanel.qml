@@ -89,7 +89,7 @@ FocusScope {
                         id: choice
                         required property int index
                         required property string modelData
-                        width: Math.max(Theme.touch, word.implicitWidth + 28)
+                        width: Math.min(column.width, Math.max(Theme.touch, word.implicitWidth + 28))
                         height: Theme.touch
                         label: modelData
                         focus: index === 0
@@ -104,6 +104,10 @@ FocusScope {
                         Text {
                             id: word
                             anchors.centerIn: parent
+                            width: parent.width - 28
+                            horizontalAlignment: Text.AlignHCenter
+                            fontSizeMode: Text.HorizontalFit
+                            minimumPixelSize: 12
                             text: choice.modelData
                             textFormat: Text.PlainText
                             color: Theme.accent

@@ -77,19 +77,13 @@ FocusScope {
         Accessible.name: root.picker?.title ?? ""
 
         // Rests at the bottom, its lower corners out of sight.
-        NumberAnimation on y {
-            id: rise
-            from: root.height
-            to: root.height - sheet.height + 12
+        property real risen
+        y: root.height - risen * (height - 12)
+        NumberAnimation on risen {
+            from: 0
+            to: 1
             duration: 250
             easing.type: Easing.OutCubic
-        }
-        Connections {
-            target: root
-            function onHeightChanged() {
-                rise.stop();
-                sheet.y = root.height - sheet.height + 12;
-            }
         }
         MouseArea {
             anchors.fill: parent
@@ -100,10 +94,17 @@ FocusScope {
             width: parent.width
 
             Item {
+                id: head
+
+                readonly property real beside: width - 2 * Math.max(cancel.width, done.width) - 24
+                readonly property bool stacked: title.implicitWidth > beside // the title has a line of its own
+                readonly property real squeeze: Math.min(1, (width - 16) / (cancel.implicitWidth + done.implicitWidth))
+
                 width: parent.width
-                height: Theme.barHeight + (Theme.large ? title.height : 0) // enlarged, the title has a line of its own
+                height: Theme.barHeight + (stacked ? title.height : 0)
                 TextButton {
                     id: cancel
+                    width: implicitWidth * head.squeeze
                     anchors.left: parent.left
                     anchors.leftMargin: 8
                     anchors.bottom: parent.bottom
@@ -114,8 +115,8 @@ FocusScope {
                 Text {
                     id: title
                     anchors.horizontalCenter: parent.horizontalCenter
-                    y: Theme.large ? 8 : (parent.height - height) / 2
-                    width: parent.width - (Theme.large ? 16 : 2 * Math.max(cancel.width, done.width) + 24)
+                    y: head.stacked ? 8 : (parent.height - height) / 2
+                    width: head.stacked ? parent.width - 16 : head.beside
                     horizontalAlignment: Text.AlignHCenter
                     fontSizeMode: Text.HorizontalFit
                     minimumPixelSize: 11
@@ -129,6 +130,7 @@ FocusScope {
                 }
                 TextButton {
                     id: done
+                    width: implicitWidth * head.squeeze
                     anchors.right: parent.right
                     anchors.rightMargin: 8
                     anchors.bottom: parent.bottom
@@ -150,6 +152,10 @@ FocusScope {
                     id: monthName
                     anchors.horizontalCenter: parent.horizontalCenter
                     y: Theme.large ? Theme.touch : (parent.height - height) / 2
+                    width: parent.width - (Theme.large ? 16 : 4 * Theme.touch - 16) // the arrows leave that much
+                    horizontalAlignment: Text.AlignHCenter
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 11
                     text: `${Qt.locale().standaloneMonthName(root.month)} ${root.yearDigits}`
                     color: Theme.text
                     font.pixelSize: Theme.bodySize

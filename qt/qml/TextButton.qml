@@ -8,7 +8,7 @@ Tappable {
 
     property string sign
 
-    width: Math.max(Theme.touch, word.implicitWidth + 24)
+    implicitWidth: Math.max(Theme.touch, word.implicitWidth + 24)
     height: Theme.touch
 
     Rectangle {
@@ -20,6 +20,10 @@ Tappable {
     Text {
         id: word
         anchors.centerIn: parent
+        width: parent.width - 24
+        horizontalAlignment: Text.AlignHCenter
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 12
         text: root.sign || root.label
         textFormat: Text.PlainText
         color: Theme.accent

@@ -91,6 +91,8 @@ FocusScope {
         text: root.field?.placeholder ?? ""
         textFormat: Text.PlainText
         horizontalAlignment: Text.AlignLeft
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 14
         elide: Text.ElideRight
         color: Theme.secondaryText
         font.pixelSize: Theme.bodySize

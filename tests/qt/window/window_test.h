@@ -109,11 +109,16 @@ class WindowTest : public testing::Test {
   }
 
   /// From the first start to the list of vehicles.
-  void signIn(const char* agree = "I agree", const char* enter = "Sign in",
+  void signIn(const char* agree = "I agree", const char* button = "Sign in",
               const char* list = "My Vehicles") {
     click(agree);
-    ASSERT_TRUE(waitFor("label", enter));
+    ASSERT_TRUE(waitFor("label", button));
     QTest::qWait(600);
+    enter(list);
+  }
+
+  /// From the screen to sign in to the list of vehicles.
+  void enter(const char* list = "My Vehicles") {
     QTest::keyClick(&window(), Qt::Key_Tab);
     type("demo");
     QTest::keyClick(&window(), Qt::Key_Return);

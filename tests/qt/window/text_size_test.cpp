@@ -1,0 +1,151 @@
+#include <QFile>
+#include <QFont>
+#include <QGuiApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "qt/person.h"
+#include "window_test.h"
+
+namespace fleetor {
+namespace {
+
+using testing::IsEmpty;
+
+struct Reader {
+  int perCent;  ///< of the normal size
+  const char* language;
+};
+
+/// On the smallest phone, in the person's language and with text of the size that the person has chosen.
+class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reader> {
+ protected:
+  void SetUp() override {
+    QFont font = before_;
+    font.setPointSizeF(Person::normalPoints * GetParam().perCent / 100);
+    QGuiApplication::setFont(font);
+    WindowTest::SetUp();
+  }
+  void TearDown() override {
+    WindowTest::TearDown();
+    QGuiApplication::setFont(before_);
+  }
+
+  /// What of the item is in sight, in the window.
+  QRectF shown(const QQuickItem& item) {
+    QRectF place = item.mapRectToScene(item.boundingRect());
+    for (const QQuickItem* around = item.parentItem(); around; around = around->parentItem())
+      if (around->clip()) place &= around->mapRectToScene(around->boundingRect());
+    return place;
+  }
+
+  /// The texts in sight that do not show all they have to say: cut off with dots, reaching over the edge or
+  /// into one another.
+  std::vector<std::string> cutTexts() {
+    QTest::qWait(600);
+    std::vector<QQuickItem*> texts;
+    collect(
+        window().contentItem(),
+        [](QQuickItem& item) {
+          // What is disabled lies beneath a question, or beside the menu.
+          return item.inherits("QQuickText") && item.isEnabled() &&
+                 !item.property("text").toString().isEmpty();
+        },
+        texts);
+    EXPECT_FALSE(texts.empty());
+    std::vector<std::string> cut;
+    std::vector<QRectF> places;
+    const QRectF screen(QPointF(), window().size());
+    for (const QQuickItem* text : texts) {
+      const QRectF place = shown(*text);
+      if (!place.intersects(screen)) continue;
+      const qreal leading = place.height() / 4;  // lines may be set as close as their letters allow
+      const QRectF letters = place.adjusted(0, leading, 0, -leading);
+      if (text->property("truncated").toBool() || place.left() < 0 || place.right() > screen.right() ||
+          std::ranges::any_of(places, [&](const QRectF& other) { return other.intersects(letters); }))
+        cut.push_back(text->property("text").toString().toStdString());
+      places.push_back(letters);
+    }
+    return cut;
+  }
+
+  /// The person's word for it.
+  const char* word(const char* english) {
+    QFile table(QStringLiteral(":/languages/%1.json").arg(QLatin1String(GetParam().language)));
+    if (!table.open(QIODevice::ReadOnly)) return english;
+    const auto words = QJsonDocument::fromJson(table.readAll()).object();
+    return (said_[english] = words[QLatin1String(english)].toString().toUtf8()).constData();
+  }
+
+  void toTheEnd() { QMetaObject::invokeMethod(list(), "positionViewAtEnd"); }
+  bool waitForRows(int count) {
+    return QTest::qWaitFor([&] { return list() && list()->property("count").toInt() >= count; }, 20'000);
+  }
+
+ private:
+  std::map<std::string, QByteArray> said_;
+  QFont before_ = QGuiApplication::font();
+};
+
+TEST_P(TextSizeTest, IsNeverCutOff) {
+  open(Idiom::phone, {320, 568}, GetParam().language);
+  ASSERT_TRUE(waitFor("label", word("I agree")));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "terms";
+  click(word("I agree"));
+  ASSERT_TRUE(waitFor("label", word("Sign in")));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "sign-in";
+  enter(word("My Vehicles"));
+  ASSERT_TRUE(waitForRows(21));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "list of vehicles";
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {160, 120});
+  ASSERT_TRUE(waitFor("label", word("Trips")));
+  ASSERT_TRUE(waitForRows(5));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "readings";
+  toTheEnd();
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "end of the readings";
+  click(word("Trips"));
+  click(word("Choose date"));
+  ASSERT_TRUE(waitFor("label", word("Done")));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "date picker";
+  click(word("Cancel"));
+  ASSERT_TRUE(waitForRows(2));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "trips";
+  QTest::keyClick(&window(), Qt::Key_Tab, Qt::ControlModifier);
+  ASSERT_TRUE(waitForRows(6)) << "the first reading after the page was opened brings them";
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "data of the vehicle";
+  toTheEnd();
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "end of the vehicle's data";
+  click(word("Back"));
+
+  click(word("Menu"));
+  ASSERT_TRUE(waitFor("label", word("Account")));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "menu";
+  click(word("Account"));
+  ASSERT_TRUE(waitForRows(5));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "account";
+  toTheEnd();
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "end of the account";
+  click(word("Menu"));
+  click(word("About"));
+  ASSERT_TRUE(waitFor("title", word("About")));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "about page";
+  click(word("Menu"));
+  click(word("Log out"));
+  ASSERT_TRUE(waitFor("label", word("Cancel")));
+  EXPECT_THAT(cutTexts(), IsEmpty()) << "question before signing out";
+}
+
+// The size, and words that are long where there is little room: a picker's, a button's, two buttons'
+// together.
+INSTANTIATE_TEST_SUITE_P(Readers, TextSizeTest,
+                         testing::Values(Reader{100, "de"}, Reader{200, "fr"}, Reader{200, "de"}),
+                         [](const auto& reader) {
+                           return reader.param.language + std::to_string(reader.param.perCent);
+                         });
+
+}  // namespace
+}  // namespace fleetor
