@@ -16,6 +16,7 @@
 #include "diagnostics/report_files.h"
 #include "qt/device/guarded_key_store.h"
 #include "qt/device/language.h"
+#include "qt/device/settings_portal.h"
 #include "qt/device/single_instance.h"
 #include "qt/person.h"
 
@@ -70,6 +71,9 @@ int main(int argc, char** argv) {
   fleetor::SingleInstance instance(fleetor::runtimePath("client"));
   if (!instance.enter(options->url)) return 0;
 
+  // Asked before the window is made, so that the answer is there, most likely, when the first frame is drawn.
+  fleetor::SettingsPortal portal;
+
   if (options->textSize) {
     QFont font = QGuiApplication::font();
     font.setPointSizeF(fleetor::Person::normalPoints * *options->textSize / 100);
@@ -102,6 +106,12 @@ int main(int argc, char** argv) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;
   }
+  portal.listen([&](fleetor::DesktopLook look) {
+    // X11 enlarges everything by that scale already, and a size that was asked for by hand is the size.
+    if (options->textSize || !QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+      look.textScale = 1;
+    client.mainWindow().followDesktop(look);
+  });
   if (!options->url.empty()) client.application().receiveURL(options->url);
   instance.listen([&client](const std::string& url) { client.answer(url); });
   return QGuiApplication::exec();

@@ -5,6 +5,7 @@
 #include <QQuickWindow>
 #include <QtPlugin>
 
+#include "qt/person.h"
 #include "qt/window_item.h"
 
 // The QML module is part of this library; naming its registration keeps the linker from leaving it out.
@@ -52,6 +53,10 @@ void MainWindow::comeForward() {
   window_->show();
   window_->raise();
   window_->requestActivate();
+}
+
+void MainWindow::followDesktop(const DesktopLook& look) {
+  engine_.singletonInstance<Person*>(qmlTypeId("Fleetor", 1, 0, "Person"))->followDesktop(look);
 }
 
 void MainWindow::followVisibility() {

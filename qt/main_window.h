@@ -5,6 +5,7 @@
 #include <QSize>
 
 #include "qt/adapters.h"
+#include "qt/device/settings_portal.h"
 #include "ui/application.h"
 
 class QQuickWindow;
@@ -19,7 +20,7 @@ class MainWindow : public QObject {
   /// How the window starts.
   struct Look {
     QSize size{390, 844};  ///< points
-    bool dark = false;     ///< also dark when the system is
+    bool dark = false;     ///< whatever the system is
   };
 
   MainWindow(Application& application, Environment& environment, TileSource& tiles, const Look& look);
@@ -31,6 +32,9 @@ class MainWindow : public QObject {
 
   /// Puts the window on top of the others, minimised or not, as far as the desktop lets it.
   void comeForward();
+
+  /// From now on looks as the desktop asks for, in place of the one before. The window is open.
+  void followDesktop(const DesktopLook& look);
 
  private:
   void followVisibility();

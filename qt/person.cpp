@@ -14,7 +14,18 @@ Person::Person(QObject* parent) : QObject(parent) {
 }
 
 double Person::textScale() const {
-  return std::clamp(QFontInfo(QGuiApplication::font()).pointSizeF() / normalPoints, 1.0, 2.0);
+  const double ofFont = QFontInfo(QGuiApplication::font()).pointSizeF() / normalPoints;
+  return std::clamp(std::max(ofFont, 1.0) * desktop_.textScale, 1.0, 2.0);
+}
+
+QVariant Person::wantsDark() const {
+  return desktop_.dark ? QVariant(*desktop_.dark) : QVariant();
+}
+
+void Person::followDesktop(const DesktopLook& look) {
+  const DesktopLook before = std::exchange(desktop_, look);
+  if (before.dark != look.dark) Q_EMIT wantsDarkChanged();
+  if (before.textScale != look.textScale) Q_EMIT textScaleChanged();
 }
 
 bool Person::eventFilter(QObject* target, QEvent* event) {

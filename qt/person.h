@@ -2,17 +2,22 @@
 
 #include <QtQml/qqmlregistration.h>
 #include <QObject>
+#include <QVariant>
+
+#include "qt/device/settings_portal.h"
 
 namespace fleetor {
 
 /// What the look has to know of the person in front of it: whether keys are in use, so that a ring tells
-/// where they go, and how large text has to be. One for each QML engine, main thread only.
+/// where they go, how large text has to be, and whether it is to be dark. One for each QML engine, main
+/// thread only.
 class Person : public QObject {
   Q_OBJECT
   QML_ELEMENT
   QML_SINGLETON
   Q_PROPERTY(bool usesKeys READ usesKeys NOTIFY usesKeysChanged)
   Q_PROPERTY(double textScale READ textScale NOTIFY textScaleChanged)
+  Q_PROPERTY(QVariant wantsDark READ wantsDark NOTIFY wantsDarkChanged)
 
  public:
   /// The size, in points, of an application font that asks for text at its normal size.
@@ -21,17 +26,22 @@ class Person : public QObject {
   explicit Person(QObject* parent = nullptr);
 
   bool usesKeys() const { return usesKeys_; }  ///< the last input was a key, not a finger or a mouse
-  double textScale() const;                    ///< 1 (normal) to 2, by the application's font
+  double textScale() const;                    ///< 1 (normal) to 2, by the application's font and the desktop
+  QVariant wantsDark() const;                  ///< true or false; undefined: the palette tells
+
+  void followDesktop(const DesktopLook& look);
 
  Q_SIGNALS:
   void usesKeysChanged();
   void textScaleChanged();
+  void wantsDarkChanged();
 
  protected:
   bool eventFilter(QObject* target, QEvent* event) override;
 
  private:
   bool usesKeys_ = false;
+  DesktopLook desktop_;
 };
 
 }  // namespace fleetor

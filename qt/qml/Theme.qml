@@ -7,7 +7,7 @@ QtObject {
     id: theme
 
     property bool forceDark: false
-    readonly property bool dark: forceDark || palette.window.hslLightness < 0.5
+    readonly property bool dark: forceDark || (Person.wantsDark ?? palette.window.hslLightness < 0.5)
     readonly property SystemPalette palette: SystemPalette {}
 
     readonly property color bar: Qt.rgba(0.67, 0.76, 0.80, 1)

@@ -206,6 +206,35 @@ TEST_F(WindowTest, AMinimisedWindowIsInTheBackgroundAndComesBackWithFreshReading
   EXPECT_TRUE(QTest::qWaitFor([&] { return updated() != before; }, 5'000));
 }
 
+TEST_F(WindowTest, LooksAsTheDesktopAsksForFromThenOnUnlessItIsDarkByHand) {
+  open(Idiom::phone, {390, 844});
+  const auto looksDark = [this] { return window().color().lightnessF() < 0.5; };
+  const bool byPalette = looksDark();
+  ASSERT_TRUE(waitFor("label", "I agree"));
+  const auto textSize = [this] {
+    const auto found = items("text", QStringLiteral("I agree"));
+    return found.empty() ? 0 : found.front()->property("font").value<QFont>().pixelSize();
+  };
+  const int normal = textSize();
+  ASSERT_GT(normal, 0);
+
+  follow({true, 1.5});
+  EXPECT_TRUE(looksDark());
+  EXPECT_NEAR(textSize(), 1.5 * normal, 1);
+  follow({false, 40});
+  EXPECT_FALSE(looksDark());
+  EXPECT_GT(textSize(), 1.5 * normal + 1);
+  EXPECT_LE(textSize(), 2 * normal) << "no larger than there is room for";
+  follow({});
+  EXPECT_EQ(looksDark(), byPalette);
+  EXPECT_EQ(textSize(), normal);
+
+  close();
+  open(Idiom::phone, {390, 844}, "en", true);
+  follow({false, 1});
+  EXPECT_TRUE(looksDark());
+}
+
 TEST_F(WindowTest, ClosingWithRequestsUnderWayIsClean) {
   open(Idiom::phone, {320, 568});
   signIn();

@@ -38,11 +38,11 @@ class WindowTest : public testing::Test {
     service_.waitForFinished();
   }
 
-  void open(Idiom idiom, QSize size, const char* language = "en") {
+  void open(Idiom idiom, QSize size, const char* language = "en", bool dark = false) {
     const std::string folder = settings_.path().toStdString();
     client_ = std::make_unique<Client>(Client::Setup{address_,
                                                      idiom,
-                                                     {size, false},
+                                                     {size, dark},
                                                      folder + "/standard",
                                                      folder + "/shared",
                                                      folder + "/tiles",
@@ -53,6 +53,8 @@ class WindowTest : public testing::Test {
   }
 
   void close() { client_.reset(); }
+
+  void follow(const DesktopLook& look) { client_->mainWindow().followDesktop(look); }
 
   QQuickWindow& window() { return client_->mainWindow().window(); }
 

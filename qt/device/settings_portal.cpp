@@ -1,0 +1,77 @@
+#include "qt/device/settings_portal.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <utility>
+
+#include "qt/device/settings_wire.h"
+
+namespace fleetor {
+namespace {
+
+constexpr int kPatienceInMs = 10'000;
+
+constexpr QLatin1String kPortal("org.freedesktop.portal.Desktop");
+constexpr QLatin1String kPath("/org/freedesktop/portal/desktop");
+constexpr QLatin1String kSettings("org.freedesktop.portal.Settings");
+
+constexpr QLatin1String kAppearance("org.freedesktop.appearance");
+constexpr QLatin1String kColorScheme("color-scheme");
+constexpr QLatin1String kInterface("org.gnome.desktop.interface");
+constexpr QLatin1String kTextScale("text-scaling-factor");
+
+}  // namespace
+
+SettingsPortal::Wire::Wire() {
+  if (!bus_.isConnected()) return;
+  qRegisterMetaType<QDBusVariant>();  // or the slot below has a parameter that Qt does not know yet
+  // From whoever owns that path: Qt would ask the bus for the owner of a name, and wait for the answer.
+  bus_.connect(QString(), kPath, kSettings, QStringLiteral("SettingChanged"), this,
+               SLOT(take(QString, QString, QDBusVariant)));
+  ask(kAppearance, kColorScheme);
+  ask(kInterface, kTextScale);
+}
+
+void SettingsPortal::Wire::listen(std::function<void(const DesktopLook&)> changed) {
+  changed_ = std::move(changed);
+  tell();
+}
+
+void SettingsPortal::Wire::ask(const QString& space, const QString& key) {
+  QDBusMessage question = QDBusMessage::createMethodCall(kPortal, kPath, kSettings, QStringLiteral("Read"));
+  question << space << key;
+  auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(question, kPatienceInMs), this);
+  connect(answer, &QDBusPendingCallWatcher::finished, this, [this, space, key, answer] {
+    const QDBusPendingReply<QDBusVariant> reply = *answer;
+    if (reply.isValid()) take(space, key, reply.value());
+    answer->deleteLater();
+  });
+}
+
+void SettingsPortal::Wire::take(const QString& space, const QString& key, const QDBusVariant& packed) {
+  QVariant value = packed.variant();
+  if (value.userType() == qMetaTypeId<QDBusVariant>())  // answers come in two wrappings, changes in one
+    value = value.value<QDBusVariant>().variant();
+  if (space == kAppearance && key == kColorScheme) {
+    const uint scheme = value.toUInt();
+    look_.dark = scheme == 1 || scheme == 2 ? std::optional(scheme == 1) : std::nullopt;
+  } else if (space == kInterface && key == kTextScale && value.toDouble() > 0) {
+    look_.textScale = value.toDouble();
+  }
+  tell();
+}
+
+void SettingsPortal::Wire::tell() {
+  if (changed_ && std::exchange(told_, look_) != look_) changed_(look_);
+}
+
+SettingsPortal::SettingsPortal() : wire_(std::make_unique<Wire>()) {}
+
+SettingsPortal::~SettingsPortal() = default;
+
+void SettingsPortal::listen(std::function<void(const DesktopLook&)> changed) {
+  wire_->listen(std::move(changed));
+}
+
+}  // namespace fleetor

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace fleetor {
+
+/// How a desktop would have its programs look.
+struct DesktopLook {
+  std::optional<bool> dark;  ///< nothing: it has no preference, or has not said
+  double textScale = 1;      ///< by how much text is to be larger than at its normal size; above 0
+
+  bool operator==(const DesktopLook&) const = default;
+};
+
+/// What the desktop's settings portal says of the look, and every change of it: a dark style, and GNOME's
+/// scaling of text. Qt asks it for neither before 6.5.
+///
+/// Main thread only, inside an application. Nothing here waits for the portal: the questions leave with the
+/// constructor, answers and changes come through the main loop, and a question is given up after ten seconds.
+/// What it does wait for is the session bus to let it in, once, about a millisecond; Qt would wait for
+/// the same connection a little later, when it makes the window accessible. Without a bus, a portal or an
+/// answer there is nothing to tell.
+class SettingsPortal {
+ public:
+  SettingsPortal();
+  ~SettingsPortal();  ///< nothing is told from here on, whatever is under way
+
+  SettingsPortal(const SettingsPortal&) = delete;
+  SettingsPortal& operator=(const SettingsPortal&) = delete;
+
+  /// Calls `changed` with each look that differs from the one before; now, when that is so already. The first
+  /// differs from a DesktopLook as it is made. Call it once.
+  void listen(std::function<void(const DesktopLook& look)> changed);
+
+ private:
+  class Wire;
+
+  std::unique_ptr<Wire> wire_;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusVariant>
+#include <QObject>
+#include <functional>
+
+#include "qt/device/settings_portal.h"
+
+namespace fleetor {
+
+/// The settings portal's end on the session bus: asks for both settings as soon as it is made, and takes
+/// what comes.
+class SettingsPortal::Wire : public QObject {
+  Q_OBJECT
+
+ public:
+  Wire();
+
+  void listen(std::function<void(const DesktopLook&)> changed);
+
+ private:
+  Q_SLOT void take(const QString& space, const QString& key, const QDBusVariant& packed);
+
+  void ask(const QString& space, const QString& key);
+  void tell();
+
+  QDBusConnection bus_ = QDBusConnection::sessionBus();
+  std::function<void(const DesktopLook&)> changed_;
+  DesktopLook look_;
+  DesktopLook told_;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,141 @@
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <chrono>
+#include <map>
+#include <vector>
+
+#include "qt/device/settings_portal.h"
+#include "run_until.h"
+
+namespace fleetor {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* appearance = "org.freedesktop.appearance";
+constexpr const char* gnome = "org.gnome.desktop.interface";
+
+/// A desktop's portal on a connection of its own. It answers with what it was given, or with an error, or,
+/// being silent, not at all.
+class FakePortal : public QDBusVirtualObject {
+ public:
+  explicit FakePortal(bool silent = false) : silent_(silent) {
+    EXPECT_TRUE(bus_.registerVirtualObject(path, this, QDBusConnection::SingleNode));
+    EXPECT_TRUE(bus_.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+  }
+  ~FakePortal() override { QDBusConnection::disconnectFromBus(bus_.name()); }
+
+  void set(const char* space, const char* key, const QVariant& value) { values_[{space, key}] = value; }
+
+  void change(const char* space, const char* key, const QVariant& value) {
+    QDBusMessage signal = QDBusMessage::createSignal(path, interface, QStringLiteral("SettingChanged"));
+    signal << QString(space) << QString(key) << QVariant::fromValue(QDBusVariant(value));
+    bus_.send(signal);
+  }
+
+  bool handleMessage(const QDBusMessage& question, const QDBusConnection& bus) override {
+    if (question.interface() != interface || question.member() != u"Read") return false;
+    ++asked;
+    if (silent_) return true;
+    const auto found = values_.find({question.arguments().at(0).toString().toStdString(),
+                                     question.arguments().at(1).toString().toStdString()});
+    if (found == values_.end())
+      return bus.send(question.createErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"), {}));
+    const QDBusVariant inner(found->second);
+    return bus.send(question.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(inner)))));
+  }
+
+  QString introspect(const QString&) const override { return {}; }
+
+  int asked = 0;
+
+ private:
+  const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+  const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+
+  bool silent_;
+  std::map<std::pair<std::string, std::string>, QVariant> values_;
+  QDBusConnection bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("fake"));
+};
+
+TEST(Portal, IsFollowedFromTheStartThroughEveryChange) {
+  FakePortal desktop;
+  desktop.set(appearance, "color-scheme", 1u);
+  SettingsPortal portal;
+  std::vector<DesktopLook> told;
+  const auto said = [&](std::size_t count) { return [&told, count] { return told.size() >= count; }; };
+  portal.listen([&](const DesktopLook& look) { told.push_back(look); });
+  runUntil(said(1));
+
+  desktop.change(appearance, "color-scheme", 2u);
+  desktop.change(gnome, "text-scaling-factor", 1.5);
+  // Neither what is not the look's, nor what makes no sense, nor what is so already is told.
+  desktop.change(gnome, "color-scheme", QStringLiteral("prefer-dark"));
+  desktop.change(appearance, "accent-color", 1u);
+  for (const QVariant& scale :
+       {QVariant(0.0), QVariant(-1.0), QVariant(qQNaN()), QVariant(QStringLiteral("large"))})
+    desktop.change(gnome, "text-scaling-factor", scale);
+  desktop.change(appearance, "color-scheme", 2u);
+  desktop.change(appearance, "color-scheme", 0u);
+  desktop.change(appearance, "color-scheme", 1u);
+  desktop.change(appearance, "color-scheme", 7u);
+  runUntil(said(6));
+  EXPECT_THAT(told, ElementsAre(DesktopLook{true, 1}, DesktopLook{false, 1}, DesktopLook{false, 1.5},
+                                DesktopLook{std::nullopt, 1.5}, DesktopLook{true, 1.5},
+                                DesktopLook{std::nullopt, 1.5}));
+}
+
+TEST(Portal, TellsALateListenerAtOnce) {
+  FakePortal desktop;
+  desktop.set(appearance, "color-scheme", 2u);
+  desktop.set(gnome, "text-scaling-factor", 1.25);
+  SettingsPortal portal, other;
+  DesktopLook seen;
+  other.listen([&](const DesktopLook& look) { seen = look; });
+  runUntil([&] { return seen == DesktopLook{false, 1.25}; });
+
+  std::vector<DesktopLook> told;
+  portal.listen([&](const DesktopLook& look) { told.push_back(look); });
+  EXPECT_THAT(told, ElementsAre(DesktopLook{false, 1.25}));
+}
+
+TEST(SilentPortal, KeepsNobodyWaitingAndIsHeardLater) {
+  FakePortal desktop(true);
+  std::vector<DesktopLook> told;
+  const auto began = std::chrono::steady_clock::now();
+  { const SettingsPortal gone; }
+  SettingsPortal portal;
+  portal.listen([&](const DesktopLook& look) { told.push_back(look); });
+  EXPECT_LT(std::chrono::steady_clock::now() - began, 2s);
+  runUntil([&] { return desktop.asked == 4; });
+  EXPECT_THAT(told, IsEmpty());
+  desktop.change(appearance, "color-scheme", 1u);
+  runUntil([&] { return !told.empty(); });
+  EXPECT_THAT(told, ElementsAre(DesktopLook{true, 1}));
+}
+
+TEST(NoBus, ChangesNothingAndSaysNothing) {
+  testing::internal::CaptureStderr();
+  bool told = false;
+  SettingsPortal portal;
+  portal.listen([&](const DesktopLook&) { told = true; });
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(told);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+}  // namespace
+}  // namespace fleetor
+
+int main(int argc, char** argv) {
+  testing::InitGoogleMock(&argc, argv);
+  QCoreApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
