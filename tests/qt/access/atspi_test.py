@@ -76,8 +76,8 @@ class Screen:
         if "press" not in actions or not control.do_action(actions.index("press")):
             sys.exit(f"the {role} {name!r} cannot be pressed; its actions are {actions}")
 
-    def check(self):
-        """Fails for what a person could reach and not be told what it is."""
+    def nameless(self):
+        """How many controls there are, and those that a person could reach and not be told what they are."""
         bad, controls = [], 0
         for node in self.showing():
             try:
@@ -92,6 +92,15 @@ class Screen:
                 controls += 1
                 if not name.strip() or role in NOT_A_ROLE:
                     bad.append(f"{role} {name!r} with the actions {actions}")
+        return controls, bad
+
+    def check(self):
+        """Fails for a nameless control, unless it is one of a screen that is just leaving."""
+        end = time.monotonic() + 3
+        controls, bad = self.nameless()
+        while (bad or controls == 0) and time.monotonic() < end:
+            time.sleep(0.1)
+            controls, bad = self.nameless()
         if bad or controls == 0:
             sys.exit(f"of {controls} controls these have no name or no role: " + "; ".join(bad))
         self.controls += controls
