@@ -13,6 +13,10 @@ RowBody {
 
     implicitHeight: lines.height + 20
 
+    FontMetrics {
+        id: metrics
+        font: captionText.font
+    }
     Column {
         id: lines
         anchors.left: parent.left
@@ -20,7 +24,7 @@ RowBody {
         anchors.right: parent.right
         anchors.rightMargin: Theme.margin
         anchors.verticalCenter: parent.verticalCenter
-        spacing: -Math.round(Theme.smallSize / 5) // the rows are low, and many typefaces tall
+        spacing: Math.round(Math.min(0, 1.2 * Theme.smallSize - metrics.height)) // the rows are low, and some typefaces tall
 
         Text {
             id: valueText
