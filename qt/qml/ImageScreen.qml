@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One picture that fills the screen.
+// One picture that fills the screen; each has its like for the dark.
 Rectangle {
     id: root
 
@@ -16,7 +16,7 @@ Rectangle {
 
     Image {
         anchors.fill: parent
-        source: root.picture?.source ?? ""
+        source: (root.picture?.source.toString() ?? "").replace("/images/", Theme.dark ? "/images/dark/" : "/images/")
         sourceSize { width: width; height: height }
         fillMode: Image.PreserveAspectCrop
     }

@@ -37,7 +37,7 @@ QtObject {
     readonly property color mapGround: dark ? "#1d262c" : "#eef1ee"
     readonly property color mapGrid: dark ? "#2a353c" : "#dde2df"
     readonly property color mapLabel: dark ? "#d012171b" : "#d0ffffff"
-    readonly property color mapShade: "#40000000"
+    readonly property color mapShade: dark ? "#5a6b76" : "#40000000" // around what lies on the map
 
     readonly property real scale: Person.textScale
     readonly property bool large: scale > 1 // what has one line at the normal size may take more

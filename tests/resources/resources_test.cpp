@@ -129,6 +129,14 @@ TEST(Images, of_the_launch_fill_the_screen_and_keep_the_logo_when_they_are_cut_t
       shown.moveCenter(image.rect().center());
       EXPECT_TRUE(shown.contains(logo)) << name << " at " << aspect;
     }
+
+    // In the dark the word is the bright thing, at the same place.
+    const QImage dark = drawn(QString("dark/") + name, 400);
+    ASSERT_EQ(dark.size(), image.size()) << name;
+    const auto bright = [](int, int, const QColor& pixel) { return pixel.red() > 180; };
+    const QRect word(logo.left(), logo.center().y(), logo.width(), logo.height() / 2 + 1);
+    EXPECT_GT(count(dark.copy(word), bright), 200) << name;
+    EXPECT_EQ(count(dark, bright), count(dark.copy(logo.adjusted(-60, -60, 60, 60)), bright)) << name;
   }
 }
 
