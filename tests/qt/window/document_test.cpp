@@ -1,5 +1,4 @@
 #include <QAccessible>
-#include <QDesktopServices>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <set>
@@ -7,26 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "../browser.h"
 #include "window_test.h"
 
 namespace fleetor {
 namespace {
-
-/// Stands for the system's browser.
-class Browser : public QObject {
-  Q_OBJECT
-
- public:
-  Browser() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "open"); }
-  ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
-  std::vector<std::string> take() { return std::exchange(opened_, {}); }
-
- public Q_SLOTS:
-  void open(const QUrl& url) { opened_.push_back(url.toString().toStdString()); }
-
- private:
-  std::vector<std::string> opened_;
-};
 
 class DocumentTest : public WindowTest {
  protected:
@@ -77,7 +61,7 @@ class DocumentTest : public WindowTest {
         QTest::keyClick(&window(), Qt::Key_Shift);  // the ring is shown while keys are used
       }
       EXPECT_GT(rings, 0) << name;
-      const auto urls = browser_.take();
+      const auto urls = std::exchange(opened_, {});
       EXPECT_EQ(urls.size(), 3u + static_cast<unsigned>(rings)) << name;
       const std::set<std::string> different(urls.begin(), urls.end());
       opened.insert(opened.end(), different.begin(), different.end());
@@ -86,7 +70,8 @@ class DocumentTest : public WindowTest {
   }
 
  private:
-  Browser browser_;
+  std::vector<std::string> opened_;
+  Browser browser_{[this](const QUrl& url) { opened_.push_back(url.toString().toStdString()); }};
 };
 
 TEST_F(DocumentTest, ItsLinksAreReachedByKeyInReadingOrderAndOpenByKeyTapAndAssistiveTechnology) {
@@ -116,5 +101,3 @@ TEST_F(DocumentTest, ItsLinksAreReachedByKeyInReadingOrderAndOpenByKeyTapAndAssi
 
 }  // namespace
 }  // namespace fleetor
-
-#include "document_test.moc"
