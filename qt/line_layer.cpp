@@ -72,7 +72,9 @@ void LineLayer::show(const MapFrame& frame, const MapLines& lines) {
   const QSizeF whole(wholeInPixels(frame.size.width()) + 2 * margin.width(),
                      wholeInPixels(frame.size.height()) + 2 * margin.height());
   const QSizeF pixels = whole * frame.pixelRatio;
-  const bool keep = frame.steady && std::max(pixels.width(), pixels.height()) <= longestSide &&
+  const bool moves = lines_ == &lines && drawn_.camera.center != frame.camera.center;
+  const bool keep = frame.steady && (kept_ || moves) &&
+                    std::max(pixels.width(), pixels.height()) <= longestSide &&
                     pixels.width() * pixels.height() <= mostPixels &&
                     lines.pixels() > frame.size.width() * frame.size.height() * fewPixels;
   if (!keep || !shows(frame, lines)) {
