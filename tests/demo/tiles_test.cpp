@@ -196,8 +196,9 @@ struct Transfer {
   }
 };
 
-Transfer fetched(RunningService& service, const std::string& path, const httplib::Headers& headers = {}) {
-  httplib::Client client("127.0.0.1", service.port());
+Transfer fetched(const RunningService& service, const std::string& path,
+                 const httplib::Headers& headers = {}) {
+  httplib::Client client = service.client();
   const httplib::Result result = client.Get("/tiles/" + path, headers);
   return result ? Transfer{result->status, result->body, result->headers} : Transfer{};
 }
