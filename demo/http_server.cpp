@@ -65,8 +65,9 @@ class HttpServer::Implementation : public httplib::Server {
     const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
       serve(request, response);
     };
-    for (const char* path : {"/token", "/logout", "/vehicles", "/live", "/map", "/route", "/info", "/user",
-                             "/tiles/.*", "/control/faults", "/control/requests", "/control/dense"})
+    for (const char* path :
+         {"/token", "/logout", "/vehicles", "/live", "/map", "/route", "/info", "/user", "/tiles/.*",
+          "/control/faults", "/control/requests", "/control/dense", "/control/service"})
       Get(path, handler).Post(path, handler).Put(path, handler).Patch(path, handler).Delete(path, handler);
     // Everything else, and what the library itself refuses, gets an envelope too.
     set_error_handler(

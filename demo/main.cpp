@@ -9,7 +9,7 @@
 int main(int argc, char** argv) {
   using namespace fleetor::demo;
   std::string problem;
-  const auto options = parseOptions({argv + 1, argv + argc}, problem);
+  auto options = parseOptions({argv + 1, argv + argc}, problem);
   if (!options) {
     std::fprintf(stderr, "fleetor-demo-service: %s\n\n%s", problem.c_str(), usage().c_str());
     return 2;
@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
   sigaddset(&endings, SIGINT);
   pthread_sigmask(SIG_BLOCK, &endings, nullptr);
 
+  options->service.version = FLEETOR_VERSION;
   Service service(options->service);
   for (const Fault& fault : options->faults)
     service.faults().add(fault);

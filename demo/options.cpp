@@ -49,6 +49,7 @@ While the service runs:
                      "count"}, or a list of these), DELETE removes all or the one with ?id=N
   /control/requests  GET lists the last requests, DELETE forgets them
   /control/dense     POST (an empty body will do) and DELETE switch --dense on and off
+  /control/service   GET answers which program this is, and its version
 )";
   return text;
 }

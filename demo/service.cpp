@@ -171,6 +171,11 @@ ServiceReply Service::vehicleAnswer(std::string_view endpoint, const ServiceRequ
 
 ServiceReply Service::answerControl(const ServiceRequest& request) {
   const Parameters query = parseParameters(request.query);
+  if (request.path == "/control/service") {
+    if (request.verb != "GET") return failed(405, "Use GET here");
+    return succeeded(
+        nlohmann::json{{"service", "fleetor-demo-service"}, {"version", options_.version}}.dump());
+  }
   if (request.path == "/control/requests") {
     if (request.verb == "DELETE") log_.clear();
     if (request.verb == "DELETE" || request.verb == "GET") return succeeded(log_.text());

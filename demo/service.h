@@ -23,6 +23,7 @@ struct ServiceOptions {
   bool dense = false;
   std::string stateFile;
   std::function<Instant()> now;
+  std::string version = {};
 };
 
 // The tracking service: what it answers to each request. Safe from any thread; no request makes it throw.

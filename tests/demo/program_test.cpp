@@ -86,6 +86,10 @@ TEST(DemoProgram, SaysWhereItListensAndEndsCleanlyOnASignal) {
     const auto list = client.Get("/vehicles", {{"Authorization", "Bearer " + token}});
     ASSERT_TRUE(list);
     EXPECT_EQ(Json::parse(list->body)["total"], 3);
+    const auto which = client.Get("/control/service");
+    ASSERT_TRUE(which);
+    EXPECT_EQ(Json::parse(which->body),
+              Json({{"service", "fleetor-demo-service"}, {"version", FLEETOR_VERSION}}));
     program.signal(number);
     EXPECT_EQ(program.end().status, 0);
   }
