@@ -4,7 +4,10 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-say() { printf '\033[1m%s\033[0m\n' "$*" >&2; }
+# What ./test needs: groups of scripts/packages.
+test_groups=(build qml display test)
+
+say() { if [ -t 2 ]; then printf '\033[1m%s\033[0m\n' "$*"; else printf '%s\n' "$*"; fi >&2; }
 
 # wrong <message>: what is wrong, how to call the program (its usage function), and a status that is not zero.
 wrong() {
@@ -13,51 +16,96 @@ wrong() {
   exit 2
 }
 
+# failed <message>: ends the program with the message, and with a hint where a disk is full.
+failed() {
+  printf '%s: %s\n' "./$(basename "$0")" "$1" >&2
+  df -Pm . "${TMPDIR:-/tmp}" /var 2>/dev/null | awk -v name="./$(basename "$0")" \
+    'NR > 1 && $4 < 50 && !seen[$6]++ {print name ": the disk at " $6 " is full: " $4 " MB are left"}' >&2
+  exit 1
+}
+
+# progress: passes on its input except the steps "[n/m] ...". Of those a terminal shows the newest on one line, and
+# anything else gets one every 20 seconds.
+progress() {
+  local line next=$((SECONDS + 20))
+  while IFS= read -r line; do
+    if ! [[ $line =~ ^\[[0-9]+/[0-9]+\] ]]; then
+      printf '%s\n' "$line"
+    elif [ -t 2 ]; then
+      printf '\r%s\033[K' "${line:0:78}" >&2
+    elif [ "$SECONDS" -ge "$next" ]; then
+      printf '%s\n' "${line:0:78}" >&2
+      next=$((SECONDS + 20))
+    fi
+  done
+  [ ! -t 2 ] || printf '\r\033[K' >&2
+}
+
+# packages_of <group>...: their packages, one a line.
+packages_of() {
+  local group
+  for group in "$@"; do sed -n "s/^$group: //p" scripts/packages; done | tr ' ' '\n'
+}
+
+# missing_of <group>...: those of their packages that are not installed, one a line.
+missing_of() {
+  comm -23 <(packages_of "$@" | sort -u) <(packages_of "$@" |
+    xargs dpkg-query -W -f='${db:Status-Status} ${Package}\n' 2>/dev/null | sed -n 's/^installed //p' | sort -u)
+}
+
 # need <group>...: installs the packages of these groups of scripts/packages that are not there yet.
 need() {
-  local wanted=() missing=() group package
-  for group in "$@"; do
-    # shellcheck disable=SC2207
-    wanted+=($(sed -n "s/^$group: //p" scripts/packages))
-  done
-  for package in "${wanted[@]}"; do
-    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
-  done
+  command -v apt-get dpkg-query >/dev/null ||
+    failed "this system has no apt-get; the commands need Debian 12, and these packages of it: $(packages_of "$@" | xargs)"
+  local missing update install
+  mapfile -t missing < <(missing_of "$@")
   [ "${#missing[@]}" -gt 0 ] || return 0
 
   local as_root=()
   if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || {
-      echo "These packages are missing, and installing them needs root, or sudo: ${missing[*]}" >&2
-      exit 1
-    }
+    command -v sudo >/dev/null ||
+      failed "these packages are missing, and installing them needs root, or sudo: ${missing[*]}"
     as_root=(sudo)
   fi
   say "Installing: ${missing[*]}"
-  "${as_root[@]}" apt-get update -qq
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -qq -y --no-install-recommends "${missing[@]}" >/dev/null
+  # What went wrong here matters only when the installation fails too: a list that is out of date may do.
+  update=$("${as_root[@]}" apt-get update -qq 2>&1) || true
+  install=$("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 \
+    apt-get install -qq -y --no-install-recommends -o APT::Status-Fd=1 -o DPkg::Lock::Timeout=120 "${missing[@]}" 2>&1 |
+    sed -u 's/.*\(dl\|pm\)status:[^:]*:\([0-9]*\)[^:]*:/[\2\/100] /' | progress) || {
+    printf '%s\n' "$update" "$install" | tail -n 20 >&2
+    failed "these packages could not be installed: ${missing[*]}"
+  }
 }
 
-# configure <preset> [cmake option...]: only when something about it is new.
+# configure <preset> [cmake option...]: with all values those of the preset and the options. A folder that was configured
+# otherwise, be it by hand, is configured from nothing; one that was not stays as it is.
 configure() {
-  local preset=$1 stamp="build/$1/.configured" wanted
-  shift
-  wanted="$preset $*"
-  if [ ! -f "build/$preset/build.ninja" ] || [ "$(cat "$stamp" 2>/dev/null)" != "$wanted" ]; then
-    cmake --preset "$preset" "$@" >/dev/null
-    echo "$wanted" >"$stamp"
+  local folder="build/$1" output
+  if [ ! -f "$folder/build.ninja" ] || [ "$(cat "$folder/.configured" 2>/dev/null)" != "$(values_of "$@")" ]; then
+    say "Configuring"
+    output=$(cmake --fresh --preset "$@" 2>&1) || {
+      printf '%s\n' "$output" >&2
+      failed "$folder could not be configured"
+    }
+    values_of "$@" >"$folder/.configured"
   fi
 }
 
-# build <preset> [target...]: quiet while all is well, the whole story when it is not.
+# values_of <preset> [cmake option...]: what is asked for, and a checksum of what the build folder has.
+values_of() {
+  echo "$*"
+  cat CMakePresets.json "build/$1/CMakeCache.txt" 2>/dev/null | cksum
+}
+
+# build <preset> [target...]: how far it is, and what the compilers print when it fails.
 build() {
-  local preset=$1 targets=() target log
+  local preset=$1 targets=() target output
   shift
   for target in "$@"; do targets+=(--target "$target"); done
-  log="build/$preset/build.log"
-  cmake --build "build/$preset" "${targets[@]}" >"$log" 2>&1 || {
-    cat "$log" >&2
-    exit 1
+  say "Building"
+  output=$(cmake --build "build/$preset" "${targets[@]}" 2>&1 | progress) || {
+    printf '%s\n' "$output" >&2
+    failed "the build in build/$preset failed"
   }
 }
