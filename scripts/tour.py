@@ -6,7 +6,7 @@ import os
 import re
 import time
 
-from tour_client import DAY, PICTURES, Client, Demo
+from tour_client import DAY, PICTURES, PROGRESS, Client, Demo
 
 PHONE = ("--size", "390x844")
 SMALL_PHONE = ("--size", "320x568")
@@ -415,15 +415,21 @@ def index():
 
 began = time.monotonic()
 service = Demo()
+STOPS = (
+    ("phone", lambda: walk_on_the_phone(service)),
+    ("tablet", lambda: walk_on_the_tablet(service)),
+    ("dark tablet", lambda: dark("tablet", *TABLET)),
+    ("Arabic tablet", lambda: language("ar", "tablet", *TABLET)),
+    ("phone without tiles", lambda: tiles_away(service, "phone", *PHONE).close()),
+    ("tablet without tiles", lambda: sign_out(tiles_away(service, "tablet", *TABLET))),
+    ("first visits", first_visit_elsewhere),
+    ("large text", large_text),
+)
 try:
-    walk_on_the_phone(service)
-    walk_on_the_tablet(service)
-    dark("tablet", *TABLET)
-    language("ar", "tablet", *TABLET)
-    tiles_away(service, "phone", *PHONE).close()
-    sign_out(tiles_away(service, "tablet", *TABLET))
-    first_visit_elsewhere()
-    large_text()
+    for number, (name, walk) in enumerate(STOPS, 1):
+        PROGRESS.arrive(f"[{number}/{len(STOPS)}] {name}")
+        walk()
+    PROGRESS.clear()
 finally:
     service.stop()
 print(f"{index()} pictures in {time.monotonic() - began:.0f} s")

@@ -27,7 +27,40 @@ def run(*command):
 
 
 def fail(message):
+    PROGRESS.clear()
     raise SystemExit(f"tour: {message}")
+
+
+class Progress:
+    """Where the tour is, on standard error: on a terminal one line that changes, otherwise a line for each stop and one
+    after 20 seconds."""
+
+    def __init__(self):
+        self.stop = ""
+        self.pictures = 0
+        self.shown = 0.0
+
+    def arrive(self, stop):
+        self.stop = stop
+        self.show(stop, always=True)
+
+    def picture(self, name):
+        self.pictures += 1
+        self.show(f"{self.stop}: picture {self.pictures}, {name}")
+
+    def show(self, line, always=False):
+        if sys.stderr.isatty():
+            print(f"\r{line[:78]}\033[K", end="", file=sys.stderr, flush=True)
+        elif always or time.monotonic() - self.shown >= 20:
+            print(line, file=sys.stderr, flush=True)
+            self.shown = time.monotonic()
+
+    def clear(self):
+        if sys.stderr.isatty():
+            print("\r\033[K", end="", file=sys.stderr, flush=True)
+
+
+PROGRESS = Progress()
 
 
 class Demo:
@@ -247,6 +280,7 @@ class Client:
         self.wait_for("a picture that rests", rests)
 
     def picture(self, name):
+        PROGRESS.picture(f"{self.prefix}-{name}")
         self.settle()
         self.save(f"{self.prefix}-{name}.png")
 
