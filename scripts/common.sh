@@ -4,6 +4,12 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
+program="./$(basename "$0")"
+
+# In front of what needs root.
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+
 # What ./test needs: groups of scripts/packages.
 test_groups=(build qml display test)
 
@@ -11,15 +17,15 @@ say() { if [ -t 2 ]; then printf '\033[1m%s\033[0m\n' "$*"; else printf '%s\n' "
 
 # wrong <message>: what is wrong, how to call the program (its usage function), and a status that is not zero.
 wrong() {
-  printf '%s: %s\n\n' "./$(basename "$0")" "$1" >&2
+  printf '%s: %s\n\n' "$program" "$1" >&2
   usage >&2
   exit 2
 }
 
 # failed <message>: ends the program with the message, and with a hint where a disk is full.
 failed() {
-  printf '%s: %s\n' "./$(basename "$0")" "$1" >&2
-  df -Pm . "${TMPDIR:-/tmp}" /var 2>/dev/null | awk -v name="./$(basename "$0")" \
+  printf '%s: %s\n' "$program" "$1" >&2
+  df -Pm . "${TMPDIR:-/tmp}" /var 2>/dev/null | awk -v name="$program" \
     'NR > 1 && $4 < 50 && !seen[$6]++ {print name ": the disk at " $6 " is full: " $4 " MB are left"}' >&2
   exit 1
 }
@@ -55,26 +61,22 @@ missing_of() {
 
 # need <group>...: installs the packages of these groups of scripts/packages that are not there yet.
 need() {
-  command -v apt-get dpkg-query >/dev/null ||
+  command -v apt-get >/dev/null ||
     failed "this system has no apt-get; the commands need Debian 12, and these packages of it: $(packages_of "$@" | xargs)"
   local missing update install
   mapfile -t missing < <(missing_of "$@")
   [ "${#missing[@]}" -gt 0 ] || return 0
 
-  local as_root=()
-  if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null ||
-      failed "these packages are missing, and installing them needs root, or sudo: ${missing[*]}"
-    as_root=(sudo)
-  fi
+  [ "${#as_root[@]}" -eq 0 ] || command -v sudo >/dev/null ||
+    failed "these packages are missing, and installing them needs root, or sudo: ${missing[*]}"
   say "Installing: ${missing[*]}"
   # What went wrong here matters only when the installation fails too: a list that is out of date may do.
   update=$("${as_root[@]}" apt-get update -qq 2>&1) || true
   install=$("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 \
     apt-get install -qq -y --no-install-recommends -o APT::Status-Fd=1 -o DPkg::Lock::Timeout=120 "${missing[@]}" 2>&1 |
     sed -u 's/.*\(dl\|pm\)status:[^:]*:\([0-9]*\)[^:]*:/[\2\/100] /' | progress) || {
-    printf '%s\n' "$update" "$install" | tail -n 20 >&2
-    failed "these packages could not be installed: ${missing[*]}"
+    { head -n 4 <<<"$update"; tail -n 8 <<<"$install"; } >&2
+    failed "these packages could not be installed, apt's reasons are above: ${missing[*]}"
   }
 }
 
