@@ -6,8 +6,6 @@ namespace fleetor {
 
 namespace {
 
-constexpr const char* keychainIdentifier = "Fleetor_Keychain";
-constexpr const char* keychainAccessGroup = "FLEETOR.org.fleetor.client";
 constexpr double errorToastSeconds = 3.0;
 
 struct ServiceState {
@@ -22,6 +20,7 @@ std::shared_ptr<ServiceState> service;
 void API::install(ServiceDevice device) {
   APIHTTPClient::install(device);
   service = std::make_shared<ServiceState>(ServiceState{std::move(device), {}});
+  Session::startNext();
 }
 
 void API::setAPIBaseURLWithString(const std::string& url) {
@@ -34,37 +33,8 @@ void API::configureRequest() {
   service->device.reachability.startMonitoring();
 }
 
-void API::requestAuthForToken(const std::optional<std::string>& token) {
-  if (!token) return;
-  APIHTTPClient::requestHeaders().setObject("Bearer " + *token, "Authorization");
-}
-
-KeychainItemWrapper API::keychain() {
-  auto wrapper = KeychainItemWrapper::initWithIdentifier(service->device.keyStore, keychainIdentifier,
-                                                         keychainAccessGroup);
-  wrapper.setObject(sec::accessibleAlwaysThisDeviceOnly, sec::accessible);
-  return wrapper;
-}
-
-// The store comes first: the main screen is chosen by what it holds.
-void API::loginUserWithToken(std::string_view token) {
-  keychain().setObject(std::string(token), sec::valueData);
-  requestAuthForToken(std::string(token));
-  service->device.showMainOrLogin();
-}
-
-void API::logoutUser() {
-  const std::string uid = service->device.device.identifierForVendor();
-  postWithPath("/logout", {{"uid", uid}}, noModelClass, {400}, [](auto&&...) {});
-  service->device.sharedSettings.removeObject("WidgetVehicle");
-  service->device.sharedSettings.synchronize();
-  keychain().resetKeychainItem();
-  requestAuthForToken(std::nullopt);
-  service->device.showMainOrLogin();
-}
-
-bool API::isLogged() {
-  return !keychain().objectForKey(sec::valueData).value_or("").empty();
+ServiceDevice& API::device() {
+  return service->device;
 }
 
 void API::displayError(const std::string& text) {
@@ -108,9 +78,9 @@ void API::handleCompletionWithJSON(ResponseObject object, ResponseKind kind,
   const long status = response ? response->statusCode : 0;
   service->device.queues.main([=, completion = std::move(completion), result = std::move(result),
                                error = std::move(error)]() mutable {
-    showMessageForKind(kind, status, errorCodes);
-    (*completion)(std::move(result), kind, status, error);
-    *completion = nullptr;
+    if (!completion->session.hasEnded()) showMessageForKind(kind, status, errorCodes);
+    completion->call(std::move(result), kind, status, error);
+    completion->call = nullptr;
   });
 }
 

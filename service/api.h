@@ -15,6 +15,7 @@
 #include "service/keychain_item_wrapper.h"
 #include "service/model_class.h"
 #include "service/service_device.h"
+#include "service/session.h"
 
 namespace fleetor {
 
@@ -71,10 +72,13 @@ class API {
   static void requestAuthForToken(const std::optional<std::string>& token);
 
   static KeychainItemWrapper keychain();  ///< a fresh wrapper over the stored credential
+
+  /// Begins a session: stores the token, sends it with every later request and shows the main screen.
   static void loginUserWithToken(std::string_view token);
 
-  /// Tells the service, forgets the widget's vehicle and the stored token, and shows the sign-in screen,
-  /// without waiting for the service. Requests keep carrying the old token until the next sign-in.
+  /// Ends the session: reports it to the service, forgets the widget's vehicle and the stored token, and
+  /// shows the sign-in screen, without waiting for the service. Requests keep carrying the old token until
+  /// the next sign-in.
   static void logoutUser();
   static bool isLogged();  ///< reads the key store each time
 
@@ -154,11 +158,11 @@ class API {
                            Completion<R> completion, ModelClass<R> modelClass, ErrorCodes errorCodes) {
     PendingCompletion pending;
     if (completion) {
-      pending = std::make_shared<AnyCompletion>(
-          [completion = std::move(completion)](std::shared_ptr<void> response, ResponseKind kind, long status,
-                                               const std::optional<APIFailure>& error) {
+      pending = std::make_shared<Pending>(
+          Pending{[completion = std::move(completion)](std::shared_ptr<void> response, ResponseKind kind,
+                                                       long status, const std::optional<APIFailure>& error) {
             completion(std::static_pointer_cast<R>(std::move(response)), kind, status, error);
-          });
+          }});
     }
     const MapEnvelope map = modelClass.map;
     rest(path, method, params, body, std::move(pending), map, std::move(errorCodes));
@@ -166,19 +170,26 @@ class API {
 
   using AnyCompletion = APICompletion<void>;
 
-  /// Emptied on the main thread as soon as it was called, so that what it captures (a screen, above all) is
-  /// never destroyed on another thread, whoever else still holds the pointer.
-  using PendingCompletion = std::shared_ptr<AnyCompletion>;
+  /// A completion and the session of its request. Emptied on the main thread as soon as it was called, so
+  /// that what it captures (a screen, above all) is never destroyed on another thread, whoever else still
+  /// holds the pointer.
+  struct Pending {
+    AnyCompletion call;
+    Session session = {};
+  };
+  using PendingCompletion = std::shared_ptr<Pending>;
   using MapEnvelope = MappedEnvelope (*)(JSONValue);
 
   /// Maps the answer into the model class (none: nullptr), then on the main thread shows the standard message
-  /// of its outcome and calls the completion. Runs on the global queue.
+  /// of its outcome and calls the completion. A request of a session that has ended shows no message and
+  /// signs nobody out. Runs on the global queue.
   static void handleCompletionWithJSON(ResponseObject object, ResponseKind kind,
                                        const std::optional<HTTPResponse>& response,
                                        std::optional<APIFailure> error, PendingCompletion completion,
                                        MapEnvelope map, const ErrorCodes& errorCodes);
 
  private:
+  static ServiceDevice& device();
   static void rest(const std::string& path, const std::string& method, const std::optional<Params>& params,
                    const std::optional<RequestBody>& body, PendingCompletion completion, MapEnvelope map,
                    ErrorCodes errorCodes);

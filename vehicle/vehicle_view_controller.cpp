@@ -109,7 +109,7 @@ void VehicleViewController::viewDidDisappear(bool animated) {
 }
 
 void VehicleViewController::loadItems() {
-  if (isLoading()) return;
+  if (isLoading() || session_.hasEnded()) return;
   setLoading(true);
   const auto self = sharedFrom(this);
   API::getWithPath("/live", {{"vehid", vehicle_.vehicleId}}, modelClass<LiveResponse>, {},

@@ -5,6 +5,7 @@
 
 #include "model/vehicle_records.h"
 #include "platform/clock.h"
+#include "service/session.h"
 #include "shell/base/page_view_controller.h"
 #include "ui/swipe_tab_bar_controller.h"
 #include "ui/tab_bar.h"
@@ -17,7 +18,8 @@ namespace fleetor {
 ///
 /// The loop polls 15 seconds after each answer while the screen is visible and the program is in the
 /// foreground. A poll in flight and a poll still to come keep the screen alive; neither is ever cancelled, so
-/// a quick return runs two loops side by side, which the loading flag alone keeps from overlapping.
+/// a quick return runs two loops side by side, which the loading flag alone keeps from overlapping. Once the
+/// session has ended, neither does anything.
 class VehicleViewController final : public PageViewController,
                                     public SwipeTabBarControllerDelegate,
                                     public TabBarDelegate {
@@ -52,7 +54,7 @@ class VehicleViewController final : public PageViewController,
 
   void showDatePicker(Component& sender);
 
-  /// One poll, unless one is on its way.
+  /// One poll, unless one is on its way or the session has ended.
   void loadItems();
 
  private:
@@ -61,6 +63,7 @@ class VehicleViewController final : public PageViewController,
   void makePages();
   void styleTabBar();
 
+  Session session_;  ///< that of the user who opened the vehicle
   bool refreshFlag_ = false;
   Vehicle vehicle_;
   TabBar pagesTabBar_;

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "support/client.h"
+#include "vehicle/notifications.h"
 
 namespace fleetor::test {
 namespace {
@@ -127,6 +128,35 @@ TEST(ExpiredSession, SignsOutOnceAndThePollingEnds) {
     client.transport.answer("/token", tokenReply("fresh"));
     client.signIn("anna", "secret");
     EXPECT_TRUE(client.root<MainViewController>());
+  }
+}
+
+// Its last poll is still to come, or the answer to it is.
+TEST(EndedSession, ReachesTheNextUserNeitherWithAPollNorWithAnAnswer) {
+  for (const int status : {200, 401, 403, 404}) {
+    for (const bool answerIsLate : {false, true}) {
+      SCOPED_TRACE(status);
+      SCOPED_TRACE(answerIsLate);
+      Client client;
+      if (answerIsLate) client.transport.leaveOpen("/live");
+      client.start();
+      client.open(0);
+      API::logoutUser();
+      client.transport.answer("/token", tokenReply("of the next user"));
+      client.signIn("nora", "secret");
+      client.takeRequests();
+      int posts = 0;
+      client.center.addObserver(&posts, kFleetorNotificationLive, [&](const Notification&) { ++posts; });
+
+      const HttpReply late = status == 200 ? liveReply(1, 57) : jsonReply("{}", status);
+      client.transport.answer("/live", late);
+      EXPECT_EQ(client.transport.answerOpen("/live", late), answerIsLate);
+      EXPECT_THAT(client.takeMessages(), IsEmpty());
+      EXPECT_THAT(client.takeRequests(), IsEmpty());
+      EXPECT_EQ(posts, 0);
+      EXPECT_TRUE(client.root<MainViewController>());
+      client.center.removeObserver(&posts);
+    }
   }
 }
 

@@ -84,6 +84,30 @@ TEST_F(SessionTest, ExpiresOnceWhateverStatusesTheCallerHandles) {
   EXPECT_EQ(transport.count("/logout"), 2u);
 }
 
+TEST_F(SessionTest, AnAnswerToARequestOfAnEndedSessionOnlyCompletes) {
+  const std::pair<HttpReply, const char*> cases[] = {{jsonReply("{}", 401), "completed 2, 401"},
+                                                     {jsonReply("{}", 500), "completed 2, 500"},
+                                                     {jsonReply("[]"), "completed 1, 200"},
+                                                     {failedReply(url_error::timedOut), "completed 3, 0"}};
+  for (const auto& [late, end] : cases) {
+    API::loginUserWithToken("first");
+    transport.leaveOpen("/live");
+    transport.leaveOpen("/logout");
+    API::getWithPath("/live", modelClass<LiveResponse>, {}, completed());
+    queues.runUntilIdle();
+    API::logoutUser();
+    queues.runUntilIdle();
+    API::loginUserWithToken("second");
+    takeEvents();
+    transport.answerOpen("/live", late);
+    transport.answerOpen("/logout", late);
+    queues.runUntilIdle();
+    EXPECT_THAT(takeEvents(), ElementsAre(end));
+    EXPECT_TRUE(API::isLogged());
+    EXPECT_EQ(transport.openCount(), 0u) << "no sign-out with the second token";
+  }
+}
+
 TEST_F(SessionTest, StartUpInstallsTheStoredToken) {
   API::loginUserWithToken("kept");
   const auto writes = keyStore.writes;
