@@ -67,8 +67,8 @@ class API {
   /// Installs the stored token, the activity indicator and the reachability monitor. Once, at start-up.
   static void configureRequest();
 
-  /// Sends the token with every later request. Nothing changes nothing: an installed token cannot be taken
-  /// away.
+  /// Sends the token with every later request. Nothing and an empty text change nothing: an installed
+  /// token cannot be taken away.
   static void requestAuthForToken(const std::optional<std::string>& token);
 
   static KeychainItemWrapper keychain();  ///< a fresh wrapper over the stored credential

@@ -19,7 +19,7 @@ KeychainItemWrapper API::keychain() {
 }
 
 void API::requestAuthForToken(const std::optional<std::string>& token) {
-  if (!token) return;
+  if (!token || token->empty()) return;
   APIHTTPClient::requestHeaders().setObject("Bearer " + *token, "Authorization");
 }
 

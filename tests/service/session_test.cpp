@@ -108,6 +108,12 @@ TEST_F(SessionTest, AnAnswerToARequestOfAnEndedSessionOnlyCompletes) {
   }
 }
 
+TEST_F(SessionTest, StartUpInstallsNoEmptyToken) {
+  API::configureRequest();
+  API::configureRequest();
+  EXPECT_EQ(authorization(), std::nullopt) << "the first start leaves an empty item behind";
+}
+
 TEST_F(SessionTest, StartUpInstallsTheStoredToken) {
   API::loginUserWithToken("kept");
   const auto writes = keyStore.writes;
