@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <stdexcept>
 #include <utility>
 
 #include "service/network_activity_indicator_manager.h"
@@ -60,6 +61,7 @@ bool sameHeaderName(const std::string& a, const std::string& b) {
 }
 
 void setHeader(HttpRequest& request, const std::string& name, const std::string& value) {
+  if (!isHeaderValue(value)) throw std::invalid_argument("a value cannot stand in the header " + name);
   for (auto& [known, current] : request.headers) {
     if (!sameHeaderName(known, name)) continue;
     known = name;
@@ -134,6 +136,12 @@ HTTPRequestOperation judgeSafely(HttpReply reply, ResponseSerializer serializer)
 }
 
 }  // namespace
+
+bool isHeaderValue(std::string_view text) {
+  return std::none_of(text.begin(), text.end(), [](char each) {
+    return (static_cast<unsigned char>(each) < 0x20 && each != '\t') || each == 0x7f;
+  });
+}
 
 void RequestHeaders::setObject(const std::string& value, const std::string& name) {
   const std::lock_guard lock(mutex_);

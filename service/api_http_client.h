@@ -6,6 +6,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "service/request_parameters.h"
 #include "service/response_kind.h"
@@ -15,6 +16,9 @@
 namespace fleetor {
 
 using Headers = std::map<std::string, std::string>;
+
+/// Whether the text can stand in a header: a control character would end the header and could begin another.
+bool isHeaderValue(std::string_view text);
 
 /// The headers that every request carries: a live dictionary, written on the main thread while requests are
 /// built on the global queue. Each operation is atomic; a request takes one snapshot when it is built.

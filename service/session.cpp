@@ -19,7 +19,7 @@ KeychainItemWrapper API::keychain() {
 }
 
 void API::requestAuthForToken(const std::optional<std::string>& token) {
-  if (!token || token->empty()) return;
+  if (!token || token->empty() || !isHeaderValue(*token)) return;
   APIHTTPClient::requestHeaders().setObject("Bearer " + *token, "Authorization");
 }
 
@@ -29,6 +29,7 @@ bool API::isLogged() {
 
 // The store comes first: the main screen is chosen by what it holds.
 void API::loginUserWithToken(std::string_view token) {
+  if (!isHeaderValue(token)) return showMessageForKind(ResponseKindInvalidData, 0, {});
   Session::startNext();
   keychain().setObject(std::string(token), sec::valueData);
   requestAuthForToken(std::string(token));
