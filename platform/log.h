@@ -6,11 +6,10 @@ namespace fleetor {
 
 /// Takes the diagnostic lines of the request layer, from any thread. Silent unless a person asks for them;
 /// masks secrets before a line goes anywhere. Where a secret can stand in a line:
-/// - The parameters of a request are one JSON object. Every text in it is a JSON string with its quotes and
-///   backslashes escaped, so the value of "password" ends at the next bare quote.
-/// - The line about a failed request begins with the answer as it came, of any length and shape. The answer
-///   to a sign-in may hold an "access_token", as JSON or not.
-/// - A bearer token stands behind the word "Bearer". The request layer itself never logs a header.
+/// - The parameters of a request are one JSON object, on one line behind "REQUEST: ".
+/// - The line about a failed request is the answer as it came, of any length and shape, and its status. The
+///   answer to a sign-in may hold an "access_token", as JSON or not.
+/// The request layer itself never logs a header.
 class Log {
  public:
   virtual ~Log() = default;

@@ -1,112 +1,73 @@
 #include "qt/device/log_sink.h"
 
-#include <algorithm>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
 #include <cstdlib>
 
 namespace fleetor {
 namespace {
 
-constexpr std::string_view kMask = "***";
-constexpr std::string_view kSecretNames[] = {"password", "token", "authorization"};
-constexpr std::string_view kBlanks = " \t";
+const QString kMask = QStringLiteral("***");
 
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 'a' - 'A') : c;
+bool namesSecret(const QString& text) {
+  for (const char* name : {"password", "token", "authorization", "bearer"})
+    if (text.contains(QLatin1String(name), Qt::CaseInsensitive)) return true;
+  return false;
 }
 
-bool hasAt(std::string_view text, std::size_t at, std::string_view word) {
-  return text.size() - at >= word.size() &&
-         std::equal(word.begin(), word.end(), text.begin() + static_cast<std::ptrdiff_t>(at),
-                    [](char expected, char is) { return expected == lower(is); });
-}
+QString masked(const QString& text);
 
-std::size_t skip(std::string_view text, std::size_t at, std::string_view set) {
-  return std::min(text.find_first_not_of(set, at), text.size());
-}
-
-// The length of the quotation mark at that place: " or ', behind any number of backslashes, or the escape of
-// one.
-std::size_t quoteAt(std::string_view text, std::size_t at) {
-  if (hasAt(text, at, "%22") || hasAt(text, at, "%27")) return 3;
-  const std::size_t mark = skip(text, at, "\\");
-  return mark < text.size() && (text[mark] == '"' || text[mark] == '\'') ? mark + 1 - at : 0;
-}
-
-// A text quoted n times over has 2^n - 1 backslashes before its quotation marks. The next mark ends it unless
-// it is escaped: then the run of backslashes before it is longer, and not by whole escaped backslashes.
-std::size_t endOfQuoted(std::string_view text, std::size_t at, std::string_view quote) {
-  if (quote[0] == '%') {
-    while (at < text.size() && !hasAt(text, at, quote))
-      at++;
-    return at;
+QJsonValue masked(const QJsonValue& value) {
+  if (value.isString()) return masked(value.toString());
+  if (value.isArray()) {
+    QJsonArray array;
+    for (const QJsonValue& each : value.toArray())
+      array.append(masked(each));
+    return array;
   }
-  const std::size_t depth = quote.size() - 1;
-  for (std::size_t run = 0; at < text.size(); at++) {
-    if (text[at] == quote.back() && run % (2 * (depth + 1)) == depth) return at - depth;
-    run = text[at] == '\\' ? run + 1 : 0;
-  }
-  return at;
+  if (!value.isObject()) return value;
+  QJsonObject object = value.toObject();
+  for (auto each = object.begin(); each != object.end(); ++each)
+    each.value() = namesSecret(each.key()) ? QJsonValue(kMask) : masked(QJsonValue(each.value()));
+  return object;
 }
 
-struct Range {
-  std::size_t from = 0;
-  std::size_t to = 0;
-};
-
-// The value that belongs to the name which ends there; empty when none does.
-Range valueAfterName(std::string_view text, std::size_t at) {
-  const std::size_t nameQuote = quoteAt(text, at);
-  at = skip(text, at + nameQuote, kBlanks);
-  if (hasAt(text, at, "%3d") || hasAt(text, at, "%3a"))
-    at += 3;
-  else if (at < text.size() && (text[at] == '=' || text[at] == ':'))
-    at++;
+// Where a secret ends is known in JSON only: any other text that names one is hidden whole.
+QString masked(const QString& text) {
+  const QJsonDocument json = QJsonDocument::fromJson(text.toUtf8());
+  if (json.isNull()) return namesSecret(text) ? kMask : text;
+  QJsonDocument shown = json;
+  if (json.isObject())
+    shown.setObject(masked(QJsonValue(json.object())).toObject());
   else
-    return {};
-  at = skip(text, at, nameQuote ? " \t\r\n" : kBlanks);
-  if (const std::size_t quote = quoteAt(text, at)) {
-    const std::size_t from = at + quote;
-    return {from, endOfQuoted(text, from, text.substr(at, quote))};
-  }
-  if (at < text.size() && (text[at] == '{' || text[at] == '[')) return {at, text.size()};
-  return {at, std::min(text.find_first_of(nameQuote ? "&,}] \t\r\n" : "&\r\n", at), text.size())};
+    shown.setArray(masked(QJsonValue(json.array())).toArray());
+  return shown == json ? text : QString::fromUtf8(shown.toJson(QJsonDocument::Compact));
 }
 
-Range tokenAfterBearer(std::string_view text, std::size_t at) {
-  const std::size_t began = at;
-  while (at < text.size()) {
-    if (hasAt(text, at, "%20"))
-      at += 3;
-    else if (kBlanks.find(text[at]) != std::string_view::npos || text[at] == '+' || text[at] == ':' ||
-             text[at] == '=')
-      at++;
-    else
-      break;
-  }
-  if (at == began) return {};
-  return {at, std::min(text.find_first_of(" \t\r\n\"'\\,;&}])>", at), text.size())};
-}
-
-Range secretAt(std::string_view text, std::size_t at) {
-  for (const std::string_view name : kSecretNames)
-    if (hasAt(text, at, name)) return valueAfterName(text, at + name.size());
-  constexpr std::string_view bearer = "bearer";
-  return hasAt(text, at, bearer) ? tokenAfterBearer(text, at + bearer.size()) : Range{};
+QString maskedQuery(const QString& url) {
+  const qsizetype begin = url.indexOf('?') + 1;
+  if (begin == 0) return url;
+  QStringList query = url.mid(begin).split('&');
+  for (QString& each : query)
+    if (const qsizetype name = each.indexOf('='); namesSecret(each.left(name)) && name + 1 < each.size())
+      each = each.left(name + 1) + kMask;
+  return url.left(begin) + query.join('&');
 }
 
 }  // namespace
 
 std::string maskSecrets(std::string_view text) {
-  std::string masked;
-  std::size_t copied = 0;
-  for (std::size_t at = 0; at < text.size(); at++) {
-    const Range secret = secretAt(text, at);
-    if (secret.to <= secret.from) continue;
-    masked.append(text, copied, secret.from - copied).append(kMask);
-    copied = secret.to;
-    at = secret.to - 1;
+  const QString line = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  const QLatin1String request("REQUEST: ");
+  if (line.startsWith(request)) {
+    const QString what = line.mid(request.size());
+    return (request + (what.startsWith('{') ? masked(what) : maskedQuery(what))).toStdString();
   }
-  return masked.append(text, copied);
+  static const QRegularExpression status(QStringLiteral(", \\d+$"));  // behind an answer
+  const qsizetype end = line.lastIndexOf(status);
+  return (masked(line.left(end)) + (end < 0 ? QString() : line.mid(end))).toStdString();
 }
 
 std::FILE* LogSink::streamFromEnvironment() {
