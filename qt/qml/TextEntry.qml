@@ -12,18 +12,13 @@ FocusScope {
     function follow() {
         if (!field)
             return;
-        if (input.text !== field.text)
-            input.text = field.text;
+        if (input.typed !== field.text)
+            input.type(field.text);
         if (field.firstResponder && !input.activeFocus)
             input.forceActiveFocus();
         else if (!field.firstResponder && input.activeFocus)
             input.focus = false;
     }
-
-    // The name of a password field is withheld from assistive technology; the group around it still has it.
-    Accessible.role: Accessible.Grouping
-    Accessible.name: root.field?.accessibleName ?? ""
-    Accessible.ignored: !(root.field?.secure ?? false)
 
     implicitHeight: Math.max(50, Theme.bodySize * 2.4)
     onFieldChanged: follow()
@@ -51,6 +46,19 @@ FocusScope {
 
     TextInput {
         id: input
+
+        // Hides TextInput's own: assistive technology reads and writes the property of this name, and of a password
+        // it gets the bullets.
+        property string text
+        readonly property string shown: echoMode === TextInput.Normal ? typed : passwordCharacter.repeat(length)
+        readonly property string typed: length > 0 ? getText(0, length) : ""
+
+        // Assigned as a whole, the old text and the new one would be announced to assistive technology.
+        function type(wanted: string) {
+            remove(0, length);
+            insert(0, wanted);
+        }
+
         anchors.fill: parent
         anchors.leftMargin: 14
         anchors.rightMargin: 14
@@ -66,8 +74,13 @@ FocusScope {
         font.pixelSize: Theme.bodySize
         echoMode: (root.field?.secure ?? false) ? TextInput.Password : TextInput.Normal
         inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | (root.field?.secure ? Qt.ImhSensitiveData | Qt.ImhHiddenText : 0)
-        // Not only what is typed: assistive technology sets the text.
-        onTextChanged: if (root.field && root.field.text !== text) root.field.text = text
+        onShownChanged: text = shown
+        onTextChanged: {
+            if (text !== shown)
+                type(text);
+            text = shown;
+        }
+        onTypedChanged: if (root.field && root.field.text !== typed) root.field.text = typed
         onAccepted: root.field.pressReturn()
         onActiveFocusChanged: {
             if (!root.field)
@@ -80,14 +93,13 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: root.field?.accessibleName ?? ""
         Accessible.editable: true
-        Accessible.passwordEdit: root.field?.secure ?? false
     }
 
     Text {
         anchors.left: input.left
         anchors.right: input.right
         anchors.verticalCenter: parent.verticalCenter
-        visible: input.text === "" && input.preeditText === ""
+        visible: input.length === 0 && input.preeditText === ""
         text: root.field?.placeholder ?? ""
         textFormat: Text.PlainText
         horizontalAlignment: Text.AlignLeft

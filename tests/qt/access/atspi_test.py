@@ -84,8 +84,6 @@ class Screen:
                 focusable = node.get_state_set().contains(Atspi.StateType.FOCUSABLE)
                 actions = [node.get_action_name(i).lower() for i in range(node.get_n_actions())]
                 role, name = node.get_role_name(), node.get_name()
-                if role == "password text":  # the toolkit withholds its name; the group around it must have one
-                    name = node.get_parent().get_name()
             except GLib.Error:
                 continue
             if role not in ("frame", "application", "window", "filler") and (focusable or "press" in actions):
@@ -106,6 +104,30 @@ class Screen:
         self.controls += controls
 
 
+def write(field, text):
+    if not field.set_text_contents(text):
+        sys.exit(f"the field {field.get_name()!r} takes no text")
+
+
+def write_unheard(field, secret):
+    """Nobody who listens or reads may get to know the text; that the caret moves shows that there is something to hear."""
+    heard = []
+    listener = Atspi.EventListener.new(lambda event: heard.append(f"{event.type} {event.any_data}"))
+    listener.register("object:text-changed")
+    listener.register("object:text-caret-moved")
+    end = time.monotonic() + 30
+    while not any("caret" in event for event in heard):
+        if time.monotonic() > end:
+            sys.exit("no move of the caret was announced")
+        write(field, "")
+        write(field, secret)
+        read = Atspi.Text.get_text(field.get_text_iface(), 0, -1)
+        while GLib.MainContext.default().iteration(False):
+            pass
+    if read != "●" * len(secret) or any(secret in event for event in heard):
+        sys.exit(f"of the password can be read {read!r}, and heard {heard}")
+
+
 def walk(screen):
     screen.wait("document web", "Terms of service")
     screen.focus("link", "privacy notice")
@@ -114,11 +136,10 @@ def walk(screen):
     if asked != "https://www.example.com/fleetor/privacy":
         sys.exit(f"the link opened {asked}")
     screen.press("push button", "I agree")
-    for role, name in (("text", "User name"), ("panel", "Password")):
-        field = screen.wait(role, name)
-        field = field if role == "text" else field.get_child_at_index(0)
-        if not field.set_text_contents("demo"):
-            sys.exit(f"the field {name!r} takes no text")
+    write(screen.wait("text", "User name"), "demo")
+    password = screen.wait("password text", "Password")
+    write_unheard(password, "hunter2")
+    write(password, "demo")
     screen.press("push button", "Sign in")
 
     screen.wait("list", "My Vehicles")

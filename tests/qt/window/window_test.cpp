@@ -22,7 +22,7 @@ TEST_F(WindowTest, APersonSignsInScrollsToTheLastVehicleAndWatchesItsReadings) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return items("text", refused).empty(); }, 6'000));
   QTest::qWait(1'500);
   EXPECT_TRUE(items("text", refused).empty()) << "the message came a second time";
-  EXPECT_EQ(items("text", QStringLiteral("wrong")).size(), 1u);
+  EXPECT_EQ(items("typed", QStringLiteral("wrong")).size(), 1u);
 
   QTest::keyClick(&window(), Qt::Key_Tab);
   QTest::keyClick(&window(), Qt::Key_Tab);
