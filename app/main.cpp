@@ -82,11 +82,12 @@ int main(int argc, char** argv) {
 
   const std::string standard = fleetor::settingsPath(fleetor::kStandardSuite);
   const std::string shared = fleetor::settingsPath(fleetor::kSharedSuite);
+  const std::string signIn = fleetor::keyStoreMarkPath();
   const QString tiles =
       QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/tiles");
   if (options->fresh) {
-    for (const auto& path : {standard, shared})
-      QFile::remove(QString::fromStdString(path));  // a first start forgets the sign-in by itself
+    for (const auto& path : {signIn, standard, shared})
+      QFile::remove(QString::fromStdString(path));
     QDir(tiles).removeRecursively();
   }
 
@@ -99,7 +100,7 @@ int main(int argc, char** argv) {
                           standard,
                           shared,
                           tiles.toStdString(),
-                          fleetor::makeKeyStore(),
+                          fleetor::makeKeyStore(signIn),
                           options->language.value_or(fleetor::Language::ofSystem()),
                           reports});
   if (!client.open()) {

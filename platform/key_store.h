@@ -1,8 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
+
+#include "platform/queues.h"
 
 namespace fleetor {
 
@@ -27,6 +30,12 @@ inline constexpr const char* matchLimit = "m_Limit";
 inline constexpr const char* matchLimitOne = "m_LimitOne";
 }  // namespace sec
 
+/// What happens in the platform's store after a call has returned.
+enum class KeyStoreEvent {
+  readable,  ///< items of an earlier run that could not be read when they were asked for; they can be now
+  notKept,   ///< the last change is in memory only, and lost when the client ends
+};
+
 /// The platform's secure store for small secrets. Items are found by `sec::generic` and, when the query names
 /// one, `sec::accessGroup`. All calls are made on the main thread and must return within a few seconds,
 /// whatever the platform's store does. None reports an error: a call that cannot be carried out finds nothing
@@ -41,6 +50,9 @@ class KeyStore {
   virtual bool add(const SecItem& item) = 0;
   virtual bool update(const SecItem& query, const SecItem& changes) = 0;
   virtual bool remove(const SecItem& query) = 0;
+
+  /// Reports events on the main thread, through these queues, until it is called with none.
+  virtual void listen(Queues*, std::function<void(KeyStoreEvent)>) {}
 };
 
 }  // namespace fleetor

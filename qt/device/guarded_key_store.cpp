@@ -1,158 +1,306 @@
 #include "qt/device/guarded_key_store.h"
 
+#include <QStandardPaths>
+#include <QUuid>
+#include <algorithm>
 #include <condition_variable>
 #include <cstdio>
-#include <deque>
-#include <future>
+#include <iterator>
 #include <mutex>
 #include <thread>
 #include <utility>
 
+#include "qt/device/key_store_mark.h"
 #include "qt/device/secret_service_key_store.h"
 
 namespace fleetor {
+namespace {
 
-// Runs jobs in order on a thread of its own. A job that never ends is left behind with what it holds.
-class GuardedKeyStore::Worker {
+// How long the client's end waits for what is not urgent: a removal, the end of a call that was cancelled.
+constexpr Seconds kShortWait{0.5};
+
+std::chrono::steady_clock::time_point inside(Seconds time) {
+  return std::chrono::steady_clock::now() +
+         std::chrono::duration_cast<std::chrono::steady_clock::duration>(time);
+}
+
+constexpr const char* kSilent = "it does not answer";
+
+void report(const std::string& problem, const char* consequence) {
+  std::fprintf(stderr, "fleetor: the system's key store cannot be used (%s); %s\n", problem.c_str(),
+               consequence);
+}
+
+std::vector<SecItem> worthKeeping(const std::vector<SecItem>& items) {
+  std::vector<SecItem> kept;
+  std::copy_if(items.begin(), items.end(), std::back_inserter(kept), [](const SecItem& item) {
+    const auto value = item.find(sec::valueData);
+    return value != item.end() && !value->second.empty();
+  });
+  return kept;
+}
+
+}  // namespace
+
+// Carries changes over to the system's store on a thread of its own, the latest only. When the store never
+// answers, thread and worker are left behind.
+class GuardedKeyStore::Worker : public std::enable_shared_from_this<Worker> {
  public:
-  Worker() : shared_(std::make_shared<Shared>()), ended_(shared_->ended.get_future()) {
-    thread_ = std::thread([shared = shared_] { run(*shared); });
-  }
-
-  void post(std::function<void()> job) {
-    const std::lock_guard lock(shared_->mutex);
-    shared_->jobs.push_back(std::move(job));
-    shared_->wake.notify_one();
-  }
-
-  /// Waits no longer than `bound` for the job at hand.
-  void stop(Seconds bound) {
-    {
-      const std::lock_guard lock(shared_->mutex);
-      shared_->jobs.clear();
-      shared_->stopping = true;
-      shared_->wake.notify_one();
-    }
-    if (ended_.wait_for(bound) == std::future_status::ready)
-      thread_.join();
-    else
-      thread_.detach();
-  }
-
- private:
-  struct Shared {
-    std::mutex mutex;
-    std::condition_variable wake;
-    std::deque<std::function<void()>> jobs;
-    bool stopping = false;
-    std::promise<void> ended;
+  struct Change {
+    unsigned number = 0;
+    std::string mark;
+    Items items;
   };
 
-  static void run(Shared& shared) {
-    std::unique_lock lock(shared.mutex);
-    while (!shared.stopping) {
-      if (shared.jobs.empty()) {
-        shared.wake.wait(lock);
-        continue;
-      }
-      const auto job = std::move(shared.jobs.front());
-      shared.jobs.pop_front();
+  Worker(GuardedKeyStore& keyStore, std::shared_ptr<SystemKeyStore> store, std::string markPath)
+      : guard(&keyStore), system(std::move(store)), markFile(std::move(markPath)), stored(markFile.read()) {}
+
+  void run() {
+    readStoredItems();
+    std::unique_lock lock(mutex);
+    while (true) {
+      changed.wait(lock, [this] { return stopping || wanted; });
+      if (!wanted) break;
+      const Change change = *std::exchange(wanted, std::nullopt);
       lock.unlock();
-      job();
+      carryOver(change);
       lock.lock();
+      carriedOver = change.number;
     }
-    shared.ended.set_value();
+    ended = true;
+    changed.notify_all();
   }
 
-  std::shared_ptr<Shared> shared_;
-  std::future<void> ended_;
-  std::thread thread_;
+  void runOnMain(std::function<void(GuardedKeyStore&)> task, Seconds delay = Seconds(0)) {
+    const std::lock_guard lock(mutex);
+    if (!queues) return;
+    queues->mainAfter(delay, [self = shared_from_this(), task = std::move(task)] {
+      if (self->guard) task(*self->guard);
+    });
+  }
+
+  bool isAsking() {
+    const std::lock_guard lock(mutex);
+    return asking;
+  }
+
+  GuardedKeyStore* guard;  ///< main thread only; nothing once it is gone
+  const std::shared_ptr<SystemKeyStore> system;
+
+  std::mutex mutex;  ///< of all below
+  std::condition_variable changed;
+  const KeyStoreMark markFile;
+  const std::string stored;  ///< the mark of an earlier run's items
+  std::optional<Items> found;
+  bool hasRead = false;
+  std::optional<Change> wanted;
+  unsigned latest = 0;  ///< numbers of changes
+  unsigned carriedOver = 0;
+  bool asking = false;
+  bool stopping = false;
+  bool ended = false;
+  Queues* queues = nullptr;
+
+ private:
+  void readStoredItems() {
+    if (!stored.empty()) {
+      auto items = system->isUsable() ? system->items(stored) : std::nullopt;
+      if (!items) {
+        report(system->problem(), "nobody is signed in");
+        answer(std::nullopt);
+        if (unlock()) items = system->items(stored);
+      }
+      if (items) answer(std::move(items));
+    }
+    if (system->isUsable()) system->removeOthers(stored);
+  }
+
+  void answer(std::optional<Items> items) {
+    {
+      const std::lock_guard lock(mutex);
+      found = std::move(items);
+      hasRead = true;
+      changed.notify_all();
+    }
+    runOnMain([](GuardedKeyStore& keyStore) { keyStore.takeLateItems(); });
+  }
+
+  bool unlock() {
+    setAsking(true);
+    const bool unlocked = system->unlock();
+    setAsking(false);
+    return unlocked && system->isUsable();
+  }
+
+  void setAsking(bool asks) {
+    const std::lock_guard lock(mutex);
+    asking = asks;
+    changed.notify_all();
+  }
+
+  void carryOver(const Change& change) {
+    if (change.items.empty()) {
+      if (system->isUsable()) system->removeOthers({});
+      return;
+    }
+    std::string problem;
+    if ((system->isUsable() || unlock()) && system->store(change.items, change.mark)) {
+      const bool marked = writeMark(change);
+      if (!marked) problem = "its mark cannot be written";
+      system->removeOthers(marked ? change.mark : std::string());
+    } else {
+      problem = system->problem();
+    }
+    runOnMain(
+        [number = change.number, problem](GuardedKeyStore& keyStore) { keyStore.settle(number, problem); });
+  }
+
+  // From here on the items count, unless they were replaced meanwhile.
+  bool writeMark(const Change& change) {
+    const std::lock_guard lock(mutex);
+    if (change.number != latest) return false;
+    if (markFile.write(change.mark)) return true;
+    markFile.remove();
+    return false;
+  }
 };
 
-GuardedKeyStore::GuardedKeyStore(std::shared_ptr<SystemKeyStore> system, Seconds bound)
-    : system_(std::move(system)), bound_(bound), worker_(std::make_unique<Worker>()) {
-  worker_->post([store = system_] { store->open(); });
+GuardedKeyStore::GuardedKeyStore(std::shared_ptr<SystemKeyStore> system, std::string markPath,
+                                 Seconds patience, Seconds bound)
+    : bound_(bound),
+      waitsUntil_(inside(patience)),
+      worker_(std::make_shared<Worker>(*this, std::move(system), std::move(markPath))) {
+  if (!worker_->stored.empty()) reading_ = Reading::due;
+  thread_ = std::thread([worker = worker_] { worker->run(); });
 }
 
 GuardedKeyStore::~GuardedKeyStore() {
-  if (!worker_) return;
-  system_->cancel();
-  worker_->stop(bound_);
+  worker_->guard = nullptr;
+  std::unique_lock lock(worker_->mutex);
+  worker_->queues = nullptr;
+  worker_->stopping = true;
+  worker_->changed.notify_all();
+  const auto hasEnded = [this] { return worker_->ended; };
+  if (worker_->carriedOver != worker_->latest)
+    worker_->changed.wait_until(lock, waitsUntil_, [&] { return hasEnded() || worker_->asking; });
+  if (!hasEnded()) worker_->system->cancel();
+  const bool ended = worker_->changed.wait_for(lock, kShortWait, hasEnded);
+  lock.unlock();
+  if (ended)
+    thread_.join();
+  else
+    thread_.detach();
 }
 
-template <class Result>
-std::optional<Result> GuardedKeyStore::ask(std::function<Result(KeyStore&)> call) {
-  if (!worker_) return std::nullopt;
-  struct Answer {
-    Result result{};
-    std::string problem;
-  };
-  auto promise = std::make_shared<std::promise<Answer>>();
-  auto future = promise->get_future();
-  worker_->post([store = system_, call = std::move(call), promise] {
-    Answer answer;
-    answer.problem = store->problem();  // of opening it
-    if (answer.problem.empty()) {
-      answer.result = call(*store);
-      answer.problem = store->problem();
-    }
-    promise->set_value(std::move(answer));
-  });
-  if (future.wait_for(bound_) != std::future_status::ready) {
-    fallBack("it does not answer");
-    return std::nullopt;
-  }
-  Answer answer = future.get();
-  if (!answer.problem.empty()) {
-    fallBack(answer.problem);
-    return std::nullopt;
-  }
-  return std::move(answer.result);
+void GuardedKeyStore::listen(Queues* queues, std::function<void(KeyStoreEvent)> listener) {
+  listener_ = std::move(listener);
+  const std::lock_guard lock(worker_->mutex);
+  worker_->queues = queues;
 }
 
-void GuardedKeyStore::fallBack(const std::string& reason) {
-  system_->cancel();
-  worker_->stop(Seconds(0));
-  worker_.reset();
-  std::fprintf(stderr,
-               "fleetor: the system's key store cannot be used (%s); the sign-in is kept in memory until the "
-               "client ends\n",
-               reason.c_str());
+void GuardedKeyStore::waitForStoredItems() {
+  if (reading_ != Reading::due) return;
+  {
+    std::unique_lock lock(worker_->mutex);
+    if (!worker_->changed.wait_until(lock, waitsUntil_, [this] { return worker_->hasRead; }))
+      report(kSilent, "nobody is signed in");
+  }
+  if (!takeStoredItems()) reading_ = Reading::late;
+}
+
+bool GuardedKeyStore::takeStoredItems() {
+  const std::lock_guard lock(worker_->mutex);
+  if (!worker_->found) return false;
+  for (const SecItem& item : *worker_->found) {
+    memory_.remove(item);
+    memory_.add(item);
+  }
+  kept_ = worthKeeping(memory_.items());
+  reading_ = Reading::done;
+  return true;
+}
+
+// Earlier calls were answered that there are none.
+void GuardedKeyStore::takeLateItems() {
+  if (reading_ == Reading::late && takeStoredItems() && !kept_.empty() && listener_)
+    listener_(KeyStoreEvent::readable);
+}
+
+void GuardedKeyStore::keep() {
+  Items items = worthKeeping(memory_.items());
+  if (items != kept_) storeAnew(std::move(items));
+}
+
+void GuardedKeyStore::storeAnew(Items items) {
+  kept_ = std::move(items);
+  reading_ = Reading::done;
+  waitsUntil_ = inside(kept_.empty() ? kShortWait : bound_);
+  {
+    const std::lock_guard lock(worker_->mutex);
+    if (!worker_->markFile.remove())
+      std::fputs("fleetor: the mark of the stored sign-in cannot be removed\n", stderr);
+    worker_->latest = ++change_;
+    worker_->wanted = Worker::Change{change_, QUuid::createUuid().toString().toStdString(), kept_};
+    worker_->changed.notify_all();
+  }
+  if (!kept_.empty()) watch(change_);
+}
+
+// As long as the person is being asked, the store is not silent.
+void GuardedKeyStore::watch(unsigned change) {
+  worker_->runOnMain(
+      [change](GuardedKeyStore& keyStore) {
+        if (keyStore.worker_->isAsking())
+          keyStore.watch(change);
+        else
+          keyStore.settle(change, kSilent);
+      },
+      bound_);
+}
+
+void GuardedKeyStore::settle(unsigned change, const std::string& problem) {
+  if (change != change_ || std::exchange(settled_, change) == change || problem.empty()) return;
+  report(problem, "the sign-in is kept in memory until the client ends");
+  if (listener_) listener_(KeyStoreEvent::notKept);
 }
 
 std::optional<SecItem> GuardedKeyStore::copyMatching(const SecItem& query) {
-  // The value is always asked for, to have it when the system's store fails later.
-  SecItem whole = query;
-  whole[sec::returnData] = "1";
-  auto found = ask<std::optional<SecItem>>([whole](KeyStore& store) { return store.copyMatching(whole); });
-  if (!found) return memory_.copyMatching(query);
-  memory_.remove(query);
-  if (!*found) return std::nullopt;
-  memory_.add(**found);
-  if (!query.contains(sec::returnData)) (*found)->erase(sec::valueData);
-  return *found;
+  waitForStoredItems();
+  return memory_.copyMatching(query);
 }
 
 bool GuardedKeyStore::add(const SecItem& item) {
-  const auto done = ask<bool>([item](KeyStore& store) { return store.add(item); });
-  if (done && !*done) return false;
-  return memory_.add(item);
+  waitForStoredItems();
+  const bool done = memory_.add(item);
+  keep();
+  return done;
 }
 
 bool GuardedKeyStore::update(const SecItem& query, const SecItem& changes) {
-  const auto done = ask<bool>([query, changes](KeyStore& store) { return store.update(query, changes); });
-  if (done && !*done) return false;
-  return memory_.update(query, changes) || done.value_or(false);
+  waitForStoredItems();
+  const bool done = memory_.update(query, changes);
+  keep();
+  return done;
 }
 
+// Removes what could not be read as well.
 bool GuardedKeyStore::remove(const SecItem& query) {
-  const auto done = ask<bool>([query](KeyStore& store) { return store.remove(query); });
-  if (done && !*done) return false;
-  return memory_.remove(query) || done.value_or(false);
+  waitForStoredItems();
+  const bool done = memory_.remove(query);
+  if (reading_ == Reading::late)
+    storeAnew({});
+  else
+    keep();
+  return done;
 }
 
-std::unique_ptr<KeyStore> makeKeyStore() {
-  return std::make_unique<GuardedKeyStore>(std::make_shared<SecretServiceKeyStore>(), Seconds(3));
+std::string keyStoreMarkPath() {
+  return (QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + "/sign-in").toStdString();
+}
+
+std::unique_ptr<KeyStore> makeKeyStore(const std::string& markPath) {
+  return std::make_unique<GuardedKeyStore>(std::make_shared<SecretServiceKeyStore>(), markPath, Seconds(0.5),
+                                           Seconds(3));
 }
 
 }  // namespace fleetor

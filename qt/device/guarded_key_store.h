@@ -1,37 +1,56 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "platform/queues.h"
 #include "qt/device/transient_key_store.h"
 
 namespace fleetor {
 
-/// A key store of the system, which may be missing, locked, or wait for a person who is not there. Everything
-/// but `cancel` runs on one thread, a worker.
-class SystemKeyStore : public KeyStore {
+/// A key store of the system, which may be missing, locked, or wait for a person who is not there. It keeps
+/// items under a mark, a text that stands beside each. Everything but `cancel` runs on one thread, a worker.
+class SystemKeyStore {
  public:
-  /// Finds out whether the store can be used; called once, before everything else.
-  virtual void open() = 0;
+  virtual ~SystemKeyStore() = default;
 
-  /// Why the last call could not be carried out, in a few words; empty when it could (finding nothing is no
-  /// problem).
-  virtual const std::string& problem() const = 0;
+  virtual bool isUsable() = 0;  ///< there and unlocked; asks nobody
+  virtual bool unlock() = 0;    ///< asks the person and waits for the answer
+
+  /// These need a store that is usable.
+  virtual std::optional<std::vector<SecItem>> items(const std::string& mark) = 0;  ///< nothing: not readable
+  virtual bool store(const std::vector<SecItem>& items, const std::string& mark) = 0;
+  virtual bool removeOthers(const std::string& mark) = 0;  ///< removes all other items; no mark: all
+
+  virtual std::string problem() const = 0;  ///< why the last call failed, in a few words
 
   /// Ends the call that is waiting, if it can, and every later one. Any thread.
   virtual void cancel() = 0;
 };
 
-/// Stands between the client and the system's key store, so that no call takes longer than `bound`. As soon
-/// as the system's store does not answer in time or cannot carry out a call, this one takes its place with
-/// what it has seen of it so far, in memory only, for the rest of its life, and says so in one line on
-/// standard error. Main thread only; calls to the system's store run on a worker thread, which begins with
-/// opening it.
+/// Stands between the client and the system's key store, so that the main thread does not wait for that. The
+/// client's items are in memory, where every call reads and changes them, and a worker carries the changes
+/// over. Only two calls wait: the first one for items that an earlier run has stored, until `patience` has
+/// passed since the start, and the destructor for the last sign-in, until `bound` has passed since that.
+/// Items that come later, and a sign-in that is not stored by then, are reported as events.
+///
+/// The items are stored under a random mark, whose name is in the file `markPath` (KeyStoreMark) as long as
+/// exactly these are the client's items. A change removes the file before anything else, and the worker
+/// writes it anew once the system's store has taken what was changed. So items that were removed or replaced
+/// are gone at the next start, whatever the system's store did meanwhile and wherever the client was
+/// interrupted. What is still in the store under another mark is removed when the store can be used.
+///
+/// When there are items to be read or to be stored and the store is locked, the worker has the system ask for
+/// its password. Items without value data are not stored. Main thread only.
 class GuardedKeyStore final : public KeyStore {
  public:
-  GuardedKeyStore(std::shared_ptr<SystemKeyStore> system, Seconds bound);
+  GuardedKeyStore(std::shared_ptr<SystemKeyStore> system, std::string markPath, Seconds patience,
+                  Seconds bound);
   ~GuardedKeyStore() override;
 
   GuardedKeyStore(const GuardedKeyStore&) = delete;
@@ -41,22 +60,39 @@ class GuardedKeyStore final : public KeyStore {
   bool add(const SecItem& item) override;
   bool update(const SecItem& query, const SecItem& changes) override;
   bool remove(const SecItem& query) override;
+  void listen(Queues* queues, std::function<void(KeyStoreEvent)> listener) override;
 
  private:
   class Worker;
+  using Items = std::vector<SecItem>;
+  using Clock = std::chrono::steady_clock;
 
-  template <class Result>
-  std::optional<Result> ask(std::function<Result(KeyStore&)> call);
-  void fallBack(const std::string& reason);
+  void waitForStoredItems();
+  bool takeStoredItems();
+  void takeLateItems();
+  void keep();
+  void storeAnew(Items items);
+  void watch(unsigned change);
+  void settle(unsigned change, const std::string& problem);
 
-  std::shared_ptr<SystemKeyStore> system_;
   Seconds bound_;
-  std::unique_ptr<Worker> worker_;  ///< nothing once memory has taken over
-  TransientKeyStore memory_;        ///< the client's items as they are known to be in the system's store
+  Clock::time_point waitsUntil_;
+  std::shared_ptr<Worker> worker_;
+  std::thread thread_;
+  TransientKeyStore memory_;
+  Items kept_;  ///< what the system's store has, or is to have
+  enum class Reading { due, late, done } reading_ = Reading::done;
+  unsigned change_ = 0;   ///< number of the last change
+  unsigned settled_ = 0;  ///< the last change whose outcome is known
+  std::function<void(KeyStoreEvent)> listener_;
 };
 
+/// The file that names this client's items in the key store; the names of organisation and application must
+/// have been set by then.
+std::string keyStoreMarkPath();
+
 /// The key store of this machine: the Secret Service where there is a usable one, else one in memory. Returns
-/// at once; the first call may take a few seconds.
-std::unique_ptr<KeyStore> makeKeyStore();
+/// at once.
+std::unique_ptr<KeyStore> makeKeyStore(const std::string& markPath);
 
 }  // namespace fleetor

@@ -31,6 +31,8 @@ constexpr std::array<std::pair<const char*, const char*>, 6> kSecretAttributes =
      {sec::label, "label"},
      {sec::description, "description"}}};
 
+constexpr const char* kMark = "mark";
+
 const SecretSchema* credentialSchema() {
   static const SecretSchema schema = [] {
     SecretSchema made{};
@@ -38,6 +40,7 @@ const SecretSchema* credentialSchema() {
     made.flags = SECRET_SCHEMA_NONE;
     for (std::size_t i = 0; i < kSecretAttributes.size(); i++)
       made.attributes[i] = {kSecretAttributes[i].second, SECRET_SCHEMA_ATTRIBUTE_STRING};
+    made.attributes[kSecretAttributes.size()] = {kMark, SECRET_SCHEMA_ATTRIBUTE_STRING};
     return made;
   }();
   return &schema;
@@ -47,20 +50,15 @@ Owned<GHashTable> newTable() {
   return Owned<GHashTable>(g_hash_table_new_full(g_str_hash, g_str_equal, g_free, g_free));
 }
 
-Owned<GHashTable> identityOf(const SecItem& query) {
-  auto table = newTable();
-  for (std::size_t i = 0; i < 2; i++)
-    if (const auto found = query.find(kSecretAttributes[i].first); found != query.end())
-      g_hash_table_insert(table.get(), g_strdup(kSecretAttributes[i].second),
-                          g_strdup(found->second.c_str()));
-  return table;
+void insert(const Owned<GHashTable>& table, const char* name, const std::string& value) {
+  g_hash_table_insert(table.get(), g_strdup(name), g_strdup(value.c_str()));
 }
 
-Owned<GHashTable> attributesOf(const SecItem& item) {
+Owned<GHashTable> attributesOf(const SecItem& item, const std::string& mark) {
   auto table = newTable();
+  insert(table, kMark, mark);
   for (const auto& [ours, theirs] : kSecretAttributes)
-    if (const auto found = item.find(ours); found != item.end())
-      g_hash_table_insert(table.get(), g_strdup(theirs), g_strdup(found->second.c_str()));
+    if (const auto found = item.find(ours); found != item.end()) insert(table, theirs, found->second);
   return table;
 }
 
@@ -70,13 +68,23 @@ Owned<SecretValue> valueOf(const SecItem& item) {
   return Owned<SecretValue>(secret_value_new(text.data(), static_cast<gssize>(text.size()), "text/plain"));
 }
 
-SecItem itemOf(SecretItem* stored) {
-  SecItem item;
-  item[sec::itemClass] = sec::genericPassword;
+std::string markOf(SecretItem* stored) {
+  const Owned<GHashTable> table(secret_item_get_attributes(stored));
+  const auto* mark = static_cast<const char*>(g_hash_table_lookup(table.get(), kMark));
+  return mark ? mark : "";
+}
+
+// Nothing when the secret is withheld.
+std::optional<SecItem> itemOf(SecretItem* stored) {
+  const Owned<SecretValue> value(secret_item_get_secret(stored));
+  if (!value) return std::nullopt;
+  gsize size = 0;
+  const gchar* text = secret_value_get(value.get(), &size);
+  SecItem item{{sec::itemClass, sec::genericPassword}, {sec::valueData, std::string(text, size)}};
   const Owned<GHashTable> table(secret_item_get_attributes(stored));
   for (const auto& [ours, theirs] : kSecretAttributes)
-    if (const auto* value = static_cast<const char*>(g_hash_table_lookup(table.get(), theirs)))
-      item[ours] = value;
+    if (const auto* attribute = static_cast<const char*>(g_hash_table_lookup(table.get(), theirs)))
+      item[ours] = attribute;
   return item;
 }
 
@@ -85,6 +93,7 @@ SecItem itemOf(SecretItem* stored) {
 struct SecretServiceKeyStore::Connection {
   secret_service::Owned<GCancellable> cancellable{g_cancellable_new()};
   secret_service::Owned<SecretService> service;
+  secret_service::Owned<SecretCollection> keyring;
   GError* error = nullptr;
 
   // Takes the error of the last call, empty when there was none.
@@ -95,12 +104,11 @@ struct SecretServiceKeyStore::Connection {
     return text;
   }
 
-  // The items that the query names; the caller looks at `error`.
-  std::vector<Owned<SecretItem>> search(const SecItem& query, bool all) {
-    const int flags = SECRET_SEARCH_LOAD_SECRETS | (all ? SECRET_SEARCH_ALL : 0);
-    GList* list =
-        secret_service_search_sync(service.get(), credentialSchema(), identityOf(query).get(),
-                                   static_cast<SecretSearchFlags>(flags), cancellable.get(), &error);
+  // The items with these attributes; the caller looks at `error`.
+  std::vector<Owned<SecretItem>> search(const Owned<GHashTable>& attributes, SecretSearchFlags flags) {
+    GList* list = secret_service_search_sync(service.get(), credentialSchema(), attributes.get(),
+                                             static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | flags),
+                                             cancellable.get(), &error);
     std::vector<Owned<SecretItem>> found;
     for (GList* node = list; node; node = node->next)
       found.emplace_back(SECRET_ITEM(node->data));
@@ -116,83 +124,71 @@ void SecretServiceKeyStore::cancel() {
   g_cancellable_cancel(connection_->cancellable.get());
 }
 
-void SecretServiceKeyStore::open() {
+// A connection that failed once is made anew: the service may have been started again meanwhile.
+bool SecretServiceKeyStore::isUsable() {
   Connection& c = *connection_;
-  c.service.reset(secret_service_get_sync(SECRET_SERVICE_OPEN_SESSION, c.cancellable.get(), &c.error));
+  if (!problem_.empty()) c.service.reset();
+  if (!c.service)
+    c.service.reset(secret_service_open_sync(SECRET_TYPE_SERVICE, nullptr, SECRET_SERVICE_OPEN_SESSION,
+                                             c.cancellable.get(), &c.error));
+  c.keyring.reset();
+  if (c.service)
+    c.keyring.reset(secret_collection_for_alias_sync(c.service.get(), SECRET_COLLECTION_DEFAULT,
+                                                     SECRET_COLLECTION_NONE, c.cancellable.get(), &c.error));
   problem_ = c.takeProblem();
-  if (problem_.empty()) isReady();
-}
-
-bool SecretServiceKeyStore::isReady() {
-  Connection& c = *connection_;
-  const Owned<SecretCollection> keyring(secret_collection_for_alias_sync(
-      c.service.get(), SECRET_COLLECTION_DEFAULT, SECRET_COLLECTION_NONE, c.cancellable.get(), &c.error));
-  problem_ = c.takeProblem();
-  if (problem_.empty() && !keyring) problem_ = "there is no default keyring";
-  if (problem_.empty() && secret_collection_get_locked(keyring.get()))
+  if (problem_.empty() && !c.keyring) problem_ = "there is no default keyring";
+  if (problem_.empty() && secret_collection_get_locked(c.keyring.get()))
     problem_ = "the default keyring is locked";
   return problem_.empty();
 }
 
-std::optional<SecItem> SecretServiceKeyStore::copyMatching(const SecItem& query) {
-  if (!isReady()) return std::nullopt;
-  const auto found = connection_->search(query, false);
-  problem_ = connection_->takeProblem();
-  if (!problem_.empty() || found.empty()) return std::nullopt;
-  SecItem item = itemOf(found.front().get());
-  if (query.contains(sec::returnData)) {
-    const Owned<SecretValue> value(secret_item_get_secret(found.front().get()));
-    if (!value) {
+bool SecretServiceKeyStore::unlock() {
+  Connection& c = *connection_;
+  if (!c.keyring) return false;
+  GList keyrings{c.keyring.get(), nullptr, nullptr};
+  const int unlocked =
+      secret_service_unlock_sync(c.service.get(), &keyrings, c.cancellable.get(), nullptr, &c.error);
+  if (c.error) problem_ = c.takeProblem();
+  return unlocked > 0;
+}
+
+std::optional<std::vector<SecItem>> SecretServiceKeyStore::items(const std::string& mark) {
+  Connection& c = *connection_;
+  const auto attributes = newTable();
+  insert(attributes, kMark, mark);
+  std::vector<SecItem> items;
+  for (const auto& stored : c.search(attributes, SECRET_SEARCH_LOAD_SECRETS)) {
+    auto item = itemOf(stored.get());
+    if (!item) {
       problem_ = "it does not give the secret";
       return std::nullopt;
     }
-    gsize size = 0;
-    const gchar* text = secret_value_get(value.get(), &size);
-    item[sec::valueData] = std::string(text, size);
+    items.push_back(std::move(*item));
   }
-  return item;
+  problem_ = c.takeProblem();
+  if (!problem_.empty()) return std::nullopt;
+  return items;
 }
 
-bool SecretServiceKeyStore::add(const SecItem& item) {
-  if (!isReady()) return false;
+bool SecretServiceKeyStore::store(const std::vector<SecItem>& items, const std::string& mark) {
   Connection& c = *connection_;
-  const auto existing = c.search(item, false);
-  problem_ = c.takeProblem();
-  if (!problem_.empty() || !existing.empty()) return false;
-  secret_service_store_sync(c.service.get(), credentialSchema(), attributesOf(item).get(),
-                            SECRET_COLLECTION_DEFAULT, "Fleetor", valueOf(item).get(), c.cancellable.get(),
-                            &c.error);
+  for (const SecItem& item : items)
+    if (!c.error)
+      secret_service_store_sync(c.service.get(), credentialSchema(), attributesOf(item, mark).get(),
+                                SECRET_COLLECTION_DEFAULT, "Fleetor", valueOf(item).get(),
+                                c.cancellable.get(), &c.error);
   problem_ = c.takeProblem();
   return problem_.empty();
 }
 
-bool SecretServiceKeyStore::update(const SecItem& query, const SecItem& changes) {
-  if (!isReady()) return false;
+// What lies in a keyring that is locked stays there: removing it would ask the person.
+bool SecretServiceKeyStore::removeOthers(const std::string& mark) {
   Connection& c = *connection_;
-  const auto found = c.search(query, false);
-  problem_ = c.takeProblem();
-  if (!problem_.empty() || found.empty()) return false;
-  SecretItem* stored = found.front().get();
-  SecItem item = itemOf(stored);
-  for (const auto& [name, value] : changes)
-    item[name] = value;
-  if (changes.contains(sec::valueData))
-    secret_item_set_secret_sync(stored, valueOf(changes).get(), c.cancellable.get(), &c.error);
-  if (!c.error)
-    secret_item_set_attributes_sync(stored, credentialSchema(), attributesOf(item).get(), c.cancellable.get(),
-                                    &c.error);
+  for (const auto& stored : c.search(newTable(), SECRET_SEARCH_NONE))
+    if (!c.error && (mark.empty() || markOf(stored.get()) != mark) && !secret_item_get_locked(stored.get()))
+      secret_item_delete_sync(stored.get(), c.cancellable.get(), &c.error);
   problem_ = c.takeProblem();
   return problem_.empty();
-}
-
-bool SecretServiceKeyStore::remove(const SecItem& query) {
-  if (!isReady()) return false;
-  Connection& c = *connection_;
-  const auto found = c.search(query, true);
-  for (const auto& stored : found)
-    if (!c.error) secret_item_delete_sync(stored.get(), c.cancellable.get(), &c.error);
-  problem_ = c.takeProblem();
-  return problem_.empty() && !found.empty();
 }
 
 }  // namespace fleetor

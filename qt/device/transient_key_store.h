@@ -14,6 +14,8 @@ class TransientKeyStore final : public KeyStore {
   bool update(const SecItem& query, const SecItem& changes) override;
   bool remove(const SecItem& query) override;
 
+  const std::vector<SecItem>& items() const { return items_; }
+
  private:
   SecItem* find(const SecItem& query);
 

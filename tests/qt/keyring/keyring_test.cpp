@@ -1,126 +1,93 @@
 #include <gio/gio.h>
 #include <gmock/gmock.h>
+#define SECRET_API_SUBJECT_TO_CHANGE  // to encode a secret
+#define SECRET_WITH_UNSTABLE
 #include <libsecret/secret.h>
 
 #include <atomic>
-#include <chrono>
-#include <future>
 #include <string>
 #include <thread>
 
-#include "qt/device/guarded_key_store.h"
 #include "qt/device/secret_service_key_store.h"
-#include "service/keychain_item_wrapper.h"
 
 namespace fleetor {
 namespace {
 
-using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Optional;
 
-std::string signIn(KeyStore& store, const std::string& token) {
-  auto wrapper = KeychainItemWrapper::initWithIdentifier(store, "Fleetor_Keychain", "TEST.fleetor");
-  wrapper.setObject(sec::accessibleAlwaysThisDeviceOnly, sec::accessible);
-  wrapper.setObject(token, sec::valueData);
-  return token;
+SecItem itemWith(const std::string& token) {
+  return {{sec::itemClass, sec::genericPassword},
+          {sec::generic, "Fleetor_Keychain"},
+          {sec::accessGroup, "TEST.fleetor"},
+          {sec::accessible, sec::accessibleAlwaysThisDeviceOnly},
+          {sec::account, ""},
+          {sec::valueData, token}};
 }
 
-// What a client that starts afresh finds.
-std::optional<std::string> stored(KeyStore& store) {
-  return KeychainItemWrapper::initWithIdentifier(store, "Fleetor_Keychain", "TEST.fleetor")
-      .objectForKey(sec::valueData);
+TEST(UnlockedKeyring, KeepsItemsUnderTheirMark) {
+  const SecItem odd = itemWith("t\xC3\xB6k\xE2\x82\xACn; \"2\"\n" + std::string(4000, 'x'));
+  SecretServiceKeyStore store;
+  ASSERT_TRUE(store.isUsable()) << store.problem();
+  EXPECT_TRUE(store.store({itemWith("first")}, "one"));
+  EXPECT_TRUE(store.store({odd}, "two"));
+  EXPECT_THAT(store.items("one"), Optional(ElementsAre(itemWith("first"))));
+  EXPECT_TRUE(store.removeOthers("two"));
+
+  SecretServiceKeyStore later;
+  ASSERT_TRUE(later.isUsable()) << later.problem();
+  EXPECT_THAT(later.items("one"), Optional(IsEmpty()));
+  EXPECT_THAT(later.items("two"), Optional(ElementsAre(odd)));
+  EXPECT_TRUE(later.store({itemWith("unmarked")}, ""));
+  EXPECT_TRUE(later.removeOthers(""));
+  EXPECT_THAT(later.items("two"), Optional(IsEmpty()));
+  EXPECT_THAT(later.items(""), Optional(IsEmpty()));
 }
 
-void signOut(KeyStore& store) {
-  KeychainItemWrapper::initWithIdentifier(store, "Fleetor_Keychain", "TEST.fleetor").resetKeychainItem();
+// As a person at the system's prompt would.
+void unlock(SecretService* service, SecretCollection* keyring) {
+  SecretValue* password = secret_value_new("a password", -1, "text/plain");
+  GVariant* arguments = g_variant_new("(o@(oayays))", g_dbus_proxy_get_object_path(G_DBUS_PROXY(keyring)),
+                                      secret_service_encode_dbus_secret(service, password));
+  GVariant* answer = g_dbus_connection_call_sync(
+      g_dbus_proxy_get_connection(G_DBUS_PROXY(service)), "org.freedesktop.secrets",
+      "/org/freedesktop/secrets", "org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface",
+      "UnlockWithMasterPassword", arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+  EXPECT_TRUE(answer);
+  g_clear_pointer(&answer, g_variant_unref);
+  secret_value_unref(password);
 }
 
-int itemsInKeyring() {
-  GHashTable* attributes = g_hash_table_new(g_str_hash, g_str_equal);
-  g_hash_table_insert(attributes, const_cast<char*>("generic"), const_cast<char*>("Fleetor_Keychain"));
-  GList* list = secret_service_search_sync(nullptr, nullptr, attributes, SECRET_SEARCH_ALL, nullptr, nullptr);
-  const int count = static_cast<int>(g_list_length(list));
-  g_list_free_full(list, g_object_unref);
-  g_hash_table_unref(attributes);
-  return count;
-}
+TEST(LockedKeyring, CanBeUsedAgainOnceItIsUnlocked) {
+  SecretServiceKeyStore store;
+  ASSERT_TRUE(store.isUsable()) << store.problem();
+  EXPECT_TRUE(store.store({itemWith("token")}, "mark"));
 
-// The client goes on as ever, keeps what it was told, and has said one line about it, all within a few
-// seconds.
-void expectMemoryStandsIn(KeyStore& store, const std::string& reason) {
-  const auto began = std::chrono::steady_clock::now();
-  testing::internal::CaptureStderr();
-  signIn(store, "other token");
-  EXPECT_EQ(stored(store), "other token");
-  signOut(store);
-  EXPECT_EQ(stored(store), "");
-  const std::string said = testing::internal::GetCapturedStderr();
-  EXPECT_LT(std::chrono::steady_clock::now() - began, 10s);
-  EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
-  EXPECT_THAT(said, testing::HasSubstr(reason));
-  EXPECT_THAT(said, testing::HasSubstr("kept in memory"));
-  EXPECT_THAT(said, testing::Not(testing::HasSubstr("token")));
-}
-
-TEST(UnlockedKeyring, KeepsOneSignInOverRestarts) {
-  testing::internal::CaptureStderr();
-  {
-    const auto store = makeKeyStore();
-    EXPECT_EQ(stored(*store), "") << "nothing at first";
-    EXPECT_EQ(itemsInKeyring(), 0);
-    signIn(*store, "");
-    EXPECT_EQ(stored(*store), "") << "an empty token is stored as such";
-    EXPECT_EQ(itemsInKeyring(), 1);
-    signIn(*store, "first token");
-  }
-  EXPECT_EQ(stored(*makeKeyStore()), "first token");
-  signIn(*makeKeyStore(), "t\xC3\xB6k\xE2\x82\xACn; \"2\"\n" + std::string(4000, 'x'));
-  const auto store = makeKeyStore();
-  EXPECT_EQ(stored(*store), "t\xC3\xB6k\xE2\x82\xACn; \"2\"\n" + std::string(4000, 'x'));
-  EXPECT_EQ(itemsInKeyring(), 1) << "updated, not duplicated";
-
-  SecItem query = {{sec::generic, "Fleetor_Keychain"}, {sec::accessGroup, "TEST.fleetor"}};
-  const auto attributes = store->copyMatching(query);
-  ASSERT_TRUE(attributes);
-  EXPECT_FALSE(attributes->contains(sec::valueData)) << "the value only when it is asked for";
-  EXPECT_EQ(attributes->at(sec::accessible), sec::accessibleAlwaysThisDeviceOnly);
-  EXPECT_EQ(attributes->at(sec::account), "");
-  EXPECT_FALSE(store->add(*attributes)) << "there already";
-  query[sec::accessGroup] = "OTHER.fleetor";
-  EXPECT_FALSE(store->copyMatching(query)) << "another application's";
-  EXPECT_FALSE(store->remove(query));
-
-  signOut(*store);
-  EXPECT_EQ(itemsInKeyring(), 0);
-  EXPECT_EQ(stored(*makeKeyStore()), "");
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-}
-
-void lockDefaultKeyring() {
-  SecretService* service = secret_service_get_sync(SECRET_SERVICE_NONE, nullptr, nullptr);
+  SecretService* service = secret_service_get_sync(SECRET_SERVICE_OPEN_SESSION, nullptr, nullptr);
   SecretCollection* keyring = secret_collection_for_alias_sync(service, SECRET_COLLECTION_DEFAULT,
                                                                SECRET_COLLECTION_NONE, nullptr, nullptr);
   ASSERT_TRUE(keyring);
-  GList* objects = g_list_append(nullptr, keyring);
-  ASSERT_EQ(secret_service_lock_sync(service, objects, nullptr, nullptr, nullptr), 1);
-  g_list_free(objects);
+  GList keyrings{keyring, nullptr, nullptr};
+  ASSERT_EQ(secret_service_lock_sync(service, &keyrings, nullptr, nullptr, nullptr), 1);
+  EXPECT_FALSE(store.isUsable());
+  EXPECT_THAT(store.problem(), HasSubstr("locked"));
+  EXPECT_FALSE(store.unlock()) << "there is nobody to ask";
+  EXPECT_THAT(store.problem(), HasSubstr("locked"));
+
+  unlock(service, keyring);
+  EXPECT_TRUE(store.isUsable());
+  EXPECT_THAT(store.items("mark"), Optional(ElementsAre(itemWith("token"))));
   g_object_unref(keyring);
   g_object_unref(service);
 }
 
-TEST(LockedKeyring, IsReplacedByMemoryWhetherFoundLockedOrLockedLater) {
-  const auto running = makeKeyStore();
-  signIn(*running, "token");
-  ASSERT_EQ(itemsInKeyring(), 1);
-  lockDefaultKeyring();
-
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(stored(*running), "token") << "a session goes on with what it knew";
-  EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("locked"));
-  expectMemoryStandsIn(*makeKeyStore(), "locked");
-}
-
-TEST(NoKeyring, IsReplacedByMemory) {
-  expectMemoryStandsIn(*makeKeyStore(), "the system's key store cannot be used");
+TEST(NoKeyring, IsReportedAndAskedForNothing) {
+  SecretServiceKeyStore store;
+  EXPECT_FALSE(store.isUsable());
+  EXPECT_NE(store.problem(), "");
+  EXPECT_FALSE(store.unlock());
 }
 
 // Owns the service's name on the bus and answers nothing, as one does that waits for a person.
@@ -160,50 +127,17 @@ class MuteService {
   GDBusConnection* connection_ = nullptr;
 };
 
-TEST(SilentKeyring, IsReplacedByMemoryWithinSeconds) {
-  const MuteService service;
-  expectMemoryStandsIn(*makeKeyStore(), "does not answer");
-  EXPECT_GT(service.swallowed, 0) << "it was asked";
-}
-
-// A store that works until it is told to wait for ever, whatever is cancelled.
-class HangingStore final : public SystemKeyStore {
- public:
-  explicit HangingStore(std::shared_future<void> end) : end_(std::move(end)) {}
-  void open() override {}
-  const std::string& problem() const override { return problem_; }
-  void cancel() override {}
-  std::optional<SecItem> copyMatching(const SecItem& query) override {
-    return wait(), items_.copyMatching(query);
-  }
-  bool add(const SecItem& item) override { return wait(), items_.add(item); }
-  bool update(const SecItem& query, const SecItem& changes) override {
-    return wait(), items_.update(query, changes);
-  }
-  bool remove(const SecItem& query) override { return wait(), items_.remove(query); }
-
-  std::atomic<bool> hangs = false;
-
- private:
-  void wait() const {
-    if (hangs) end_.wait();
-  }
-
-  std::shared_future<void> end_;
-  std::string problem_;
-  TransientKeyStore items_;
-};
-
-TEST(SilentKeyring, ThatFallsSilentInTheMiddleKeepsTheSession) {
-  std::promise<void> end;
-  const auto system = std::make_shared<HangingStore>(end.get_future().share());
-  GuardedKeyStore store(system, 0.2s);
-  signIn(store, "token");
-  system->hangs = true;
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(stored(store), "token");
-  EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("does not answer"));
-  end.set_value();
+TEST(SilentKeyring, IsLeftWhenItIsCancelled) {
+  MuteService service;
+  SecretServiceKeyStore store;
+  std::thread worker([&] {
+    EXPECT_FALSE(store.isUsable());
+    EXPECT_FALSE(store.isUsable()) << "nor is any later call waited for";
+  });
+  while (service.swallowed == 0)
+    std::this_thread::yield();
+  store.cancel();
+  worker.join();
 }
 
 }  // namespace
