@@ -21,11 +21,12 @@ constexpr double listWidth = 300.0;
 }  // namespace
 
 bool AppDelegate::applicationDidFinishLaunchingWithOptions() {
-  // The key store outlives an installation: a fresh one starts signed out.
+  // The key store outlives an installation: a fresh one starts signed out. The sign-in is forgotten first, so
+  // that a first start that is interrupted in between happens again.
   if (!standardSettings_.object(firstRunKey)) {
+    API::keychain().resetKeychainItem();
     standardSettings_.setObject(std::string(firstRunKey), firstRunKey);
     standardSettings_.synchronize();
-    API::keychain().resetKeychainItem();
   }
   showChooser_ = false;
   API::setAPIBaseURLWithString(serviceURL_);

@@ -19,9 +19,12 @@ TEST(FirstVisit, LeadsFromTheTermsOverTheSignInAndThePagesOfTheListToReadingsTha
   phone.device.resources["tos.html"] = "/opt/flee tor/tos.html";
   Client client(phone);
   API::keychain().setObject("from-an-earlier-installation", sec::valueData);
+  bool hadFirstRun = true;
+  phone.keyStore.onRemove = [&] { hadFirstRun = phone.standardSettings.object("FirstRun").has_value(); };
   client.application.launch();
   client.settle();
   EXPECT_EQ(storedToken().value_or(""), "");
+  EXPECT_FALSE(hadFirstRun) << "an interrupted first start would be none, with the sign-in still there";
 
   // The terms, presented once. A link in them opens outside.
   auto* terms = client.find<TermsViewController>();

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/key_store.h"
@@ -15,7 +17,9 @@ class MemoryKeyStore final : public KeyStore {
  public:
   std::vector<SecItem> items;
   bool failsWrites = false;
-  int writes = 0;  ///< calls of add, update and remove that changed something
+  std::function<void(KeyStoreEvent)> listener;
+  std::function<void()> onRemove;  ///< called before an item is removed
+  int writes = 0;                  ///< calls of add, update and remove that changed something
 
   std::optional<SecItem> copyMatching(const SecItem& query) override {
     const SecItem* found = find(query);
@@ -41,10 +45,12 @@ class MemoryKeyStore final : public KeyStore {
   bool remove(const SecItem& query) override {
     const SecItem* found = find(query);
     if (failsWrites || !found) return false;
+    if (onRemove) onRemove();
     items.erase(items.begin() + (found - items.data()));
     ++writes;
     return true;
   }
+  void listen(Queues*, std::function<void(KeyStoreEvent)> events) override { listener = std::move(events); }
 
  private:
   static bool agrees(const SecItem& item, const SecItem& query, const char* attribute) {
