@@ -9,6 +9,7 @@
 
 #include "model/vehicle_records.h"
 #include "service/api.h"
+#include "shell/login_view_controller.h"
 #include "shell/main_storyboard.h"
 #include "vehicle/notifications.h"
 
@@ -48,6 +49,7 @@ Client::Client(Setup setup)
                   if (usage_.isCounting() && API::isLogged()) usage_.count("signed in");
                   if (environment_.application) delegate_.showMainOrLogin();
                 }});
+  keyStore_->listen(&*queues_, [this](KeyStoreEvent event) { handle(event); });
   application_.emplace(environment_, storyboard_, delegate_);
   networkUse_.onChange = [this](bool visible) {
     if (environment_.window) environment_.window->progressOverlay().setVisible(visible);
@@ -70,10 +72,22 @@ Client::~Client() {
   notificationCenter_.removeObserver(this);
   mainWindow_.reset();
   API::shutDown();
+  keyStore_->listen(nullptr, {});
   application_.reset();
   reportPost_.reset();
   transport_.reset();
   queues_.reset();
+}
+
+// Until the launch screen has gone, the main screen is still to be chosen.
+void Client::handle(KeyStoreEvent event) {
+  if (event == KeyStoreEvent::notKept)
+    return API::displayError(device_.localizedString(
+        "Your sign-in could not be stored, you will have to sign in again next time"));
+  const auto token = API::keychain().objectForKey(sec::valueData);
+  API::requestAuthForToken(token);
+  if (dynamic_cast<LoginViewController*>(environment_.window->rootViewController().get()))
+    API::loginUserWithToken(*token);
 }
 
 bool Client::open() {

@@ -60,6 +60,8 @@ class Client {
   Application& application() { return *application_; }
 
  private:
+  void handle(KeyStoreEvent event);
+
   std::string serviceURL_;
   MainWindow::Look look_;
   FileSettings standardSettings_;

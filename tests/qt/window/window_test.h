@@ -40,13 +40,15 @@ class WindowTest : public testing::Test {
 
   void open(Idiom idiom, QSize size, const char* language = "en", bool dark = false) {
     const std::string folder = settings_.path().toStdString();
+    auto keyStore = std::make_unique<test::MemoryKeyStore>();
+    keyStore_ = keyStore.get();
     client_ = std::make_unique<Client>(Client::Setup{address_,
                                                      idiom,
                                                      {size, dark},
                                                      folder + "/standard",
                                                      folder + "/shared",
                                                      folder + "/tiles",
-                                                     std::make_unique<test::MemoryKeyStore>(),
+                                                     std::move(keyStore),
                                                      language});
     ASSERT_TRUE(client_->open());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
@@ -55,6 +57,8 @@ class WindowTest : public testing::Test {
   void close() { client_.reset(); }
 
   void follow(const DesktopLook& look) { client_->mainWindow().followDesktop(look); }
+
+  test::MemoryKeyStore& keyStore() { return *keyStore_; }
 
   QQuickWindow& window() { return client_->mainWindow().window(); }
 
@@ -168,6 +172,7 @@ class WindowTest : public testing::Test {
   QTemporaryDir settings_;
   QProcess service_;
   std::string address_;
+  test::MemoryKeyStore* keyStore_ = nullptr;
   std::unique_ptr<Client> client_;
 };
 
