@@ -1,5 +1,8 @@
 #include "shell/paged_vehicles.h"
 
+#include <algorithm>
+#include <memory>
+
 #include "service/api.h"
 #include "shell/base/loading_cell.h"
 #include "shell/base/vehicle_table_view_cell.h"
@@ -10,6 +13,7 @@ namespace {
 constexpr int vehiclesPerPage = 20;
 constexpr double vehicleRowHeight = 68.0;
 constexpr double loadingRowHeight = 60.0;
+constexpr Seconds longestPause{300};
 }  // namespace
 
 template <class Base>
@@ -44,18 +48,39 @@ void PagedVehicles<Base>::loadItems() {
   const auto self = this->sharedFrom(this);
   API::getWithPath("/vehicles", {{"offset", numberOfVehicles()}, {"limit", vehiclesPerPage}},
                    modelClass<VehiclesResponse>, {}, [self](auto response, auto kind, long, auto&) {
+                     const int before = self->numberOfVehicles();
                      if (kind == ResponseKindSuccess)
                        self->items_.nextResult(*response);
                      else
                        self->items_.onError();
-                     self->setLoading(false);
-                     self->itemsTableView_.reloadData();
+                     if (self->numberOfVehicles() == before && !self->isComplete()) {
+                       self->endLoadingLater();
+                       return;
+                     }
+                     self->pause_ = firstPause;
+                     self->endLoading();
                    });
 }
 
 template <class Base>
+void PagedVehicles<Base>::endLoading() {
+  this->setLoading(false);
+  itemsTableView_.reloadData();
+}
+
+template <class Base>
+void PagedVehicles<Base>::endLoadingLater() {
+  // The pause does not keep the screen alive: when it has gone by then, nothing happens.
+  const std::weak_ptr<PagedVehicles> weak = this->sharedFrom(this);
+  this->environment().queues.mainAfter(pause_, [weak] {
+    if (const auto self = weak.lock()) self->endLoading();
+  });
+  pause_ = std::min(2 * pause_, longestPause);
+}
+
+template <class Base>
 int PagedVehicles<Base>::tableViewNumberOfRowsInSection(TableView&, int) {
-  return numberOfVehicles() + (items_.total == numberOfVehicles() ? 0 : 1);
+  return numberOfVehicles() + (isComplete() ? 0 : 1);
 }
 
 template <class Base>

@@ -12,9 +12,11 @@ namespace fleetor {
 
 /// A screen over `Base` that lists the account's vehicles in its "itemsTableView" and fetches them page by
 /// page: the next page is asked for when the loading row, always the last, is about to be shown. After a
-/// failed page the list keeps what it has and asks for no more; only a new screen starts again.
+/// failed page the list keeps what it has and asks for no more; only a new screen starts again. A page that
+/// brings nothing new to an incomplete list is asked for again after 15 seconds, then 30, up to 5 minutes.
 ///
-/// A request in flight keeps the screen alive. Made for BaseViewController and PageViewController.
+/// A request in flight keeps the screen alive, a pause between requests does not. Made for BaseViewController
+/// and PageViewController.
 template <class Base>
 class PagedVehicles : public Base, public TableViewDataSource, public TableViewDelegate {
  public:
@@ -41,10 +43,16 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
   const Vehicle& vehicleAtIndexPath(IndexPath path) const;  ///< of a vehicle row
 
  private:
+  static constexpr Seconds firstPause{15};
+
   int numberOfVehicles() const { return items_.vehicles ? static_cast<int>(items_.vehicles->size()) : 0; }
+  bool isComplete() const { return items_.total == numberOfVehicles(); }
+  void endLoading();
+  void endLoadingLater();
 
   TableView itemsTableView_;
   VehiclesResponse items_;
+  Seconds pause_ = firstPause;
 };
 
 extern template class PagedVehicles<BaseViewController>;

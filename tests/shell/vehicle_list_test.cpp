@@ -51,26 +51,60 @@ TEST_F(VehicleList, ShowsTheVehiclesAboveALoadingRow) {
 }
 
 // The count that is held decides, whatever a page was asked for or promised.
-TEST_F(VehicleList, ContinuesAfterWhatItHoldsWhenPagesAreShortOrEmpty) {
+TEST_F(VehicleList, ContinuesAfterWhatItHoldsWhenPagesAreShort) {
   Viewport eyes(*table);
   client.settle();
   answer(page(45, 7));
   EXPECT_EQ(table->numberOfRows(), 8);
   eyes.scrollTo(1);
   client.settle();
-  for (int i = 0; i < 3; ++i) {
-    EXPECT_EQ(client.transport.openCount(), 1u) << "one at a time";
-    answer(page(45, 7));
-  }
-  EXPECT_EQ(table->numberOfRows(), 8);
+  EXPECT_EQ(client.transport.openCount(), 1u) << "one at a time";
   answer(page(45, 45));
   EXPECT_EQ(table->numberOfRows(), 28);
   eyes.scrollToEnd();
   client.settle();
   EXPECT_THAT(client.takeRequests(),
               ElementsAre("GET /vehicles?limit=20&offset=0", "GET /vehicles?limit=20&offset=7",
-                          "GET /vehicles?limit=20&offset=7", "GET /vehicles?limit=20&offset=7",
-                          "GET /vehicles?limit=20&offset=7", "GET /vehicles?limit=20&offset=27"));
+                          "GET /vehicles?limit=20&offset=27"));
+}
+
+TEST_F(VehicleList, PausesLongerAndLongerAfterPagesWithoutNewVehicles) {
+  Viewport eyes(*table);
+  client.settle();
+  const auto expectPause = [&](double seconds) {
+    client.advance(seconds - 0.1);
+    EXPECT_EQ(client.transport.openCount(), 0u) << "before " << seconds << " s";
+    client.advance(0.2);
+    EXPECT_EQ(client.transport.openCount(), 1u) << "after " << seconds << " s";
+  };
+  for (const int total : {6, 0, -3}) {
+    const int held = table->numberOfRows() - 1;
+    answer(page(total, held + 1));
+    client.settle();
+    EXPECT_EQ(client.transport.openCount(), 1u) << "at once after a new vehicle";
+    for (const double pause : {15, 30, 60, 120, 240, 300, 300}) {
+      answer(page(total, held + 1));
+      EXPECT_EQ(table->numberOfRows(), held + 2);
+      expectPause(pause);
+    }
+  }
+  answer(page(3, 3));
+  client.advance(600);
+  EXPECT_EQ(table->numberOfRows(), 3);
+  EXPECT_EQ(client.transport.openCount(), 0u) << "complete";
+}
+
+TEST_F(VehicleList, APauseKeepsNoScreenAlive) {
+  Viewport eyes(*table);
+  client.settle();
+  answer(page(6, 0));
+  const auto screen = client.find<VehiclesTableViewController>()->weak_from_this();
+  client.delegate.showMainOrLogin();
+  client.settle();
+  EXPECT_TRUE(screen.expired());
+  client.takeRequests();
+  client.advance(20);
+  EXPECT_THAT(client.takeRequests(), IsEmpty());
 }
 
 TEST_F(VehicleList, OnlyDrawsAgainWhenItReappears) {
