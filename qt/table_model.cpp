@@ -1,5 +1,8 @@
 #include "qt/table_model.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace fleetor {
 
 CellItem::CellItem(Component& component, Adapters& registry) : ComponentItem(component, registry) {
@@ -15,9 +18,11 @@ ComponentItem* CellItem::outlet(const QString& name) const {
   return cell ? adapters().itemFor(cell->findOutlet(name.toStdString())) : nullptr;
 }
 
-TableModel::TableModel(TableView& table, Adapters& adapters)
-    : table_(&table), adapters_(adapters), rows_(table.numberOfRows()) {
-  reloaded_ = table.reloaded.connect([this] { reload(); });
+TableModel::TableModel(TableView& table, Adapters& adapters) : table_(&table), adapters_(adapters) {
+  reloaded_ = table.reloaded.connect([this] {
+    stale_ = true;
+    Q_EMIT stale();
+  });
 }
 
 int TableModel::rowCount(const QModelIndex& parent) const {
@@ -27,9 +32,9 @@ int TableModel::rowCount(const QModelIndex& parent) const {
 QVariant TableModel::data(const QModelIndex& index, int role) const {
   if (!table_ || !checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
   if (role == HeightRole) return table_->heightForRow(index.row());
-  if (role == CellRole)
-    return QVariant::fromValue(adapters_.itemFor<CellItem>(table_->cellForRow(index.row()).get()));
-  return {};
+  if (role != CellRole) return {};
+  withCells_.insert(index.row());
+  return QVariant::fromValue(adapters_.itemFor<CellItem>(table_->cellForRow(index.row()).get()));
 }
 
 QHash<int, QByteArray> TableModel::roleNames() const {
@@ -38,18 +43,22 @@ QHash<int, QByteArray> TableModel::roleNames() const {
 
 void TableModel::beginDisplaying(int row) {
   ++displayed_[row];
+  if (row < rows_ && !withCells_.contains(row)) Q_EMIT dataChanged(index(row), index(row));
 }
 
 void TableModel::endDisplaying(int row) {
   const auto found = displayed_.find(row);
   if (found == displayed_.end() || --found->second > 0) return;
   displayed_.erase(found);
+  withCells_.erase(row);
   if (table_) table_->didEndDisplayingRow(row);
 }
 
-void TableModel::reload() {
+void TableModel::update() {
+  if (!table_ || !std::exchange(stale_, false)) return;
   const int before = rows_;
   const int now = table_->numberOfRows();
+  withCells_.clear();
   if (now > before) {
     beginInsertRows({}, before, now - 1);
     rows_ = now;
@@ -59,7 +68,10 @@ void TableModel::reload() {
     rows_ = now;
     endRemoveRows();
   }
-  if (const int kept = std::min(before, now); kept > 0) Q_EMIT dataChanged(index(0), index(kept - 1));
+  if (displayed_.empty()) return;
+  const int last = std::min({displayed_.rbegin()->first, before - 1, now - 1});
+  if (const int first = displayed_.begin()->first; first <= last)
+    Q_EMIT dataChanged(index(first), index(last));
 }
 
 void TableModel::tableDestroyed() {
@@ -89,6 +101,24 @@ void TableItem::tap(int row) {
 void TableItem::refresh() {
   if (!as<TableView>()) model_.tableDestroyed();
   ComponentItem::refresh();
+}
+
+void TableUpdates::setTable(TableItem* table) {
+  if (table == table_) return;
+  if (table_) table_->model()->disconnect(this);
+  table_ = table;
+  if (table) connect(table->model(), &TableModel::stale, this, &QQuickItem::polish);
+  polish();
+  Q_EMIT tableChanged();
+}
+
+void TableUpdates::updatePolish() {
+  if (table_ && isVisible()) table_->model()->update();
+}
+
+void TableUpdates::itemChange(ItemChange change, const ItemChangeData& data) {
+  QQuickItem::itemChange(change, data);
+  if (change == ItemVisibleHasChanged) polish();
 }
 
 }  // namespace fleetor

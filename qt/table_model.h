@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <unordered_map>
+#include <QPointer>
+#include <QQuickItem>
+#include <map>
+#include <set>
 
 #include "qt/adapters.h"
 #include "ui/table_view.h"
@@ -26,9 +29,9 @@ class CellItem : public fleetor::ComponentItem {
   QString reuseIdentifier_;
 };
 
-/// The rows of a table as a model. A reload becomes the smallest change: rows come and go at the end, the
-/// others are only told to look again, which just those do that are on screen. The cell of a row is made when
-/// it is first read.
+/// The rows of a table as a model. A reload becomes the smallest change, once a drawing of the table asks for
+/// it: rows come and go at the end, and of the others those in sight are read again. The cell of a row is
+/// made when it is first read. Without any drawing there are no rows.
 class TableModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
@@ -43,20 +46,26 @@ class TableModel : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override;
 
-  /// A row's drawing has been made or is gone. One row may be drawn twice for a moment: a list that is
+  /// A row has come into sight or has left it. One row may be drawn twice for a moment: a list that is
   /// scrolled back makes the new drawing before the event loop has done away with the old one.
   void beginDisplaying(int row);
   void endDisplaying(int row);
 
+  /// Becomes what the table is. Call it when the table is about to be drawn.
+  void update();
+
   void tableDestroyed();
 
- private:
-  void reload();
+ Q_SIGNALS:
+  void stale();  ///< `update` has something to do
 
+ private:
   TableView* table_;
   Adapters& adapters_;
   int rows_ = 0;
-  std::unordered_map<int, int> displayed_;  // row to number of drawings
+  bool stale_ = true;
+  std::map<int, int> displayed_;     // row to number of drawings in sight
+  mutable std::set<int> withCells_;  // rows that have read their cell and still hold it
   Connection reloaded_;
 };
 
@@ -80,6 +89,28 @@ class TableItem : public fleetor::ComponentItem {
 
  private:
   TableModel model_;
+};
+
+/// Sits in the drawing of a table and updates its model right before a frame that shows it. There is no such
+/// frame while the drawing is hidden, or the window is, so that nothing is asked for which nobody sees.
+class TableUpdates : public QQuickItem {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(fleetor::TableItem* table READ table WRITE setTable NOTIFY tableChanged)
+
+ public:
+  TableItem* table() const { return table_; }
+  void setTable(TableItem* table);
+
+ Q_SIGNALS:
+  void tableChanged();
+
+ protected:
+  void updatePolish() override;
+  void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+ private:
+  QPointer<TableItem> table_;
 };
 
 }  // namespace fleetor

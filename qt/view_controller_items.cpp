@@ -81,6 +81,13 @@ bool ViewControllerItem::sheet() const {
       [](ViewController& c) { return c.presentingViewController() && !c.coversPresenter(); });
 }
 
+bool ViewControllerItem::covered() const {
+  return read<ViewController>([](ViewController& c) {
+    const auto& presented = c.presentedViewController();
+    return presented && presented->coversPresenter() && !c.runningPresentation();
+  });
+}
+
 QList<QObject*> ViewControllerItem::buttons(const BarButtonItems& items) const {
   QList<QObject*> buttons;
   for (const auto& item : items)

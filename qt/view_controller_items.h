@@ -50,7 +50,8 @@ class ViewControllerItem : public fleetor::ComponentItem {
   Q_PROPERTY(QString title READ title NOTIFY changed)
   Q_PROPERTY(bool loaded READ loaded NOTIFY changed)
   Q_PROPERTY(bool interactive READ interactive NOTIFY changed)
-  Q_PROPERTY(bool sheet READ sheet NOTIFY changed)  ///< lies over its presenter as a panel
+  Q_PROPERTY(bool sheet READ sheet NOTIFY changed)      ///< lies over its presenter as a panel
+  Q_PROPERTY(bool covered READ covered NOTIFY changed)  ///< nothing of it shows under the screen it presents
   Q_PROPERTY(QList<QObject*> leftItems READ leftItems NOTIFY changed)
   Q_PROPERTY(QList<QObject*> rightItems READ rightItems NOTIFY changed)
   Q_PROPERTY(double frameX READ frameX NOTIFY changed)
@@ -67,6 +68,7 @@ class ViewControllerItem : public fleetor::ComponentItem {
   bool loaded() const;
   bool interactive() const;
   bool sheet() const;
+  bool covered() const;
   QList<QObject*> leftItems() const;
   QList<QObject*> rightItems() const;
   double frameX() const;

@@ -24,6 +24,7 @@ FocusScope {
     }
 
     focus: true
+    visible: !(screen?.covered ?? false)
     onEnabledChanged: if (enabled) forceActiveFocus() // what lay over it has gone, and the keys with it
 
     Component.onCompleted: {

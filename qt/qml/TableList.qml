@@ -60,10 +60,25 @@ ListView {
         required property int index
         required property CellItem cell
         required property real rowHeight
-        property int shownRow: -1
+        property int shownRow: -1 // as the table knows it, while it is in sight
         property TableItem shownTable: null
+        readonly property bool inSight: y < list.contentY + list.height && y + height > list.contentY
         // What was chosen of a narrow list is there to be seen beside it.
         readonly property bool shownBeside: index === (list.table?.selectedRow ?? -1) && list.width < list.Window.width
+
+        // The view keeps some rows that are out of sight.
+        function display(seen) {
+            if (seen === (shownRow >= 0))
+                return;
+            if (seen) {
+                shownRow = index;
+                shownTable = list.table;
+                shownTable.beginDisplaying(shownRow);
+            } else {
+                shownTable?.endDisplaying(shownRow);
+                shownRow = -1;
+            }
+        }
 
         width: ListView.view.width
         height: Math.max(Math.round(rowHeight * Theme.scale), Theme.large ? body.item?.implicitHeight ?? 0 : 0)
@@ -78,12 +93,9 @@ ListView {
             list.currentIndex = index; // keys go on from here
             list.table.tap(index);
         }
-        Component.onCompleted: {
-            shownRow = index;
-            shownTable = list.table;
-            shownTable.beginDisplaying(shownRow);
-        }
-        Component.onDestruction: if (shownTable) shownTable.endDisplaying(shownRow)
+        onInSightChanged: display(inSight)
+        Component.onCompleted: display(inSight)
+        Component.onDestruction: display(false)
 
         Rectangle {
             anchors.fill: parent
@@ -119,6 +131,11 @@ ListView {
             height: 1
             color: Theme.separator
         }
+    }
+
+    TableUpdates {
+        parent: list
+        table: list.table
     }
 
     Rectangle {

@@ -190,6 +190,21 @@ TEST_F(WindowTest, TheMenuLeadsToTheAccountByTapAndToTheAboutPageByKey) {
   EXPECT_TRUE(waitFor("title", "About"));
 }
 
+TEST_F(WindowTest, AScreenUnderTheChooserIsNotDrawnUntilTheChooserLeaves) {
+  open(Idiom::phone, {390, 844});
+  signIn();
+  receive("fleetor:vehicles");
+  ASSERT_TRUE(waitFor("title", "Choose vehicle"));
+  const auto isDrawn = [this] { return !items("title", QStringLiteral("My Vehicles")).empty(); };
+  EXPECT_TRUE(isDrawn()) << "while the chooser slides in";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !isDrawn(); }));
+  QTest::keyClick(&window(), Qt::Key_Escape);
+  EXPECT_TRUE(QTest::qWaitFor(isDrawn, 200)) << "while the chooser slides out";
+  ASSERT_TRUE(QTest::qWaitFor([this] { return items("title", QStringLiteral("Choose vehicle")).empty(); }));
+  QTest::keyClick(&window(), Qt::Key_Down);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return list()->property("currentIndex").toInt() > 0; }));
+}
+
 TEST_F(WindowTest, AMinimisedWindowIsInTheBackgroundAndComesBackWithFreshReadings) {
   open(Idiom::phone, {390, 844});
   signIn();

@@ -56,6 +56,8 @@ class WindowTest : public testing::Test {
 
   void close() { client_.reset(); }
 
+  void receive(const char* url) { client_->answer(url); }
+
   void follow(const DesktopLook& look) { client_->mainWindow().followDesktop(look); }
 
   test::MemoryKeyStore& keyStore() { return *keyStore_; }
