@@ -11,9 +11,10 @@ namespace fleetor {
 
 class Adapters;
 
-inline QString toQString(const std::string& text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+/// A text as it is drawn and read out: laying out a very long one would stop the window for seconds, so it is
+/// cut after at most `longestDrawn` UTF-16 units, between two characters, and ends in an ellipsis then.
+QString toQString(const std::string& text);
+inline constexpr qsizetype longestDrawn = 1000;
 
 /// What QML sees of one component. Main thread only. It outlives its component by a moment: from the
 /// component's end until the event loop comes round again every property has its default value and every call

@@ -85,7 +85,7 @@ void ButtonItem::tap() {
 }
 
 QString TextFieldItem::text() const {
-  return read<TextField>([](TextField& c) { return toQString(c.text()); });
+  return read<TextField>([](TextField& c) { return QString::fromStdString(c.text()); });
 }
 void TextFieldItem::setText(const QString& text) {
   if (auto* field = as<TextField>()) field->setText(text.toStdString());
@@ -112,7 +112,7 @@ void TextFieldItem::pressReturn() {
 }
 
 QString WebViewItem::document() const {
-  const QString url = read<WebView>([](WebView& c) { return toQString(c.url()); });
+  const QString url = read<WebView>([](WebView& c) { return QString::fromStdString(c.url()); });
   if (url.isEmpty()) return {};
   // Documents of the program lie among its resources or beside it; nothing is ever fetched for this view.
   const QString prefix = QStringLiteral("file://");

@@ -15,6 +15,17 @@ namespace fleetor::widget {
 
 using namespace std::chrono_literals;
 
+namespace {
+
+/// Laying out a very long text would stop the window.
+QString drawn(const QJsonValue& value) {
+  constexpr qsizetype longest = 1000;
+  const QString text = value.toString();
+  return text.size() > longest ? text.left(longest) + QChar(0x2026) : text;
+}
+
+}  // namespace
+
 ChosenVehicle::ChosenVehicle(QString settingsFile) : file_(std::move(settingsFile)) {
   // The file is replaced rather than written, so it is its folder that has to be watched; made here in case
   // the client has not been started yet.
@@ -40,11 +51,11 @@ void ChosenVehicle::read() {
   // Between two writes of the client the reading may still be that of the vehicle before.
   if (!chosen_ || reading.value(QStringLiteral("vehicle")).toString() != QString::number(vehicle.toInteger()))
     reading = {};
-  name_ = reading.value(QStringLiteral("name")).toString();
-  dateTime_ = reading.value(QStringLiteral("dateTime")).toString();
-  speed_ = reading.value(QStringLiteral("speed")).toString();
+  name_ = drawn(reading.value(QStringLiteral("name")));
+  dateTime_ = drawn(reading.value(QStringLiteral("dateTime")));
+  speed_ = drawn(reading.value(QStringLiteral("speed")));
   if (!speed_.isEmpty()) speed_ += QStringLiteral(" km/h");
-  street_ = reading.value(QStringLiteral("street")).toString();
+  street_ = drawn(reading.value(QStringLiteral("street")));
   Q_EMIT changed();
 }
 
