@@ -41,7 +41,9 @@ ChosenVehicle::ChosenVehicle(QString settingsFile) : file_(std::move(settingsFil
 
 void ChosenVehicle::read() {
   QFile file(file_);
-  QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  // Opening a pipe in its place would wait for whoever writes to it.
+  const bool readable = QFileInfo(file_).isFile() && file.open(QIODevice::ReadOnly);
+  QByteArray text = readable ? file.readAll() : QByteArray();
   if (text == text_) return;
   text_ = std::move(text);
   const QJsonObject settings = QJsonDocument::fromJson(text_).object();

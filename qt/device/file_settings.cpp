@@ -69,7 +69,9 @@ void FileSettings::load() {
   QFile file(c.path);
   if (file.exists()) {
     QString why;
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!QFileInfo(c.path).isFile()) {
+      why = QStringLiteral("not a file");  // opening a pipe would wait for whoever writes to it
+    } else if (!file.open(QIODevice::ReadOnly)) {
       why = file.errorString();
     } else {
       QJsonParseError error;
@@ -99,9 +101,12 @@ void FileSettings::save() {
     QFile::rename(c.path, c.path + ".broken");
   }
   QSaveFile file(c.path);
+  const QByteArray text = QJsonDocument(c.values).toJson();
+  // On a full disk a long text is written in part, a short one waits in a buffer, and `commit` does not
+  // notice.
   const bool written = file.open(QIODevice::WriteOnly) &&
                        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
-                       file.write(QJsonDocument(c.values).toJson()) >= 0 && file.commit();
+                       file.write(text) == text.size() && file.flush() && file.commit();
   if (written) {
     c.pending.clear();
     c.isBroken = false;

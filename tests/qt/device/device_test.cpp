@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
@@ -8,6 +10,7 @@
 #include "qt/device/desktop_device.h"
 #include "qt/device/file_settings.h"
 #include "qt/device/system_clock.h"
+#include "support/full_disk.h"
 
 namespace fleetor {
 namespace {
@@ -105,6 +108,42 @@ TEST_F(DeviceFiles, SettingsThatCannotBeWrittenAreReportedAndHoldForThisRun) {
   const std::string said = testing::internal::GetCapturedStderr();
   EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
   EXPECT_THAT(said, HasSubstr("cannot be written"));
+}
+
+TEST_F(DeviceFiles, SettingsOnAFullDiskStayAsTheyWere) {
+  for (const std::size_t length : {5'000u, 50'000u}) {  // what waits in a buffer, and what goes past it
+    const std::string file = path(std::to_string(length));
+    FileSettings(file).setObject(std::string(length, 'x'), "kept");
+    const std::string before = read(file);
+    testing::internal::CaptureStderr();
+    FileSettings settings(file);
+    {
+      const test::FullDisk full(length - 1'000);
+      settings.setObject(std::int64_t{1}, "new");
+    }
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("cannot be written"));
+    EXPECT_TRUE(read(file) == before);
+    EXPECT_EQ(number(settings, "new"), 1);
+    settings.setObject(std::int64_t{2}, "later");
+    EXPECT_EQ(number(FileSettings(file), "new"), 1);
+  }
+}
+
+TEST_F(DeviceFiles, APipeOrAFolderInThePlaceOfSettingsIsReportedOnceAndSetAside) {
+  const std::string pipe = path("pipe.json"), folder = path("folder.json");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  ASSERT_TRUE(QDir().mkpath(QString::fromStdString(folder + "/below")));
+  for (const std::string& file : {pipe, folder}) {
+    testing::internal::CaptureStderr();
+    FileSettings settings(file);
+    settings.setObject(std::int64_t{3}, "a");
+    settings.setObject(std::int64_t{4}, "b");
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    EXPECT_THAT(said, HasSubstr("cannot be read, defaults are used: not a file"));
+    EXPECT_EQ(number(FileSettings(file), "b"), 4);
+    EXPECT_TRUE(QFile::exists(QString::fromStdString(file + ".broken")));
+  }
 }
 
 TEST_F(DeviceFiles, TheVendorIdentifierIsDrawnOnceForEachInstallation) {
