@@ -83,7 +83,8 @@ void Tokens::revoke(std::string_view token) {
   const std::lock_guard lock(mutex_);
   const std::string mark = seal(token);
   if (!revoked_.insert(mark).second || stateFile_.empty()) return;
-  std::ofstream(stateFile_, std::ios::app) << mark << '\n';
+  // On a line of its own even after a line that a full disk has cut short.
+  std::ofstream(stateFile_, std::ios::app) << '\n' << mark << '\n';
 }
 
 }  // namespace fleetor::demo

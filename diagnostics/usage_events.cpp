@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <iterator>
+
 namespace fleetor {
 
 UsageEvents::UsageEvents(const ReportSetup& setup, Date started) : version_(setup.version) {
@@ -16,9 +18,11 @@ void UsageEvents::count(const std::string& event) {
   std::string text = "Fleetor usage\nversion: " + version_ + "\n";
   for (const auto& [name, times] : counts_)
     text += name + ": " + std::to_string(times) + "\n";
-  // Written anew each time, for a run may end at any moment; the text only grows. What a full disk swallows
-  // is not worth a word.
-  if (::pwrite(file_->descriptor(), text.data(), text.size(), 0) < 0) file_.reset();
+  // Written anew each time, for a run may end at any moment; the text only grows. Half of it would be wrong
+  // counts, so a full disk ends the counting.
+  if (::pwrite(file_->descriptor(), text.data(), text.size(), 0) == std::ssize(text)) return;
+  [[maybe_unused]] const int ignored = ::ftruncate(file_->descriptor(), 0);
+  file_.reset();
 }
 
 }  // namespace fleetor

@@ -13,6 +13,7 @@
 #include "diagnostics/report_post.h"
 #include "diagnostics/usage_events.h"
 #include "scratch_folder.h"
+#include "support/full_disk.h"
 #include "support/scripted_transport.h"
 #include "support/virtual_queues.h"
 
@@ -147,6 +148,18 @@ TEST_F(ReportsTest, OfARunThatGoesOnAreItsOwn) {
   start(address_);
   start(address_);
   EXPECT_EQ(transport_.requests().size(), 2U) << "one client is sending it, the other leaves it alone";
+}
+
+TEST_F(ReportsTest, OfUsageAreDroppedRatherThanCutShort) {
+  UsageEvents usage({scratch_.path(), address_, "1.2.3"}, queues_.now());
+  usage.count("started");
+  {
+    const test::FullDisk full(40);
+    usage.count("screen LiveDetailVC");
+  }
+  EXPECT_FALSE(usage.isCounting());
+  start(address_);
+  EXPECT_THAT(files(), IsEmpty());
 }
 
 TEST_F(ReportsTest, AreNotSentOnceThePostIsClosed) {
