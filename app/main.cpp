@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QQuickWindow>
 #include <QScreen>
 #include <QStandardPaths>
 #include <chrono>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "app/client.h"
+#include "app/exit_guard.h"
 #include "app/options.h"
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"
@@ -94,6 +96,7 @@ int main(int argc, char** argv) {
   const fleetor::Idiom idiom = deviceClass(*options);
   const QSize usual = idiom == fleetor::Idiom::pad ? QSize(1024, 768) : QSize(390, 844);
   const QSize size(options->width.value_or(usual.width()), options->height.value_or(usual.height()));
+  fleetor::ExitGuard guard;
   fleetor::Client client({FLEETOR_SERVICE_URL,
                           idiom,
                           {size, options->dark},
@@ -107,6 +110,11 @@ int main(int argc, char** argv) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;
   }
+  // With the first frame all that draws has been made; it draws on another thread.
+  QQuickWindow& window = client.mainWindow().window();
+  QObject::connect(
+      &window, &QQuickWindow::frameSwapped, &window, [&guard] { guard.renew(); },
+      static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
   portal.listen([&](fleetor::DesktopLook look) {
     // X11 enlarges everything by that scale already, and a size that was asked for by hand is the size.
     if (options->textSize || !QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
