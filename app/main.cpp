@@ -20,6 +20,7 @@
 #include "qt/device/language.h"
 #include "qt/device/settings_portal.h"
 #include "qt/device/single_instance.h"
+#include "qt/device/wayland_seat.h"
 #include "qt/person.h"
 
 namespace {
@@ -65,6 +66,7 @@ int main(int argc, char** argv) {
   QGuiApplication::setApplicationName(QStringLiteral("fleetor"));
   const fleetor::ReportSetup reports = startReporting();
 
+  fleetor::prepareForMissingSeat();
   QGuiApplication application(argc, argv);
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Fleetor"));
   QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/images/fleetor.svg")));
