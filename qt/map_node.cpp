@@ -117,12 +117,10 @@ bool MapNode::drawTiles(const MapFrame& frame, const std::vector<DrawnTile>& til
       from = {onPixels(from.x(), frame.pixelRatio), onPixels(from.y(), frame.pixelRatio)};
       to = {onPixels(to.x(), frame.pixelRatio), onPixels(to.y(), frame.pixelRatio)};
     }
-    if (!next) {
-      next = new TileNode;
-      tiles_->appendChildNode(next);
-    }
-    static_cast<TileNode*>(next)->show(*found->second.texture, {from, to}, tile);
-    next = next->nextSibling();
+    auto* const node = next ? static_cast<TileNode*>(next) : new TileNode;
+    node->show(*found->second.texture, {from, to}, tile);
+    if (!next) tiles_->appendChildNode(node);  // the software renderer needs its texture by then
+    next = node->nextSibling();
   }
   while (next) {
     QSGNode* const after = next->nextSibling();
