@@ -96,12 +96,15 @@ int main(int argc, char** argv) {
   }
 
   const fleetor::Idiom idiom = deviceClass(*options);
-  const QSize usual = idiom == fleetor::Idiom::pad ? QSize(1024, 768) : QSize(390, 844);
-  const QSize size(options->width.value_or(usual.width()), options->height.value_or(usual.height()));
+  const QScreen* const screen = QGuiApplication::primaryScreen();
+  const QSize available =
+      screen ? screen->availableSize() : QSize(fleetor::largestSide, fleetor::largestSide);
+  const auto [width, height, fills] =
+      fleetor::openingOf(*options, idiom == fleetor::Idiom::pad, available.width(), available.height());
   fleetor::ExitGuard guard;
   fleetor::Client client({FLEETOR_SERVICE_URL,
                           idiom,
-                          {size, options->dark},
+                          {{width, height}, options->dark, fills},
                           standard,
                           shared,
                           tiles.toStdString(),

@@ -11,7 +11,7 @@ const char* const usage =
     "               [--text-size PERCENT] [--help] [URL]\n"
     "  --tablet             list and vehicle side by side, as on a tablet\n"
     "  --size WIDTHxHEIGHT  size of the window in points, each side from 240 to 8000\n"
-    "                       (390x844 by default, 1024x768 with --tablet)\n"
+    "                       (390x844 by default, 1024x768 with --tablet, less on a smaller screen)\n"
     "  --dark               the dark appearance, whatever the system's is\n"
     "  --language CODE      speak that language, for instance de, instead of the system's\n"
     "  --text-size PERCENT  text of that size, from 100 to 200, whatever the system's is\n"
@@ -93,6 +93,14 @@ std::optional<Options> parseOptions(const std::vector<std::string>& words,
     }
   }
   return options;
+}
+
+Opening openingOf(const Options& options, bool tablet, int availableWidth, int availableHeight) {
+  constexpr int titleBar = 40, smallScreen = 480;
+  if (options.width && options.height) return {*options.width, *options.height};
+  if (std::min(availableWidth, availableHeight) < smallScreen) return {availableWidth, availableHeight, true};
+  return {std::min(tablet ? 1024 : 390, availableWidth),
+          std::min(tablet ? 768 : 844, availableHeight - titleBar)};
 }
 
 }  // namespace fleetor

@@ -19,6 +19,19 @@ struct Options {
   std::optional<int> height;
 };
 
+/// How large the window opens, in points.
+struct Opening {
+  int width = 0;
+  int height = 0;
+  bool fills = false;  ///< the whole of the screen's available part
+
+  friend bool operator==(const Opening&, const Opening&) = default;
+};
+
+/// As it was asked for, or else as is usual for a phone or a tablet: within the available part of the screen,
+/// with room for a title bar, and filling that on a screen of a phone's size.
+Opening openingOf(const Options& options, bool tablet, int availableWidth, int availableHeight);
+
 inline constexpr int smallestSide = 240;
 inline constexpr int largestSide = 8000;
 

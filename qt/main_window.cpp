@@ -18,10 +18,12 @@ MainWindow::MainWindow(Application& application, Environment& environment, TileS
     : application_(application), adapters_(environment, tiles) {
   qml_register_types_Fleetor();
   auto* item = adapters_.itemFor<WindowItem>(&application.window());
-  engine_.setInitialProperties({{QStringLiteral("content"), QVariant::fromValue(item)},
-                                {QStringLiteral("width"), look.size.width()},
-                                {QStringLiteral("height"), look.size.height()},
-                                {QStringLiteral("forceDark"), look.dark}});
+  engine_.setInitialProperties(
+      {{QStringLiteral("content"), QVariant::fromValue(item)},
+       {QStringLiteral("width"), look.size.width()},
+       {QStringLiteral("height"), look.size.height()},
+       {QStringLiteral("visibility"), look.fills ? QWindow::Maximized : QWindow::AutomaticVisibility},
+       {QStringLiteral("forceDark"), look.dark}});
   engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Fleetor/Main.qml")));
   if (engine_.rootObjects().isEmpty()) return;

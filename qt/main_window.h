@@ -21,6 +21,7 @@ class MainWindow : public QObject {
   struct Look {
     QSize size{390, 844};  ///< points
     bool dark = false;     ///< whatever the system is
+    bool fills = false;    ///< maximised
   };
 
   MainWindow(Application& application, Environment& environment, TileSource& tiles, const Look& look);

@@ -66,6 +66,20 @@ TEST(Options, AWrongOneIsNamed) {
   }
 }
 
+TEST(Options, TheWindowOpensWithinTheScreenAndFillsASmallOne) {
+  const Options none;
+  Options asked;
+  asked.width = 400;
+  asked.height = 2'000;
+  EXPECT_EQ(openingOf(none, false, 1920, 1040), (Opening{390, 844}));
+  EXPECT_EQ(openingOf(none, false, 1366, 728), (Opening{390, 688}));
+  EXPECT_EQ(openingOf(none, true, 1920, 1040), (Opening{1024, 768}));
+  EXPECT_EQ(openingOf(none, true, 800, 480), (Opening{800, 440}));
+  EXPECT_EQ(openingOf(none, false, 360, 640), (Opening{360, 640, true}));
+  EXPECT_EQ(openingOf(none, false, 844, 390), (Opening{844, 390, true}));
+  EXPECT_EQ(openingOf(asked, false, 360, 640), (Opening{400, 2'000})) << "as it was asked for";
+}
+
 /// What the client says, and its exit status.
 std::pair<std::string, int> run(const std::string& redirectedOptions) {
   std::FILE* const client = ::popen((CLIENT " " + redirectedOptions).c_str(), "r");
