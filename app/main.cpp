@@ -73,7 +73,11 @@ int main(int argc, char** argv) {
   QGuiApplication::setDesktopFileName(QStringLiteral("fleetor"));
 
   fleetor::SingleInstance instance(fleetor::runtimePath("client"));
-  if (!instance.enter(options->url)) return 0;
+  if (!instance.enter(options->url)) {
+    std::fputs("fleetor: a client is running already and has taken over; options of this start are ignored\n",
+               stderr);
+    return 0;
+  }
 
   // Asked before the window is made, so that the answer is there, most likely, when the first frame is drawn.
   fleetor::SettingsPortal portal;

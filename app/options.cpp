@@ -19,8 +19,8 @@ const char* const usage =
     "                       reports of crashes stay\n"
     "  --help               print this and end\n"
     "  URL                  fleetor:vehicles opens the choice of the widget's vehicle\n"
-    "A client that runs already takes the request over and comes to the front; the options\n"
-    "then count for nothing.\n";
+    "A client that runs already takes the request over and comes to the front, and the options\n"
+    "are ignored.\n";
 
 namespace {
 

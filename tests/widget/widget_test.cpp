@@ -79,9 +79,12 @@ TEST_F(Session, HasOneClientWhichTakesTheRequestsOfLaterStarts) {
   const QString socket = home_.filePath(q("run/fleetor/client.socket"));
   auto first = start(CLIENT);
   ASSERT_TRUE(waitFor([&] { return QFile::exists(socket); }));
-  auto later = start(CLIENT, {q("fleetor:vehicles")});
+  auto later = std::make_unique<QProcess>();
+  later->start(q(CLIENT), {q("--tablet"), q("fleetor:vehicles")});
   ASSERT_TRUE(waitFor([&] { return later->state() == QProcess::NotRunning; })) << "a second window";
   EXPECT_EQ(later->exitCode(), 0);
+  EXPECT_THAT(later->readAllStandardError().toStdString(),
+              testing::HasSubstr("fleetor: a client is running already and has taken over"));
   EXPECT_EQ(first->state(), QProcess::Running);
 
   end(first);  // without a chance to clear up
