@@ -199,6 +199,18 @@ TEST(JSONModelTest, KeepsTextsAfterTheDocumentIsGone) {
   EXPECT_EQ(kept.size, 27);
 }
 
+TEST(JSONModelTest, GivesEachNumberATextOfItsOwn) {
+  std::string numbers;
+  for (int i = 0; i < 40; ++i)
+    numbers += R"({"size":1,"name":)" + std::to_string(1000 + i) + "},";
+  const auto cart = map<Cart>(fleetor::cart("[" + numbers + wheel + "]", R"(,"note":0.5)", "7"));
+  ASSERT_TRUE(cart);
+  for (std::size_t i = 0; i < 40; ++i)
+    EXPECT_EQ(cart->wheels[i].name, std::to_string(1000 + i));
+  EXPECT_EQ(cart->owner, "7");
+  EXPECT_EQ(cart->note, "0.5");
+}
+
 TEST(JSONModelTest, WritesWhatMapsBackToTheSameRecord) {
   Cart cart;
   EXPECT_EQ(JSONModel::toJSONString(cart), R"({"by":null,"spare":{"name":null,"size":0},"wheels":[]})");

@@ -59,14 +59,15 @@ TEST(JsonTest, DecodesTheEdgesOfWhatIsJson) {
 TEST(JsonTest, TurnsNumbersIntoTheirShortestUsualText) {
   std::istringstream table(
       "42 42  -7 -7  42.0 42  12.5 12.5  0.1 0.1  1e2 100  1e5 100000  1e16 10000000000000000  1e17 1e+17 "
-      "0.00001 0.00001  1e-6 1e-06  52.229676 52.229676  0 0  true 1  false 0");
+      "0.00001 0.00001  1e-6 1e-06  52.229676 52.229676  0 0  0.0 0  -12.5 -12.5  -1e16 -10000000000000000 "
+      "true 1  false 0");
   for (std::string number, text; table >> number >> text;)
     EXPECT_EQ(textOf("{\"a\":" + number + "}"), text) << number;
 }
 
 TEST(JsonTest, ReadsIntegersFromEveryKindOfNumber) {
   std::istringstream table(R"(17 17  "17" 17  "-17km" -17  12.9 12  -12.9 -12  true 1  "" 0
-      1e300 9223372036854775807  -1e300 -9223372036854775808  18446744073709551615 9223372036854775807
+      1e300 9223372036854775807  9223372036854775808.0 9223372036854775807  -1e300 -9223372036854775808  18446744073709551615 9223372036854775807
       99999999999999999999 9223372036854775807  9223372036854775807 9223372036854775807)");
   std::string number;
   for (std::int64_t value = 0; table >> number >> value;) {

@@ -81,6 +81,9 @@ TEST(RecordsTest, LiveKeepsItsOwnNames) {
   const auto bare = recordFrom<Live>(without(without(json, "powerSupplyType"), "fuelType"));
   ASSERT_TRUE(bare);
   EXPECT_TRUE(bare->powerSupplyType.empty());
+  std::string similar = json;
+  similar.replace(similar.find("powerSupplyType"), 15, "powerSupplyKind");
+  EXPECT_FALSE(recordFrom<Live>(similar)->powerSupplyType.isSet());
   const auto numeric = recordFrom<Live>(without(json, "speed").replace(1, 0, R"("speed":50,)"));
   EXPECT_EQ(numeric->speed, "50");
 }

@@ -85,10 +85,12 @@ void expectOptionalPayload(const std::string& name, const std::string& payload) 
   ASSERT_TRUE(with) << name;
   EXPECT_TRUE(with->isValidResponse()) << name;
   EXPECT_EQ(with->total, 3);
-  const auto refused =
-      mapped<R>(R"({"total":3,"error":{"code":500,"description":"no"},")" + name + "\":" + payload + "}");
-  ASSERT_TRUE(refused) << name;
-  EXPECT_FALSE(refused->isValidResponse()) << name;
+  for (const char* code : {"0", "500"}) {
+    const auto refused = mapped<R>(R"({"total":3,"error":{"code":)" + std::string(code) +
+                                   R"(,"description":"no"},")" + name + "\":" + payload + "}");
+    ASSERT_TRUE(refused) << name;
+    EXPECT_FALSE(refused->isValidResponse()) << name;
+  }
 }
 
 TEST(Envelopes, AreValidWithAPayloadAndCode200Only) {
@@ -105,6 +107,13 @@ TEST(Envelopes, AreValidWithAPayloadAndCode200Only) {
       R"("active":"","speed":0,"powerSupply":"","sig":"","direction":"","fuel":"","rpm":"","odometer":"",)"
       R"("led":{"z1":"","z3":"","z4":"","z6":"","z8":"","z14":"","z23":"","z28":"","z33":""},)"
       R"("street":"","temp":"","location":{"lat":"","lon":""}})");
+
+  InfoResponse info;  // always has its payload when it comes from the service
+  info.info.emplace();
+  for (const int code : {0, 200, 500}) {
+    info.error.code = code;
+    EXPECT_EQ(info.isValidResponse(), code == 200);
+  }
 }
 
 TEST(Envelopes, RefuseAnswersWithoutTheirStatus) {
