@@ -20,7 +20,7 @@ class AlertViewDelegate {
 };
 
 /// A question that must be answered before anything else. The window owns it from `show` until a button is
-/// tapped.
+/// tapped, or until a new root screen takes it away without an answer.
 class AlertView : public Component, public std::enable_shared_from_this<AlertView> {
  public:
   static std::shared_ptr<AlertView> initWithTitle(Environment& environment, std::string title,

@@ -23,6 +23,7 @@ void Window::setRootViewController(std::shared_ptr<ViewController> root) {
   // What the screens do while they hear of this may put yet another root in place.
   const auto shown = root_;
   datePicker_ = nullptr;
+  alerts_.clear();
 
   // Topmost first: what a form sheet left visible below it goes too.
   ViewController::Controllers leaving;

@@ -23,7 +23,7 @@ class Window : public Component {
   const std::shared_ptr<ViewController>& rootViewController() const { return root_; }
 
   /// The old root and everything presented over it disappear, the new one appears, neither animated, and the
-  /// old ones are released; so is a date picker.
+  /// old ones are released; so are a date picker and alerts, unanswered.
   void setRootViewController(std::shared_ptr<ViewController> root);
 
   /// The screen on top: the last one presented, or the root.

@@ -110,6 +110,7 @@ TEST_F(Presentation, ANewRootReleasesTheOldOneWithEverythingOverIt) {
     ActionSheetDatePicker::showPickerWithTitle(
         environment, "Day", DatePickerMode::date, queues.now(), [&](Date) { diary.write("never"); },
         [&] { diary.write("never"); }, *main);
+    AlertView::initWithTitle(environment, "Sure?", "", {}, "No", {"Yes"})->show();
   }
   window.setRootViewController(screen("login"));
   EXPECT_EQ(diary.take(),
@@ -117,6 +118,7 @@ TEST_F(Presentation, ANewRootReleasesTheOldOneWithEverythingOverIt) {
   EXPECT_TRUE(old.expired());
   EXPECT_TRUE(over.expired());
   EXPECT_EQ(window.datePicker(), nullptr);
+  EXPECT_TRUE(window.alerts().empty()) << "a question about the old screens would block the new one";
   EXPECT_EQ(after(Seconds(1)), "");
 
   const auto held = window.rootViewController();
