@@ -57,19 +57,21 @@ void Window::setSize(const Size& size) {
 }
 
 void Window::showToast(const std::string& text, double seconds, bool rounded) {
-  toasts_.push_back(std::make_shared<Toast>(text, seconds, rounded));
-  if (toasts_.size() == 1) showNextToast();
+  const auto same = std::ranges::find(toasts_, text, [](const auto& toast) { return toast->text(); });
+  if (same == toasts_.end()) toasts_.push_back(std::make_shared<Toast>(text, seconds, rounded));
+  if (toasts_.front()->text() == text) timeToast();
 }
 
-void Window::showNextToast() {
+void Window::timeToast() {
+  toastTimer_ = std::make_shared<bool>();
   const Seconds length = duration::toastFadeIn + Seconds(toasts_.front()->seconds());
-  environment_.queues.mainAfter(length, [this, alive = std::weak_ptr(alive_)] {
-    if (alive.expired()) return;
+  environment_.queues.mainAfter(length, [this, timer = std::weak_ptr(toastTimer_)] {
+    if (timer.expired()) return;  // the window is gone, or the toast's time has begun anew
     toasts_.pop_front();
     if (toasts_.empty())
       changed.emit();
     else
-      showNextToast();
+      timeToast();
   });
   changed.emit();
 }

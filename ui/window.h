@@ -36,6 +36,7 @@ class Window : public Component {
   Keyboard& keyboard() { return keyboard_; }
 
   /// Toasts show one after the other: each fades in, stays for its seconds and hides itself before the next.
+  /// A text that shows already has its time begun anew, one that waits its turn is not queued twice.
   void showToast(const std::string& text, double seconds, bool rounded);
   const Toast* toast() const { return toasts_.empty() ? nullptr : toasts_.front().get(); }
 
@@ -49,7 +50,7 @@ class Window : public Component {
   friend class AlertView;
   friend class ActionSheetDatePicker;
 
-  void showNextToast();
+  void timeToast();  ///< the front one's time begins
 
   Environment& environment_;
   Size size_;
@@ -59,7 +60,7 @@ class Window : public Component {
   std::deque<std::shared_ptr<Toast>> toasts_;
   std::vector<std::shared_ptr<AlertView>> alerts_;
   std::shared_ptr<ActionSheetDatePicker> datePicker_;
-  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+  std::shared_ptr<bool> toastTimer_;  ///< alive while its delayed call is the valid one
 };
 
 }  // namespace fleetor

@@ -44,6 +44,18 @@ TEST_F(Components, ToastsShowOneAfterTheOther) {
   EXPECT_FALSE(window.toast()->rounded());
   queues.advance(Seconds(1.2));
   EXPECT_EQ(shown(), "-");
+
+  // What repeats itself, a poll while offline for instance, shows once, for as long as it is repeated.
+  for (const char* text : {"offline", "refused", "offline", "refused"})
+    window.showToast(text, 3, true);
+  queues.advance(Seconds(2));
+  window.showToast("offline", 3, true);
+  queues.advance(Seconds(3.1));
+  EXPECT_EQ(shown(), "offline");
+  queues.advance(Seconds(0.2));
+  EXPECT_EQ(shown(), "refused");
+  queues.advance(Seconds(3.2));
+  EXPECT_EQ(shown(), "-");
 }
 
 TEST_F(Components, AnAlertGoesBeforeItsAnswerIsHeardAndMayOutliveItsAsker) {
