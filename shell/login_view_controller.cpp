@@ -2,6 +2,7 @@
 
 #include "service/api.h"
 #include "service/envelopes.h"
+#include "ui/window.h"
 
 namespace fleetor {
 
@@ -48,6 +49,7 @@ void LoginViewController::onLoginClick(Component& sender) {
     passwordTextField_.becomeFirstResponder();
     return;
   }
+  TextField* const edited = environment().window->keyboard().firstResponder();
   hideKeyboard(sender);
   loginButton_.setLoading(true);
 
@@ -55,13 +57,16 @@ void LoginViewController::onLoginClick(Component& sender) {
   const auto self = sharedFrom(this);
   API::postWithPath(
       "/token?grant_type=password", {{"username", user}, {"password", password}, {"uid", uid}},
-      modelClass<TokenResponse>, {wrongCredentials}, [self](auto response, auto kind, long status, auto&) {
+      modelClass<TokenResponse>, {wrongCredentials},
+      [self, edited](auto response, auto kind, long status, auto&) {
         if (kind == ResponseKindSuccess)
           API::loginUserWithToken(response->token->accessToken());
         else if (kind == ResponseKindHTTP && status == wrongCredentials)
           self->showErrorToast(
               self->localized("Unable to sign in - please verify your logon credentials and try again"));
         self->loginButton_.setLoading(false);
+        if (kind != ResponseKindSuccess && edited && !self->environment().window->keyboard().visible())
+          edited->becomeFirstResponder();
       });
 }
 

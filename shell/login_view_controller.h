@@ -5,7 +5,8 @@
 namespace fleetor {
 
 /// Signs the user in with name and password. On success the whole top level is rebuilt and this screen goes;
-/// after a failure what was typed stays. A request in flight keeps the screen alive.
+/// after a failure what was typed stays, and the focus goes back to where it was. A request in flight keeps
+/// the screen alive.
 class LoginViewController final : public BaseViewController, public TextFieldDelegate {
  public:
   explicit LoginViewController(Environment& environment);

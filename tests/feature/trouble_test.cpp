@@ -109,6 +109,11 @@ TEST(SignIn, GoesToTheEmptyFieldAndSendsNothingTwice) {
   client.settle();
   EXPECT_THAT(client.takeRequests(), ElementsAre("POST /token?grant_type=password"));
   EXPECT_THAT(client.takeMessages(), IsEmpty());
+
+  client.transport.answerOpen("/token", reply(400, "application/json", "{}"));
+  client.settle();
+  EXPECT_TRUE(login.passwordTextField().isFirstResponder())
+      << "to be corrected without a search for the field";
 }
 
 TEST(ExpiredSession, SignsOutOnceAndThePollingEnds) {
