@@ -1,5 +1,7 @@
 #include "shell/vehicles_table_view_controller.h"
 
+#include <algorithm>
+
 #include "service/api.h"
 #include "shell/base/base_navigation_controller.h"
 #include "shell/beside_rear.h"
@@ -18,6 +20,20 @@ void VehiclesTableViewController::viewDidLoad() {
   navigationItem().setLeftBarButtonItem(barButton("BtnLogout", "Log out", &Self::logout));
   navigationItem().setRightBarButtonItems({barButton("BtnAccount", "Account", &Self::showAccount),
                                            barButton("BtnAbout", "About", &Self::showAbout)});
+  reloaded_ = itemsTableView().reloaded.connect([this] { markOpenVehicle(); });
+}
+
+void VehiclesTableViewController::markOpenVehicle() {
+  const auto* reveal = revealViewController();
+  const auto* stack =
+      reveal ? dynamic_cast<NavigationController*>(reveal->frontViewController().get()) : nullptr;
+  const auto* pager =
+      stack ? dynamic_cast<VehicleViewController*>(stack->viewControllers().front().get()) : nullptr;
+  if (!pager || !items().vehicles) return;
+  const auto& vehicles = *items().vehicles;
+  const auto open = std::ranges::find(vehicles, pager->vehicle().vehicleId, &Vehicle::vehicleId);
+  if (open != vehicles.end())
+    itemsTableView().selectRowAtIndexPath({0, static_cast<int>(open - vehicles.begin())});
 }
 
 void VehiclesTableViewController::prepareForSegue(Segue& segue, const std::any&) {

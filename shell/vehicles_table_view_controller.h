@@ -29,10 +29,13 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   std::string nameForVehicle(const Vehicle& vehicle) const override { return vehicle.fullName(); }
 
  private:
+  void markOpenVehicle();  ///< a tablet shows it beside the list
   using ButtonAction = void (VehiclesTableViewController::*)(Component&);
   std::shared_ptr<BarButtonItem> barButton(const std::string& image, const std::string& name,
                                            ButtonAction action);
   void presentFormSheet(const std::string& storyboardIdentifier);
+
+  Connection reloaded_;
 };
 
 }  // namespace fleetor

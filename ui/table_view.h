@@ -74,6 +74,7 @@ class TableView : public Component {
   void setTableFooterView(bool empty) { assign(tableFooterView_, empty); }
 
   std::optional<IndexPath> indexPathForSelectedRow() const { return selected_; }
+  void selectRowAtIndexPath(IndexPath path) { assign(selected_, std::optional(path)); }  ///< not the user
 
   // For whoever draws. Rows out of range have no cell and no height, and are not tapped.
   int numberOfRows();

@@ -82,6 +82,10 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
   EXPECT_EQ(container.frontViewController()->view().frame(), beside);
   EXPECT_TRUE(client.find<VehicleViewController>()->navigationItem().leftBarButtonItems().empty());
   EXPECT_EQ(client.find<VehiclesTableViewController>(), list);
+  eyes.scrollToEnd();
+  client.settle();
+  ASSERT_EQ(client.vehicles().numberOfRows(), 41);
+  EXPECT_EQ(client.vehicles().indexPathForSelectedRow(), (IndexPath{0, 1})) << "another page leaves the mark";
   client.advance(31);
   EXPECT_TRUE(first.expired());
   client.application.window().setSize({1200, 700});
