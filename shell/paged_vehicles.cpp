@@ -49,10 +49,12 @@ void PagedVehicles<Base>::loadItems() {
   API::getWithPath("/vehicles", {{"offset", numberOfVehicles()}, {"limit", vehiclesPerPage}},
                    modelClass<VehiclesResponse>, {}, [self](auto response, auto kind, long, auto&) {
                      const int before = self->numberOfVehicles();
-                     if (kind == ResponseKindSuccess)
+                     if (kind == ResponseKindSuccess) {
                        self->items_.nextResult(*response);
-                     else
+                     } else {
                        self->items_.onError();
+                       self->pageFailed();
+                     }
                      if (self->numberOfVehicles() == before && !self->isComplete()) {
                        self->endLoadingLater();
                        return;

@@ -39,6 +39,8 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
  protected:
   virtual std::string nameForVehicle(const Vehicle& vehicle) const = 0;
 
+  virtual void pageFailed() {}  ///< no more will come
+
   bool isVehicleRow(IndexPath path) const { return path.row < numberOfVehicles(); }
   const Vehicle& vehicleAtIndexPath(IndexPath path) const;  ///< of a vehicle row
 

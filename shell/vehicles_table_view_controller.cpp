@@ -11,6 +11,14 @@
 
 namespace fleetor {
 
+VehiclesTableViewController::VehiclesTableViewController(Environment& environment)
+    : PagedVehicles(environment) {
+  outlet("failureLabel", failureLabel_);
+  outlet("reloadButton", reloadButton_);
+  reloadButton_.setTitle(localized("Load again"));
+  reloadButton_.setAction([this](Component&) { makeAnew(); });
+}
+
 void VehiclesTableViewController::viewDidLoad() {
   PagedVehicles::viewDidLoad();
   showMenuButton();
@@ -34,6 +42,20 @@ void VehiclesTableViewController::markOpenVehicle() {
   const auto open = std::ranges::find(vehicles, pager->vehicle().vehicleId, &Vehicle::vehicleId);
   if (open != vehicles.end())
     itemsTableView().selectRowAtIndexPath({0, static_cast<int>(open - vehicles.begin())});
+}
+
+void VehiclesTableViewController::pageFailed() {
+  failureLabel_.setText(localized("The list of vehicles is incomplete"));
+}
+
+void VehiclesTableViewController::makeAnew() {
+  auto* reveal = revealViewController();
+  if (!reveal) return;
+  const auto list = stackOf("VehiclesVC");
+  if (environment().device.isPad())
+    reveal->setRearViewControllerAnimated(list, true);
+  else
+    reveal->setFrontViewControllerAnimated(list, true);
 }
 
 void VehiclesTableViewController::prepareForSegue(Segue& segue, const std::any&) {
@@ -82,10 +104,15 @@ std::shared_ptr<BarButtonItem> VehiclesTableViewController::barButton(const std:
 }
 
 void VehiclesTableViewController::presentFormSheet(const std::string& storyboardIdentifier) {
-  const auto sheet = BaseNavigationController::initWithRootViewController(
-      environment(), storyboard()->instantiateViewControllerWithIdentifier(storyboardIdentifier));
+  const auto sheet = stackOf(storyboardIdentifier);
   sheet->setModalPresentationStyle(ModalPresentationStyle::formSheet);
   presentViewController(sheet, true);
+}
+
+std::shared_ptr<NavigationController> VehiclesTableViewController::stackOf(
+    const std::string& storyboardIdentifier) {
+  return BaseNavigationController::initWithRootViewController(
+      environment(), storyboard()->instantiateViewControllerWithIdentifier(storyboardIdentifier));
 }
 
 }  // namespace fleetor

@@ -10,10 +10,13 @@ namespace fleetor {
 
 /// "My Vehicles": where a signed-in user starts. On a phone it opens a vehicle by pushing its pager; on a
 /// tablet it is the permanent left column, puts the pager beside itself and carries what the side menu
-/// carries on a phone.
+/// carries on a phone. Where a page has failed it offers to make this screen anew.
 class VehiclesTableViewController final : public PagedVehicles<PageViewController>, public AlertViewDelegate {
  public:
-  using PagedVehicles::PagedVehicles;
+  explicit VehiclesTableViewController(Environment& environment);
+
+  Label& failureLabel() { return failureLabel_; }  ///< empty while nothing has failed
+  Button& reloadButton() { return reloadButton_; }
 
   void viewDidLoad() override;
   void prepareForSegue(Segue& segue, const std::any& sender) override;
@@ -27,6 +30,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
 
  protected:
   std::string nameForVehicle(const Vehicle& vehicle) const override { return vehicle.fullName(); }
+  void pageFailed() override;
 
  private:
   void markOpenVehicle();  ///< a tablet shows it beside the list
@@ -34,7 +38,11 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   std::shared_ptr<BarButtonItem> barButton(const std::string& image, const std::string& name,
                                            ButtonAction action);
   void presentFormSheet(const std::string& storyboardIdentifier);
+  std::shared_ptr<NavigationController> stackOf(const std::string& storyboardIdentifier);
+  void makeAnew();
 
+  Label failureLabel_;
+  Button reloadButton_;
   Connection reloaded_;
 };
 

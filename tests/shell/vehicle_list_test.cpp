@@ -118,5 +118,34 @@ TEST_F(VehicleList, OnlyDrawsAgainWhenItReappears) {
   EXPECT_THAT(client.takeRequests(), IsEmpty());
 }
 
+TEST(BrokenVehicleList, IsMadeAnewOnDemand) {
+  for (const Idiom idiom : {Idiom::phone, Idiom::pad}) {
+    Machine machine(idiom);
+    Client client(machine);
+    client.start();
+    if (idiom == Idiom::pad) client.open(1);
+    auto* list = client.find<VehiclesTableViewController>();
+    Viewport eyes(list->itemsTableView());
+    client.settle();
+    EXPECT_EQ(list->failureLabel().text(), "");
+    client.transport.answerOnce("/vehicles", reply(500, "text/plain", ""));
+    eyes.scrollToEnd();
+    client.settle();
+    EXPECT_EQ(list->itemsTableView().numberOfRows(), 20);
+    EXPECT_EQ(list->failureLabel().text(), "The list of vehicles is incomplete");
+
+    const std::weak_ptr<ViewController> broken = list->weak_from_this();
+    list->reloadButton().tap();
+    client.settle();
+    EXPECT_TRUE(broken.expired());
+    Viewport again(client.vehicles());
+    client.settle();
+    EXPECT_EQ(client.vehicles().numberOfRows(), 21);
+    EXPECT_EQ(client.find<VehiclesTableViewController>()->failureLabel().text(), "");
+    const auto marked = client.vehicles().indexPathForSelectedRow();
+    EXPECT_EQ(marked ? marked->row : -1, idiom == Idiom::pad ? 1 : -1) << "what is open beside the list";
+  }
+}
+
 }  // namespace
 }  // namespace fleetor::test
