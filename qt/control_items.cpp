@@ -220,19 +220,44 @@ void AlertViewItem::tapButton(int index) {
 QString DatePickerItem::title() const {
   return read<ActionSheetDatePicker>([](ActionSheetDatePicker& c) { return toQString(c.title()); });
 }
-QDateTime DatePickerItem::selectedDate() const {
-  return read<ActionSheetDatePicker>([](ActionSheetDatePicker& c) {
-    const auto sinceEpoch =
-        std::chrono::duration_cast<std::chrono::milliseconds>(c.selectedDate().time_since_epoch());
-    return QDateTime::fromMSecsSinceEpoch(sinceEpoch.count());
-  });
+QDateTime DatePickerItem::selected() const {
+  return QDateTime::fromMSecsSinceEpoch(read<ActionSheetDatePicker>([](ActionSheetDatePicker& c) {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(c.selectedDate().time_since_epoch()).count();
+  }));
 }
-void DatePickerItem::selectDay(int year, int month, int day) {
+Day DatePickerItem::selectedDay() const {
+  const QDate date = selected().date();
+  return std::chrono::year(date.year()) / date.month() / date.day();
+}
+int DatePickerItem::year() const {
+  return selected().date().year();
+}
+int DatePickerItem::month() const {
+  return selected().date().month();
+}
+int DatePickerItem::day() const {
+  return selected().date().day();
+}
+int DatePickerItem::daysInMonth() const {
+  return daysInMonthOf(selectedDay());
+}
+int DatePickerItem::placesBeforeMonth() const {
+  const std::chrono::weekday first(static_cast<unsigned>(QLocale().firstDayOfWeek()));
+  return placesBeforeMonthOf(selectedDay(), first);
+}
+void DatePickerItem::turnDays(int days) {
+  select(laterBy(selectedDay(), std::chrono::days(days)));
+}
+void DatePickerItem::turnMonths(int months) {
+  select(laterBy(selectedDay(), std::chrono::months(months)));
+}
+void DatePickerItem::select(Day day) {
   auto* picker = as<ActionSheetDatePicker>();
-  const QDate date = QDate(year, month, 1).addDays(day - 1);
-  if (!picker || !date.isValid()) return;
-  const QDateTime moment(date, selectedDate().time());
-  picker->setSelectedDate(Date(std::chrono::milliseconds(moment.toMSecsSinceEpoch())));
+  if (!picker) return;
+  const QDate date(static_cast<int>(day.year()), static_cast<int>(static_cast<unsigned>(day.month())),
+                   static_cast<int>(static_cast<unsigned>(day.day())));
+  picker->setSelectedDate(
+      Date(std::chrono::milliseconds(QDateTime(date, selected().time()).toMSecsSinceEpoch())));
 }
 void DatePickerItem::done() {
   if (auto* picker = as<ActionSheetDatePicker>()) picker->done();

@@ -9,6 +9,7 @@
 #include "qt/adapters.h"
 #include "ui/action_sheet_date_picker.h"
 #include "ui/alert_view.h"
+#include "ui/calendar.h"
 #include "ui/controls.h"
 #include "ui/progress_overlay.h"
 #include "ui/tab_bar.h"
@@ -186,17 +187,32 @@ class DatePickerItem : public fleetor::ComponentItem {
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QString title READ title NOTIFY changed)
-  Q_PROPERTY(QDateTime selectedDate READ selectedDate NOTIFY changed)  ///< local time
+  // The chosen day in local time, and how its month lies under a row of weekdays in the user's language.
+  Q_PROPERTY(int year READ year NOTIFY changed)
+  Q_PROPERTY(int month READ month NOTIFY changed)  ///< 1 to 12
+  Q_PROPERTY(int day READ day NOTIFY changed)
+  Q_PROPERTY(int daysInMonth READ daysInMonth NOTIFY changed)
+  Q_PROPERTY(int placesBeforeMonth READ placesBeforeMonth NOTIFY changed)
 
  public:
   using ComponentItem::ComponentItem;
   QString title() const;
-  QDateTime selectedDate() const;
+  int year() const;
+  int month() const;
+  int day() const;
+  int daysInMonth() const;
+  int placesBeforeMonth() const;
 
-  /// Turns to that day (month 1 to 12, any day number: the calendar carries over) at the same time of day.
-  Q_INVOKABLE void selectDay(int year, int month, int day);
+  // The user turns to another day, at the same time of day.
+  Q_INVOKABLE void turnDays(int days);
+  Q_INVOKABLE void turnMonths(int months);
   Q_INVOKABLE void done();
   Q_INVOKABLE void cancel();
+
+ private:
+  QDateTime selected() const;
+  Day selectedDay() const;
+  void select(Day day);
 };
 
 class LayoutConstraintItem : public fleetor::ComponentItem {

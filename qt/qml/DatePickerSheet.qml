@@ -2,55 +2,19 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A month of days in a sheet at the bottom; the arrows turn months and years.
+// A month of days in a sheet at the bottom. The arrows move the chosen day by months and years, so that it is always seen.
 FocusScope {
     id: root
 
     property WindowItem window
     property DatePickerItem picker
-    readonly property date chosen: picker?.selectedDate ?? new Date()
-    property int year: chosen.getFullYear()
-    property int month: chosen.getMonth()
-    readonly property string yearDigits: new Date(year, 0).toLocaleDateString(Qt.locale(), "yyyy")
-    readonly property int firstWeekday: Qt.locale().firstDayOfWeek
-    readonly property int lead: (new Date(year, month, 1).getDay() - firstWeekday + 7) % 7
-
-    function turn(months) {
-        const to = new Date(year, month + months, 1);
-        year = to.getFullYear();
-        month = to.getMonth();
-    }
-
-    function show() {
-        year = chosen.getFullYear();
-        month = chosen.getMonth();
-        days.takeKeys();
-    }
-
-    function choose(day) {
-        picker.selectDay(chosen.getFullYear(), chosen.getMonth() + 1, day);
-        show();
-    }
-
-    // The same day of another month, or its last one.
-    function chooseMonth(by) {
-        const last = new Date(chosen.getFullYear(), chosen.getMonth() + by + 1, 0);
-        picker.selectDay(last.getFullYear(), last.getMonth() + 1, Math.min(chosen.getDate(), last.getDate()));
-        show();
-    }
-
-    Keys.onLeftPressed: choose(chosen.getDate() - Theme.forward)
-    Keys.onRightPressed: choose(chosen.getDate() + Theme.forward)
-    Keys.onUpPressed: choose(chosen.getDate() - 7)
-    Keys.onDownPressed: choose(chosen.getDate() + 7)
-    Keys.onReturnPressed: picker.done()
-    Keys.onEnterPressed: picker.done()
+    readonly property string yearDigits: new Date(picker?.year ?? 0, 0).toLocaleDateString(Qt.locale(), "yyyy")
 
     Keys.onPressed: event => {
         if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown)
-            chooseMonth((event.key === Qt.Key_PageUp ? -1 : 1) * (event.modifiers & Qt.ShiftModifier ? 12 : 1));
+            picker.turnMonths((event.key === Qt.Key_PageUp ? -1 : 1) * (event.modifiers & Qt.ShiftModifier ? 12 : 1));
     }
-    onPickerChanged: if (picker) show()
+    onPickerChanged: days.takeKeys()
 
     Rectangle {
         anchors.fill: parent
@@ -145,8 +109,8 @@ FocusScope {
                 height: Theme.touch + (Theme.large ? monthName.height : 0)
                 Row {
                     anchors.left: parent.left
-                    TextButton { sign: Theme.mirrored ? "»" : "«"; label: root.window?.word("Previous year") ?? ""; onTapped: root.turn(-12) }
-                    TextButton { sign: Theme.mirrored ? "›" : "‹"; label: root.window?.word("Previous month") ?? ""; onTapped: root.turn(-1) }
+                    TextButton { sign: Theme.mirrored ? "»" : "«"; label: root.window?.word("Previous year") ?? ""; onTapped: root.picker.turnMonths(-12) }
+                    TextButton { sign: Theme.mirrored ? "›" : "‹"; label: root.window?.word("Previous month") ?? ""; onTapped: root.picker.turnMonths(-1) }
                 }
                 Text {
                     id: monthName
@@ -156,7 +120,7 @@ FocusScope {
                     horizontalAlignment: Text.AlignHCenter
                     fontSizeMode: Text.HorizontalFit
                     minimumPixelSize: 11
-                    text: `${Qt.locale().standaloneMonthName(root.month)} ${root.yearDigits}`
+                    text: `${Qt.locale().standaloneMonthName((root.picker?.month ?? 1) - 1)} ${root.yearDigits}`
                     color: Theme.text
                     font.pixelSize: Theme.bodySize
                     font.bold: true
@@ -165,8 +129,8 @@ FocusScope {
                 }
                 Row {
                     anchors.right: parent.right
-                    TextButton { sign: Theme.mirrored ? "‹" : "›"; label: root.window?.word("Next month") ?? ""; onTapped: root.turn(1) }
-                    TextButton { sign: Theme.mirrored ? "«" : "»"; label: root.window?.word("Next year") ?? ""; onTapped: root.turn(12) }
+                    TextButton { sign: Theme.mirrored ? "‹" : "›"; label: root.window?.word("Next month") ?? ""; onTapped: root.picker.turnMonths(1) }
+                    TextButton { sign: Theme.mirrored ? "«" : "»"; label: root.window?.word("Next year") ?? ""; onTapped: root.picker.turnMonths(12) }
                 }
             }
 
@@ -174,15 +138,7 @@ FocusScope {
                 id: days
                 width: parent.width - 16
                 x: 8
-                year: root.year
-                month: root.month
-                lead: root.lead
-                firstWeekday: root.firstWeekday
-                chosen: root.chosen
-                onPicked: day => {
-                    root.picker.selectDay(root.year, root.month + 1, day);
-                }
-                onAccepted: root.picker.done()
+                picker: root.picker
             }
             Item {
                 width: 1
