@@ -1,10 +1,12 @@
 #include "qt/main_window.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QQuickWindow>
 #include <QtPlugin>
 
+#include "qt/accessible_layer.h"
 #include "qt/person.h"
 #include "qt/window_item.h"
 
@@ -17,6 +19,7 @@ MainWindow::MainWindow(Application& application, Environment& environment, TileS
                        const Look& look)
     : application_(application), adapters_(environment, tiles) {
   qml_register_types_Fleetor();
+  QAccessible::installFactory(AccessibleLayer::interfaceOf);
   auto* item = adapters_.itemFor<WindowItem>(&application.window());
   engine_.setInitialProperties(
       {{QStringLiteral("content"), QVariant::fromValue(item)},

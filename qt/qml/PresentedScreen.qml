@@ -3,7 +3,7 @@ import QtQuick
 import Fleetor
 
 // The root screen, or one presented over it: full size from below, or as a panel on a tablet.
-FocusScope {
+AccessibleLayer {
     id: presented
 
     required property WindowItem window
@@ -25,6 +25,7 @@ FocusScope {
 
     focus: true
     visible: !(screen?.covered ?? false)
+    Accessible.role: Accessible.Pane
     onEnabledChanged: if (enabled) forceActiveFocus() // what lay over it has gone, and the keys with it
 
     Component.onCompleted: {

@@ -63,6 +63,11 @@ class Screen:
         there = "\n".join(f"  {n.get_role_name()}: {n.get_name()!r}" for n in self.showing())
         sys.exit(f"there is no {role} called {name!r}; there is\n{there}")
 
+    def covered(self, role, name):
+        """What lies under a sheet or a question must be in nobody's reach."""
+        if self.find(role, name, scrolled_away=True):
+            sys.exit(f"the {role} {name!r} is still there, under what covers it")
+
     def focus(self, role, name):
         """Puts the focus on what may be out of sight and come into it by that."""
         hit = self.wait(role, name, scrolled_away=True)
@@ -153,6 +158,7 @@ def walk(screen):
 
     screen.press("push button", "Choose date")
     screen.press("push button", "Previous year")
+    screen.covered("page tab", "Trips")
     screen.press("push button", r".*\b15\b.*")
     screen.press("push button", "Done")
     year = time.localtime().tm_year - 1
@@ -170,6 +176,7 @@ def walk(screen):
     screen.press("push button", "Menu")
     screen.press("push button", "Log out")
     screen.wait("push button", "Cancel")
+    screen.covered("push button", "Account")
     screen.press("push button", "Log out")
     screen.wait("push button", "Sign in")
     screen.check()
