@@ -26,6 +26,7 @@ void Person::followDesktop(const DesktopLook& look) {
   const DesktopLook before = std::exchange(desktop_, look);
   if (before.dark != look.dark) Q_EMIT wantsDarkChanged();
   if (before.textScale != look.textScale) Q_EMIT textScaleChanged();
+  if (before.animations != look.animations) Q_EMIT wantsMotionChanged();
 }
 
 bool Person::eventFilter(QObject* target, QEvent* event) {

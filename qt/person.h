@@ -9,8 +9,8 @@
 namespace fleetor {
 
 /// What the look has to know of the person in front of it: whether keys are in use, so that a ring tells
-/// where they go, how large text has to be, and whether it is to be dark. One for each QML engine, main
-/// thread only.
+/// where they go, how large text has to be, whether it is to be dark, and whether anything is to move. One
+/// for each QML engine, main thread only.
 class Person : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -18,6 +18,7 @@ class Person : public QObject {
   Q_PROPERTY(bool usesKeys READ usesKeys NOTIFY usesKeysChanged)
   Q_PROPERTY(double textScale READ textScale NOTIFY textScaleChanged)
   Q_PROPERTY(QVariant wantsDark READ wantsDark NOTIFY wantsDarkChanged)
+  Q_PROPERTY(bool wantsMotion READ wantsMotion NOTIFY wantsMotionChanged)
 
  public:
   /// The size, in points, of an application font that asks for text at its normal size.
@@ -28,6 +29,7 @@ class Person : public QObject {
   bool usesKeys() const { return usesKeys_; }  ///< the last input was a key, not a finger or a mouse
   double textScale() const;                    ///< 1 (normal) to 2, by the application's font and the desktop
   QVariant wantsDark() const;                  ///< true or false; undefined: the palette tells
+  bool wantsMotion() const { return desktop_.animations; }
 
   void followDesktop(const DesktopLook& look);
 
@@ -35,6 +37,7 @@ class Person : public QObject {
   void usesKeysChanged();
   void textScaleChanged();
   void wantsDarkChanged();
+  void wantsMotionChanged();
 
  protected:
   bool eventFilter(QObject* target, QEvent* event) override;

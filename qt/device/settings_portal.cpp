@@ -20,6 +20,7 @@ constexpr QLatin1String kAppearance("org.freedesktop.appearance");
 constexpr QLatin1String kColorScheme("color-scheme");
 constexpr QLatin1String kInterface("org.gnome.desktop.interface");
 constexpr QLatin1String kTextScale("text-scaling-factor");
+constexpr QLatin1String kAnimations("enable-animations");
 
 }  // namespace
 
@@ -31,6 +32,7 @@ SettingsPortal::Wire::Wire() {
                SLOT(take(QString, QString, QDBusVariant)));
   ask(kAppearance, kColorScheme);
   ask(kInterface, kTextScale);
+  ask(kInterface, kAnimations);
 }
 
 void SettingsPortal::Wire::listen(std::function<void(const DesktopLook&)> changed) {
@@ -58,6 +60,8 @@ void SettingsPortal::Wire::take(const QString& space, const QString& key, const 
     look_.dark = scheme == 1 || scheme == 2 ? std::optional(scheme == 1) : std::nullopt;
   } else if (space == kInterface && key == kTextScale && value.toDouble() > 0) {
     look_.textScale = value.toDouble();
+  } else if (space == kInterface && key == kAnimations && value.userType() == QMetaType::Bool) {
+    look_.animations = value.toBool();
   }
   tell();
 }

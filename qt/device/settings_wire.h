@@ -9,7 +9,7 @@
 
 namespace fleetor {
 
-/// The settings portal's end on the session bus: asks for both settings as soon as it is made, and takes
+/// The settings portal's end on the session bus: asks for the settings as soon as it is made, and takes
 /// what comes.
 class SettingsPortal::Wire : public QObject {
   Q_OBJECT

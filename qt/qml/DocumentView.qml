@@ -130,7 +130,7 @@ Flickable {
         color: Theme.secondaryText
         opacity: flick.moving ? 0.6 : 0
         Behavior on opacity {
-            NumberAnimation { duration: 200 }
+            NumberAnimation { duration: Theme.motion(200) }
         }
     }
 

@@ -32,7 +32,7 @@ FocusScope {
                 place = stack.navigation.indexOf(screen);
                 const wanted = target();
                 if (stack.navigation.animating) {
-                    slide.duration = stack.navigation.duration;
+                    slide.duration = Theme.motion(stack.navigation.duration);
                     slide.to = wanted;
                     slide.restart();
                 } else if (!slide.running || slide.to !== wanted) {

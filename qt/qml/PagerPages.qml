@@ -68,7 +68,7 @@ FocusScope {
         id: turn
         target: strip
         property: "x"
-        duration: 300
+        duration: Theme.motion(300)
         easing.type: Easing.OutCubic
     }
 

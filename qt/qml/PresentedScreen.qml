@@ -17,7 +17,7 @@ AccessibleLayer {
     property int duration: 0
 
     function follow() {
-        const milliseconds = window.presentationDuration();
+        const milliseconds = Theme.motion(window.presentationDuration());
         if (milliseconds > 0)
             duration = milliseconds;
         leaving = window.leaving(screen);
@@ -50,7 +50,7 @@ AccessibleLayer {
         property: "opacity"
         from: 0.4
         to: 1
-        duration: 150
+        duration: Theme.motion(150)
     }
 
     Rectangle {

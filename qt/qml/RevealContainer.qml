@@ -15,7 +15,7 @@ FocusScope {
         if (drag.dragging)
             return;
         if (reveal.animating && shift !== place) {
-            slide.duration = reveal.duration;
+            slide.duration = Theme.motion(reveal.duration);
             slide.to = place;
             slide.restart();
         } else if (!slide.running || slide.to !== place) {
@@ -96,7 +96,7 @@ FocusScope {
             onEnded: {
                 const open = container.shift > container.reveal.rearWidth / 2;
                 container.reveal.pan(open);
-                slide.duration = 200;
+                slide.duration = Theme.motion(200);
                 slide.to = open ? container.reveal.rearWidth : 0;
                 slide.restart();
             }

@@ -149,7 +149,7 @@ ListView {
         color: Theme.secondaryText
         opacity: list.moving && list.visibleArea.heightRatio < 1 ? 0.6 : 0
         Behavior on opacity {
-            NumberAnimation { duration: 200 }
+            NumberAnimation { duration: Theme.motion(200) }
         }
     }
 }

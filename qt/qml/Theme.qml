@@ -52,6 +52,11 @@ QtObject {
     readonly property bool mirrored: Application.layoutDirection === Qt.RightToLeft
     readonly property int forward: mirrored ? -1 : 1 // the sign of x in which a line is read
 
+    // How long something moves or fades, in milliseconds: not at all for a person who does not want that.
+    function motion(milliseconds) {
+        return Person.wantsMotion ? milliseconds : 0;
+    }
+
     // Pictures that point along the line.
     function turns(picture) {
         return mirrored && /NavBack|BtnLogout/.test(picture);

@@ -86,10 +86,12 @@ TEST(Portal, IsFollowedFromTheStartThroughEveryChange) {
   desktop.change(appearance, "color-scheme", 0u);
   desktop.change(appearance, "color-scheme", 1u);
   desktop.change(appearance, "color-scheme", 7u);
-  runUntil(said(6));
+  desktop.change(gnome, "enable-animations", QStringLiteral("fast"));
+  desktop.change(gnome, "enable-animations", false);
+  runUntil(said(7));
   EXPECT_THAT(told, ElementsAre(DesktopLook{true, 1}, DesktopLook{false, 1}, DesktopLook{false, 1.5},
                                 DesktopLook{std::nullopt, 1.5}, DesktopLook{true, 1.5},
-                                DesktopLook{std::nullopt, 1.5}));
+                                DesktopLook{std::nullopt, 1.5}, DesktopLook{std::nullopt, 1.5, false}));
 }
 
 TEST(Portal, TellsALateListenerAtOnce) {
@@ -114,7 +116,7 @@ TEST(SilentPortal, KeepsNobodyWaitingAndIsHeardLater) {
   SettingsPortal portal;
   portal.listen([&](const DesktopLook& look) { told.push_back(look); });
   EXPECT_LT(std::chrono::steady_clock::now() - began, 2s);
-  runUntil([&] { return desktop.asked == 4; });
+  runUntil([&] { return desktop.asked == 6; });
   EXPECT_THAT(told, IsEmpty());
   desktop.change(appearance, "color-scheme", 1u);
   runUntil([&] { return !told.empty(); });
