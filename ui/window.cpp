@@ -22,7 +22,7 @@ void Window::setRootViewController(std::shared_ptr<ViewController> root) {
   const auto old = std::exchange(root_, std::move(root));
   // What the screens do while they hear of this may put yet another root in place.
   const auto shown = root_;
-  datePicker_ = nullptr;
+  const auto picker = std::exchange(datePicker_, nullptr);  // alive until whoever draws it knows that it goes
   alerts_.clear();
 
   // Topmost first: what a form sheet left visible below it goes too.

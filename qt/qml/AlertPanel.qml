@@ -3,19 +3,24 @@ import QtQuick
 import Fleetor
 
 // A question over everything; nothing else can be touched until it is answered.
-FocusScope {
+Overlay {
     id: root
 
-    property AlertViewItem alert
+    readonly property AlertViewItem alert: subject as AlertViewItem
+    property var titles: []
+
+    opacity: presence
+    onAlertChanged: {
+        if (!alert)
+            return;
+        title.text = alert.title;
+        message.text = alert.message;
+        titles = alert.buttonTitles;
+    }
 
     Rectangle {
         anchors.fill: parent
         color: Theme.dim
-        NumberAnimation on opacity {
-            from: 0
-            to: 1
-            duration: 150
-        }
         MouseArea {
             anchors.fill: parent
         }
@@ -28,8 +33,8 @@ FocusScope {
         radius: 14
         color: Theme.raised
         Accessible.role: Accessible.AlertMessage
-        Accessible.name: root.alert?.title ?? ""
-        Accessible.description: root.alert?.message ?? ""
+        Accessible.name: title.text
+        Accessible.description: message.text
 
         Column {
             id: column
@@ -49,8 +54,8 @@ FocusScope {
                     width: parent.width
                     spacing: 8
                     Text {
+                        id: title
                         width: texts.width
-                        text: root.alert?.title ?? ""
                         textFormat: Text.PlainText
                         wrapMode: Text.WordWrap
                         color: Theme.text
@@ -61,8 +66,8 @@ FocusScope {
                         Accessible.ignored: true
                     }
                     Text {
+                        id: message
                         width: texts.width
-                        text: root.alert?.message ?? ""
                         textFormat: Text.PlainText
                         wrapMode: Text.Wrap
                         color: Theme.secondaryText
@@ -84,7 +89,7 @@ FocusScope {
                     id: buttons
                     onItemAdded: (index, item) => choices.needed += item.width + choices.spacing
                     onItemRemoved: (index, item) => choices.needed -= item.width + choices.spacing
-                    model: root.alert?.buttonTitles ?? []
+                    model: root.titles
                     delegate: Tappable {
                         id: choice
                         required property int index

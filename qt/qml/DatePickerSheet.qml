@@ -3,27 +3,44 @@ import QtQuick
 import Fleetor
 
 // A month of days in a sheet at the bottom. The arrows move the chosen day by months and years, so that it is always seen.
-FocusScope {
+Overlay {
     id: root
 
-    property WindowItem window
-    property DatePickerItem picker
-    readonly property string yearDigits: new Date(picker?.year ?? 0, 0).toLocaleDateString(Qt.locale(), "yyyy")
+    readonly property DatePickerItem picker: subject as DatePickerItem
+
+    function follow() {
+        if (!picker)
+            return;
+        title.text = picker.title;
+        days.year = picker.year;
+        days.month = picker.month;
+        days.lead = picker.placesBeforeMonth;
+        days.days = picker.daysInMonth;
+        days.chosen = picker.day;
+    }
+
+    Connections {
+        target: root.picker
+        enabled: root.shown
+        function onChanged() {
+            root.follow();
+            days.keepKeys();
+        }
+    }
 
     Keys.onPressed: event => {
         if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown)
             picker.turnMonths((event.key === Qt.Key_PageUp ? -1 : 1) * (event.modifiers & Qt.ShiftModifier ? 12 : 1));
     }
-    onPickerChanged: days.takeKeys()
+    onPickerChanged: {
+        follow();
+        days.takeKeys();
+    }
 
     Rectangle {
         anchors.fill: parent
         color: Theme.dim
-        NumberAnimation on opacity {
-            from: 0
-            to: 1
-            duration: 200
-        }
+        opacity: root.presence
         MouseArea {
             anchors.fill: parent
             onClicked: root.picker.cancel()
@@ -38,17 +55,9 @@ FocusScope {
         radius: 14
         color: Theme.raised
         Accessible.role: Accessible.Dialog
-        Accessible.name: root.picker?.title ?? ""
+        Accessible.name: title.text
 
-        // Rests at the bottom, its lower corners out of sight.
-        property real risen
-        y: root.height - risen * (height - 12)
-        NumberAnimation on risen {
-            from: 0
-            to: 1
-            duration: 250
-            easing.type: Easing.OutCubic
-        }
+        y: root.height - root.presence * (height - 12) // rests at the bottom, its lower corners out of sight
         MouseArea {
             anchors.fill: parent
         }
@@ -85,7 +94,6 @@ FocusScope {
                     fontSizeMode: Text.HorizontalFit
                     minimumPixelSize: 11
                     elide: Text.ElideRight
-                    text: root.picker?.title ?? ""
                     textFormat: Text.PlainText
                     color: Theme.text
                     font.pixelSize: Theme.bodySize + 1
@@ -120,7 +128,7 @@ FocusScope {
                     horizontalAlignment: Text.AlignHCenter
                     fontSizeMode: Text.HorizontalFit
                     minimumPixelSize: 11
-                    text: `${Qt.locale().standaloneMonthName((root.picker?.month ?? 1) - 1)} ${root.yearDigits}`
+                    text: days.title
                     color: Theme.text
                     font.pixelSize: Theme.bodySize
                     font.bold: true
@@ -138,7 +146,8 @@ FocusScope {
                 id: days
                 width: parent.width - 16
                 x: 8
-                picker: root.picker
+                onTurned: by => root.picker.turnDays(by)
+                onAccepted: root.picker.done()
             }
             Item {
                 width: 1

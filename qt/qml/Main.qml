@@ -39,26 +39,19 @@ Window {
             }
         }
 
-        Loader {
+        OverlayLoader {
             anchors.fill: parent
-            active: main.content.datePicker !== null
-            source: active ? "DatePickerSheet.qml" : ""
-            onLoaded: {
-                item.window = main.content;
-                item.picker = main.content.datePicker;
-                item.forceActiveFocus();
-            }
+            window: main.content
+            subject: main.content.datePicker
+            enabled: main.content.alert === null
+            source: "DatePickerSheet.qml"
         }
 
-        Loader {
-            id: alertLoader
+        OverlayLoader {
             anchors.fill: parent
-            active: main.content.alert !== null
-            source: active ? "AlertPanel.qml" : ""
-            onLoaded: {
-                item.alert = Qt.binding(() => main.content.alert);
-                item.forceActiveFocus();
-            }
+            window: main.content
+            subject: main.content.alert
+            source: "AlertPanel.qml"
         }
 
         ProgressLine {
@@ -66,11 +59,12 @@ Window {
             overlay: main.content.progressOverlay
         }
 
-        Loader {
+        OverlayLoader {
             anchors.fill: parent
-            active: main.content.toast !== null
-            source: active ? "ToastView.qml" : ""
-            onLoaded: item.toast = Qt.binding(() => main.content.toast)
+            window: main.content
+            subject: main.content.toast
+            modal: false
+            source: "ToastView.qml"
         }
     }
 }

@@ -6,38 +6,32 @@ import Fleetor
 FocusScope {
     id: root
 
-    property DatePickerItem picker
-    readonly property int year: picker?.year ?? 0
-    readonly property int month: (picker?.month ?? 1) - 1 // as JavaScript counts
-    readonly property int chosen: picker?.day ?? 0
-    readonly property int lead: picker?.placesBeforeMonth ?? 0
-    readonly property int days: picker?.daysInMonth ?? 0
+    property int year
+    property int month: 1
+    property int lead // places before the first day
+    property int days
+    property int chosen
+    readonly property string title: `${Qt.locale().standaloneMonthName(month - 1)} ${new Date(year, 0).toLocaleDateString(Qt.locale(), "yyyy")}`
     readonly property real cell: width / 7
 
-    // Keys go to the chosen day. Its place is known once all of the above is.
+    signal turned(int by)
+    signal accepted
+
     function takeKeys() {
-        soon.start();
+        cells.itemAt(lead + chosen - 1)?.forceActiveFocus();
     }
 
-    function follow() {
+    // Where they are in the grid, they go on from the chosen day.
+    function keepKeys() {
         if (activeFocus)
             takeKeys();
     }
 
-    Timer {
-        id: soon
-        interval: 0
-        onTriggered: cells.itemAt(root.lead + root.chosen - 1)?.forceActiveFocus()
-    }
-
     implicitHeight: grid.height
-    onChosenChanged: follow()
-    onMonthChanged: follow()
-    onYearChanged: follow()
-    Keys.onLeftPressed: picker.turnDays(-Theme.forward)
-    Keys.onRightPressed: picker.turnDays(Theme.forward)
-    Keys.onUpPressed: picker.turnDays(-7)
-    Keys.onDownPressed: picker.turnDays(7)
+    Keys.onLeftPressed: turned(-Theme.forward)
+    Keys.onRightPressed: turned(Theme.forward)
+    Keys.onUpPressed: turned(-7)
+    Keys.onDownPressed: turned(7)
 
     Grid {
         id: grid
@@ -74,10 +68,10 @@ FocusScope {
                 tabStop: isChosen || activeFocus
                 checked: isChosen
                 Accessible.ignored: !inMonth
-                label: new Date(root.year, root.month, day).toLocaleDateString(Qt.locale(), Locale.LongFormat)
-                onTapped: root.picker.turnDays(day - root.chosen)
-                Keys.onReturnPressed: root.picker.done()
-                Keys.onEnterPressed: root.picker.done()
+                label: new Date(root.year, root.month - 1, day).toLocaleDateString(Qt.locale(), Locale.LongFormat)
+                onTapped: root.turned(day - root.chosen)
+                Keys.onReturnPressed: root.accepted()
+                Keys.onEnterPressed: root.accepted()
 
                 Rectangle {
                     anchors.centerIn: parent
@@ -90,7 +84,7 @@ FocusScope {
                 Text {
                     anchors.centerIn: parent
                     visible: place.inMonth
-                    text: new Date(root.year, root.month, place.day).toLocaleDateString(Qt.locale(), "d")
+                    text: new Date(root.year, root.month - 1, place.day).toLocaleDateString(Qt.locale(), "d")
                     color: place.isChosen ? Theme.accentText : Theme.text
                     font.pixelSize: Math.min(Theme.bodySize, Math.round(root.cell * 0.55))
                     Accessible.ignored: true

@@ -3,16 +3,17 @@ import QtQuick
 import Fleetor
 
 // A short message that comes and goes by itself, and lets every tap through.
-Item {
+Overlay {
     id: root
 
-    property ToastItem toast
-
-    onToastChanged: {
-        if (toast) {
-            panel.opacity = 0;
-            fade.restart();
-        }
+    onSubjectChanged: {
+        const toast = subject as ToastItem;
+        if (!toast)
+            return;
+        message.text = toast.text;
+        panel.radius = toast.rounded ? 14 : 0;
+        presence = 0;
+        come();
     }
 
     Rectangle {
@@ -21,9 +22,8 @@ Item {
         y: parent.height - height - 96
         width: message.width + 40
         height: message.height + 28
-        radius: (root.toast?.rounded ?? false) ? 14 : 0
         color: Theme.toast
-        opacity: 0
+        opacity: root.presence
         Accessible.role: Accessible.AlertMessage
         Accessible.name: message.text
 
@@ -31,7 +31,6 @@ Item {
             id: message
             anchors.centerIn: parent
             width: Math.min(implicitWidth, root.width - 72, 520)
-            text: root.toast?.text ?? ""
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
@@ -39,13 +38,5 @@ Item {
             font.pixelSize: Theme.bodySize
             Accessible.ignored: true
         }
-    }
-
-    NumberAnimation {
-        id: fade
-        target: panel
-        property: "opacity"
-        to: 1
-        duration: 200
     }
 }

@@ -83,10 +83,15 @@ TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return items("title", QStringLiteral("About")).empty(); }));
   QTest::keyClick(&window(), Qt::Key_Down);
   EXPECT_EQ(list()->property("currentIndex").toInt(), 2);
-  click("Log out");
-  ASSERT_TRUE(waitFor("label", "Cancel"));
-  QTest::keyClick(&window(), Qt::Key_Escape);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return items("label", QStringLiteral("Cancel")).empty(); }));
+  const auto asked = [&] { return !items("label", QStringLiteral("Cancel")).empty(); };
+  for (const bool animations : {false, true}) {
+    follow({std::nullopt, 1, animations});
+    click("Log out");
+    ASSERT_TRUE(waitFor("label", "Cancel"));
+    QMetaObject::invokeMethod(&window(), "back");
+    EXPECT_EQ(asked(), animations) << "it is gone at once, or on its way";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !asked(); }));
+  }
   QTest::keyClick(&window(), Qt::Key_Down);
   EXPECT_EQ(list()->property("currentIndex").toInt(), 3);
   EXPECT_EQ(items("title", QStringLiteral("My Vehicles")).size(), 1u);
