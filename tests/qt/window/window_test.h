@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <cstdio>
 #include <functional>
 #include <memory>
 
@@ -21,6 +22,11 @@ namespace fleetor {
 class WindowTest : public testing::Test {
  protected:
   void SetUp() override {
+    complaints().clear();
+    before_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
+      std::fputs(qPrintable(message + u'\n'), stderr);
+      if (message.contains(QStringLiteral(".qml:"))) complaints() += message.toStdString() + '\n';
+    });
     service_.setProcessChannelMode(QProcess::MergedChannels);
     service_.start(QStringLiteral(DEMO_SERVICE), {QStringLiteral("--port"), QStringLiteral("0")});
     ASSERT_TRUE(service_.waitForStarted());
@@ -36,6 +42,8 @@ class WindowTest : public testing::Test {
     client_.reset();
     service_.kill();
     service_.waitForFinished();
+    qInstallMessageHandler(before_);
+    EXPECT_EQ(complaints(), "") << "what QML could not evaluate";
   }
 
   void open(Idiom idiom, QSize size, const char* language = "en", bool dark = false) {
@@ -173,8 +181,14 @@ class WindowTest : public testing::Test {
  private:
   QTemporaryDir settings_;
   QProcess service_;
+  static std::string& complaints() {
+    static std::string lines;
+    return lines;
+  }
+
   std::string address_;
   test::MemoryKeyStore* keyStore_ = nullptr;
+  QtMessageHandler before_ = nullptr;
   std::unique_ptr<Client> client_;
 };
 
