@@ -11,6 +11,8 @@ FocusScope {
     property int lead // places before the first day
     property int days
     property int chosen
+    property int rowHeight: Theme.touch
+    readonly property int namesHeight: Theme.smallSize + 11
     readonly property string title: `${Qt.locale().standaloneMonthName(month - 1)} ${new Date(year, 0).toLocaleDateString(Qt.locale(), "yyyy")}`
     readonly property real cell: width / 7
 
@@ -42,7 +44,7 @@ FocusScope {
             Text {
                 required property int index
                 width: root.cell
-                height: Theme.smallSize + 11
+                height: root.namesHeight
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
                 text: Qt.locale().standaloneDayName((index + Qt.locale().firstDayOfWeek) % 7, Locale.NarrowFormat)
@@ -63,7 +65,7 @@ FocusScope {
                 readonly property bool isChosen: day === root.chosen
 
                 width: root.cell
-                height: Math.min(48, root.cell)
+                height: root.rowHeight
                 enabled: inMonth
                 tabStop: isChosen || activeFocus
                 checked: isChosen

@@ -15,6 +15,24 @@ class DatePicker : public WindowTest {
     return found;
   }
 
+  void openVehicle() {
+    signIn();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+    QTest::qWait(600);
+    QTest::mouseClick(&window(), Qt::LeftButton, {}, {195, 100});
+  }
+
+  bool isInSight() {
+    auto controls = days();
+    for (const char* name : {"Cancel", "Done", "Previous year", "Next month"})
+      for (QQuickItem* control : items("label", QString::fromUtf8(name)))
+        controls.push_back(control);
+    const QRectF whole(QPointF(), window().size());
+    return std::ranges::all_of(controls, [&](const QQuickItem* control) {
+      return whole.contains(control->mapRectToScene(control->boundingRect()));
+    });
+  }
+
   /// The day that is marked, as it is read out; empty while none is.
   QString chosen() {
     const auto all = days();
@@ -26,9 +44,7 @@ class DatePicker : public WindowTest {
 
 TEST_F(DatePicker, OpensAtTheChosenDayWhichTheArrowsMove) {
   open(Idiom::phone, {390, 844});
-  signIn();
-  QTest::qWait(600);
-  QTest::mouseClick(&window(), Qt::LeftButton, {}, {195, 100});
+  openVehicle();
   click("Choose date");
   ASSERT_TRUE(QTest::qWaitFor([&] { return !chosen().isEmpty(); }));
   const QString today = chosen();
@@ -40,6 +56,14 @@ TEST_F(DatePicker, OpensAtTheChosenDayWhichTheArrowsMove) {
   click("Done");
   click("Choose date");
   EXPECT_TRUE(QTest::qWaitFor([&] { return chosen() == other; })) << chosen().toStdString();
+
+  // However the phone is held, all of it is in the window, and a finger hits every day.
+  for (const QSize size : {QSize(568, 320), QSize(844, 390), QSize(320, 568)}) {
+    window().resize(size);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window().size() == size && isInSight(); })) << size.width();
+    for (const QQuickItem* day : days())
+      ASSERT_GE(std::min(day->width(), day->height()), 44) << size.width();
+  }
 }
 
 }  // namespace
