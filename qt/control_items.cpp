@@ -80,6 +80,10 @@ double ButtonItem::cornerRadius() const {
 bool ButtonItem::flexibleSpace() const {
   return read<BarButtonItem>([](BarButtonItem& c) { return c.systemItem() == SystemItem::flexibleSpace; });
 }
+void ButtonItem::setDrawing(QQuickItem* drawing) {
+  drawing_ = drawing;
+  Q_EMIT drawingChanged();
+}
 void ButtonItem::tap() {
   if (auto* button = as<Button>()) button->tap();
 }
@@ -219,6 +223,10 @@ void AlertViewItem::tapButton(int index) {
 
 QString DatePickerItem::title() const {
   return read<ActionSheetDatePicker>([](ActionSheetDatePicker& c) { return toQString(c.title()); });
+}
+ButtonItem* DatePickerItem::origin() const {
+  const auto* picker = as<ActionSheetDatePicker>();
+  return picker ? adapters().itemFor<ButtonItem>(picker->origin()) : nullptr;
 }
 QDateTime DatePickerItem::selected() const {
   return QDateTime::fromMSecsSinceEpoch(read<ActionSheetDatePicker>([](ActionSheetDatePicker& c) {

@@ -2,6 +2,8 @@
 
 #include <QColor>
 #include <QDateTime>
+#include <QPointer>
+#include <QQuickItem>
 #include <QQuickTextDocument>
 #include <QStringList>
 #include <QUrl>
@@ -67,6 +69,7 @@ class ButtonItem : public fleetor::ComponentItem {
   Q_PROPERTY(bool loading READ loading NOTIFY changed)
   Q_PROPERTY(double cornerRadius READ cornerRadius NOTIFY changed)
   Q_PROPERTY(bool flexibleSpace READ flexibleSpace CONSTANT)
+  Q_PROPERTY(QQuickItem* drawing READ drawing WRITE setDrawing NOTIFY drawingChanged)  ///< where it is drawn
 
  public:
   using ComponentItem::ComponentItem;
@@ -77,7 +80,15 @@ class ButtonItem : public fleetor::ComponentItem {
   bool loading() const;
   double cornerRadius() const;
   bool flexibleSpace() const;
+  QQuickItem* drawing() const { return drawing_; }
+  void setDrawing(QQuickItem* drawing);
   Q_INVOKABLE void tap();
+
+ Q_SIGNALS:
+  void drawingChanged();
+
+ private:
+  QPointer<QQuickItem> drawing_;
 };
 
 class TextFieldItem : public fleetor::ComponentItem {
@@ -187,6 +198,8 @@ class DatePickerItem : public fleetor::ComponentItem {
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(
+      fleetor::ButtonItem* origin READ origin NOTIFY changed)  ///< the button that it belongs to, or none
   // The chosen day in local time, and how its month lies under a row of weekdays in the user's language.
   Q_PROPERTY(int year READ year NOTIFY changed)
   Q_PROPERTY(int month READ month NOTIFY changed)  ///< 1 to 12
@@ -197,6 +210,7 @@ class DatePickerItem : public fleetor::ComponentItem {
  public:
   using ComponentItem::ComponentItem;
   QString title() const;
+  ButtonItem* origin() const;
   int year() const;
   int month() const;
   int day() const;

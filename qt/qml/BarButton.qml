@@ -17,6 +17,7 @@ Tappable {
     ringColor: Theme.barText
     opacity: pressed ? 0.5 : 1
     onTapped: button.tap()
+    onButtonChanged: if (button) button.drawing = root
 
     Image {
         anchors.centerIn: parent

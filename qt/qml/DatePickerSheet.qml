@@ -2,26 +2,32 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A month of days in a sheet at the bottom, in a low window beside what stands over them otherwise. The arrows move the
-// chosen day by months and years, so that it is always seen.
+// A month of days: on a tablet at the button that it belongs to, elsewhere in a sheet at the bottom. In a low window the
+// days are beside what stands over them otherwise. The arrows move the chosen day, so that it is always seen.
 Overlay {
     id: root
 
     readonly property DatePickerItem picker: subject as DatePickerItem
-    readonly property int shortRow: 44 // the lowest that a finger hits
-    readonly property real room: height - 8
+    readonly property int lowestRow: 44 // that a finger hits
+    property bool popover: false // at the button
+    property ButtonItem button
+    property rect at // where that is
+    readonly property real room: height - 8 - (popover ? at.bottom + 10 : 0)
     readonly property real lines: Theme.large ? 1.5 * (Theme.titleSize + Theme.bodySize) : 0 // what is not beside others then
-    readonly property bool beside: width >= 500 && room < Theme.barHeight + Theme.touch + lines + days.namesHeight + 6 * shortRow + 8
+    readonly property bool beside: width >= 500 && room < Theme.barHeight + Theme.touch + lines + days.namesHeight + 6 * lowestRow + 8
 
     function follow() {
-        if (!picker)
-            return;
         head.title = picker.title;
         days.year = picker.year;
         days.month = picker.month;
         days.lead = picker.placesBeforeMonth;
         days.days = picker.daysInMonth;
         days.chosen = picker.day;
+    }
+
+    function place() {
+        if (button?.drawing)
+            at = button.drawing.mapToItem(root, 0, 0, button.drawing.width, button.drawing.height);
     }
 
     Connections {
@@ -37,7 +43,21 @@ Overlay {
         if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown)
             picker.turnMonths((event.key === Qt.Key_PageUp ? -1 : 1) * (event.modifiers & Qt.ShiftModifier ? 12 : 1));
     }
+
+    Timer {
+        id: settled // once everything else has its place in a window of another size
+        interval: 0
+        onTriggered: root.place()
+    }
+
+    onWidthChanged: settled.start()
+    onHeightChanged: settled.start()
     onPickerChanged: {
+        if (!picker)
+            return;
+        button = picker.origin;
+        popover = window.pad && (button?.drawing ?? null) !== null;
+        place();
         follow();
         days.takeKeys();
     }
@@ -54,10 +74,15 @@ Overlay {
 
     Rectangle {
         id: sheet
-        anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, root.beside ? 320 + 300 * Theme.scale : 420 * Theme.scale)
-        height: Math.min(content.height + 8, root.room) + radius
-        y: root.height - root.presence * (height - radius) // rests at the bottom, its lower corners out of sight
+
+        readonly property real middle: root.at.x + root.at.width / 2
+        readonly property real below: root.popover ? 0 : radius // the window: a sheet has no lower corners
+
+        x: root.popover ? Math.max(8, Math.min(root.width - width - 8, middle - width / 2)) : (root.width - width) / 2
+        y: root.popover ? root.at.bottom + 10 : root.height - root.presence * (height - below)
+        width: Math.min(parent.width - (root.popover ? 16 : 0), root.beside ? 320 + 300 * Theme.scale : (root.popover ? 360 : 420) * Theme.scale)
+        height: Math.min(content.height + 8, root.room) + below
+        opacity: root.popover ? root.presence : 1
         radius: 14
         color: Theme.raised
         Accessible.role: Accessible.Dialog
@@ -66,11 +91,20 @@ Overlay {
         MouseArea {
             anchors.fill: parent
         }
+        Rectangle {
+            visible: root.popover
+            x: sheet.middle - sheet.x - width / 2
+            y: -width / 2
+            width: 14
+            height: 14
+            rotation: 45
+            color: sheet.color
+        }
 
         ScrollArea {
             anchors.fill: parent
             anchors.topMargin: 4
-            anchors.bottomMargin: sheet.radius + 4
+            anchors.bottomMargin: sheet.below + 4
             contentHeight: content.height
 
             Grid {
@@ -94,7 +128,7 @@ Overlay {
                     width: root.beside ? 7 * 46 : parent.width - 8
                     rowHeight: {
                         const free = root.room - 8 - namesHeight - (root.beside ? 0 : head.height);
-                        return Math.max(root.shortRow, Math.min(Theme.touch, Math.floor(free / 6)));
+                        return Math.max(root.lowestRow, Math.min(Theme.touch, Math.floor(free / 6)));
                     }
                     onTurned: by => root.picker.turnDays(by)
                     onAccepted: root.picker.done()
