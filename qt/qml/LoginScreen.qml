@@ -2,11 +2,12 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Sign-in: the mark, two fields and a button; scrolls where the screen is too short for them.
+// Sign-in: the mark, two fields and a button; what is typed into and the button stay in sight.
 FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    readonly property bool low: height < 460 // a phone on its side, or one with its keyboard up
 
     // By finger the first field waits for its tap: a keyboard on the screen would cover half of it.
     Component.onCompleted: if (Person.usesKeys) user.focus = true
@@ -16,43 +17,42 @@ FocusScope {
         color: Theme.well
     }
 
-    Rectangle {
-        id: head
-        width: parent.width
-        height: Math.max(120, mark.height + 16, Math.min(240, parent.height * 0.28))
-        color: Theme.bar
-        Column {
-            id: mark
-            anchors.centerIn: parent
-            spacing: 6
-            Image {
-                anchors.horizontalCenter: parent.horizontalCenter
-                source: "qrc:/images/fleetor.svg"
-                sourceSize { width: 72; height: 72 }
-            }
-            Text {
-                anchors.horizontalCenter: parent.horizontalCenter
-                text: "Fleetor"
-                color: Theme.tabSelected
-                font.pixelSize: Theme.titleSize + 8
-                font.bold: true
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
+    ScrollArea {
+        anchors.fill: parent
+        contentHeight: form.y + form.height + (root.low ? 12 : 28)
+        companion: button
+
+        Rectangle {
+            id: head
+            width: parent.width
+            height: Math.max(mark.height + 16, Math.min(240, root.height * 0.28))
+            color: Theme.bar
+            Grid {
+                id: mark
+                anchors.centerIn: parent
+                columns: root.low ? 2 : 1
+                spacing: 6
+                horizontalItemAlignment: Grid.AlignHCenter
+                verticalItemAlignment: Grid.AlignVCenter
+                Image {
+                    source: "qrc:/images/fleetor.svg"
+                    sourceSize { width: root.low ? 40 : 72; height: root.low ? 40 : 72 }
+                }
+                Text {
+                    text: "Fleetor"
+                    color: Theme.tabSelected
+                    font.pixelSize: Theme.titleSize + 8
+                    font.bold: true
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
+                }
             }
         }
-    }
-
-    Flickable {
-        anchors.fill: parent
-        anchors.topMargin: head.height
-        contentHeight: form.height + 56
-        clip: true
-        interactive: contentHeight > height
 
         Column {
             id: form
             x: (parent.width - width) / 2
-            y: 28
+            y: head.height + (root.low ? 12 : 28)
             width: Math.min(root.width - 2 * 24, 420)
             spacing: 14
             TextEntry {
@@ -69,6 +69,7 @@ FocusScope {
                 height: 4
             }
             FilledButton {
+                id: button
                 width: parent.width
                 button: root.screen.outlet("loginButton") as ButtonItem
             }

@@ -18,18 +18,9 @@ FocusScope {
         color: Theme.menu
     }
 
-    Flickable {
-        id: flick
-
-        function bringIntoSight(entry) {
-            if (contentHeight > height && height > 0)
-                contentY = Math.max(Math.min(contentY, entry.y), entry.y + entry.height - height);
-        }
-
+    ScrollArea {
         anchors.fill: parent
         contentHeight: column.height
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
 
         Column {
             id: column
@@ -88,7 +79,6 @@ FocusScope {
                         width: parent.width
                         button: root.screen.outlet(place.modelData) as ButtonItem
                         focus: place.index === 0
-                        onActiveFocusChanged: if (activeFocus) flick.bringIntoSight(place)
                         Keys.onDownPressed: entries.itemAt(place.index + 1)?.takeFocus()
                         Keys.onUpPressed: entries.itemAt(place.index - 1)?.takeFocus()
                     }

@@ -1,4 +1,5 @@
 #include "window_test.h"
+#include "qt/window_item.h"
 
 namespace fleetor {
 namespace {
@@ -63,6 +64,24 @@ TEST_F(WindowTest, APersonSignsInScrollsToTheLastVehicleAndWatchesItsReadings) {
   QTest::qWait(600);
   ASSERT_NE(list(), nullptr);
   EXPECT_EQ(list()->mapToScene({0, 0}).x(), 0);
+}
+
+TEST_F(WindowTest, AKeyboardCoversNeitherWhatIsTypedIntoNorTheButton) {
+  open(Idiom::phone, {568, 320});
+  click("I agree");
+  ASSERT_TRUE(waitFor("label", "Sign in"));
+  constexpr double keyboard = 170;
+  const auto inSight = [](const QQuickItem& item) {
+    return QRectF(0, 0, 568, 320 - keyboard).contains(item.mapRectToScene(item.boundingRect()));
+  };
+  window().property("content").value<WindowItem*>()->setKeyboardHeight(keyboard);
+  QTest::keyClick(&window(), Qt::Key_Tab);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return inSight(*window().activeFocusItem()); })) << "the name";
+  QTest::keyClick(&window(), Qt::Key_Tab);
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    return inSight(*window().activeFocusItem()) &&
+           inSight(*items("label", QStringLiteral("Sign in")).front());
+  })) << "the password, and the button";
 }
 
 TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
