@@ -8,6 +8,12 @@ Rectangle {
 
     property TabBarItem tabBar
     readonly property int count: tabBar?.titles.length ?? 0
+    readonly property int wordWidth: width / Math.max(1, count) - 8
+    // One size for all words: the one at which the widest fits.
+    readonly property int wordSize: {
+        const widest = Math.max(1, ...(tabBar?.titles ?? []).map(title => metrics.advanceWidth(title))) / 100;
+        return Math.max(9, Math.min(Theme.tabSize, Math.floor(wordWidth / widest)));
+    }
 
     function turn(by) {
         tabBar.tap((tabBar.selectedIndex + by + count) % count);
@@ -22,6 +28,12 @@ Rectangle {
     color: Theme.bar
     Accessible.role: Accessible.PageTabList
     Accessible.name: ""
+
+    FontMetrics {
+        id: metrics
+        font.pixelSize: 100
+        font.bold: true
+    }
 
     Row {
         anchors.fill: parent
@@ -54,7 +66,7 @@ Rectangle {
                 }
                 Column {
                     anchors.centerIn: parent
-                    width: parent.width - 8
+                    width: strip.wordWidth
                     spacing: 2
                     Image {
                         anchors.horizontalCenter: parent.horizontalCenter
@@ -65,12 +77,10 @@ Rectangle {
                         width: parent.width
                         horizontalAlignment: Text.AlignHCenter
                         elide: Text.ElideRight
-                        fontSizeMode: Text.HorizontalFit
-                        minimumPixelSize: 9
                         text: tab.label
                         textFormat: Text.PlainText
                         color: tab.checked ? Theme.tabSelected : Theme.barText
-                        font.pixelSize: Theme.tabSize
+                        font.pixelSize: strip.wordSize
                         font.bold: true
                         Accessible.ignored: true
                     }

@@ -1,10 +1,12 @@
 #include <QFile>
 #include <QFont>
 #include <QGuiApplication>
+#include <QJSValue>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -73,6 +75,16 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
     return cut;
   }
 
+  /// The sizes of the words of all tabs.
+  std::set<int> tabSizes() {
+    std::set<int> sizes;
+    for (const char* tab : {"Info", "Live", "Map", "Trips", "About"})
+      for (const QQuickItem* text : items("text", QString::fromUtf8(word(tab))))
+        sizes.insert(
+            text->property("fontInfo").value<QJSValue>().property(QStringLiteral("pixelSize")).toInt());
+    return sizes;
+  }
+
   /// The person's word for it.
   const char* word(const char* english) {
     QFile table(QStringLiteral(":/languages/%1.json").arg(QLatin1String(GetParam().language)));
@@ -105,6 +117,7 @@ TEST_P(TextSizeTest, IsNeverCutOff) {
   ASSERT_TRUE(waitFor("label", word("Trips")));
   ASSERT_TRUE(waitForRows(5));
   EXPECT_THAT(cutTexts(), IsEmpty()) << "readings";
+  EXPECT_EQ(tabSizes().size(), 1u);
   toTheEnd();
   EXPECT_THAT(cutTexts(), IsEmpty()) << "end of the readings";
   click(word("Trips"));
