@@ -59,28 +59,34 @@ Rectangle {
         }
     }
 
-    TextMetrics {
-        id: whole
-        text: bar.title
-        font.pixelSize: Theme.titleSize
+    FontMetrics {
+        id: metrics
+        font.pixelSize: 100
         font.bold: true
     }
 
     Text {
         readonly property real side: Math.max(left.width, right.width) + 8
-        // Centred while that leaves room, else between the buttons.
-        readonly property bool centred: whole.advanceWidth + 2 <= bar.width - 2 * side
+        readonly property real room: bar.width - left.width - right.width - 20
+        readonly property real whole: metrics.advanceWidth(bar.title) / 100 // at a size of 1
+        readonly property real word: Math.max(0, ...bar.title.split(/\s/).map(word => metrics.advanceWidth(word))) / 100
+        // Centred while that leaves room, else between the buttons: somewhat smaller, or in two lines.
+        readonly property bool centred: Math.ceil(whole * Theme.titleSize) + 2 <= bar.width - 2 * side
+        readonly property real one: room / whole
+        readonly property real two: Math.min(room / word, 1.8 * room / whole, bar.height / 2.8)
+        readonly property bool single: centred || one > two || one > 0.8 * Theme.titleSize
         x: centred ? (bar.width - width) / 2 : Theme.mirrored ? right.width + 12 : left.width + 8
-        width: centred ? whole.advanceWidth + 2 : bar.width - left.width - right.width - 20
+        width: centred ? Math.ceil(whole * Theme.titleSize) + 2 : room
         height: bar.height
         verticalAlignment: Text.AlignVCenter
         text: bar.title
         textFormat: Text.PlainText
+        wrapMode: single ? Text.NoWrap : Text.Wrap
+        maximumLineCount: 2
         elide: Text.ElideRight
         color: Theme.barText
-        font: whole.font
-        fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: 16
+        font.pixelSize: centred ? Theme.titleSize : Math.max(14, Math.min(Theme.titleSize, Math.floor((single ? one : two) - 0.5)))
+        font.bold: true
         Accessible.role: Accessible.Heading
         Accessible.name: text
     }

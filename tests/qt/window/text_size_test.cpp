@@ -155,6 +155,16 @@ TEST_P(TextSizeTest, IsNeverCutOff) {
   EXPECT_THAT(cutTexts(), IsEmpty()) << "question before signing out";
 }
 
+class TabletTextSizeTest : public TextSizeTest {};
+
+TEST_P(TabletTextSizeTest, IsNotCutOffBetweenTheButtonsOverTheList) {
+  open(Idiom::pad, {1024, 768}, GetParam().language);
+  signIn(word("I agree"), word("Sign in"), word("My Vehicles"));
+  EXPECT_THAT(cutTexts(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Reader, TabletTextSizeTest, testing::Values(Reader{200, "de"}));
+
 // The size, and words that are long where there is little room: a picker's, a button's, two buttons'
 // together.
 INSTANTIATE_TEST_SUITE_P(Readers, TextSizeTest,
