@@ -60,6 +60,7 @@ ListView {
         required property int index
         required property CellItem cell
         required property real rowHeight
+        property bool lit: false
         property int shownRow: -1 // as the table knows it, while it is in sight
         property TableItem shownTable: null
         readonly property bool inSight: y < list.contentY + list.height && y + height > list.contentY
@@ -93,13 +94,20 @@ ListView {
             list.currentIndex = index; // keys go on from here
             list.table.tap(index);
         }
+        onPressedChanged: lit = false
         onInSightChanged: display(inSight)
         Component.onCompleted: display(inSight)
         Component.onDestruction: display(false)
 
+        Timer {
+            interval: 70 // a finger that lands to scroll lights nothing up
+            running: row.pressed
+            onTriggered: row.lit = true
+        }
+
         Rectangle {
             anchors.fill: parent
-            color: row.pressed && row.cell?.selectable || row.shownBeside ? Theme.pressed : "transparent"
+            color: row.lit && row.cell?.selectable || row.shownBeside ? Theme.pressed : "transparent"
         }
 
         Loader {

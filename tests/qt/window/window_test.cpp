@@ -1,4 +1,7 @@
 #include "window_test.h"
+
+#include <QElapsedTimer>
+
 #include "qt/window_item.h"
 
 namespace fleetor {
@@ -143,6 +146,16 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   QTest::mouseClick(&window(), Qt::LeftButton, {}, {330, 500});  // closes the menu and opens no vehicle
   EXPECT_TRUE(QTest::qWaitFor([&] { return place() == 0; }));
   EXPECT_TRUE(items("title", QStringLiteral("My Vehicles")).size() == 1);
+
+  // A row lights up under a finger that rests, and not when one lands to scroll.
+  const auto lit = [&] { return !items("lit", QStringLiteral("true")).empty(); };
+  QElapsedTimer rest;
+  rest.start();
+  QTest::mousePress(&window(), Qt::LeftButton, {}, {195, 300});
+  EXPECT_TRUE(QTest::qWaitFor(lit));
+  EXPECT_GE(rest.elapsed(), 50);
+  QTest::mouseRelease(&window(), Qt::LeftButton, {}, {195, 20});  // elsewhere: no tap
+  EXPECT_FALSE(lit());
 
   // The strip from which the menu is drawn takes nothing away from the list beneath it.
   drag({60, 500}, {64, 300});
