@@ -295,6 +295,11 @@ def walk_on_the_phone(demo):
 
     phone.resize(844, 390)
     phone.picture("map-turned")
+    phone.click("Choose date", "push button")
+    phone.find("Choose date", "dialog")
+    phone.picture("date-picker-turned")
+    phone.key("Escape")
+    phone.gone("Choose date", "dialog")
     tab(phone, "Info")
     phone.picture("info-turned")
     phone.resize(390, 844)
