@@ -17,6 +17,9 @@ class MapAnnotation {
   virtual Coordinate coordinate() const = 0;
   virtual std::string title() const = 0;     ///< first line of the callout; may be empty
   virtual std::string subtitle() const = 0;  ///< second line; may be empty
+
+  /// What is at the place. Not empty when a later annotation may show the same thing at another place.
+  virtual std::string subject() const { return {}; }
 };
 
 enum class AnnotationViewDragState { none };

@@ -96,6 +96,14 @@ void MapView::removeAnnotations(const MapAnnotations& annotations) {
   annotationsChanged.emit();
 }
 
+void MapView::replaceAnnotations(const MapAnnotations& annotations) {
+  const std::string subject = selected_ ? selected_->subject() : "";
+  removeAnnotations(annotations_);
+  addAnnotations(annotations);
+  const auto successor = std::ranges::find(annotations, subject, &MapAnnotation::subject);
+  if (!subject.empty() && successor != annotations.end()) selectAnnotation(*successor);
+}
+
 std::shared_ptr<MapAnnotationView> MapView::viewForAnnotation(const MapAnnotation& annotation) const {
   const auto found = views_.find(&annotation);
   return found == views_.end() ? nullptr : found->second;

@@ -78,6 +78,9 @@ class MapView : public Component {
   void addAnnotations(const MapAnnotations& annotations);  ///< those already there stay where they are
   void removeAnnotations(const MapAnnotations& annotations);
 
+  /// Removes all and adds these. An open callout goes over to the first of these about the same subject.
+  void replaceAnnotations(const MapAnnotations& annotations);
+
   /// Somebody is about to draw the markers of these annotations, which are on this map.
   void needViews(const MapAnnotations& annotations);
 

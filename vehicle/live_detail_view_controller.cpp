@@ -21,6 +21,7 @@ class LiveAnnotation final : public MapAnnotation {
   Coordinate coordinate() const override { return live_->coordinate(); }
   std::string title() const override { return live_->title().str(); }
   std::string subtitle() const override { return live_->subtitle().str(); }
+  std::string subject() const override { return "vehicle"; }
 
  private:
   std::shared_ptr<const Live> live_;
@@ -62,8 +63,7 @@ void LiveDetailViewController::updateMapView() {
   if (items_.size() >= 2) drawRoute();
   if (items_.empty()) return;
   const auto& last = items_.back();
-  removeAllAnnotations();
-  mapView().addAnnotation(std::make_shared<LiveAnnotation>(last));
+  mapView().replaceAnnotations({std::make_shared<LiveAnnotation>(last)});
   if (items_.size() == 1)
     mapView().setRegion(last->coordinate(), firstSpan, firstSpan, true);
   else

@@ -82,8 +82,7 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
 void MapDetailViewController::show(const DayTrack& track) {
   if (track.total >= 2) drawRoute(track.polyline);
   if (track.total < 1) return;
-  removeAllAnnotations();
-  mapView().addAnnotations(track.markers);
+  mapView().replaceAnnotations(track.markers);
   mapView().showAnnotations(mapView().annotations(), false);
 }
 

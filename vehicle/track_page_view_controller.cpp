@@ -47,7 +47,7 @@ void TrackPageViewController::changeMapType(Component&) {
 
 void TrackPageViewController::clearView() {
   removePolyline();
-  removeAllAnnotations();
+  mapView_.removeAnnotations(mapView_.annotations());
   polyline_ = nullptr;
   polylineRenderer_ = nullptr;
 }

@@ -44,7 +44,6 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
 
   void removePolyline() { mapView_.removeOverlay(polyline_); }
   void addPolyline(std::shared_ptr<MapPolyline> polyline);  ///< in the vehicle's colour
-  void removeAllAnnotations() { mapView_.removeAnnotations(mapView_.annotations()); }
 
   /// A marker for the annotation, used again or new.
   std::shared_ptr<MapAnnotationView> vehicleAnnotationView(const std::shared_ptr<MapAnnotation>& annotation,

@@ -94,6 +94,17 @@ TEST_F(LivePage, ZoomsToTheFirstPositionAndLeavesATrailFromThere) {
     EXPECT_EQ(page->polyline()->coordinates()[i], page->items()[i]->coordinate());
 }
 
+TEST_F(LivePage, KeepsAnOpenCalloutAtTheNextPositionAndLosesItInTheBackground) {
+  postAt(0);
+  map.selectAnnotation(map.annotations().at(0));
+  postAt(300);
+  EXPECT_EQ(map.selectedAnnotation(), map.annotations().at(0));
+  client.application.didEnterBackground();
+  client.application.willEnterForeground();
+  postAt(600);
+  EXPECT_FALSE(map.selectedAnnotation());
+}
+
 TEST_F(LivePage, ChoosesTheImageByTheHeadingOfTheLatestRecordOfItsVehicle) {
   double metres = 0;
   for (const auto& [direction, image] : {std::pair{"0", "pvan"},

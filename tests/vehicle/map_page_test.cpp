@@ -86,10 +86,12 @@ TEST_F(MapPage, DrawsTheDaysTrackItsEndsAndItsParkingStops) {
     EXPECT_TRUE(at.x >= 47 && at.x <= 343 && at.y >= 47 && at.y <= 733) << at.x << " " << at.y;
   }
 
-  // A used marker loses the height that it had before.
+  // A used marker loses the height that it had before, and the callout.
+  map.selectAnnotation(map.annotations()[0]);
   choose(std::string("2026-03-09"));
   arrive(mapReply({"", "Parking", ""}, 1));
   EXPECT_EQ(drawn(), "van0* parking1 van2* 3");
+  EXPECT_FALSE(map.selectedAnnotation());
 }
 
 TEST_F(MapPage, KeepsWhatADayWithoutPointsAndAFailureLeaveAlone) {
