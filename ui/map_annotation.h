@@ -25,7 +25,8 @@ class MapAnnotation {
 enum class AnnotationViewDragState { none };
 
 /// The marker of one annotation: an image whose middle lies on the annotation's coordinate, the same size at
-/// every zoom, and the callout that a tap on it opens. It speaks the callout's texts.
+/// every zoom, and the callout that a tap on it opens. To assistive technology it is the kind of place that
+/// the program has set as its accessible name, and the callout's texts.
 class MapAnnotationView : public Component {
  public:
   explicit MapAnnotationView(std::string reuseIdentifier) : reuseIdentifier_(std::move(reuseIdentifier)) {}
@@ -60,9 +61,10 @@ class MapAnnotationView : public Component {
 
   std::string accessibleName() const override {
     if (!annotation_) return {};
-    const std::string title = annotation_->title();
-    const std::string subtitle = annotation_->subtitle();
-    return title.empty() || subtitle.empty() ? title + subtitle : title + ", " + subtitle;
+    std::string name = Component::accessibleName();
+    for (const std::string& text : {annotation_->title(), annotation_->subtitle()})
+      if (!text.empty()) name += (name.empty() ? "" : ", ") + text;
+    return name;
   }
 
  private:

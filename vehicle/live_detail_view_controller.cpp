@@ -86,7 +86,7 @@ void LiveDetailViewController::drawRoute() {
 std::shared_ptr<MapAnnotationView> LiveDetailViewController::mapViewViewForAnnotation(
     MapView&, const std::shared_ptr<MapAnnotation>& annotation) {
   if (!dynamic_cast<const LiveAnnotation*>(annotation.get())) return nullptr;
-  return vehicleAnnotationView(annotation, imageName_);
+  return vehicleAnnotationView(annotation, imageName_, localized("Vehicle"));
 }
 
 }  // namespace fleetor

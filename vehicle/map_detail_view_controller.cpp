@@ -100,8 +100,9 @@ std::shared_ptr<MapAnnotationView> MapDetailViewController::mapViewViewForAnnota
     MapView&, const std::shared_ptr<MapAnnotation>& annotation) {
   const auto* entry = dynamic_cast<const MapEntryAnnotation*>(annotation.get());
   if (!entry) return nullptr;
-  if (entry->lp() == 0) return vehicleAnnotationView(annotation, "flag");
-  return vehicleAnnotationView(annotation, entry->isParking() ? "parking" : vehicle().icon.str());
+  if (entry->lp() == 0) return vehicleAnnotationView(annotation, "flag", localized("Start"));
+  if (entry->isParking()) return vehicleAnnotationView(annotation, "parking", localized("Parking stop"));
+  return vehicleAnnotationView(annotation, vehicle().icon.str(), localized("Vehicle"));
 }
 
 void MapDetailViewController::mapViewDidAddAnnotationViews(MapView&, const MapAnnotationViews& views) {

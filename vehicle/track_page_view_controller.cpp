@@ -61,7 +61,7 @@ void TrackPageViewController::addPolyline(std::shared_ptr<MapPolyline> polyline)
 }
 
 std::shared_ptr<MapAnnotationView> TrackPageViewController::vehicleAnnotationView(
-    const std::shared_ptr<MapAnnotation>& annotation, const std::string& image) {
+    const std::shared_ptr<MapAnnotation>& annotation, const std::string& image, const std::string& kind) {
   auto view = mapView_.dequeueReusableAnnotationViewWithIdentifier(vehicleAnnotationIdentifier);
   if (!view) view = std::make_shared<MapAnnotationView>(vehicleAnnotationIdentifier);
   view->setAnnotation(annotation);
@@ -70,6 +70,7 @@ std::shared_ptr<MapAnnotationView> TrackPageViewController::vehicleAnnotationVie
   view->setDraggable(false);
   view->setDragState(AnnotationViewDragState::none);
   view->setImage(image);
+  view->setAccessibleName(kind);
   return view;
 }
 

@@ -45,9 +45,9 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
   void removePolyline() { mapView_.removeOverlay(polyline_); }
   void addPolyline(std::shared_ptr<MapPolyline> polyline);  ///< in the vehicle's colour
 
-  /// A marker for the annotation, used again or new.
+  /// A marker for the annotation, used again or new. `kind` is what assistive technology calls it.
   std::shared_ptr<MapAnnotationView> vehicleAnnotationView(const std::shared_ptr<MapAnnotation>& annotation,
-                                                           const std::string& image);
+                                                           const std::string& image, const std::string& kind);
 
  private:
   MapView mapView_;

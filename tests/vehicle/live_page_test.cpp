@@ -69,7 +69,7 @@ TEST_F(LivePage, ZoomsToTheFirstPositionAndLeavesATrailFromThere) {
   EXPECT_EQ(drawn(), "van");
   EXPECT_NEAR(metresAcross(), 2000, 1);
   const auto marker = map.viewForAnnotation(*map.annotations().at(0));
-  EXPECT_EQ(marker->accessibleName(), "08:00:15, Long Street 5");
+  EXPECT_EQ(marker->accessibleName(), "Vehicle, 08:00:15, Long Street 5");
   EXPECT_TRUE(marker->enabled() && marker->canShowCallout() && !marker->draggable());
 
   map.moveCamera([](MapCamera& camera) { camera.zoomBy(4, {100, 100}); });

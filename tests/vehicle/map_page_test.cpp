@@ -77,7 +77,11 @@ TEST_F(MapPage, DrawsTheDaysTrackItsEndsAndItsParkingStops) {
   arrive(mapReply({"Parking", "Parking", "Car wash", "Parking", "Parking"}));
   EXPECT_FALSE(loading());
   EXPECT_EQ(drawn(), "flag0 parking1 parking3 van4* 5");
-  EXPECT_EQ(map.viewForAnnotation(*map.annotations()[1])->accessibleName(), "Street 1, 08:01");
+  std::vector<std::string> names;
+  for (const auto& annotation : map.annotations())
+    names.push_back(map.viewForAnnotation(*annotation)->accessibleName());
+  EXPECT_THAT(names, ElementsAre("Start, Street 0, 08:00", "Parking stop, Street 1, 08:01",
+                                 "Parking stop, Street 3, 08:03", "Vehicle, Street 4, 08:04"));
   const auto renderer = map.rendererForOverlay(*page->polyline());
   EXPECT_EQ(renderer->strokeColor(), (Color{0, 1, 0, 1}));
   EXPECT_EQ(renderer->lineWidth(), 2.0);
