@@ -186,7 +186,8 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
       const auto* const view = marker ? marker->as<MapAnnotationView>() : nullptr;
       if (!view || !view->annotation()) continue;
       const ScreenPoint at = camera.screenPoint(project(view->annotation()->coordinate()));
-      const QPointF place = QPointF(at.x, at.y) - middle;
+      const ScreenPoint offset = view->centerOffset();
+      const QPointF place = QPointF(at.x + offset.x, at.y + offset.y) - middle;
       const bool nearby = std::abs(place.x()) < camera.width() / 2 + furthestOrigin + margin &&
                           std::abs(place.y()) < camera.height() / 2 + furthestOrigin + margin;
       marker->setPlace(snapped(place, pixelRatio), nearby);

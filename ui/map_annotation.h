@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "map/camera.h"
 #include "platform/coordinate.h"
 #include "ui/component.h"
 
@@ -24,7 +25,7 @@ class MapAnnotation {
 
 enum class AnnotationViewDragState { none };
 
-/// The marker of one annotation: an image whose middle lies on the annotation's coordinate, the same size at
+/// The marker of one annotation: an image of 40 by 40 points at the annotation's coordinate, the same size at
 /// every zoom, and the callout that a tap on it opens. To assistive technology it is the kind of place that
 /// the program has set as its accessible name, and the callout's texts.
 class MapAnnotationView : public Component {
@@ -42,6 +43,10 @@ class MapAnnotationView : public Component {
   /// Name of the image resource; empty, or a name without a resource: nothing is drawn.
   const std::string& image() const { return image_; }
   void setImage(std::string name) { assign(image_, std::move(name)); }
+
+  /// From the coordinate to the middle of the image. Set before the marker is on the map.
+  ScreenPoint centerOffset() const { return centerOffset_; }
+  void setCenterOffset(ScreenPoint offset) { assign(centerOffset_, offset); }
 
   bool enabled() const { return enabled_; }  ///< whether it takes taps
   void setEnabled(bool enabled) { assign(enabled_, enabled); }
@@ -71,6 +76,7 @@ class MapAnnotationView : public Component {
   std::string reuseIdentifier_;
   std::shared_ptr<MapAnnotation> annotation_;
   std::string image_;
+  ScreenPoint centerOffset_;
   bool enabled_ = true;
   bool canShowCallout_ = false;
   bool draggable_ = false;

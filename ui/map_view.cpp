@@ -116,6 +116,7 @@ std::shared_ptr<MapAnnotationView> MapView::dequeueReusableAnnotationViewWithIde
   auto view = std::move(waiting.back());
   waiting.pop_back();
   view->setZPosition(0);
+  view->setCenterOffset({});
   return view;
 }
 

@@ -11,6 +11,7 @@ namespace fleetor {
 
 namespace {
 constexpr double vehicleMarkerHeight = 1000.0;
+constexpr ScreenPoint flagOffset{0, -20};  // its foot is the middle of its lower edge
 }  // namespace
 
 MapDetailViewController::MapDetailViewController(Environment& environment)
@@ -100,7 +101,11 @@ std::shared_ptr<MapAnnotationView> MapDetailViewController::mapViewViewForAnnota
     MapView&, const std::shared_ptr<MapAnnotation>& annotation) {
   const auto* entry = dynamic_cast<const MapEntryAnnotation*>(annotation.get());
   if (!entry) return nullptr;
-  if (entry->lp() == 0) return vehicleAnnotationView(annotation, "flag", localized("Start"));
+  if (entry->lp() == 0) {
+    const auto flag = vehicleAnnotationView(annotation, "flag", localized("Start"));
+    flag->setCenterOffset(flagOffset);
+    return flag;
+  }
   if (entry->isParking()) return vehicleAnnotationView(annotation, "parking", localized("Parking stop"));
   return vehicleAnnotationView(annotation, vehicle().icon.str(), localized("Vehicle"));
 }

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One marker: its picture lies with its middle on its place. The map sees to taps, so that a drag may start on it.
+// One marker. The map sees to taps, so that a drag may start on it.
 Item {
     id: root
 

@@ -101,6 +101,14 @@ TEST(Images, of_the_marks_and_of_the_application_draw_something) {
   }
 }
 
+TEST(Images, of_a_flag_has_its_foot_in_the_middle_of_its_lower_edge) {
+  const QImage flag = drawn("flag");
+  const auto isFoot = [&](int x, int y, const QColor& pixel) {
+    return y >= flag.height() - 4 && std::abs(2 * x - flag.width()) < 8 && pixel.alpha() > 128;
+  };
+  EXPECT_GE(count(flag, isFoot), 6);
+}
+
 TEST(Images, of_the_launch_fill_the_screen_and_keep_the_logo_when_they_are_cut_to_it) {
   struct Screen {
     const char* name;

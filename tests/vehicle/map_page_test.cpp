@@ -82,6 +82,7 @@ TEST_F(MapPage, DrawsTheDaysTrackItsEndsAndItsParkingStops) {
     names.push_back(map.viewForAnnotation(*annotation)->accessibleName());
   EXPECT_THAT(names, ElementsAre("Start, Street 0, 08:00", "Parking stop, Street 1, 08:01",
                                  "Parking stop, Street 3, 08:03", "Vehicle, Street 4, 08:04"));
+  EXPECT_EQ(map.viewForAnnotation(*map.annotations()[0])->centerOffset(), (ScreenPoint{0, -20}));
   const auto renderer = map.rendererForOverlay(*page->polyline());
   EXPECT_EQ(renderer->strokeColor(), (Color{0, 1, 0, 1}));
   EXPECT_EQ(renderer->lineWidth(), 2.0);
@@ -90,12 +91,14 @@ TEST_F(MapPage, DrawsTheDaysTrackItsEndsAndItsParkingStops) {
     EXPECT_TRUE(at.x >= 47 && at.x <= 343 && at.y >= 47 && at.y <= 733) << at.x << " " << at.y;
   }
 
-  // A used marker loses the height that it had before, and the callout.
+  // A used marker loses the height and the offset that it had before, and the callout.
   map.selectAnnotation(map.annotations()[0]);
   choose(std::string("2026-03-09"));
-  arrive(mapReply({"", "Parking", ""}, 1));
-  EXPECT_EQ(drawn(), "van0* parking1 van2* 3");
+  arrive(mapReply({"", "Parking", "Parking", ""}, 1));
+  EXPECT_EQ(drawn(), "van0* parking1 parking2 van3* 4");
   EXPECT_FALSE(map.selectedAnnotation());
+  for (const auto& annotation : map.annotations())
+    EXPECT_EQ(map.viewForAnnotation(*annotation)->centerOffset(), ScreenPoint{});
 }
 
 TEST_F(MapPage, KeepsWhatADayWithoutPointsAndAFailureLeaveAlone) {

@@ -54,6 +54,7 @@ class Page final : public ViewController, public MapViewDelegate {
     auto view = std::make_shared<MapAnnotationView>("stop");
     view->setAnnotation(annotation);
     view->setImage("parking");
+    view->setCenterOffset(offset);
     view->setCanShowCallout(true);
     return view;
   }
@@ -70,6 +71,7 @@ class Page final : public ViewController, public MapViewDelegate {
 
   MapView map;
   Button type;
+  ScreenPoint offset;  // of the markers to come
 };
 
 std::string solidTile() {
@@ -191,6 +193,9 @@ TEST_F(MapPageTest, DrawsTilesAndOnThemTheLineInItsColourAndTheMarkersImage) {
   const QPoint stop(static_cast<int>(200 - 1000 * pointsPerMetre),
                     static_cast<int>(300 + 1000 * pointsPerMetre));
   EXPECT_TRUE(colored(stop - QPoint(11, 0), QColor("#2f7fc2")));
+  page_->offset = {0, -20};
+  page_->map.addAnnotation(std::make_shared<Stop>(at(-1000, 1000)));
+  EXPECT_TRUE(colored(QPoint(stop.x() - 11, 600 - stop.y() - 20), QColor("#2f7fc2")));
 
   // At the closest zoom, and with the world's seam in view, the line stays where it belongs.
   page_->map.moveCamera([](MapCamera& camera) { camera.moveTo({project(at(500, 0)), 20}, false); });
