@@ -31,6 +31,9 @@ class MapGestures {
   /// Somebody else has taken the fingers over.
   void cancel();
 
+  /// The next tap, however soon, is not the second one of a double tap.
+  void forgetTap() { lastTap_.reset(); }
+
   bool active() const { return !fingers_.empty(); }
   bool moved() const { return moved_; }
   /// From where the gesture started.

@@ -193,11 +193,7 @@ void MapSurface::tap(const MapGestures::Tap& tap) {
     return;
   }
   if (callout_ && callout_->isVisible() && callout_->contains(mapToItem(callout_, tap.position))) return;
-  constexpr double reach = 24;  // of a fingertip
-  if (MapMarkerItem* const marker = map_->markerAt(tap.position, reach))
-    map_->toggle(marker);
-  else
-    map_->deselect();
+  if (map_->tap(tap.position)) gestures_.forgetTap();
 }
 
 }  // namespace fleetor

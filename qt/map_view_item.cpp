@@ -55,6 +55,10 @@ void MapMarkerItem::setPlace(QPointF place, bool nearby) {
   Q_EMIT placeChanged();
 }
 
+void MapMarkerItem::setStacked(int count) {
+  if (std::exchange(stacked_, count) != count) Q_EMIT placeChanged();
+}
+
 int MapMarkerModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(items_.size());
 }
@@ -146,15 +150,19 @@ void MapViewItem::reveal(MapMarkerItem* marker) {
   if (!inSight) map->setCenterCoordinate(view->annotation()->coordinate(), true);
 }
 
-MapMarkerItem* MapViewItem::markerAt(QPointF point, double reach) const {
-  MapMarkerItem* best = nullptr;
-  for (const auto& marker : markers_.items()) {
-    if (!marker) continue;
-    const QPointF off = markerOrigin_ + marker->place() - point;
-    if (!marker->nearby() || !marker->tappable() || std::hypot(off.x(), off.y()) > reach) continue;
-    if (!best || marker->zPosition() >= best->zPosition()) best = marker.data();
+bool MapViewItem::tap(QPointF point) {
+  const QPointF finger = point - markerOrigin_;
+  const auto touched = stacks_.touched({finger.x(), finger.y()});
+  if (!touched) {
+    deselect();
+    return false;
   }
-  return best;
+  const MapMarkerItem* const shown = selected();
+  std::optional<std::size_t> open;
+  for (std::size_t i = 0; i < touchable_.size(); ++i)
+    if (shown && touchable_[i] == shown) open = i;
+  toggle(touchable_[stacks_.toOpen(*touched, open).value_or(*touched)]);
+  return true;
 }
 
 bool MapViewItem::placeMarkers(double pixelRatio) {
@@ -192,6 +200,7 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
                           std::abs(place.y()) < camera.height() / 2 + furthestOrigin + margin;
       marker->setPlace(snapped(place, pixelRatio), nearby);
     }
+    stackMarkers();
   }
   moved = snapped(moved, pixelRatio);
   if (moved != markerOrigin_) {
@@ -199,6 +208,21 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
     Q_EMIT markersMoved();
   }
   return !complete_;
+}
+
+void MapViewItem::stackMarkers() {
+  touchable_.clear();
+  std::vector<MarkerSpot> spots;
+  for (const auto& marker : markers_.items()) {
+    if (!marker || !marker->nearby() || !marker->tappable()) continue;
+    const auto [x, y] = marker->as<MapAnnotationView>()->centerOffset();
+    const QPointF at = marker->place();
+    spots.push_back({{at.x() - x, at.y() - y}, {at.x(), at.y()}, marker->zPosition()});
+    touchable_.push_back(marker);
+  }
+  stacks_ = MarkerStacks(spots);
+  for (std::size_t i = 0; i < touchable_.size(); ++i)
+    touchable_[i]->setStacked(static_cast<int>(stacks_.sizeBelow(i)));
 }
 
 void MapViewItem::chooseMarkers(MapView& map) {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "map/marker_stacks.h"
 #include "qt/adapters.h"
 #include "ui/map_view.h"
 
@@ -24,6 +25,7 @@ class MapMarkerItem : public fleetor::ComponentItem {
   Q_PROPERTY(bool tappable READ tappable NOTIFY changed)  ///< a tap opens its callout
   Q_PROPERTY(QPointF place READ place NOTIFY placeChanged)
   Q_PROPERTY(bool nearby READ nearby NOTIFY placeChanged)
+  Q_PROPERTY(int stacked READ stacked NOTIFY placeChanged)
 
  public:
   using ComponentItem::ComponentItem;
@@ -39,12 +41,17 @@ class MapMarkerItem : public fleetor::ComponentItem {
   bool nearby() const { return nearby_; }
   void setPlace(QPointF place, bool nearby);
 
+  /// How many markers lie in its place when it is the topmost of them, itself included; else 0.
+  int stacked() const { return stacked_; }
+  void setStacked(int count);
+
  Q_SIGNALS:
   void placeChanged();
 
  private:
   QPointF place_;
   bool nearby_ = false;
+  int stacked_ = 0;
 };
 
 /// The markers as a model of one role, "marker".
@@ -97,8 +104,8 @@ class MapViewItem : public fleetor::ComponentItem {
   /// Brings a marker well into sight.
   Q_INVOKABLE void reveal(fleetor::MapMarkerItem* marker);
 
-  /// The topmost tappable marker whose middle is at most `reach` points from there; or none.
-  MapMarkerItem* markerAt(QPointF point, double reach) const;
+  /// A tap there opens a callout, or closes one (see MarkerStacks). False: it touches no marker.
+  bool tap(QPointF point);
 
   /// Takes up what has become of the annotations and puts the markers where the camera shows them. With a
   /// pixel ratio above 0, onto whole pixels. Once a frame: a marker that is taken off and comes back in
@@ -118,6 +125,7 @@ class MapViewItem : public fleetor::ComponentItem {
 
  private:
   void chooseMarkers(MapView& map);
+  void stackMarkers();
 
   MapMarkerModel markers_;
   bool markersStale_ = true;
@@ -130,6 +138,8 @@ class MapViewItem : public fleetor::ComponentItem {
   double placedZoom_ = -1;  // for which the markers have their places; none have yet
   bool placedOnPixels_ = false;
   QPointF markerOrigin_;
+  MapMarkerModel::Items touchable_;  // that a tap may touch, as stacks_ counts them
+  MarkerStacks stacks_;
   std::vector<Connection> connections_;
 };
 

@@ -39,6 +39,31 @@ Item {
     }
 
     Rectangle {
+        readonly property int count: root.marker?.stacked ?? 0
+
+        anchors.right: parent.right
+        anchors.rightMargin: -4
+        y: -4
+        visible: count > 1
+        width: Math.max(height, number.implicitWidth + 8)
+        height: number.implicitHeight + 4
+        radius: height / 2
+        color: Theme.menu
+        border.width: 1
+        border.color: Theme.menuText
+
+        Text {
+            id: number
+            anchors.centerIn: parent
+            text: parent.count
+            color: Theme.menuText
+            font.pixelSize: Math.round(11 * Math.min(Theme.scale, 1.5))
+            font.bold: true
+            Accessible.ignored: true
+        }
+    }
+
+    Rectangle {
         anchors.fill: parent
         anchors.margins: -3
         visible: root.activeFocus && Person.usesKeys
