@@ -57,11 +57,6 @@ void MapSurface::setDark(bool dark) {
   if (std::exchange(dark_, dark) != dark) Q_EMIT darkChanged();
 }
 
-void MapSurface::zoom(double levels) {
-  if (MapView* const shown = view())
-    shown->moveCamera([&](MapCamera& camera) { camera.zoomSmoothlyBy(levels, {width() / 2, height() / 2}); });
-}
-
 void MapSurface::redraw() {
   stale_ = true;
   if (isVisible()) update();

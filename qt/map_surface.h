@@ -38,9 +38,6 @@ class MapSurface : public QQuickItem {
   void setMap(MapViewItem* map);
   void setDark(bool dark);
 
-  /// A level closer (1) or away (-1).
-  Q_INVOKABLE void zoom(double levels);
-
  Q_SIGNALS:
   void mapChanged();
   void darkChanged();

@@ -78,6 +78,7 @@ bool MapSurface::event(QEvent* event) {
 
 void MapSurface::keyPressEvent(QKeyEvent* event) {
   MapView* const shown = view();
+  if (!shown) return event->ignore();
   double dx = 0;
   double dy = 0;
   switch (event->key()) {
@@ -95,13 +96,16 @@ void MapSurface::keyPressEvent(QKeyEvent* event) {
       break;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-      zoom(1);
+      shown->zoomBy(1);
       return;
     case Qt::Key_Minus:
-      zoom(-1);
+      shown->zoomBy(-1);
+      return;
+    case Qt::Key_0:
+      shown->showAll(true);
       return;
     case Qt::Key_Escape:
-      if (map_ && map_->selected()) {
+      if (map_->selected()) {
         map_->deselect();
         return;
       }
@@ -110,7 +114,6 @@ void MapSurface::keyPressEvent(QKeyEvent* event) {
       event->ignore();
       return;
   }
-  if (!shown) return;
   shown->moveCamera([&](MapCamera& camera) {
     const CameraPosition to = camera.destination();
     const double scale = pointsPerWorldUnit(to.zoom);

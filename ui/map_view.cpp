@@ -43,6 +43,21 @@ void MapView::showAnnotations(const MapAnnotations& annotations, bool animated) 
   cameraChanged.emit();
 }
 
+void MapView::showAll(bool animated) {
+  std::vector<Coordinate> coordinates;
+  for (const auto& annotation : annotations_)
+    coordinates.push_back(annotation->coordinate());
+  for (const auto& overlay : overlays_)
+    coordinates.insert(coordinates.end(), overlay->coordinates().begin(), overlay->coordinates().end());
+  camera_.fit(coordinates, fitPadding, animated);
+  cameraChanged.emit();
+}
+
+void MapView::zoomBy(double levels) {
+  camera_.zoomSmoothlyBy(levels, {camera_.width() / 2, camera_.height() / 2});
+  cameraChanged.emit();
+}
+
 void MapView::addAnnotations(const MapAnnotations& annotations) {
   MapAnnotations added;
   views_.reserve(views_.size() + annotations.size());

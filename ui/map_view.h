@@ -62,6 +62,12 @@ class MapView : public Component {
   /// Fits the map to those annotations, which must be on it. None: it stays where it is.
   void showAnnotations(const MapAnnotations& annotations, bool animated);
 
+  /// Fits the map to all annotations and lines on it. None: it stays where it is.
+  void showAll(bool animated);
+
+  /// Glides that many levels closer (below 0: away).
+  void zoomBy(double levels);
+
   const MapCamera& camera() const { return camera_; }
 
   /// The user's fingers, the size of the map and the frames of an animation: `move` does with the camera what

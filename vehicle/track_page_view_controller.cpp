@@ -12,11 +12,22 @@ constexpr double trackLineWidth = 2.0;
 TrackPageViewController::TrackPageViewController(Environment& environment)
     : DetailPageViewController(environment) {
   outlet("mapView", mapView_);
-  outlet("changeTypeButton", changeTypeButton_);
   mapView_.setAccessibleName(localized("Map"));
-  changeTypeButton_.setImage("BtnMapType");
-  changeTypeButton_.setAccessibleName(localized("Satellite map"));
-  changeTypeButton_.setAction([this](Component& sender) { changeMapType(sender); });
+  const auto equip = [this](const char* name, Button& button, const char* image, std::string accessibleName,
+                            Action action) {
+    outlet(name, button);
+    button.setImage(image);
+    button.setAccessibleName(std::move(accessibleName));
+    button.setAction(std::move(action));
+  };
+  equip("changeTypeButton", changeTypeButton_, "BtnMapType", localized("Satellite map"),
+        [this](Component& sender) { changeMapType(sender); });
+  equip("wholeTrackButton", wholeTrackButton_, "BtnWholeTrack", localized("Show the whole track"),
+        [this](Component&) { mapView_.showAll(true); });
+  equip("zoomInButton", zoomInButton_, "BtnZoomIn", localized("Zoom in"),
+        [this](Component&) { mapView_.zoomBy(1); });
+  equip("zoomOutButton", zoomOutButton_, "BtnZoomOut", localized("Zoom out"),
+        [this](Component&) { mapView_.zoomBy(-1); });
 }
 
 void TrackPageViewController::viewDidLoad() {

@@ -9,9 +9,10 @@
 
 namespace fleetor {
 
-/// What the two pages with a map share: "mapView" with the vehicle's line on it, and "changeTypeButton",
-/// which is selected while the map shows satellite pictures. The page is the map's delegate while it is
-/// visible.
+/// What the two pages with a map share: "mapView" with the vehicle's line on it, "changeTypeButton", which is
+/// selected while the map shows satellite pictures, and "zoomInButton", "zoomOutButton" and
+/// "wholeTrackButton", which do what fingers do, and bring back all that is on the map. The page is the map's
+/// delegate while it is visible.
 ///
 /// The page hears of the program's trips to the background from loading until it first disappears, and not
 /// again after that.
@@ -52,6 +53,9 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
  private:
   MapView mapView_;
   Button changeTypeButton_;
+  Button zoomInButton_;
+  Button zoomOutButton_;
+  Button wholeTrackButton_;
   std::shared_ptr<MapPolyline> polyline_;
   std::shared_ptr<MapPolylineRenderer> polylineRenderer_;
 };

@@ -8,17 +8,26 @@ Item {
 
     property MapMarkerItem marker
     property point target // the marker's middle
+    property real lowest // where the labels at the map's lower edge begin
     property real sideSpace: 8
+    property real buttonStrip // the width, at one side of the map, that the buttons take
+    property real upperButtons // where the upper ones end
+    property real lowerButtons // where the lower ones begin
+    readonly property bool besideButtons: y < upperButtons + sideSpace || y + height > lowerButtons - sideSpace
+    readonly property real leftmost: sideSpace + (besideButtons && Theme.mirrored ? buttonStrip : 0)
+    readonly property real rightmost: parent.width - sideSpace - (besideButtons && !Theme.mirrored ? buttonStrip : 0)
     readonly property real gap: 24 // between the marker's middle and the tip
     readonly property real tip: 9
-    readonly property bool above: target.y - gap - tip - height >= sideSpace
+    readonly property bool above: aboveY >= sideSpace || target.y > lowest / 2
+    readonly property real aboveY: target.y - gap - tip - height
+    readonly property real wantedY: above ? aboveY : target.y + gap + tip
     readonly property bool inSight: target.x >= 0 && target.x <= parent.width && target.y >= 0 && target.y <= parent.height
 
     visible: marker !== null && inSight && (title.text !== "" || subtitle.text !== "")
-    width: Math.min(parent.width - 2 * sideSpace, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28)
+    width: Math.min(parent.width - 2 * sideSpace - buttonStrip, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28)
     height: texts.height + 20
-    x: Math.round(Math.max(sideSpace, Math.min(parent.width - sideSpace - width, target.x - width / 2)))
-    y: Math.round(above ? target.y - gap - tip - height : target.y + gap + tip)
+    x: Math.round(Math.max(leftmost, Math.min(rightmost - width, target.x - width / 2)))
+    y: Math.round(Math.max(sideSpace, Math.min(lowest - sideSpace - height, wantedY)))
     Accessible.role: Accessible.StaticText
     Accessible.name: marker?.accessibleName ?? ""
 
@@ -32,6 +41,7 @@ Item {
     }
 
     Rectangle {
+        visible: Math.abs(root.y - root.wantedY) < 1
         x: Math.max(16, Math.min(root.width - 16, root.target.x - root.x)) - width / 2
         y: root.above ? root.height - height / 2 - 1 : 1 - height / 2
         width: root.tip * 1.5

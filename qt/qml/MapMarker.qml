@@ -41,9 +41,8 @@ Item {
     Rectangle {
         readonly property int count: root.marker?.stacked ?? 0
 
-        anchors.right: parent.right
-        anchors.rightMargin: -4
-        y: -4
+        anchors.horizontalCenter: parent.right
+        y: 4 - height / 2
         visible: count > 1
         width: Math.max(height, number.implicitWidth + 8)
         height: number.implicitHeight + 4

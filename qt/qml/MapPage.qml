@@ -2,16 +2,56 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A map that fills its page, with the button for its type and, where there is something to load, a spinner.
+// A map that fills its page, with its buttons and, where there is something to load, a spinner.
 FocusScope {
     id: root
 
     required property ViewControllerItem screen
     readonly property MapViewItem map: screen.outlet("mapView") as MapViewItem
-    readonly property ButtonItem typeButton: screen.outlet("changeTypeButton") as ButtonItem
     readonly property ActivityIndicatorItem loading: screen.outlet("loadingIndicator") as ActivityIndicatorItem
 
+    // Where the buttons lie: in two corners; at one; there side by side.
+    readonly property real space: 12
+    readonly property bool roomy: label.y >= 4 * Theme.touch + 4 * space
+    readonly property bool low: label.y < 2 * Theme.touch + 2 * space
+
     clip: true
+
+    Grid {
+        id: upperButtons
+        anchors.right: parent.right
+        anchors.rightMargin: root.space
+        y: root.space
+        z: 1
+        columns: root.low ? 2 : 1
+        spacing: 4
+
+        MapButton {
+            button: root.screen.outlet("changeTypeButton") as ButtonItem
+            checked: button?.selected ?? false
+            Accessible.checkable: true
+        }
+        MapButton {
+            button: root.screen.outlet("wholeTrackButton") as ButtonItem
+        }
+    }
+
+    Grid {
+        id: lowerButtons
+        anchors.right: root.roomy ? parent.right : upperButtons.left
+        anchors.rightMargin: root.roomy ? root.space : 4
+        y: root.roomy ? label.y - height - root.space : root.space
+        z: 1
+        columns: root.low ? 2 : 1
+        spacing: 4
+
+        MapButton {
+            button: root.screen.outlet("zoomInButton") as ButtonItem
+        }
+        MapButton {
+            button: root.screen.outlet("zoomOutButton") as ButtonItem
+        }
+    }
 
     MapSurface {
         id: surface
@@ -48,6 +88,10 @@ FocusScope {
         MapCallout {
             id: callout
             marker: root.map?.selected ?? null
+            lowest: label.y
+            buttonStrip: root.space + upperButtons.width + (root.roomy ? 0 : 4 + lowerButtons.width)
+            upperButtons: upperButtons.y + upperButtons.height
+            lowerButtons: root.roomy ? lowerButtons.y : root.height
             target: Qt.point((root.map?.markerOrigin.x ?? 0) + (marker?.place.x ?? 0), (root.map?.markerOrigin.y ?? 0) + (marker?.place.y ?? 0))
         }
     }
@@ -61,6 +105,8 @@ FocusScope {
     }
 
     Rectangle {
+        id: label
+
         anchors.right: parent.right
         anchors.bottom: parent.bottom
         width: Math.min(attribution.implicitWidth + 12, parent.width)
@@ -77,37 +123,6 @@ FocusScope {
             color: Theme.text
             font.pixelSize: Math.max(11, Theme.smallSize - 2)
             wrapMode: Text.Wrap
-        }
-    }
-
-    Tappable {
-        id: type
-
-        anchors.right: parent.right
-        anchors.rightMargin: 12
-        y: 12
-        width: Theme.touch
-        height: Theme.touch
-        ringRadius: Theme.touch / 2
-        label: root.typeButton?.accessibleName ?? ""
-        checked: root.typeButton?.selected ?? false
-        enabled: root.typeButton?.enabled ?? false
-        Accessible.checkable: true
-        onTapped: root.typeButton.tap()
-
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: 2
-            radius: width / 2
-            color: Theme.bar
-            border.width: 1
-            border.color: Theme.mapShade
-            opacity: type.pressed ? 0.7 : 1
-        }
-        Image {
-            anchors.centerIn: parent
-            source: root.typeButton?.image ?? ""
-            sourceSize { width: 26; height: 26 }
         }
     }
 

@@ -75,7 +75,7 @@ int differences(const QImage& a, const QImage& b) {
 TEST(Images, of_the_bars_are_white_and_the_selected_ones_dark) {
   for (const char* name :
        {"NavMenu", "NavBack", "NavDate", "BtnLogout", "BtnAccount", "BtnAbout", "BtnVehicles", "BtnMapType",
-        "TabInfo", "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
+        "BtnZoomIn", "BtnZoomOut", "BtnWholeTrack", "TabInfo", "TabLive", "TabMap", "TabRoute", "TabAbout"}) {
     EXPECT_GT(shareOf(Qt::white, drawn(name)), 0.99) << name;
   }
   const QColor selected = QColor::fromRgbF(0.23f, 0.29f, 0.35f);

@@ -163,6 +163,13 @@ TEST_F(Map, ShowsARegionACentreAndAllMarkersWithinItsEdges) {
   const CameraPosition before = map.camera().position();
   map.showAnnotations({}, false);
   EXPECT_EQ(map.camera().position(), before);
+
+  map.addOverlay(MapPolyline::polylineWithCoordinates({{50, 20}, {48, 24}}));
+  map.showAll(false);
+  const ScreenPoint corner = map.camera().screenPoint(project({48, 24}));
+  EXPECT_NEAR(std::min(390 - corner.x, 780 - corner.y), MapView::fitPadding, 0.01);
+  const ScreenPoint top = map.camera().screenPoint(project({50.5, 22}));
+  EXPECT_GE(top.y, MapView::fitPadding - 0.01);
 }
 
 TEST_F(Map, TakesWhateverPlaceItIsGiven) {

@@ -154,6 +154,26 @@ TEST_F(LivePage, ForgetsTheTrailInTheBackgroundUntilItHasDisappearedOnce) {
   EXPECT_EQ(drawn(), "van, 3");
 }
 
+TEST_F(LivePage, HasButtonsToZoomAndToShowTheWholeTrail) {
+  postAt(0);
+  postAt(6000);
+  const auto tap = [this](const char* name, const std::string& accessibleName) {
+    auto& button = dynamic_cast<Button&>(*page->findOutlet(name));
+    EXPECT_EQ(button.accessibleName(), accessibleName);
+    button.tap();
+    EXPECT_TRUE(map.camera().moving()) << name;
+    map.moveCamera([](MapCamera& camera) { camera.advance(10); });
+  };
+  tap("zoomInButton", "Zoom in");
+  EXPECT_NEAR(metresAcross(), 1000, 2);
+  EXPECT_NEAR(metresNorth(), 6000, 1);
+  tap("zoomOutButton", "Zoom out");
+  tap("zoomOutButton", "Zoom out");
+  EXPECT_NEAR(metresAcross(), 4000, 8);
+  tap("wholeTrackButton", "Show the whole track");
+  EXPECT_NEAR(metresNorth(), 3000, 10);
+}
+
 TEST_F(LivePage, TogglesTheMapsType) {
   Button& button = page->changeTypeButton();
   EXPECT_FALSE(button.selected());

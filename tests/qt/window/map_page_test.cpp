@@ -341,7 +341,7 @@ TEST_F(MapPageTest, ATapOnAMarkerOpensItsCalloutAndATapOnTheMapClosesIt) {
     QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 300}, 100);
     EXPECT_EQ(page_->map.selectedAnnotation(), opened);
   }
-  EXPECT_TRUE(colored({210, 280}, QColor("#3b4a59")));
+  EXPECT_TRUE(colored({214, 284}, QColor("#3b4a59")));
   page_->map.removeAnnotations({second});
 
   // By keyboard, too.
