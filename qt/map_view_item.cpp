@@ -120,9 +120,16 @@ QString MapViewItem::attribution() const {
 }
 
 MapMarkerItem* MapViewItem::selected() const {
-  const auto* map = as<MapView>();
-  if (!map || !map->selectedAnnotation()) return nullptr;
-  return adapters().itemFor<MapMarkerItem>(map->viewForAnnotation(*map->selectedAnnotation()).get());
+  return read<MapView>([this](MapView& map) { return itemFor(map, map.selectedAnnotation()); });
+}
+
+MapMarkerItem* MapViewItem::current() const {
+  return read<MapView>([this](MapView& map) { return itemFor(map, map.currentAnnotation()); });
+}
+
+MapMarkerItem* MapViewItem::itemFor(const MapView& map,
+                                    const std::shared_ptr<MapAnnotation>& annotation) const {
+  return annotation ? adapters().itemFor<MapMarkerItem>(map.viewForAnnotation(*annotation).get()) : nullptr;
 }
 
 void MapViewItem::toggle(MapMarkerItem* marker) {
@@ -143,6 +150,7 @@ void MapViewItem::reveal(MapMarkerItem* marker) {
   auto* const map = as<MapView>();
   const auto* const view = marker ? marker->as<MapAnnotationView>() : nullptr;
   if (!map || !view || !view->annotation()) return;
+  map->setCurrentAnnotation(view->annotation());
   const MapCamera& camera = map->camera();
   const ScreenPoint at = camera.screenPoint(project(view->annotation()->coordinate()));
   const bool inSight = at.x >= revealedInset && at.x <= camera.width() - revealedInset &&
@@ -177,6 +185,7 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
   if (!complete_) {
     complete_ = markers_.update(wanted_, newMarkersAFrame);
     placedZoom_ = -1;
+    Q_EMIT changed();  // the first marker may be another one
   }
   const auto middle = QPointF(camera.width() / 2, camera.height() / 2);
   const ScreenPoint origin = camera.screenPoint(origin_);
@@ -244,9 +253,8 @@ void MapViewItem::chooseMarkers(MapView& map) {
     std::set<std::size_t> indices{0, all.size() - 1};
     for (const std::size_t index : fleetor::chooseMarkers(places_, window_, MapView::crowd))
       indices.insert(index);
-    if (map.selectedAnnotation())
-      indices.insert(
-          static_cast<std::size_t>(std::ranges::find(all, map.selectedAnnotation()) - all.begin()));
+    for (const auto& kept : {map.selectedAnnotation(), map.currentAnnotation()})
+      if (kept) indices.insert(static_cast<std::size_t>(std::ranges::find(all, kept) - all.begin()));
     for (const std::size_t index : indices)
       chosen.push_back(all[index]);
   } else {

@@ -85,6 +85,7 @@ class MapViewItem : public fleetor::ComponentItem {
   Q_PROPERTY(QString attribution READ attribution NOTIFY changed)
   Q_PROPERTY(fleetor::MapMarkerModel* markers READ markers CONSTANT)
   Q_PROPERTY(fleetor::MapMarkerItem* selected READ selected NOTIFY changed)  ///< whose callout is open
+  Q_PROPERTY(fleetor::MapMarkerItem* current READ current NOTIFY changed)    ///< the markers' tab stop
   Q_PROPERTY(QPointF markerOrigin READ markerOrigin NOTIFY markersMoved)
 
  public:
@@ -94,6 +95,7 @@ class MapViewItem : public fleetor::ComponentItem {
   QString attribution() const;
   MapMarkerModel* markers() { return &markers_; }
   MapMarkerItem* selected() const;
+  MapMarkerItem* current() const;
 
   /// Where on the map the places of the markers are measured from.
   QPointF markerOrigin() const { return markerOrigin_; }
@@ -101,7 +103,7 @@ class MapViewItem : public fleetor::ComponentItem {
   /// A tap on that marker opens its callout or closes it.
   Q_INVOKABLE void toggle(fleetor::MapMarkerItem* marker);
   Q_INVOKABLE void deselect();
-  /// Brings a marker well into sight.
+  /// That marker has the focus: makes it the current one and brings it well into sight.
   Q_INVOKABLE void reveal(fleetor::MapMarkerItem* marker);
 
   /// A tap there opens a callout, or closes one (see MarkerStacks). False: it touches no marker.
@@ -110,8 +112,8 @@ class MapViewItem : public fleetor::ComponentItem {
   /// Takes up what has become of the annotations and puts the markers where the camera shows them. With a
   /// pixel ratio above 0, onto whole pixels. Once a frame: a marker that is taken off and comes back in
   /// between, as that of a moving vehicle does, keeps its drawing and the focus. Of a crowd only as many are
-  /// drawn as can be told apart, the first, the last and the one with the callout always among them. True
-  /// when more are to come in the next frame.
+  /// drawn as can be told apart, the first, the last, the one with the callout and the current one always
+  /// among them. True when more are to come in the next frame.
   bool placeMarkers(double pixelRatio);
 
   TileSource& tiles() const { return adapters().tiles(); }
@@ -124,6 +126,7 @@ class MapViewItem : public fleetor::ComponentItem {
   void markersChanged();
 
  private:
+  MapMarkerItem* itemFor(const MapView& map, const std::shared_ptr<MapAnnotation>& annotation) const;
   void chooseMarkers(MapView& map);
   void stackMarkers();
 

@@ -99,6 +99,7 @@ void MapView::removeAnnotations(const MapAnnotations& annotations) {
     if (found == views_.end()) continue;
     removed = true;
     removedSelected |= annotation == selected_;
+    if (annotation == current_) current_ = nullptr;
     if (const auto view = std::move(found->second)) {
       view->setAnnotation(nullptr);
       if (!view->reuseIdentifier().empty()) reusable_[view->reuseIdentifier()].push_back(view);
@@ -138,6 +139,10 @@ std::shared_ptr<MapAnnotationView> MapView::dequeueReusableAnnotationViewWithIde
 void MapView::selectAnnotation(const std::shared_ptr<MapAnnotation>& annotation) {
   const auto view = viewForAnnotation(*annotation);
   if (view && view->enabled() && view->canShowCallout()) assign(selected_, annotation);
+}
+
+std::shared_ptr<MapAnnotation> MapView::currentAnnotation() const {
+  return current_ || annotations_.empty() ? current_ : annotations_.front();
 }
 
 void MapView::addOverlay(std::shared_ptr<MapPolyline> overlay) {

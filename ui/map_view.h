@@ -103,6 +103,12 @@ class MapView : public Component {
   void deselectAnnotation() { assign(selected_, {}); }
   const std::shared_ptr<MapAnnotation>& selectedAnnotation() const { return selected_; }  ///< or none
 
+  /// The annotation at whose marker the keyboard comes to the markers: where it was last, or the first one.
+  std::shared_ptr<MapAnnotation> currentAnnotation() const;
+  void setCurrentAnnotation(std::shared_ptr<MapAnnotation> annotation) {
+    assign(current_, std::move(annotation));
+  }
+
   // Lines.
   const std::vector<std::shared_ptr<MapPolyline>>& overlays() const { return overlays_; }  ///< lowest first
   void addOverlay(std::shared_ptr<MapPolyline> overlay);
@@ -126,6 +132,7 @@ class MapView : public Component {
   std::unordered_map<const MapAnnotation*, std::shared_ptr<MapAnnotationView>> views_;  ///< of all; or none
   std::map<std::string, MapAnnotationViews> reusable_;
   std::shared_ptr<MapAnnotation> selected_;
+  std::shared_ptr<MapAnnotation> current_;
   std::vector<std::shared_ptr<MapPolyline>> overlays_;
   std::unordered_map<const MapPolyline*, std::shared_ptr<MapPolylineRenderer>> renderers_;
 };

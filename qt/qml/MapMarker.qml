@@ -8,18 +8,20 @@ Item {
 
     required property MapMarkerItem marker
     property bool open: false
+    property bool tabStop: false // one for all markers; the arrows go on from there
     readonly property string label: marker?.accessibleName ?? ""
 
     signal activated
     signal focused
+    signal stepped(int by)
 
     x: (marker?.place.x ?? 0) - width / 2
     y: (marker?.place.y ?? 0) - height / 2
     z: marker?.zPosition ?? 0
     width: 40
     height: 40
-    visible: marker?.nearby ?? false
-    activeFocusOnTab: marker?.tappable ?? false
+    visible: tabStop || (marker?.nearby ?? false)
+    activeFocusOnTab: (tabStop || activeFocus) && (marker?.tappable ?? false)
     onActiveFocusChanged: if (activeFocus) focused()
     Accessible.role: Accessible.Button
     Accessible.name: label
@@ -31,6 +33,10 @@ Item {
     Keys.onReturnPressed: activated()
     Keys.onEnterPressed: activated()
     Keys.onSpacePressed: activated()
+    Keys.onUpPressed: stepped(-1)
+    Keys.onDownPressed: stepped(1)
+    Keys.onLeftPressed: stepped(-Theme.forward)
+    Keys.onRightPressed: stepped(Theme.forward)
 
     Image {
         anchors.fill: parent

@@ -2,7 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A map that fills its page, with its buttons and, where there is something to load, a spinner.
+// A map that fills its page, with its buttons and, where there is something to load, a spinner. The keyboard comes to the
+// buttons first, then to the map, then to its markers.
 FocusScope {
     id: root
 
@@ -75,12 +76,20 @@ FocusScope {
             y: root.map?.markerOrigin.y ?? 0
 
             Repeater {
+                id: markers
                 model: root.map?.markers ?? null
                 delegate: MapMarker {
-                    id: one
+                    required property int index
+
                     open: root.map.selected === marker
+                    tabStop: root.map.current === marker
                     onActivated: root.map.toggle(marker)
                     onFocused: root.map.reveal(marker)
+                    onStepped: by => {
+                        const next = markers.itemAt(index + by) as MapMarker;
+                        root.map.reveal(next?.marker ?? null);
+                        next?.forceActiveFocus(Qt.TabFocusReason);
+                    }
                 }
             }
         }

@@ -103,6 +103,7 @@ TEST_F(Map, UsesMarkersAgainAndOpensOneCalloutAtATime) {
   EXPECT_EQ(viewOfA->accessibleName(), "a, here");
   viewOfA->setZPosition(1000);
   map.viewForAnnotation(*b)->setEnabled(false);
+  map.setCurrentAnnotation(a);
   told.clear();
   map.selectAnnotation(a);
   map.selectAnnotation(b);
@@ -110,6 +111,7 @@ TEST_F(Map, UsesMarkersAgainAndOpensOneCalloutAtATime) {
   EXPECT_EQ(map.selectedAnnotation(), a);
   map.removeAnnotations({a, place("elsewhere")});
   EXPECT_FALSE(map.selectedAnnotation());
+  EXPECT_EQ(map.currentAnnotation(), b);
   EXPECT_EQ(take(told), "cca");
   EXPECT_THAT(map.annotations(), ElementsAre(b));
   const std::weak_ptr<MapAnnotation> gone = std::exchange(a, nullptr);

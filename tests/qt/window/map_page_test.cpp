@@ -45,6 +45,7 @@ class Page final : public ViewController, public MapViewDelegate {
   explicit Page(Environment& environment) : ViewController(environment) {
     outlet("mapView", map);
     outlet("changeTypeButton", type);
+    outlet("zoomOutButton", zoomOut);
     setStoryboard(nullptr, "MapDetailVC");
     map.setDelegate(this);
   }
@@ -71,6 +72,7 @@ class Page final : public ViewController, public MapViewDelegate {
 
   MapView map;
   Button type;
+  Button zoomOut;
   ScreenPoint offset;  // of the markers to come
 };
 
@@ -350,6 +352,45 @@ TEST_F(MapPageTest, ATapOnAMarkerOpensItsCalloutAndATapOnTheMapClosesIt) {
   EXPECT_EQ(page_->map.selectedAnnotation(), stop);
   QTest::keyClick(&window_, Qt::Key_Return);
   EXPECT_EQ(page_->map.selectedAnnotation(), nullptr);
+}
+
+TEST_F(MapPageTest, TheKeyboardComesToTheButtonsThenToTheMapThenToItsMarkersAsOne) {
+  for (int i = 0; i < 5; ++i)
+    page_->map.addAnnotation(std::make_shared<Stop>(at(200.0 * i, 0)));
+  const auto marker = [&](std::size_t index) {
+    const auto view = page_->map.viewForAnnotation(*page_->map.annotations()[index]);
+    return adapters_.itemFor<MapMarkerItem>(view.get());
+  };
+  const auto focused = [&](const char* property) {
+    const QQuickItem* const item = window_.activeFocusItem();
+    return item ? item->property(property).value<ComponentItem*>() : nullptr;
+  };
+  ASSERT_TRUE(QTest::qWaitFor([&] { return marker(4)->nearby(); }));
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {100, 450});
+  QTest::keyClick(&window_, Qt::Key_Backtab);
+  EXPECT_EQ(focused("button"), adapters_.itemFor(&page_->zoomOut));
+  QTest::keyClick(&window_, Qt::Key_Backtab);
+  EXPECT_EQ(focused("button"), adapters_.itemFor(&page_->type));
+  QTest::keyClick(&window_, Qt::Key_Tab);
+  QTest::keyClick(&window_, Qt::Key_Tab);
+  EXPECT_EQ(focused("map"), adapters_.itemFor(&page_->map));
+  QTest::keyClick(&window_, Qt::Key_Tab);
+  EXPECT_EQ(focused("marker"), marker(0));
+  for (const auto key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up})
+    QTest::keyClick(&window_, key);
+  EXPECT_EQ(focused("marker"), marker(2));
+  QTest::keyClick(&window_, Qt::Key_Tab);
+  EXPECT_EQ(focused("marker"), nullptr);
+  QTest::keyClick(&window_, Qt::Key_Backtab);
+  EXPECT_EQ(focused("marker"), marker(2)) << "the one that had it last";
+
+  // A marker far away comes into sight.
+  page_->map.setCenterCoordinate(at(-9000, 0), false);
+  QTest::keyClick(&window_, Qt::Key_Right);
+  ASSERT_TRUE(waitForRest());
+  const ScreenPoint shown = camera().screenPoint(project(at(600, 0)));
+  EXPECT_TRUE(shown.x > 60 && shown.x < 340) << shown.x;
+  EXPECT_EQ(focused("marker"), marker(3));
 }
 
 TEST_F(MapPageTest, DrawsOfACrowdWhatCanBeToldApart) {
