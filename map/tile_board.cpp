@@ -61,7 +61,7 @@ std::optional<TileBoard::Grid> TileBoard::gridUnder(const TileView& view, int mi
 void TileBoard::update(const TileView& view, double now) {
   takeArrivals(now);
   const auto grid = gridUnder(view, loader_.minimumZoom(), loader_.maximumZoom());
-  if (!grid) return suspend();
+  if (!grid || !loader_.serves(view.style)) return suspend();
   choose(*grid);
   request(now);
   draw(*grid, now);

@@ -61,6 +61,9 @@ class TileLoader {
   /// From then on `done` is not called any more. A handle that is done with is no harm.
   virtual void cancel(Handle handle) = 0;
 
+  /// Whether there are tiles of that style; load() is for such alone.
+  virtual bool serves(MapStyle style) const = 0;
+
   /// The zooms at which there are tiles, both ends included.
   virtual int minimumZoom() const = 0;
   virtual int maximumZoom() const = 0;

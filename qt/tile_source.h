@@ -61,6 +61,7 @@ class TileSource final : public TileLoader {
 
   Handle load(const TileKey& key, Source source, Done done) override;
   void cancel(Handle handle) override;
+  bool serves(MapStyle style) const override { return !server_.urlTemplate(style).empty(); }
   int minimumZoom() const override;
   int maximumZoom() const override { return server_.maximumZoom; }
 

@@ -42,6 +42,7 @@ struct FakeLoader : TileLoader {
   void cancel(Handle handle) override {
     std::erase_if(open, [handle](const Request& request) { return request.handle == handle; });
   }
+  bool serves(MapStyle style) const override { return style != MapStyle::dark; }
   int minimumZoom() const override { return 3; }
   int maximumZoom() const override { return 19; }
 
@@ -321,6 +322,17 @@ TEST_F(TileBoardTest, AServerThatFailsIsTriedWithOneTileAtATimeWhileTheDiskHelps
   show(what);
   EXPECT_EQ(loader.underWay(network), 6);  // the old tiles are replaced too
   EXPECT_EQ(board.wakeAt(), std::nullopt);
+}
+
+TEST_F(TileBoardTest, AsksForNoTileWhereThereAreNone) {
+  TileView what = view(15);
+  what.style = MapStyle::dark;
+  show(what);
+  EXPECT_THAT(loader.open, IsEmpty());
+  EXPECT_EQ(board.wakeAt(), std::nullopt);
+  what.style = MapStyle::satellite;
+  show(what);
+  EXPECT_THAT(loader.open, SizeIs(6));
 }
 
 TEST(TileMemory, ForgetsWhatWasNotLookedForTheLongest) {

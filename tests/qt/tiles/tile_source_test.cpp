@@ -95,6 +95,8 @@ TEST_F(TileSourceTest, AsksAsItIsToldToAndGivesNothingAwayOfThePerson) {
   auto withSecret = server.url("/{z}/{x}/{y}{r}.png?scale={scale}");
   withSecret.replace(0, 7, "http://user:secret@");
   TileServer tiles = at(withSecret);
+  const TileSource plain(tiles, folder.path());
+  EXPECT_TRUE(plain.serves(MapStyle::dark) && !plain.serves(MapStyle::satellite));
   tiles.satellite = server.url("/sat/{z}/{x}/{y}");
   TileSource source(tiles, folder.path());
   for (const TileKey& key :
