@@ -60,15 +60,39 @@ std::optional<TileBoard::Grid> TileBoard::gridUnder(const TileView& view, int mi
 
 void TileBoard::update(const TileView& view, double now) {
   takeArrivals(now);
+  if (std::exchange(style_, view.style) != view.style) sight_ = TileSight::awaited;
   const auto grid = gridUnder(view, loader_.minimumZoom(), loader_.maximumZoom());
-  if (!grid || !loader_.serves(view.style)) return suspend();
-  choose(*grid);
+  if (grid && loader_.serves(view.style)) return show(*grid, now);
+  suspend();
+  if (grid) sight_ = TileSight::unavailable;
+}
+
+void TileBoard::show(const Grid& grid, double now) {
+  choose(grid);
   request(now);
-  draw(*grid, now);
+  draw(grid, now);
+  const auto isHopelessOrAhead = [this](const auto& item) {
+    return !item.second.onScreen || isHopeless(item.first, item.second);
+  };
+  if (!drawn_.empty())
+    sight_ = TileSight::shown;
+  else if (std::ranges::all_of(tiles_, isHopelessOrAhead))
+    sight_ = TileSight::unavailable;
+  else if (sight_ == TileSight::shown)
+    sight_ = TileSight::awaited;
+}
+
+/// Its server has failed, or has no such tile, and the disk has none.
+bool TileBoard::isHopeless(const TileKey& key, const Tile& tile) const {
+  if (isMissing(key)) return true;
+  const auto server = servers_.find(key.style);
+  const bool fails = faults_.contains(key) || (server != servers_.end() && server->second.pauses > 0);
+  return fails && (!tile.underWay || tile.fromNetwork);
 }
 
 void TileBoard::retry() {
   servers_.clear();
+  sight_ = TileSight::awaited;
   for (auto& [key, fault] : faults_)
     if (!fault.missing) fault.until = kLongAgo;
   if (wakeAt_ && onChange) onChange();
@@ -80,6 +104,7 @@ void TileBoard::suspend() {
   tiles_.clear();
   order_.clear();
   drawn_.clear();
+  sight_ = TileSight::awaited;
   fading_ = false;
   wakeAt_.reset();
 }

@@ -39,6 +39,13 @@ struct DrawnTile {
   double opacity = 1;  ///< 0 ... 1, below 1 while it fades in
 };
 
+/// What has become of the tiles of a view.
+enum class TileSight {
+  awaited,      ///< none has come yet
+  shown,        ///< at least one, of whatever age
+  unavailable,  ///< none can be had: there are none, or their server fails and the disk has none
+};
+
 /// Knows which tiles a map needs, has them loaded, and says what to draw meanwhile.
 ///
 /// Tiles are taken at the whole zoom nearest to the view's, so that their images are scaled by at most a
@@ -70,6 +77,9 @@ class TileBoard {
 
   /// What to draw, in that order: from the last update() on, to the next one.
   const std::vector<DrawnTile>& drawn() const { return drawn_; }
+
+  /// From the last update() on. Unavailable tiles stay so until one has come, retry() or suspend().
+  TileSight sight() const { return sight_; }
 
   /// Whether the next frame differs though nothing else changes.
   bool isFading() const { return fading_; }
@@ -126,6 +136,8 @@ class TileBoard {
     TileKey key(int column, int row) const;
   };
 
+  void show(const Grid& grid, double now);
+  bool isHopeless(const TileKey& key, const Tile& tile) const;
   static std::optional<Grid> gridUnder(const TileView& view, int minimumZoom, int maximumZoom);
 
   void takeArrivals(double now);
@@ -153,6 +165,8 @@ class TileBoard {
   int underWay_ = 0;
   std::uint64_t round_ = 0;
   std::vector<DrawnTile> drawn_;
+  TileSight sight_ = TileSight::awaited;
+  MapStyle style_ = MapStyle::standard;  // of sight_
   bool fading_ = false;
   std::optional<double> wakeAt_;
 };

@@ -57,6 +57,14 @@ void MapSurface::setDark(bool dark) {
   if (std::exchange(dark_, dark) != dark) Q_EMIT darkChanged();
 }
 
+QString MapSurface::attribution() const {
+  return map_ && tiles_.first == TileSight::shown ? map_->attribution() : QString();
+}
+
+QString MapSurface::message() const {
+  return map_ && tiles_.first == TileSight::unavailable ? map_->noTilesMessage() : QString();
+}
+
 void MapSurface::redraw() {
   stale_ = true;
   if (isVisible()) update();
@@ -112,6 +120,8 @@ bool MapSurface::layOut(double time) {
                                            : MapStyle::standard;
   board_->update({camera.center(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
                  time);
+  if (const std::pair seen(board_->sight(), style); std::exchange(tiles_, seen) != seen)
+    Q_EMIT tilesChanged();
   lines_->update(camera);
   lineLayer_.show(frame_, *lines_);
   const bool resting = !camera.moving() && !(gestures_.active() && gestures_.moved());

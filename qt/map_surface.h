@@ -5,6 +5,7 @@
 #include <QQuickItem>
 #include <QTimer>
 #include <optional>
+#include <utility>
 
 #include "map/tile_board.h"
 #include "qt/line_layer.h"
@@ -28,6 +29,9 @@ class MapSurface : public QQuickItem {
   /// So far from the left and the right edge a sideways drag is not the map's.
   Q_PROPERTY(double leftEdge MEMBER leftEdge_ NOTIFY edgesChanged)
   Q_PROPERTY(double rightEdge MEMBER rightEdge_ NOTIFY edgesChanged)
+  /// The attribution of the tiles, empty while none shows; a message, empty unless none can be had.
+  Q_PROPERTY(QString attribution READ attribution NOTIFY tilesChanged)
+  Q_PROPERTY(QString message READ message NOTIFY tilesChanged)
   Q_PROPERTY(QQuickItem* callout MEMBER callout_ NOTIFY calloutChanged)  ///< a tap on it is no tap on the map
 
  public:
@@ -37,12 +41,15 @@ class MapSurface : public QQuickItem {
   MapViewItem* map() const { return map_; }
   void setMap(MapViewItem* map);
   void setDark(bool dark);
+  QString attribution() const;
+  QString message() const;
 
  Q_SIGNALS:
   void mapChanged();
   void darkChanged();
   void edgesChanged();
   void calloutChanged();
+  void tilesChanged();
 
  protected:
   QSGNode* updatePaintNode(QSGNode* before, UpdatePaintNodeData* data) override;
@@ -86,7 +93,8 @@ class MapSurface : public QQuickItem {
   bool sideways_ = false;  // the gesture may become somebody else's
   MapGestures gestures_;
   MapFrame frame_;
-  WorldPoint steadyAt_;  // where the camera was when the zoom was last changed
+  std::pair<TileSight, MapStyle> tiles_;  // that the last frame showed
+  WorldPoint steadyAt_;                   // where the camera was when the zoom was last changed
   std::optional<TileBoard> board_;
   std::optional<MapLines> lines_;
   LineLayer& lineLayer_;  // the first child: everything else on the map lies above it

@@ -119,6 +119,10 @@ QString MapViewItem::attribution() const {
   return adapters().localized(tiles().attribution(style));
 }
 
+QString MapViewItem::noTilesMessage() const {
+  return adapters().localized("Map pictures are not available");
+}
+
 MapMarkerItem* MapViewItem::selected() const {
   return read<MapView>([this](MapView& map) { return itemFor(map, map.selectedAnnotation()); });
 }

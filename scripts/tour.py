@@ -350,6 +350,7 @@ def tiles_away(demo, name, *options):
     wait_for_line(client, vehicle)
     box = map_box(client)
     client.wait_for("a plain ground", lambda: share(client.colours(box), lambda c: c == STANDARD_GROUND) > 0.5)
+    client.find("Map pictures are not available")
     client.picture("map-tiles-away")
     demo.no_faults()
     wait_for_tiles(client, seconds=60)

@@ -11,10 +11,11 @@ FocusScope {
     readonly property MapViewItem map: screen.outlet("mapView") as MapViewItem
     readonly property ActivityIndicatorItem loading: screen.outlet("loadingIndicator") as ActivityIndicatorItem
 
+    readonly property real lowest: height - Math.max(attribution.height, message.height) // above the labels
     // Where the buttons lie: in two corners; at one; there side by side.
     readonly property real space: 12
-    readonly property bool roomy: label.y >= 4 * Theme.touch + 4 * space
-    readonly property bool low: label.y < 2 * Theme.touch + 2 * space
+    readonly property bool roomy: lowest >= 4 * Theme.touch + 4 * space
+    readonly property bool low: lowest < 2 * Theme.touch + 2 * space
 
     clip: true
 
@@ -41,7 +42,7 @@ FocusScope {
         id: lowerButtons
         anchors.right: root.roomy ? parent.right : upperButtons.left
         anchors.rightMargin: root.roomy ? root.space : 4
-        y: root.roomy ? label.y - height - root.space : root.space
+        y: root.roomy ? root.lowest - height - root.space : root.space
         z: 1
         columns: root.low ? 2 : 1
         spacing: 4
@@ -97,7 +98,7 @@ FocusScope {
         MapCallout {
             id: callout
             marker: root.map?.selected ?? null
-            lowest: label.y
+            lowest: root.lowest
             buttonStrip: root.space + upperButtons.width + (root.roomy ? 0 : 4 + lowerButtons.width)
             upperButtons: upperButtons.y + upperButtons.height
             lowerButtons: root.roomy ? lowerButtons.y : root.height
@@ -113,25 +114,26 @@ FocusScope {
         border.color: Theme.focusRing
     }
 
-    Rectangle {
-        id: label
+    MapLabel {
+        id: attribution
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        text: surface.attribution
+    }
+
+    MapLabel {
+        id: message
+
+        property bool shown: false
+        property bool told: false // once is enough
 
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        width: Math.min(attribution.implicitWidth + 12, parent.width)
-        height: attribution.height + 6
-        visible: attribution.text !== ""
-        color: Theme.mapLabel
-
-        Text {
-            id: attribution
-            anchors.centerIn: parent
-            width: Math.min(implicitWidth, root.width - 12)
-            text: root.map?.attribution ?? ""
-            textFormat: Text.PlainText
-            color: Theme.text
-            font.pixelSize: Math.max(11, Theme.smallSize - 2)
-            wrapMode: Text.Wrap
+        text: surface.message
+        role: told ? Accessible.StaticText : Accessible.AlertMessage
+        onVisibleChanged: {
+            told = shown && !visible || told;
+            shown = visible;
         }
     }
 

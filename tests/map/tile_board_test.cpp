@@ -330,9 +330,39 @@ TEST_F(TileBoardTest, AsksForNoTileWhereThereAreNone) {
   show(what);
   EXPECT_THAT(loader.open, IsEmpty());
   EXPECT_EQ(board.wakeAt(), std::nullopt);
+  EXPECT_EQ(board.sight(), TileSight::unavailable);
   what.style = MapStyle::satellite;
   show(what);
   EXPECT_THAT(loader.open, SizeIs(6));
+  EXPECT_EQ(board.sight(), TileSight::awaited);
+}
+
+TEST_F(TileBoardTest, KnowsWhenTilesShowAndWhenNoneCanBeHad) {
+  using enum TileLoader::Source;
+  const TileView what = view(15);
+  show(what);
+  loader.answerAll(failure, network);
+  show(what);
+  EXPECT_EQ(board.sight(), TileSight::awaited) << "there may be some on the disk";
+  while (loader.underWay(cache) > 0) {
+    loader.answerAll(failure, cache);
+    show(what);
+  }
+  EXPECT_EQ(board.sight(), TileSight::unavailable);
+  now = *board.wakeAt();
+  show(view(15, {downtown.x + 0.01, downtown.y}));
+  EXPECT_GT(loader.open.size(), 0u);
+  EXPECT_EQ(board.sight(), TileSight::unavailable) << "further tries are no news";
+  board.retry();
+  show(what);
+  EXPECT_EQ(board.sight(), TileSight::awaited);
+  loadAll(what);
+  EXPECT_EQ(board.sight(), TileSight::shown);
+
+  const TileView ocean = view(15, {0.1, 0.6});
+  for (show(ocean); !loader.open.empty(); show(ocean))
+    loader.answerAll(noSuchTile);
+  EXPECT_EQ(board.sight(), TileSight::unavailable);
 }
 
 TEST(TileMemory, ForgetsWhatWasNotLookedForTheLongest) {

@@ -8,7 +8,6 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QTest>
-#include <functional>
 #include <memory>
 
 #include "qt/map_surface.h"
@@ -86,10 +85,11 @@ std::string solidTile() {
   return bytes.toStdString();
 }
 
-const LineLayer* layerOf(const QQuickItem& item) {
-  for (const QQuickItem* const child : item.childItems()) {
-    if (const auto* const layer = qobject_cast<const LineLayer*>(child)) return layer;
-    if (const auto* const layer = layerOf(*child)) return layer;
+template <class Item>
+Item* within(const QQuickItem& item) {
+  for (QQuickItem* const child : item.childItems()) {
+    if (auto* const found = qobject_cast<Item*>(child)) return found;
+    if (auto* const found = within<Item>(*child)) return found;
   }
   return nullptr;
 }
@@ -172,7 +172,7 @@ class MapPageTest : public testing::Test {
                      .dark = "",
                      .satellite = "",
                      .attribution = "drawn by a test",
-                     .satelliteAttribution = "",
+                     .satelliteAttribution = "nobody",
                      .userAgent = "",
                      .maximumZoom = 19},
                     folder_.path()};
@@ -228,7 +228,7 @@ TEST_F(MapPageTest, DrawsALongLineOnceItIsMadeReadyOffTheFrameAndWhatItGrowsBy) 
 
 TEST_F(MapPageTest, KeepsManyLinesWhereTheyBelongWhileTheMapMovesAndZooms) {
   page_->draw(upAndDown());
-  const auto* const layer = layerOf(*window_.contentItem());
+  const auto* const layer = within<LineLayer>(*window_.contentItem());
   ASSERT_NE(layer, nullptr);
   const auto isPicture = [&] {
     return layer->property("layer").value<QObject*>()->property("enabled").toBool();
@@ -427,13 +427,7 @@ TEST_F(MapPageTest, DrawsOfACrowdWhatCanBeToldApart) {
 
 TEST_F(MapPageTest, StaysAGroundWhenItsMapIsTakenAway) {
   ASSERT_TRUE(colored({100, 200}, tileColor));
-  const std::function<MapSurface*(QQuickItem*)> surfaceIn = [&](QQuickItem* item) {
-    auto* found = qobject_cast<MapSurface*>(item);
-    for (auto* child : item->childItems())
-      if (!found) found = surfaceIn(child);
-    return found;
-  };
-  auto* const surface = surfaceIn(window_.contentItem());
+  auto* const surface = within<MapSurface>(*window_.contentItem());
   ASSERT_NE(surface, nullptr);
   MapViewItem* const map = surface->map();
   surface->setMap(nullptr);
@@ -442,6 +436,15 @@ TEST_F(MapPageTest, StaysAGroundWhenItsMapIsTakenAway) {
   EXPECT_NE(window_.grabWindow().pixelColor(100, 200), tileColor);
   surface->setMap(map);
   EXPECT_TRUE(colored({100, 200}, tileColor));
+}
+
+TEST_F(MapPageTest, ReadsTheAttributionBesideTilesAloneAndSaysWhereThereAreNone) {
+  const auto* const surface = within<MapSurface>(*window_.contentItem());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return surface->attribution() == "drawn by a test"; }));
+  EXPECT_EQ(surface->message(), "");
+  page_->map.setMapType(MapType::satellite);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return surface->attribution().isEmpty(); }));
+  EXPECT_EQ(surface->message(), "Map pictures are not available");
 }
 
 TEST_F(MapPageTest, DrawsNoFrameWhileNothingMoves) {

@@ -1,0 +1,30 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// A line of text at a map's edge.
+Rectangle {
+    id: root
+
+    property string text
+    property int role: Accessible.StaticText
+
+    width: Math.min(words.implicitWidth + 12, parent.width)
+    height: words.height + 6
+    visible: text !== ""
+    color: Theme.mapLabel
+    Accessible.role: role
+    Accessible.name: text
+
+    Text {
+        id: words
+        anchors.centerIn: parent
+        width: Math.min(implicitWidth, root.parent.width - 12)
+        text: root.text
+        textFormat: Text.PlainText
+        color: Theme.text
+        font.pixelSize: Math.max(11, Theme.smallSize - 2)
+        wrapMode: Text.Wrap
+        Accessible.ignored: true
+    }
+}
