@@ -114,6 +114,14 @@ bool MapViewItem::satellite() const {
   return read<MapView>([](MapView& c) { return c.mapType() == MapType::satellite; });
 }
 
+bool MapViewItem::covered() const {
+  return read<MapView>([](MapView& c) { return c.isCovered(); });
+}
+
+bool MapViewItem::placed() const {
+  return read<MapView>([](MapView& c) { return c.isPlaced(); });
+}
+
 QString MapViewItem::attribution() const {
   const auto style = satellite() ? MapStyle::satellite : MapStyle::standard;
   return adapters().localized(tiles().attribution(style));

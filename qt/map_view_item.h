@@ -82,6 +82,8 @@ class MapViewItem : public fleetor::ComponentItem {
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(bool satellite READ satellite NOTIFY changed)
+  Q_PROPERTY(bool covered READ covered NOTIFY changed)
+  Q_PROPERTY(bool placed READ placed NOTIFY changed)
   Q_PROPERTY(fleetor::MapMarkerModel* markers READ markers CONSTANT)
   Q_PROPERTY(fleetor::MapMarkerItem* selected READ selected NOTIFY changed)  ///< whose callout is open
   Q_PROPERTY(fleetor::MapMarkerItem* current READ current NOTIFY changed)    ///< the markers' tab stop
@@ -91,6 +93,8 @@ class MapViewItem : public fleetor::ComponentItem {
   MapViewItem(Component& component, Adapters& adapters);
 
   bool satellite() const;
+  bool covered() const;
+  bool placed() const;
   QString attribution() const;     ///< of the tiles
   QString noTilesMessage() const;  ///< says that there are none
   MapMarkerModel* markers() { return &markers_; }

@@ -26,11 +26,13 @@ void MapView::setDelegate(MapViewDelegate* delegate) {
 void MapView::setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres,
                         bool animated) {
   camera_.setRegion(center, latitudinalMetres, longitudinalMetres, animated);
+  assign(placed_, true);
   cameraChanged.emit();
 }
 
 void MapView::setCenterCoordinate(Coordinate center, bool animated) {
   camera_.setCenter(project(center), animated);
+  assign(placed_, true);
   cameraChanged.emit();
 }
 
@@ -39,8 +41,7 @@ void MapView::showAnnotations(const MapAnnotations& annotations, bool animated) 
   coordinates.reserve(annotations.size());
   for (const auto& annotation : annotations)
     coordinates.push_back(annotation->coordinate());
-  camera_.fit(coordinates, fitPadding, animated);
-  cameraChanged.emit();
+  fit(coordinates, animated);
 }
 
 void MapView::showAll(bool animated) {
@@ -49,7 +50,13 @@ void MapView::showAll(bool animated) {
     coordinates.push_back(annotation->coordinate());
   for (const auto& overlay : overlays_)
     coordinates.insert(coordinates.end(), overlay->coordinates().begin(), overlay->coordinates().end());
+  fit(coordinates, animated);
+}
+
+void MapView::fit(const std::vector<Coordinate>& coordinates, bool animated) {
+  if (coordinates.empty()) return;
   camera_.fit(coordinates, fitPadding, animated);
+  assign(placed_, true);
   cameraChanged.emit();
 }
 

@@ -54,6 +54,13 @@ class MapView : public Component {
   MapType mapType() const { return mapType_; }
   void setMapType(MapType type) { assign(mapType_, type); }
 
+  /// Covered by its ground, a map shows nothing else and takes no gestures.
+  bool isCovered() const { return covered_; }
+  void setCovered(bool covered) { assign(covered_, covered); }
+
+  /// Whether a region, a centre or something to fit was ever set; before that it shows the whole world.
+  bool isPlaced() const { return placed_; }
+
   // What is shown. An animation takes place as somebody advances the camera, and on no map without a size.
   void setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres, bool animated);
   Coordinate centerCoordinate() const { return unproject(camera_.center()); }  ///< at this moment
@@ -84,7 +91,7 @@ class MapView : public Component {
   void addAnnotations(const MapAnnotations& annotations);  ///< those already there stay where they are
   void removeAnnotations(const MapAnnotations& annotations);
 
-  /// Removes all and adds these. An open callout goes over to the first of these about the same subject.
+  /// Removes all and adds these. An open callout moves to the first of these that has the same subject.
   void replaceAnnotations(const MapAnnotations& annotations);
 
   /// Somebody is about to draw the markers of these annotations, which are on this map.
@@ -103,7 +110,8 @@ class MapView : public Component {
   void deselectAnnotation() { assign(selected_, {}); }
   const std::shared_ptr<MapAnnotation>& selectedAnnotation() const { return selected_; }  ///< or none
 
-  /// The annotation at whose marker the keyboard comes to the markers: where it was last, or the first one.
+  /// The annotation whose marker is the tab stop of all markers: the one that had the focus last, or the
+  /// first one. None on an empty map.
   std::shared_ptr<MapAnnotation> currentAnnotation() const;
   void setCurrentAnnotation(std::shared_ptr<MapAnnotation> annotation) {
     assign(current_, std::move(annotation));
@@ -122,11 +130,14 @@ class MapView : public Component {
   Signal<> overlaysChanged;
 
  private:
+  void fit(const std::vector<Coordinate>& coordinates, bool animated);
   bool isCrowded() const { return annotations_.size() > crowd; }
   void makeViews(const MapAnnotations& annotations);
 
   MapViewDelegate* delegate_ = nullptr;
   MapType mapType_ = MapType::standard;
+  bool covered_ = false;
+  bool placed_ = false;
   MapCamera camera_;
   MapAnnotations annotations_;
   std::unordered_map<const MapAnnotation*, std::shared_ptr<MapAnnotationView>> views_;  ///< of all; or none

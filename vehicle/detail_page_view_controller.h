@@ -25,6 +25,10 @@ class DetailPageViewController : public BaseViewController {
   void tabSelected();
   void clearTabSelected() { wasSelected_ = false; }
 
+  /// The pager has received the vehicle's position. Called before the notification, whether or not the page
+  /// is visible.
+  virtual void receivedPosition(Coordinate /*position*/) {}
+
   /// "RGB", "RRGGBB" or "RRGGBBAA" with or without "#"; without alpha, opaque. A text of any other length is
   /// read as one number in the last form's places, and the number ends at the first character that is not a
   /// hexadecimal digit.

@@ -13,7 +13,6 @@ namespace {
 
 constexpr float plainImageAbove = 179.0f;  ///< degrees
 constexpr double standingStill = 1.0;      ///< metres
-constexpr double firstSpan = 2000.0;       ///< metres
 
 class LiveAnnotation final : public MapAnnotation {
  public:
@@ -33,6 +32,7 @@ void LiveDetailViewController::viewDidLoad() {
   TrackPageViewController::viewDidLoad();
   items_.clear();
   imageName_ = vehicle().icon.str();
+  updateCover();
 }
 
 void LiveDetailViewController::viewDidAppear(bool animated) {
@@ -44,6 +44,17 @@ void LiveDetailViewController::viewDidAppear(bool animated) {
 void LiveDetailViewController::clearView() {
   TrackPageViewController::clearView();
   items_.clear();
+  updateCover();
+}
+
+void LiveDetailViewController::updateCover() {
+  const bool waiting = items_.empty();
+  mapView().setCovered(waiting);
+  noteLabel().setText(waiting ? localized("Waiting for the next position") : "");
+  if (waiting)
+    loadingIndicator().startAnimating();
+  else
+    loadingIndicator().stopAnimating();
 }
 
 void LiveDetailViewController::receivedNotification(const Notification& notification) {
@@ -57,6 +68,7 @@ void LiveDetailViewController::receivedNotification(const Notification& notifica
     return;
   items_.push_back(*object);
   updateMapView();
+  updateCover();
 }
 
 void LiveDetailViewController::updateMapView() {
@@ -65,7 +77,7 @@ void LiveDetailViewController::updateMapView() {
   const auto& last = items_.back();
   mapView().replaceAnnotations({std::make_shared<LiveAnnotation>(last)});
   if (items_.size() == 1)
-    mapView().setRegion(last->coordinate(), firstSpan, firstSpan, true);
+    mapView().setRegion(last->coordinate(), vehicleSpan, vehicleSpan, true);
   else
     mapView().setCenterCoordinate(last->coordinate(), true);
 }

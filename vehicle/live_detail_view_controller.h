@@ -10,7 +10,8 @@ namespace fleetor {
 
 /// Where the vehicle is now and the trail that it has left while this page was looking: the pager's polls
 /// that come while the page is visible, each that lies more than a metre from the one before. The trail is
-/// never stored, has no limit, and is lost when the program goes to the background.
+/// never stored, has no limit, and is lost when the program goes to the background. Until there is a first
+/// position the map is covered.
 ///
 /// The vehicle's icon has two images: the plain one for headings above 179 degrees, and one whose name is
 /// preceded by "p" for those up to 179.
@@ -32,6 +33,7 @@ class LiveDetailViewController final : public TrackPageViewController {
 
  private:
   void updateMapView();
+  void updateCover();
   void drawRoute();
 
   std::deque<std::shared_ptr<const Live>> items_;

@@ -14,16 +14,10 @@ constexpr double vehicleMarkerHeight = 1000.0;
 constexpr ScreenPoint flagOffset{0, -20};  // its foot is the middle of its lower edge
 }  // namespace
 
-MapDetailViewController::MapDetailViewController(Environment& environment)
-    : TrackPageViewController(environment) {
-  outlet("loadingIndicator", loadingIndicator_);
-  loadingIndicator_.setAccessibleName(localized("Loading"));
-}
-
 void MapDetailViewController::viewDidLoad() {
   TrackPageViewController::viewDidLoad();
   date_ = environment().clock.day(environment().clock.now());
-  loadingIndicator_.stopAnimating();
+  loadingIndicator().stopAnimating();
 }
 
 void MapDetailViewController::viewDidAppear(bool animated) {
@@ -55,17 +49,28 @@ void MapDetailViewController::wilEnterForeground() {
 void MapDetailViewController::clearView() {
   if (date_) tempDate_ = std::exchange(date_, std::nullopt);
   TrackPageViewController::clearView();
+  noteLabel().setText("");
   endLoading();
+}
+
+void MapDetailViewController::receivedPosition(Coordinate position) {
+  TrackPageViewController::receivedPosition(position);
+  updateCover();
 }
 
 void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
   if (!day || (isLoading() && day == date_)) return;
   setLoading(true);
-  loadingIndicator_.startAnimating();
+  loadingIndicator().startAnimating();
+  noteLabel().setText("");
+  updateCover();
   const auto self = sharedFrom(this);
   API::getWithPath("/map", {{"vehid", vehicle().vehicleId}, {"date", *date_}}, modelClass<MapResponse>, {},
                    [self, day](auto response, auto kind, long, auto&) {
-                     if (kind != ResponseKindSuccess) return self->endLoading();
+                     if (kind != ResponseKindSuccess) {
+                       self->showFailure();
+                       return self->endLoading();
+                     }
                      // The answer, some hundred thousand texts, is taken apart over there as well; the page
                      // never is.
                      self->runInBackground([page = self, day, response = std::move(response)]() mutable {
@@ -73,7 +78,10 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
                        response = nullptr;
                        auto& queues = page->environment().queues;
                        queues.main([page = std::move(page), day, track] {
-                         if (page->date_ == day) page->show(*track);
+                         if (page->date_ == day)
+                           page->show(*track);
+                         else
+                           page->showFailure();
                          page->endLoading();
                        });
                      });
@@ -81,10 +89,18 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
 }
 
 void MapDetailViewController::show(const DayTrack& track) {
+  const bool isEmpty = track.total < 1 || track.markers.empty();
+  if (isEmpty) noteLabel().setText(localized("No track on this day"));
+  wasDrawn_ = wasDrawn_ || !isEmpty;
   if (track.total >= 2) drawRoute(track.polyline);
   if (track.total < 1) return;
   mapView().replaceAnnotations(track.markers);
   mapView().showAnnotations(mapView().annotations(), false);
+}
+
+// A picture from before stays, and the request layer has said what went wrong.
+void MapDetailViewController::showFailure() {
+  if (mapView().annotations().empty()) noteLabel().setText(localized("The track could not be loaded"));
 }
 
 void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {
@@ -94,7 +110,13 @@ void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {
 
 void MapDetailViewController::endLoading() {
   setLoading(false);
-  loadingIndicator_.stopAnimating();
+  loadingIndicator().stopAnimating();
+  updateCover();
+}
+
+void MapDetailViewController::updateCover() {
+  const bool isLoaded = wasSelected() && !isLoading();
+  mapView().setCovered(!wasDrawn_ && !(isLoaded && mapView().isPlaced()));
 }
 
 std::shared_ptr<MapAnnotationView> MapDetailViewController::mapViewViewForAnnotation(

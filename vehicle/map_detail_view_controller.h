@@ -12,7 +12,8 @@ struct DayTrack;
 
 /// The vehicle's track of one day: today's at first, then that of the day chosen in the pager while this page
 /// is visible. A line through all points, a marker where it begins, where it ends and at each parking stop
-/// between. "loadingIndicator" spins while a request is out.
+/// between. "loadingIndicator" spins while a request is out. Until a track has been drawn, the map is
+/// covered while one is loading, and after that while no position of the vehicle is known.
 ///
 /// The loading flag is the only guard: a day chosen while a request is out is not loaded, the answer then
 /// belongs to another day and is dropped, and the map keeps its picture until the next selection or day. A
@@ -23,9 +24,7 @@ struct DayTrack;
 /// page alive until then.
 class MapDetailViewController final : public TrackPageViewController {
  public:
-  explicit MapDetailViewController(Environment& environment);
-
-  ActivityIndicator& loadingIndicator() { return loadingIndicator_; }
+  using TrackPageViewController::TrackPageViewController;
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return date_; }
@@ -34,6 +33,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void viewDidAppear(bool animated) override;
   void firstSelected() override;
   void clearView() override;
+  void receivedPosition(Coordinate position) override;
   void receivedNotification(const Notification& notification);
 
   std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
@@ -46,10 +46,12 @@ class MapDetailViewController final : public TrackPageViewController {
   /// Without a day nothing is asked.
   void loadItems(const std::optional<std::string>& day);
   void show(const DayTrack& track);
+  void showFailure();
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();
+  void updateCover();
 
-  ActivityIndicator loadingIndicator_;
+  bool wasDrawn_ = false;  ///< a track, ever
   std::optional<std::string> date_;
   std::optional<std::string> tempDate_;  ///< keeps the day while the program is in the background
 };

@@ -12,7 +12,11 @@ constexpr double trackLineWidth = 2.0;
 TrackPageViewController::TrackPageViewController(Environment& environment)
     : DetailPageViewController(environment) {
   outlet("mapView", mapView_);
+  outlet("loadingIndicator", loadingIndicator_);
+  outlet("noteLabel", noteLabel_);
   mapView_.setAccessibleName(localized("Map"));
+  mapView_.setCovered(true);
+  loadingIndicator_.setAccessibleName(localized("Loading"));
   const auto equip = [this](const char* name, Button& button, const char* image, std::string accessibleName,
                             Action action) {
     outlet(name, button);
@@ -47,6 +51,10 @@ void TrackPageViewController::viewDidDisappear(bool animated) {
   DetailPageViewController::viewDidDisappear(animated);
   mapView_.setDelegate(nullptr);
   removeFromNotificationCenter();
+}
+
+void TrackPageViewController::receivedPosition(Coordinate position) {
+  if (mapView_.isCovered()) mapView_.setRegion(position, vehicleSpan, vehicleSpan, false);
 }
 
 void TrackPageViewController::changeMapType(Component&) {

@@ -10,9 +10,12 @@
 namespace fleetor {
 
 /// What the two pages with a map share: "mapView" with the vehicle's line on it, "changeTypeButton", which is
-/// selected while the map shows satellite pictures, and "zoomInButton", "zoomOutButton" and
-/// "wholeTrackButton", which do what fingers do, and bring back all that is on the map. The page is the map's
-/// delegate while it is visible.
+/// selected while the map shows satellite pictures, "zoomInButton", "zoomOutButton", and "wholeTrackButton",
+/// which shows all that is on the map. "loadingIndicator" spins while the page waits for something to show;
+/// "noteLabel" reports that it waits, or that there is nothing. The page is the map's delegate while it is
+/// visible.
+///
+/// Until there is something to show, the map is covered and follows the positions that the pager receives.
 ///
 /// The page hears of the program's trips to the background from loading until it first disappears, and not
 /// again after that.
@@ -22,6 +25,8 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
 
   MapView& mapView() { return mapView_; }
   Button& changeTypeButton() { return changeTypeButton_; }
+  ActivityIndicator& loadingIndicator() { return loadingIndicator_; }
+  Label& noteLabel() { return noteLabel_; }
 
   /// The line on the map; none: no line.
   const std::shared_ptr<MapPolyline>& polyline() const { return polyline_; }
@@ -30,6 +35,7 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
   void viewDidDisappear(bool animated) override;
+  void receivedPosition(Coordinate position) override;
 
   void changeMapType(Component& sender);
 
@@ -40,6 +46,8 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
       MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) override;
 
  protected:
+  static constexpr double vehicleSpan = 2000.0;  ///< metres shown around the vehicle
+
   void didEnterBackground() { clearView(); }
   virtual void wilEnterForeground() {}
 
@@ -56,6 +64,8 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
   Button zoomInButton_;
   Button zoomOutButton_;
   Button wholeTrackButton_;
+  ActivityIndicator loadingIndicator_;
+  Label noteLabel_;
   std::shared_ptr<MapPolyline> polyline_;
   std::shared_ptr<MapPolylineRenderer> polylineRenderer_;
 };

@@ -116,10 +116,15 @@ void VehicleViewController::loadItems() {
                    [self](auto response, auto kind, long, auto& error) {
                      if (self->refreshFlag_) {
                        std::any object;
-                       if (kind == ResponseKindSuccess)
-                         object = std::shared_ptr<const Live>(response, &*response->live);
-                       else if (error)
+                       if (kind == ResponseKindSuccess) {
+                         const Live& live = *response->live;
+                         if (live.vehicle().vehicleId == self->vehicle_.vehicleId)
+                           for (const auto& page : self->pages_)
+                             page->receivedPosition(live.coordinate());
+                         object = std::shared_ptr<const Live>(response, &live);
+                       } else if (error) {
                          object = *error;
+                       }
                        self->environment().notificationCenter.postNotificationName(kFleetorNotificationLive,
                                                                                    object);
                        self->environment().queues.mainAfter(pollInterval, [self] { self->loadItems(); });

@@ -10,12 +10,16 @@ FocusScope {
     required property ViewControllerItem screen
     readonly property MapViewItem map: screen.outlet("mapView") as MapViewItem
     readonly property ActivityIndicatorItem loading: screen.outlet("loadingIndicator") as ActivityIndicatorItem
+    readonly property LabelItem note: screen.outlet("noteLabel") as LabelItem
+    readonly property bool busy: loading?.animating ?? false
+    readonly property bool covered: map?.covered ?? false
 
     readonly property real lowest: height - Math.max(attribution.height, message.height) // above the labels
-    // Where the buttons lie: in two corners; at one; there side by side.
+    // The buttons lie in two corners, or all in one, or there in one row.
     readonly property real space: 12
     readonly property bool roomy: lowest >= 4 * Theme.touch + 4 * space
     readonly property bool low: lowest < 2 * Theme.touch + 2 * space
+    readonly property real buttonStrip: space + upperButtons.width + (roomy ? 0 : 4 + lowerButtons.width)
 
     clip: true
 
@@ -35,6 +39,7 @@ FocusScope {
         }
         MapButton {
             button: root.screen.outlet("wholeTrackButton") as ButtonItem
+            visible: button !== null && !root.covered
         }
     }
 
@@ -44,6 +49,7 @@ FocusScope {
         anchors.rightMargin: root.roomy ? root.space : 4
         y: root.roomy ? root.lowest - height - root.space : root.space
         z: 1
+        visible: !root.covered
         columns: root.low ? 2 : 1
         spacing: 4
 
@@ -58,6 +64,8 @@ FocusScope {
     MapSurface {
         id: surface
         anchors.fill: parent
+        visible: root.map?.placed ?? false
+        enabled: !root.covered
         map: root.map
         dark: Theme.dark
         ground: Theme.mapGround
@@ -99,7 +107,7 @@ FocusScope {
             id: callout
             marker: root.map?.selected ?? null
             lowest: root.lowest
-            buttonStrip: root.space + upperButtons.width + (root.roomy ? 0 : 4 + lowerButtons.width)
+            buttonStrip: root.buttonStrip
             upperButtons: upperButtons.y + upperButtons.height
             lowerButtons: root.roomy ? lowerButtons.y : root.height
             target: Qt.point((root.map?.markerOrigin.x ?? 0) + (marker?.place.x ?? 0), (root.map?.markerOrigin.y ?? 0) + (marker?.place.y ?? 0))
@@ -118,38 +126,67 @@ FocusScope {
         id: attribution
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        text: surface.attribution
+        text: root.covered ? "" : surface.attribution
     }
 
     MapLabel {
         id: message
 
         property bool shown: false
-        property bool told: false // once is enough
+        property bool announced: false // to assistive technology; once is enough
 
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        text: surface.message
-        role: told ? Accessible.StaticText : Accessible.AlertMessage
+        text: root.covered ? "" : surface.message
+        role: announced ? Accessible.StaticText : Accessible.AlertMessage
         onVisibleChanged: {
-            told = shown && !visible || told;
+            announced = announced || shown && !visible;
             shown = visible;
         }
     }
 
+    MapCover {
+        anchors.fill: parent
+        visible: root.covered
+        busy: root.busy
+        words: (root.note?.text ?? "") || (root.busy ? root.loading.accessibleName : "")
+    }
+
+    // These two share a place: while something loads there is no note.
     Rectangle {
         anchors.horizontalCenter: parent.horizontalCenter
-        y: 12
+        y: root.space
         width: 48
         height: 48
         radius: 24
-        visible: root.loading?.animating ?? false
+        visible: root.busy && !root.covered
         color: Theme.mapLabel
 
         Spinner {
             anchors.centerIn: parent
             running: parent.visible
             color: Theme.text
+        }
+    }
+    Rectangle {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: root.space
+        width: words.width + 24
+        height: words.height + 16
+        radius: 12
+        visible: words.text !== "" && !root.covered
+        color: Theme.mapLabel
+
+        Text {
+            id: words
+            anchors.centerIn: parent
+            width: Math.min(implicitWidth, root.width - 2 * root.buttonStrip - 24 - root.space)
+            horizontalAlignment: Text.AlignHCenter
+            text: root.note?.text ?? ""
+            textFormat: Text.PlainText
+            color: Theme.text
+            font.pixelSize: Theme.smallSize
+            wrapMode: Text.Wrap
         }
     }
 }

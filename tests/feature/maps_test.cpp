@@ -66,6 +66,19 @@ class Maps : public testing::Test {
   std::vector<std::string> asked;
 };
 
+TEST_F(Maps, OpenAtTheLastPositionThatThePagerReceivedOfItsVehicle) {
+  client.advance(20);
+  const double received = lat;
+  client.transport.answerOnce("/live", liveReply(7, 57, "10.0"));
+  client.advance(15);
+  show(liveTab);
+  EXPECT_TRUE(live->mapView().isCovered());
+  EXPECT_NEAR(live->mapView().centerCoordinate().latitude, received, 1e-6);
+  EXPECT_NEAR(map->mapView().centerCoordinate().latitude, received, 1e-6);
+  client.advance(15);
+  EXPECT_FALSE(live->mapView().isCovered());
+}
+
 TEST_F(Maps, TheTrailGrowsWithEachPollThatMovesWhileItIsWatched) {
   show(liveTab);
   EXPECT_EQ(drawn(*live), std::pair(0ul, 0ul));

@@ -94,6 +94,26 @@ TEST_F(LivePage, ZoomsToTheFirstPositionAndLeavesATrailFromThere) {
     EXPECT_EQ(page->polyline()->coordinates()[i], page->items()[i]->coordinate());
 }
 
+TEST_F(LivePage, IsCoveredUntilTheFirstPositionAndFollowsThePagerMeanwhile) {
+  const auto isWaiting = [this] {
+    EXPECT_EQ(page->loadingIndicator().isAnimating(), map.isCovered());
+    EXPECT_EQ(page->noteLabel().text(), map.isCovered() ? "Waiting for the next position" : "");
+    return map.isCovered();
+  };
+  EXPECT_TRUE(isWaiting() && !map.isPlaced());
+  page->receivedPosition({50 - 300 * metre, 20});
+  EXPECT_TRUE(isWaiting() && map.isPlaced());
+  EXPECT_FALSE(map.camera().moving());
+  EXPECT_NEAR(metresNorth(), -300, 1);
+  EXPECT_NEAR(metresAcross(), 2000, 1);
+  postAt(0);
+  EXPECT_FALSE(isWaiting());
+  page->receivedPosition({51, 20});
+  EXPECT_NEAR(metresNorth(), 0, 1);
+  client.application.didEnterBackground();
+  EXPECT_TRUE(isWaiting());
+}
+
 TEST_F(LivePage, KeepsAnOpenCalloutAtTheNextPositionAndLosesItInTheBackground) {
   postAt(0);
   map.selectAnnotation(map.annotations().at(0));

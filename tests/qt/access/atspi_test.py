@@ -154,6 +154,10 @@ def walk(screen):
         screen.press("page tab", tab)
         time.sleep(1)
         screen.check()
+        if tab == "Map":
+            screen.wait("push button", "Start, .+")
+            screen.press("push button", "Show the whole track")
+            screen.press("push button", "Zoom out")
     first = screen.wait("list item", r"(Trip|Parking|Driving|Stop).*").get_name()
 
     screen.press("push button", "Choose date")

@@ -39,7 +39,7 @@ QColor over(const QColor& top, const QColor& ground) {
 
 /// The texts of the look and what they are written on.
 const std::map<std::string, std::vector<std::string>> grounds{
-    {"text", {"background", "raised", "well", "pressed", "field", "mapLabel"}},
+    {"text", {"background", "raised", "well", "pressed", "field", "mapLabel", "mapGround"}},
     {"secondaryText", {"background", "raised", "well", "pressed", "field"}},
     {"accent", {"background", "raised", "well", "pressed"}},
     {"accentText", {"accent", "accentPressed"}},
@@ -49,8 +49,7 @@ const std::map<std::string, std::vector<std::string>> grounds{
 };
 
 /// What no text is written in or on.
-const std::set<std::string> lines{"separator", "fieldBorder", "focusRing", "dim",
-                                  "mapGround", "mapGrid",     "mapShade"};
+const std::set<std::string> lines{"separator", "fieldBorder", "focusRing", "dim", "mapGrid", "mapShade"};
 
 /// White on the bars' colour is the product's own look: 1.9 to 1.
 const std::set<std::string> given{"barText"};

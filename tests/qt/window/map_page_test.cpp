@@ -447,6 +447,19 @@ TEST_F(MapPageTest, ReadsTheAttributionBesideTilesAloneAndSaysWhereThereAreNone)
   EXPECT_EQ(surface->message(), "Map pictures are not available");
 }
 
+TEST_F(MapPageTest, ShowsNothingButItsGroundAndTakesNoGestureWhileItIsCovered) {
+  ASSERT_TRUE(colored({100, 200}, tileColor));
+  page_->map.setCovered(true);
+  EXPECT_TRUE(colored({100, 200}, QColor("#eef1ee")));
+  const CameraPosition before = camera().position();
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 300});
+  QTest::keyClick(&window_, Qt::Key_Right);
+  drag({300, 300}, {200, 250});
+  EXPECT_EQ(camera().position(), before);
+  page_->map.setCovered(false);
+  EXPECT_TRUE(colored({100, 200}, tileColor));
+}
+
 TEST_F(MapPageTest, DrawsNoFrameWhileNothingMoves) {
   ASSERT_TRUE(colored({100, 200}, tileColor));
   QTest::qWait(500);
