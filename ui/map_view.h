@@ -44,7 +44,7 @@ class MapViewDelegate {
 /// type and the callout.
 class MapView : public Component {
  public:
-  static constexpr double fitPadding = 48;   ///< points between the edges and the annotations shown
+  static constexpr double fitPadding = 64;   ///< points between the edges and what is shown
   static constexpr std::size_t crowd = 300;  ///< more annotations than that are a crowd
 
   /// Weak: must outlive the map or be taken back.
