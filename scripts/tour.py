@@ -62,6 +62,8 @@ def wait_for_tiles(client, ground=STANDARD_GROUND, seconds=30):
 def day_track(client, vehicle):
     tab(client, "Map")
     wait_for_line(client, vehicle)
+    client.click("Zoom in", "push button")
+    client.click("Show the whole track", "push button")
     wait_for_tiles(client)
     client.picture("map-day-track")
 
@@ -270,6 +272,10 @@ def language(code, device, *options, at=(0, 0)):
     client.click_at(trips.x + trips.width // 2, trips.y + trips.height // 2)
     client.find(r".*\d km")
     client.picture("trips")
+    track = client.seen(".", TAB)[2]
+    client.click_at(track.x + track.width // 2, track.y + track.height // 2)
+    client.find(PARKED, MARKER)
+    client.picture("map")
     client.close()
 
 
@@ -281,6 +287,8 @@ def walk_on_the_phone(demo):
     phone.find(".*Speed")
     phone.picture("info")
     tab(phone, "Live")
+    phone.find("Waiting for the next position")
+    phone.save("phone-live-waiting.png")  # it never rests
 
     small_phone()  # beside it, while the vehicle draws its trail
     language("de", "phone", *PHONE, at=BESIDE)
@@ -393,6 +401,8 @@ def large_text():
     tab(client, "Trips")
     client.find("Driving|Parking")
     client.picture("trips")
+    tab(client, "Map")
+    callout(client)
     client.close()
 
 
