@@ -10,8 +10,11 @@ namespace fleetor {
 
 namespace {
 
-constexpr std::size_t longestBody = std::size_t{1} << 31;  // so that every offset of a text fits in 32 bits
+static_assert(longestJSON < std::size_t{1} << 31);  // so that every offset of a text fits in 32 bits
 constexpr std::size_t deepestNesting = 1024;
+
+// Values, keys and punctuation marks. Each takes up to 12 bytes while the document is read.
+constexpr std::uint32_t mostTokens = 1U << 24;
 
 /// An integer that neither 64-bit kind can hold.
 bool isLongInteger(std::string_view token) {
@@ -58,13 +61,17 @@ simdjson::error_code parse(std::string& bytes, simdjson::dom::document& parsed) 
   json::preferLargePages(parser.implementation->structural_indexes.get(), capacity * sizeof(std::uint32_t));
   json::preferLargePages(parsed.tape.get(), capacity * sizeof(std::uint64_t));
   json::preferLargePages(parsed.string_buf.get(), capacity);
-  return parser.parse_into_document(parsed, bytes.data() + mark, size, false).error();
+  auto& reader = *parser.implementation;
+  const auto* const text = reinterpret_cast<const std::uint8_t*>(bytes.data() + mark);
+  if (const auto error = reader.stage1(text, size, simdjson::stage1_mode::regular)) return error;
+  if (reader.n_structural_indexes > mostTokens) return simdjson::CAPACITY;
+  return reader.stage2(parsed);
 }
 
 }  // namespace
 
 Result<JSONValue> decodeJSON(std::string bytes) {
-  if (bytes.size() > longestBody) return JSONModelError::badJSON();
+  if (bytes.size() > longestJSON) return JSONModelError::badJSON();
   simdjson::dom::document parsed;
   simdjson::error_code error = parse(bytes, parsed);
   if (error == simdjson::NUMBER_ERROR) {

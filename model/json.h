@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -29,6 +30,8 @@ class JSONValue {
   std::shared_ptr<const json::Document> document_;
 };
 
+inline constexpr std::size_t longestJSON = std::size_t{64} << 20;  // bytes
+
 /// Decodes one JSON text in UTF-8; any failure is the error `badJSON`. Any thread, nothing is shared between
 /// calls. Hand the body over with std::move: it is read in place and freed before the call returns.
 ///
@@ -38,7 +41,8 @@ class JSONValue {
 /// - an integer beyond 64 bits is read as the nearest double; a number beyond the range of double is
 /// malformed;
 /// - nesting up to 1,024 levels, an empty innermost one not counted; deeper is malformed;
-/// - bodies up to 2 GiB; longer is malformed.
+/// - bodies up to `longestJSON`, with up to 16,777,216 values, keys and punctuation marks; beyond that it is
+///   malformed. The latter keeps the memory that a document takes within five times the longest body.
 /// Malformed: an empty body, a top level that is neither object nor array, invalid UTF-8, a lone surrogate
 /// escape, anything after the end.
 Result<JSONValue> decodeJSON(std::string bytes);

@@ -14,8 +14,8 @@ namespace fleetor {
 
 namespace {
 
-// A body beyond this size that turns out not to be JSON is not kept for the log: decoding consumes it in
-// place, and a second copy of every large answer is too much for a line that hardly anybody reads.
+// A body beyond this size is not kept for the log: a second copy of every large answer is too much for a line
+// that hardly anybody reads.
 constexpr std::size_t longestLoggedBody = std::size_t{1} << 20;
 
 constexpr std::array<std::string_view, 3> jsonTypes{"application/json", "text/json", "text/javascript"};
@@ -120,6 +120,7 @@ class Converter {
       std::size_t room = piece.size();
       const auto result = iconv(handle_, flushing ? nullptr : &in, &left, &out, &room);
       text.append(piece.data(), piece.size() - room);
+      if (text.size() > longestJSON) return text;  // what is decoded from it is refused for its length
       if (result == static_cast<std::size_t>(-1)) {
         if (errno != E2BIG) return {};
       } else if (flushing) {
@@ -196,7 +197,8 @@ HTTPRequestOperation judge(HttpReply reply, ResponseSerializer serializer) {
   if (reply.error != 0) {
     operation.isCancelled = reply.error == url_error::cancelled;
     fail(reply.error, std::move(reply.errorDescription));
-    operation.responseString = decodeText(std::move(reply.body), charset);
+    if (reply.body.size() <= longestLoggedBody)
+      operation.responseString = decodeText(std::move(reply.body), charset);
     return operation;
   }
 
@@ -210,7 +212,8 @@ HTTPRequestOperation judge(HttpReply reply, ResponseSerializer serializer) {
     fail(url_error::cannotDecodeContentData, "Request failed: unacceptable content-type: " + type);
 
   if (serializer == ResponseSerializer::plain) {
-    if (operation.error) operation.responseString = decodeText(reply.body, charset);
+    if (operation.error && reply.body.size() <= longestLoggedBody)
+      operation.responseString = decodeText(reply.body, charset);
     operation.responseObject = std::move(reply.body);
     return operation;
   }

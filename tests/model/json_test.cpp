@@ -95,6 +95,18 @@ TEST(JsonTest, BoundsNestingAndBearsIt) {
   EXPECT_EQ(records->value()[0].a, "deep");
 }
 
+TEST(JsonTest, BoundsItsLengthAndItsTokens) {
+  EXPECT_FALSE(decodeJSON("[\"" + std::string(longestJSON, 'x') + "\"]"));
+  const auto zeros = [](std::size_t count) {
+    std::string json = "[0";
+    for (std::size_t i = 1; i < count; ++i)
+      json += ",0";
+    return json + "]";
+  };
+  EXPECT_TRUE(decodeJSON(zeros((1 << 23) - 1)));
+  EXPECT_FALSE(decodeJSON(zeros(1 << 23)));
+}
+
 TEST(JsonTest, DecodesABodyOfFiftyMegabytes) {
   std::string json = "[{\"a\":\"first\"}";
   while (json.size() < 50'000'000)

@@ -61,6 +61,9 @@ const Answer answers[] = {
     {"UTF-16 without a mark", reply(200, "application/json; charset=\"utf-16\"", utf16("{}", true)), 0, json},
     {"UTF-16 with a mark", reply(200, "application/json; Charset=UTF-16", "\xFF\xFE" + utf16("[]", false)), 0,
      json},
+    {"longer than any text once it is converted",
+     reply(200, "application/json; charset=ISO-8859-2", "[\"" + std::string(longestJSON / 2, '\xB1') + "\"]"),
+     -1017, none},
     {"single wide space", reply(200, "application/json; charset=utf-16le", std::string(" \0", 2)), 0, none},
     {"half a wide character", reply(200, "application/json; charset=utf-16le", std::string("{\0}", 3)), 0,
      none},
@@ -89,6 +92,9 @@ TEST(PlainAnswers, AreTakenAsTheyCome) {
   const auto refused = judge(reply(500, "text/plain", "sorry"), ResponseSerializer::plain);
   EXPECT_EQ(refused.error->code, url_error::badServerResponse);
   EXPECT_EQ(refused.responseString, "sorry");
+  const std::string large(2'000'000, 'x');
+  EXPECT_EQ(judge(reply(500, "text/plain", large), ResponseSerializer::plain).responseString, std::nullopt)
+      << "a copy for the log";
 }
 
 TEST(DecodeText, ConvertsBodiesLongerThanOnePiece) {
