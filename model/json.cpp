@@ -1,6 +1,7 @@
 #include "model/json.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 #include "model/json_document.h"
@@ -28,24 +29,38 @@ bool isLongInteger(std::string_view token) {
          std::from_chars(token.data(), end, asUnsigned).ec != std::errc();
 }
 
-/// The parser refuses a document that holds integers beyond 64 bits. Gives every one of them an exponent,
-/// which makes it a double.
+bool isInNumber(char each) {
+  return (each >= '0' && each <= '9') || each == '-' || each == '+' || each == '.' || each == 'e' ||
+         each == 'E';
+}
+
+/// The parser refuses a document that holds integers beyond 64 bits. Writes each of them as the nearest
+/// double.
 std::string withLongIntegersAsDoubles(std::string_view json) {
   std::string out;
   out.reserve(json.size() + json.size() / 9 + simdjson::SIMDJSON_PADDING);
+  std::size_t copied = 0;
   bool inText = false;
-  for (std::size_t i = 0; i < json.size();) {
-    if (!inText && (json[i] == '-' || (json[i] >= '0' && json[i] <= '9'))) {
-      const auto token = json.substr(i, json.find_first_not_of("0123456789+-.eE", i) - i);
-      out += token;
-      if (isLongInteger(token)) out += "e0";
-      i += token.size();
-      continue;
-    }
+  for (std::size_t i = 0; i < json.size(); ++i) {
     if (json[i] == '"') inText = !inText;
-    if (inText && json[i] == '\\' && i + 1 < json.size()) out += json[i++];
-    out += json[i++];
+    if (inText && json[i] == '\\') ++i;
+    if (inText || !isInNumber(json[i])) continue;
+    const std::size_t first = i;
+    while (i + 1 < json.size() && isInNumber(json[i + 1]))
+      ++i;
+    const auto token = json.substr(first, i + 1 - first);
+    double value = 0;
+    if (!isLongInteger(token) ||
+        std::from_chars(token.data(), token.data() + token.size(), value).ec != std::errc())
+      continue;
+    std::array<char, 32> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific).ptr;
+    out += json.substr(copied, first - copied);
+    out.append(text.data(), end);
+    copied = i + 1;
   }
+  out += json.substr(copied);
   return out;
 }
 
