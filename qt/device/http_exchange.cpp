@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "qt/device/network_interfaces.h"
+#include "http/system_reachability.h"
 
 namespace fleetor {
 namespace {

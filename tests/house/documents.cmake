@@ -1,6 +1,6 @@
 # cmake -DROOT=<folder of the project> -P documents.cmake: every file that the documents name with its folder is there.
 file(GLOB documents ${ROOT}/README.md ${ROOT}/CHANGELOG.md ${ROOT}/docs/*.md)
-set(folders "app|benchmarks|cmake|demo|diagnostics|docs|map|model|packaging|platform|qt|resources|scripts|service|shell|tests|ui|vehicle|widget")
+set(folders "app|benchmarks|cmake|demo|diagnostics|docs|http|map|model|packaging|platform|qt|resources|scripts|service|shell|tests|ui|vehicle|widget")
 set(endings "h|cpp|qml|json|html|in|txt|cmake|py|md|desktop|qrc|png")
 set(seen 0)
 foreach(document ${documents})

@@ -1,0 +1,81 @@
+#include "http/system_reachability.h"
+
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <netinet/in.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Interface {
+  std::string address;  ///< empty: it has none
+  unsigned flags = IFF_UP | IFF_RUNNING;
+};
+
+/// The machine as the test has it.
+std::vector<Interface> interfaces;
+
+struct Entry {
+  ifaddrs entry{};
+  sockaddr_storage address{};
+};
+std::vector<Entry> entries;
+
+}  // namespace
+
+// In place of the C library's.
+extern "C" int getifaddrs(ifaddrs** all) {
+  entries.assign(interfaces.size(), {});
+  for (std::size_t i = 0; i < entries.size(); i++) {
+    auto& [entry, address] = entries[i];
+    const std::string& text = interfaces[i].address;
+    entry.ifa_flags = interfaces[i].flags;
+    if (i + 1 < entries.size()) entry.ifa_next = &entries[i + 1].entry;
+    if (text.empty()) continue;
+    entry.ifa_addr = reinterpret_cast<sockaddr*>(&address);
+    address.ss_family = text.find(':') == std::string::npos ? AF_INET : AF_INET6;
+    if (address.ss_family == AF_INET)
+      ::inet_pton(AF_INET, text.c_str(), &reinterpret_cast<sockaddr_in&>(address).sin_addr);
+    else
+      ::inet_pton(AF_INET6, text.c_str(), &reinterpret_cast<sockaddr_in6&>(address).sin6_addr);
+  }
+  *all = entries.empty() ? nullptr : &entries[0].entry;
+  return 0;
+}
+extern "C" void freeifaddrs(ifaddrs*) {}
+
+namespace fleetor {
+namespace {
+
+TEST(SystemReachability, IsWhatTheInterfacesAreAtTheMomentOfTheQuestion) {
+  const Interface loopback{"127.0.0.1", IFF_UP | IFF_RUNNING | IFF_LOOPBACK};
+  interfaces = {loopback, {"10.0.0.7"}};
+  SystemReachability reachability;
+  EXPECT_FALSE(reachability.isReachable()) << "not started";
+  reachability.startMonitoring();
+  struct Case {
+    std::vector<Interface> interfaces;
+    bool isReachable;
+  };
+  const std::vector<Case> cases{
+      {{loopback, {"10.0.0.7"}}, true},
+      {{loopback}, false},
+      {{}, false},
+      {{loopback, {"2001:db8::7"}}, true},
+      {{{"fe80::1"}, {"169.254.3.4"}, {""}}, false},
+      {{{"10.0.0.7", IFF_UP}}, false},
+      {{{"10.0.0.7", IFF_RUNNING}}, false},
+      {{{"fe80::1"}, {"10.0.0.7"}}, true},
+  };
+  for (const auto& [state, isReachable] : cases) {
+    interfaces = state;
+    EXPECT_EQ(reachability.isReachable(), isReachable) << (state.empty() ? "none" : state.back().address);
+  }
+}
+
+}  // namespace
+}  // namespace fleetor
