@@ -6,11 +6,11 @@
 
 #include "diagnostics/report_post.h"
 #include "diagnostics/usage_events.h"
+#include "http/http_transport.h"
 #include "http/system_reachability.h"
 #include "platform/key_store.h"
 #include "qt/device/desktop_device.h"
 #include "qt/device/file_settings.h"
-#include "qt/device/http_transport.h"
 #include "qt/device/log_sink.h"
 #include "qt/device/network_use_sign.h"
 #include "qt/device/queues.h"

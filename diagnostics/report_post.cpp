@@ -23,10 +23,7 @@ struct ReportPost::Office {
     HttpRequest request;
     request.url = setup.address;
     request.method = "POST";
-    // Said here so that the transport does not say more: by itself it would name the system's language.
-    request.headers = {{"Content-Type", "application/gzip"},
-                       {"User-Agent", "Fleetor/" + setup.version},
-                       {"Accept-Language", "*"}};
+    request.headers = {{"Content-Type", "application/gzip"}, {"User-Agent", "Fleetor/" + setup.version}};
     request.body = file->read();
     const std::lock_guard lock(mutex);
     if (!transport) return;

@@ -3,8 +3,8 @@
 namespace fleetor {
 
 /// Whether the internet can be reached at all; a hint that explains a failure, never a gate for a request.
-/// `isReachable` may be called from any thread, takes a fraction of a millisecond and tells what is so at that
-/// moment. It is false before `startMonitoring`.
+/// `isReachable` may be called from any thread, takes a fraction of a millisecond and tells what is so at
+/// that moment. It is false before `startMonitoring`.
 class ReachabilityMonitor {
  public:
   virtual ~ReachabilityMonitor() = default;

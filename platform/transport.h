@@ -8,17 +8,16 @@
 
 namespace fleetor {
 
-/// One request, complete: the transport adds nothing that the service could notice beyond what HTTP itself
-/// asks for
-/// ("Host", "Connection", "Accept-Encoding", "Accept-Language", "User-Agent").
+/// One request, complete: the transport adds nothing that the service could notice beyond "Host",
+/// "Accept-Encoding" and, where the request has none, "User-Agent".
 struct HttpRequest {
-  std::string url;     ///< absolute, already escaped; sent as it is, a trailing "?" included (the escape of a
-                       ///< letter, a digit or one of "-._~" may be sent as the character that it stands for)
+  std::string
+      url;  ///< absolute, already escaped, without a user name; sent as it is, a trailing "?" included
   std::string method;  ///< "GET", "POST", "PUT" or "DELETE"
   std::vector<std::pair<std::string, std::string>>
-      headers;                      ///< spelled as they go on the wire, no name twice
+      headers;                      ///< spelled as they go on the wire, one line each, no name twice
   std::optional<std::string> body;  ///< nothing sends no body at all
-  double timeoutSeconds = 30;  ///< longest time without any progress, connecting included; 0 waits for ever
+  double timeoutSeconds = 30;       ///< longest time without any progress, connecting included; 0 sets none
   bool reloadIgnoringLocalCacheData = true;
 };
 
@@ -41,11 +40,11 @@ inline constexpr long secureConnectionFailed = -1200;
 
 /// What came back. A transfer that broke after its headers arrived has both a status and an error.
 struct HttpReply {
-  int status = 0;           ///< 0 when no answer arrived
-  std::string contentType;  ///< value of the answer's "Content-Type", parameters included; may be empty
-  std::string body;         ///< after removal of any transfer or content encoding
-  long error = 0;           ///< 0, or one of url_error
-  std::string errorDescription;
+  int status = 0;                ///< 0 when no answer arrived
+  std::string contentType;       ///< value of the answer's "Content-Type", parameters included; may be empty
+  std::string body;              ///< after removal of any transfer or content encoding; empty beside an error
+  long error = 0;                ///< 0, or one of url_error
+  std::string errorDescription;  ///< for the log: why, down to what is wrong with a certificate
 };
 
 /// Sends requests. `send` may be called from any thread and returns at once; transfers run on a network
@@ -53,7 +52,10 @@ struct HttpReply {
 /// it must be quick; it is not called any more once the transport's destructor has returned. Redirects are
 /// followed, but neither the header "Authorization" nor a body ever reaches another origin (scheme, host and
 /// port). Nothing is cached or kept in cookies. A request is sent once; only a GET or DELETE, which do no
-/// harm twice, may go out again when the service closes the connection.
+/// harm twice, may go out again when a connection that was kept open closes before any byte of an answer.
+///
+/// Whatever a service sends, a request ends: size, unpacked size, head, slowness and time as a whole have
+/// bounds, which the implementation states, and no answer keeps another request waiting.
 class Transport {
  public:
   using Done = std::function<void(HttpReply)>;

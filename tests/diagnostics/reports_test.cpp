@@ -80,8 +80,7 @@ TEST_F(ReportsTest, ArePackedAndOfferedUntilTheyAreTaken) {
     EXPECT_EQ(request.method, "POST");
     EXPECT_EQ(unpacked(request.body.value_or("")), "Fleetor crash report\n");
     EXPECT_THAT(request.headers, UnorderedElementsAre(std::pair("Content-Type", "application/gzip"),
-                                                      std::pair("User-Agent", "Fleetor/1.2.3"),
-                                                      std::pair("Accept-Language", "*")));
+                                                      std::pair("User-Agent", "Fleetor/1.2.3")));
   }
   EXPECT_THAT(files(), IsEmpty());
 }

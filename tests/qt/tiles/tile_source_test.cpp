@@ -11,8 +11,8 @@
 #include <random>
 #include <string>
 
-#include "raw_server.h"
 #include "run_until.h"
+#include "support/raw_server.h"
 
 namespace fleetor {
 namespace {

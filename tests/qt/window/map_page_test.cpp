@@ -12,8 +12,8 @@
 
 #include "qt/map_surface.h"
 #include "qt/view_controller_items.h"
-#include "raw_server.h"
 #include "support/fake_device.h"
+#include "support/raw_server.h"
 #include "support/virtual_queues.h"
 #include "ui/appearance.h"
 #include "ui/controls.h"

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <sstream>
 
-#include "../device/raw_server.h"
 #include "../device/run_until.h"
-#include "qt/device/http_transport.h"
+#include "http/http_transport.h"
 #include "qt/device/queues.h"
+#include "support/raw_server.h"
 #include "support/request_layer.h"
 
 namespace fleetor::test {
@@ -25,7 +25,7 @@ std::string essence(const std::string& bytes) {
   while (std::getline(lines, line)) {
     if (line.ends_with('\r')) line.pop_back();
     const std::string name = line.substr(0, line.find(':'));
-    for (const char* added : {"Host", "Connection", "Accept-Encoding", "Accept-Language", "User-Agent"})
+    for (const char* added : {"Host", "Accept-Encoding", "User-Agent"})
       if (name == added) line.clear();
     if (!line.empty()) headers.push_back(line);
   }

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <functional>
 #include <list>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -21,9 +22,24 @@ namespace fleetor {
 /// waits.
 class RawServer {
  public:
+  /// How bytes travel over a connection: bare, unless a test puts something in between. As recv and send.
+  class Channel {
+   public:
+    explicit Channel(int socket) : socket_(socket) {}
+    virtual ~Channel() = default;
+    virtual ssize_t receive(char* bytes, std::size_t room) { return ::recv(socket_, bytes, room, 0); }
+    virtual ssize_t send(std::string_view bytes) {
+      return ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    }
+
+   protected:
+    int socket_;
+  };
+  using MakeChannel = std::function<std::unique_ptr<Channel>(int socket)>;
+
   class Peer {
    public:
-    Peer(int socket, RawServer& server) : socket_(socket), server_(server) {}
+    Peer(Channel& channel, RawServer& server) : channel_(channel), server_(server) {}
 
     /// The next whole request, head and body, byte for byte; empty when the client has gone.
     std::string read() {
@@ -32,7 +48,7 @@ class RawServer {
         const auto head = got.find("\r\n\r\n");
         if (head != std::string::npos && got.size() >= head + 4 + contentLength(got.substr(0, head))) break;
         char chunk[16384];
-        const auto count = ::recv(socket_, chunk, sizeof chunk, 0);
+        const auto count = channel_.receive(chunk, sizeof chunk);
         if (count <= 0) return "";
         got.append(chunk, static_cast<std::size_t>(count));
       }
@@ -41,18 +57,20 @@ class RawServer {
       return got;
     }
 
-    void write(std::string_view bytes) {
+    /// False when the client has gone.
+    bool write(std::string_view bytes) {
       while (!bytes.empty()) {
-        const auto count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (count <= 0) return;
+        const auto count = channel_.send(bytes);
+        if (count <= 0) return false;
         bytes.remove_prefix(static_cast<std::size_t>(count));
       }
+      return true;
     }
 
     /// Answers nothing more and waits until the client closes the connection.
     void hold() {
       char byte = 0;
-      while (::recv(socket_, &byte, 1, 0) > 0) {
+      while (channel_.receive(&byte, 1) > 0) {
       }
     }
 
@@ -62,17 +80,20 @@ class RawServer {
       return at == std::string::npos ? 0 : std::strtoul(head.c_str() + at + 18, nullptr, 10);
     }
 
-    int socket_;
+    Channel& channel_;
     RawServer& server_;
   };
 
-  explicit RawServer(std::function<void(Peer&)> serve) : serve_(std::move(serve)) {
+  static std::unique_ptr<Channel> bare(int socket) { return std::make_unique<Channel>(socket); }
+
+  explicit RawServer(std::function<void(Peer&)> serve, MakeChannel channel = bare)
+      : serve_(std::move(serve)), channel_(std::move(channel)) {
     listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
-    if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listener_, 16) != 0)
+    if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listener_, 64) != 0)
       std::abort();
     ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
     port_ = ntohs(address.sin_port);
@@ -97,6 +118,7 @@ class RawServer {
   RawServer(const RawServer&) = delete;
   RawServer& operator=(const RawServer&) = delete;
 
+  int port() const { return port_; }
   std::string url(const std::string& path) const {
     return "http://127.0.0.1:" + std::to_string(port_) + path;
   }
@@ -118,7 +140,8 @@ class RawServer {
       if (socket < 0) return;
       const std::lock_guard lock(mutex_);
       connections_.push_back({socket, std::thread([this, socket] {
-                                Peer peer(socket, *this);
+                                const auto channel = channel_(socket);
+                                Peer peer(*channel, *this);
                                 serve_(peer);
                                 ::shutdown(socket, SHUT_RDWR);
                               })});
@@ -126,6 +149,7 @@ class RawServer {
   }
 
   std::function<void(Peer&)> serve_;
+  MakeChannel channel_;
   int listener_ = -1;
   int port_ = 0;
   std::thread accepting_;

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <future>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "http/http_transport.h"
+#include "support/raw_server.h"
+
+namespace fleetor {
+
+inline std::future<HttpReply> start(HttpTransport& transport, HttpRequest request) {
+  auto promise = std::make_shared<std::promise<HttpReply>>();
+  auto future = promise->get_future();
+  transport.send(std::move(request), [promise](HttpReply reply) { promise->set_value(std::move(reply)); });
+  return future;
+}
+
+inline HttpReply finish(std::future<HttpReply> future) {
+  if (future.wait_for(std::chrono::seconds(20)) == std::future_status::ready) return future.get();
+  ADD_FAILURE() << "no answer";
+  return {};
+}
+
+inline HttpReply fetch(HttpTransport& transport, HttpRequest request) {
+  return finish(start(transport, std::move(request)));
+}
+
+inline HttpRequest get(std::string url) {
+  HttpRequest request;
+  request.url = std::move(url);
+  request.method = "GET";
+  return request;
+}
+
+inline HttpRequest post(std::string url, std::string body) {
+  HttpRequest request = get(std::move(url));
+  request.method = "POST";
+  request.headers = {{"Content-type", "application/x-www-form-urlencoded; charset=utf-8"},
+                     {"Authorization", "Bearer secret"},
+                     {"Content-Length", std::to_string(body.size())}};
+  request.body = std::move(body);
+  return request;
+}
+
+inline std::string answer(const std::string& body, const std::string& status = "200 OK",
+                          const std::string& more = "") {
+  return "HTTP/1.1 " + status + "\r\nContent-Type: text/json; charset=utf-8\r\n" + more +
+         "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+inline const std::string chunked = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+
+/// Answers every request on every connection with the same bytes.
+inline std::function<void(RawServer::Peer&)> always(std::string bytes) {
+  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
+    while (!peer.read().empty())
+      peer.write(bytes);
+  };
+}
+
+/// Reads one request, answers it with these bytes and hangs up.
+inline std::function<void(RawServer::Peer&)> once(std::string bytes) {
+  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
+    peer.read();
+    peer.write(bytes);
+  };
+}
+
+/// Reads one request, answers it with these bytes and waits until the client hangs up.
+inline std::function<void(RawServer::Peer&)> stalling(std::string bytes) {
+  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
+    peer.read();
+    peer.write(bytes);
+    peer.hold();
+  };
+}
+
+}  // namespace fleetor

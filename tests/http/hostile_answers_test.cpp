@@ -1,0 +1,142 @@
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <future>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "fetching.h"
+#include "packing.h"
+
+namespace fleetor {
+namespace {
+
+using namespace std::chrono_literals;
+
+const std::string endless = "HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n";
+
+// Answers "/quick" as it should. To anything else it sends the first bytes, then the others again and again,
+// this far apart, until the client is gone.
+std::function<void(RawServer::Peer&)> repeating(std::string first, std::string then,
+                                                std::chrono::milliseconds pause = 0ms) {
+  return [=](RawServer::Peer& peer) {
+    while (peer.read().starts_with("GET /quick"))
+      peer.write(answer("{}"));
+    peer.write(first);
+    while (peer.write(then))
+      std::this_thread::sleep_for(pause);
+  };
+}
+
+TEST(HostileAnswers, ThatTrickleKeepNoRequestWaiting) {
+  RawServer server(repeating(endless, "x", 20ms));
+  HttpTransport transport;
+  std::vector<std::future<HttpReply>> trickles;
+  for (int i = 0; i < 40; i++)
+    trickles.push_back(start(transport, get(server.url("/slow"))));
+  EXPECT_EQ(fetch(transport, get(server.url("/quick"))).body, "{}");
+  for (const auto& each : trickles)
+    EXPECT_EQ(each.wait_for(0s), std::future_status::timeout);
+}
+
+TEST(HostileAnswers, ThatAreTooSlowTimeOut) {
+  struct Case {
+    const char* name;
+    std::function<void(RawServer::Peer&)> serve;
+    HttpTransport::Limits limits;
+    double timeoutSeconds;
+    int status;
+    long error;
+  };
+  const HttpTransport::Limits slow{.slowBytes = 100, .slow = 300ms}, steady{.slowBytes = 1, .slow = 10s};
+  HttpTransport::Limits shortWhole = steady;
+  shortWhole.whole = 300ms;
+  const std::string interim = "HTTP/1.1 100 Continue\r\n\r\n";
+  const auto adequate = [](RawServer::Peer& peer) {
+    peer.read();
+    peer.write("HTTP/1.1 200 OK\r\nContent-Length: 6000\r\n\r\n");
+    for (int i = 0; i < 60; i++) {
+      peer.write(std::string(100, 'x'));
+      std::this_thread::sleep_for(10ms);
+    }
+  };
+  const std::vector<Case> cases{
+      {"silence", stalling(""), {}, 0.3, 0, url_error::timedOut},
+      {"silence in the body", stalling(endless + "x"), {}, 0.3, 200, url_error::timedOut},
+      {"chunk without an end", repeating(chunked + "5;", "x", 20ms), {}, 0.3, 200, url_error::timedOut},
+      {"trickling head", repeating("HTTP/1.1 200 OK\r\n", "A:\r\n", 20ms), slow, 9, 0, url_error::timedOut},
+      {"trickling interim answers", repeating("", interim, 200ms), slow, 9, 0, url_error::timedOut},
+      {"trickling body", repeating(endless, "x", 20ms), slow, 9, 200, url_error::timedOut},
+      {"steady without an end", repeating(endless, "x", 20ms), shortWhole, 9, 200, url_error::timedOut},
+      {"trickle that is quick enough", adequate, slow, 9, 200, 0},
+  };
+  for (const Case& c : cases) {
+    RawServer server(c.serve);
+    HttpTransport transport(c.limits);
+    HttpRequest request = get(server.url("/"));
+    request.timeoutSeconds = c.timeoutSeconds;
+    const HttpReply reply = fetch(transport, request);
+    EXPECT_EQ(reply.error, c.error) << c.name << ": " << reply.errorDescription;
+    EXPECT_EQ(reply.status, c.status) << c.name;
+  }
+}
+
+TEST(HostileAnswers, ThatFloodEndAtTheirBound) {
+  struct Case {
+    const char* name;
+    std::function<void(RawServer::Peer&)> serve;
+    int status;
+    long error;
+  };
+  const std::vector<Case> cases{
+      {"longest", once(answer(std::string(1000, 'x'))), 200, 0},
+      {"announced", stalling("HTTP/1.1 200 OK\r\nContent-Length: 1001\r\n\r\n"), 200,
+       url_error::dataLengthExceedsMaximum},
+      {"announced beyond 64 bits",
+       stalling("HTTP/1.1 200 OK\r\nContent-Length: 99999999999999999999\r\n\r\n"), 200,
+       url_error::dataLengthExceedsMaximum},
+      {"announced where there is none", once("HTTP/1.1 304 OK\r\nContent-Length: 1001\r\n\r\n"), 304, 0},
+      {"unannounced", repeating("HTTP/1.1 200 OK\r\n\r\n", "xxxxxxxx"), 200,
+       url_error::dataLengthExceedsMaximum},
+      {"packed",
+       once(answer(packed(std::string(1001, 'x'), gzipFormat), "200 OK", "Content-Encoding: gzip\r\n")), 200,
+       url_error::dataLengthExceedsMaximum},
+      {"header lines", repeating("HTTP/1.1 200 OK\r\n", "A: b\r\n"), 0, url_error::cannotParseResponse},
+      {"interim answers", repeating("", "HTTP/1.1 100 Continue\r\n\r\n"), 0, url_error::cannotParseResponse},
+  };
+  HttpTransport transport({.bodyBytes = 1000, .headBytes = 1000});
+  for (const Case& c : cases) {
+    RawServer server(c.serve);
+    const HttpReply reply = fetch(transport, get(server.url("/")));
+    EXPECT_EQ(reply.error, c.error) << c.name << ": " << reply.errorDescription;
+    EXPECT_EQ(reply.status, c.status) << c.name;
+  }
+}
+
+TEST(HostileAnswers, ThatAreHardToUnpackLeaveTimeForOthers) {
+  // Four blocks, each a table of codes to build and nothing to write: five megabytes take about a second.
+  const std::string blocks(
+      "\x04\xc0\x81\x00\x00\x00\x00\x00\x90\xff\x6b\x10\x00\x07\x02\x00\x00\x00\x00\x40\xfe\xaf\x41"
+      "\x00\x1c\x08\x00\x00\x00\x00\x00\xf9\xbf\x06\x01\x70\x20\x00\x00\x00\x00\x00\xe4\xff\x1a",
+      45);
+  std::string hard = "HTTP/1.1 200 OK\r\nContent-Encoding: deflate\r\n\r\n";
+  while (hard.size() < 5'000'000)
+    hard += blocks;
+  RawServer server([&hard](RawServer::Peer& peer) {
+    while (peer.read().starts_with("GET /quick"))
+      peer.write(answer("{}"));
+    peer.write(hard);
+  });
+  HttpTransport transport;
+  std::vector<std::future<HttpReply>> hards;
+  for (int i = 0; i < 8; i++)
+    hards.push_back(start(transport, get(server.url("/hard"))));
+  for (int i = 0; i < 5; i++)
+    EXPECT_EQ(fetch(transport, get(server.url("/quick"))).body, "{}");
+  for (const auto& each : hards)
+    EXPECT_EQ(each.wait_for(0s), std::future_status::timeout);
+}
+
+}  // namespace
+}  // namespace fleetor
