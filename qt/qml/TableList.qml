@@ -68,17 +68,20 @@ ListView {
         readonly property bool shownBeside: index === (list.table?.selectedRow ?? -1) && list.width < list.Window.width
 
         // The view keeps some rows that are out of sight.
-        function display(seen) {
-            if (seen === (shownRow >= 0))
+        function display() {
+            if (inSight === (shownRow >= 0))
                 return;
-            if (seen) {
+            if (inSight) {
                 shownRow = index;
                 shownTable = list.table;
                 shownTable.beginDisplaying(shownRow);
             } else {
-                shownTable?.endDisplaying(shownRow);
-                shownRow = -1;
+                hide();
             }
+        }
+        function hide() {
+            shownTable?.endDisplaying(shownRow);
+            shownRow = -1;
         }
 
         width: ListView.view.width
@@ -95,9 +98,9 @@ ListView {
             list.table.tap(index);
         }
         onPressedChanged: lit = false
-        onInSightChanged: display(inSight)
-        Component.onCompleted: display(inSight)
-        Component.onDestruction: display(false)
+        onInSightChanged: Qt.callLater(display) // what is displayed may have another height, and so not be in sight
+        Component.onCompleted: display()
+        Component.onDestruction: hide()
 
         Timer {
             interval: 70 // a finger that lands to scroll lights nothing up
