@@ -63,15 +63,15 @@ ListView {
         property bool lit: false
         property int shownRow: -1 // as the table knows it, while it is in sight
         property TableItem shownTable: null
-        readonly property bool inSight: y < list.contentY + list.height && y + height > list.contentY
         // What was chosen of a narrow list is there to be seen beside it.
         readonly property bool shownBeside: index === (list.table?.selectedRow ?? -1) && list.width < list.Window.width
 
-        // The view keeps some rows that are out of sight.
-        function display() {
-            if (inSight === (shownRow >= 0))
+        // The view keeps some rows that are out of sight. No binding: to display a row may move it.
+        function look() {
+            const seen = y < list.contentY + list.height && y + height > list.contentY;
+            if (seen === (shownRow >= 0))
                 return;
-            if (inSight) {
+            if (seen) {
                 shownRow = index;
                 shownTable = list.table;
                 shownTable.beginDisplaying(shownRow);
@@ -98,9 +98,20 @@ ListView {
             list.table.tap(index);
         }
         onPressedChanged: lit = false
-        onInSightChanged: Qt.callLater(display) // what is displayed may have another height, and so not be in sight
-        Component.onCompleted: display()
+        onYChanged: look()
+        onHeightChanged: look()
+        Component.onCompleted: look()
         Component.onDestruction: hide()
+
+        Connections {
+            target: list
+            function onContentYChanged() {
+                row.look();
+            }
+            function onHeightChanged() {
+                row.look();
+            }
+        }
 
         Timer {
             interval: 70 // a finger that lands to scroll lights nothing up
