@@ -65,6 +65,7 @@ AnswerBody::Verdict AnswerBody::unpack(std::string_view bytes) {
     stream_ = std::make_unique<Stream>(encoding_ == Encoding::gzip ? gzipWindow : deflateWindow(bytes[0]));
   }
   packed_ += bytes.size();
+  if (packed_ > longest_) return Verdict::tooLong;
   z_stream& z = stream_->z;
   z.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
   z.avail_in = static_cast<uInt>(bytes.size());

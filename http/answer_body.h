@@ -16,9 +16,9 @@ class AnswerBody {
  public:
   enum class Verdict { good, tooLong, broken };
 
-  /// At most `longest` bytes, and, once a packed body has given 1 MiB, at most `ratio` times the bytes that
-  /// arrived. `encoding` is the value of "Content-Encoding", `announced` the length that the answer states,
-  /// not above zero when it states none.
+  /// At most `longest` bytes, packed and unpacked, and, once a packed body has given 1 MiB, at most `ratio`
+  /// times the bytes that arrived. `encoding` is the value of "Content-Encoding", `announced` the length that
+  /// the answer states, not above zero when it states none.
   AnswerBody(std::size_t longest, std::size_t ratio, std::string_view encoding, std::int64_t announced);
   ~AnswerBody();
   AnswerBody(const AnswerBody&) = delete;

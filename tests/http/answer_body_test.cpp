@@ -87,6 +87,10 @@ TEST(AnswerBody, KeepsToItsBounds) {
   const Read bomb = read("gzip", packed(large, gzipFormat), piece, large.size());
   EXPECT_EQ(bomb.verdict, tooLong);
   EXPECT_LT(bomb.body.size(), large.size() / 2);
+  std::string nothing;  // stored blocks without a byte in them
+  while (nothing.size() <= longest)
+    nothing.append("\0\0\0\xff\xff", 5);
+  EXPECT_EQ(read("deflate", nothing, piece, longest).verdict, tooLong);
 }
 
 }  // namespace
