@@ -28,7 +28,7 @@ void API::setAPIBaseURLWithString(const std::string& url) {
 }
 
 void API::configureRequest() {
-  requestAuthForToken(keychain().objectForKey(sec::valueData));
+  if (isLogged()) requestAuthForToken(keychain().objectForKey(sec::valueData));
   APIHTTPClient::setControlsNetworkIndicator(true);
   service->device.reachability.startMonitoring();
 }

@@ -197,8 +197,7 @@ HTTPRequestOperation judge(HttpReply reply, ResponseSerializer serializer) {
   if (reply.error != 0) {
     operation.isCancelled = reply.error == url_error::cancelled;
     fail(reply.error, std::move(reply.errorDescription));
-    if (reply.body.size() <= longestLoggedBody)
-      operation.responseString = decodeText(std::move(reply.body), charset);
+    operation.responseString.emplace();
     return operation;
   }
 

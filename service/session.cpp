@@ -19,7 +19,7 @@ KeychainItemWrapper API::keychain() {
 }
 
 void API::requestAuthForToken(const std::optional<std::string>& token) {
-  if (!token || token->empty() || !isHeaderValue(*token)) return;
+  if (!token || !isHeaderValue(*token)) return;
   APIHTTPClient::requestHeaders().setObject("Bearer " + *token, "Authorization");
 }
 
