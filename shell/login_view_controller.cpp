@@ -2,6 +2,7 @@
 
 #include "service/api.h"
 #include "service/envelopes.h"
+#include "service/session.h"
 #include "ui/window.h"
 
 namespace fleetor {
@@ -55,19 +56,19 @@ void LoginViewController::onLoginClick(Component& sender) {
 
   const std::string uid = environment().device.identifierForVendor();
   const auto self = sharedFrom(this);
-  API::postWithPath(
-      "/token?grant_type=password", {{"username", user}, {"password", password}, {"uid", uid}},
-      modelClass<TokenResponse>, {wrongCredentials},
-      [self, edited](auto response, auto kind, long status, auto&) {
-        if (kind == ResponseKindSuccess)
-          API::loginUserWithToken(response->token->accessToken());
-        else if (kind == ResponseKindHTTP && status == wrongCredentials)
-          self->showErrorToast(
-              self->localized("Unable to sign in - please verify your logon credentials and try again"));
-        self->loginButton_.setLoading(false);
-        if (kind != ResponseKindSuccess && edited && !self->environment().window->keyboard().visible())
-          edited->becomeFirstResponder();
-      });
+  API::postWithPath("/token?grant_type=password", {{"username", user}, {"password", password}, {"uid", uid}},
+                    modelClass<TokenResponse>, {wrongCredentials},
+                    [self, edited, session = Session()](auto response, auto kind, long status, auto&) {
+                      const bool failed = kind != ResponseKindSuccess && !session.hasEnded();
+                      if (kind == ResponseKindSuccess)
+                        API::loginUserWithToken(response->token->accessToken());
+                      else if (failed && kind == ResponseKindHTTP && status == wrongCredentials)
+                        self->showErrorToast(self->localized(
+                            "Unable to sign in - please verify your logon credentials and try again"));
+                      self->loginButton_.setLoading(false);
+                      if (failed && edited && !self->environment().window->keyboard().visible())
+                        edited->becomeFirstResponder();
+                    });
 }
 
 }  // namespace fleetor

@@ -87,6 +87,21 @@ TEST(WrongPassword, IsToldByTheSignInScreenAlone) {
   EXPECT_FALSE(client.root<LoginViewController>()->loginButton().loading());
 }
 
+TEST(WrongPassword, IsIgnoredOnceSomeoneIsSignedIn) {
+  Client client;
+  client.start("");
+  client.transport.answer("/token", reply(400, "application/json", R"({"error":"invalid_grant"})"));
+  auto& login = *client.root<LoginViewController>();
+  login.loginTextField().setText("anna");
+  login.passwordTextField().setText("wrong");
+  login.passwordTextField().becomeFirstResponder();
+  login.loginButton().tap();
+  API::loginUserWithToken("read-late");
+  client.settle();
+  EXPECT_THAT(client.takeMessages(), IsEmpty());
+  EXPECT_FALSE(client.environment.window->keyboard().visible());
+}
+
 TEST(SignIn, GoesToTheEmptyFieldAndSendsNothingTwice) {
   Client client;
   client.start("");
