@@ -17,6 +17,7 @@
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"
 #include "qt/device/guarded_key_store.h"
+#include "qt/device/key_store_mark.h"
 #include "qt/device/language.h"
 #include "qt/device/settings_portal.h"
 #include "qt/device/single_instance.h"
@@ -94,7 +95,8 @@ int main(int argc, char** argv) {
   const QString tiles =
       QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/tiles");
   if (options->fresh) {
-    for (const auto& path : {signIn, standard, shared})
+    fleetor::KeyStoreMark(signIn).remove();
+    for (const auto& path : {standard, shared})
       QFile::remove(QString::fromStdString(path));
     QDir(tiles).removeRecursively();
   }

@@ -96,6 +96,7 @@ class GuardedKeyStore::Worker : public std::enable_shared_from_this<Worker> {
   std::optional<Change> wanted;
   unsigned latest = 0;  ///< numbers of changes
   unsigned carriedOver = 0;
+  unsigned givenUp = 0;  ///< the person was told that it is not stored
   bool asking = false;
   bool stopping = false;
   bool ended = false;
@@ -155,10 +156,10 @@ class GuardedKeyStore::Worker : public std::enable_shared_from_this<Worker> {
         [number = change.number, problem](GuardedKeyStore& keyStore) { keyStore.settle(number, problem); });
   }
 
-  // From here on the items count, unless they were replaced meanwhile.
+  // From here on the items count, unless they were replaced or given up meanwhile.
   bool writeMark(const Change& change) {
     const std::lock_guard lock(mutex);
-    if (change.number != latest) return false;
+    if (change.number != latest || change.number == givenUp) return false;
     if (markFile.write(change.mark)) return true;
     markFile.remove();
     return false;
@@ -237,8 +238,7 @@ void GuardedKeyStore::storeAnew(Items items) {
   waitsUntil_ = inside(kept_.empty() ? kShortWait : bound_);
   {
     const std::lock_guard lock(worker_->mutex);
-    if (!worker_->markFile.remove())
-      std::fputs("fleetor: the mark of the stored sign-in cannot be removed\n", stderr);
+    worker_->markFile.remove();
     worker_->latest = ++change_;
     worker_->wanted = Worker::Change{change_, QUuid::createUuid().toString().toStdString(), kept_};
     worker_->changed.notify_all();
@@ -260,6 +260,10 @@ void GuardedKeyStore::watch(unsigned change) {
 
 void GuardedKeyStore::settle(unsigned change, const std::string& problem) {
   if (change != change_ || std::exchange(settled_, change) == change || problem.empty()) return;
+  {
+    const std::lock_guard lock(worker_->mutex);
+    worker_->givenUp = change;
+  }
   report(problem, "the sign-in is kept in memory until the client ends");
   if (listener_) listener_(KeyStoreEvent::notKept);
 }
@@ -300,7 +304,7 @@ std::string keyStoreMarkPath() {
 
 std::unique_ptr<KeyStore> makeKeyStore(const std::string& markPath) {
   return std::make_unique<GuardedKeyStore>(std::make_shared<SecretServiceKeyStore>(), markPath, Seconds(0.5),
-                                           Seconds(3));
+                                           Seconds(2));
 }
 
 }  // namespace fleetor

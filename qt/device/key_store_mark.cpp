@@ -1,11 +1,13 @@
 #include "qt/device/key_store_mark.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 
 namespace fleetor {
 namespace {
@@ -23,7 +25,8 @@ std::string folderOf(const std::string& path) {
 }
 
 bool writeWhole(const std::string& path, const std::string& text) {
-  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+  ::unlink(path.c_str());
+  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (file < 0) return false;
   const bool written = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
   const bool synchronized = ::fsync(file) == 0;
@@ -32,11 +35,16 @@ bool writeWhole(const std::string& path, const std::string& text) {
 
 }  // namespace
 
+// A pipe in its place must not be waited for.
 std::string KeyStoreMark::read() const {
-  std::ifstream file(path_);
-  std::string name;
-  std::getline(file, name);
-  return name;
+  const int file = ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (file < 0) return {};
+  std::array<char, 256> bytes;
+  struct stat about {};
+  const bool isFile = ::fstat(file, &about) == 0 && S_ISREG(about.st_mode);
+  const ssize_t count = isFile ? ::read(file, bytes.data(), bytes.size()) : 0;
+  ::close(file);
+  return {bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
 }
 
 bool KeyStoreMark::write(const std::string& name) const {
@@ -50,9 +58,12 @@ bool KeyStoreMark::write(const std::string& name) const {
 }
 
 // Where the folder cannot be changed, the file may still be emptied.
-bool KeyStoreMark::remove() const {
-  if (::unlink(path_.c_str()) == 0) return synchronize(folderOf(path_));
-  return ::access(path_.c_str(), F_OK) != 0 || (::truncate(path_.c_str(), 0) == 0 && synchronize(path_));
+void KeyStoreMark::remove() const {
+  const bool done =
+      ::unlink(path_.c_str()) == 0
+          ? synchronize(folderOf(path_))
+          : ::access(path_.c_str(), F_OK) != 0 || (::truncate(path_.c_str(), 0) == 0 && synchronize(path_));
+  if (!done) std::fputs("fleetor: the mark of the stored sign-in cannot be removed\n", stderr);
 }
 
 }  // namespace fleetor

@@ -14,7 +14,7 @@ class KeyStoreMark {
 
   std::string read() const;                   ///< empty: there is none
   bool write(const std::string& name) const;  ///< false: there is none, or still the one from before
-  bool remove() const;                        ///< false: it is still there
+  void remove() const;                        ///< reports on standard error when it is still there
 
  private:
   std::string path_;

@@ -1,6 +1,7 @@
 #include "qt/device/guarded_key_store.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <QTemporaryDir>
 #include <condition_variable>
@@ -222,6 +223,10 @@ TEST_F(KeyStoreGuard, CountsOnlyWhatTheMarkNames) {
     std::ofstream(markPath) << mark;
     expectSignedOutAndKeyringEmpty();
   }
+  keyring->put(stored);
+  std::filesystem::remove(markPath);
+  ASSERT_EQ(::mkfifo(markPath.c_str(), 0600), 0);
+  expectSignedOutAndKeyringEmpty();
 }
 
 TEST_F(KeyStoreGuard, HasTheKeyringUnlockedAndReportsWhatCanBeReadThen) {
@@ -283,6 +288,20 @@ TEST_F(KeyStoreGuard, TriesAgainAtEverySignInAndWaitsForNone) {
   }
   EXPECT_EQ(tokenAtNextStart(), "kept in the end");
   EXPECT_LT(std::chrono::steady_clock::now() - began, 10s);
+}
+
+TEST_F(KeyStoreGuard, KeepsNothingThatItHasReportedAsNotKept) {
+  keyring->become(Keyring::silent);
+  {
+    Run run(*this, 0.2s);
+    run.signIn("late");
+    EXPECT_THAT(run.awaitEvents(), ElementsAre(KeyStoreEvent::notKept));
+    keyring->become(Keyring::slow);
+    ASSERT_TRUE(keyring->waitUntil([](auto& sets, int) { return !sets.empty(); }));
+    keyring->become(Keyring::usable);
+    EXPECT_TRUE(keyring->waitUntil([](auto& sets, int) { return sets.empty(); }));
+  }
+  EXPECT_EQ(tokenAtNextStart(), "");
 }
 
 TEST_F(KeyStoreGuard, DoesNotTakeAPersonWhoIsAskedForASilentStore) {
