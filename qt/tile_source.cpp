@@ -12,7 +12,7 @@
 #include <QUrl>
 #include <utility>
 
-#include "qt/device/system_proxies.h"
+#include "qt/system_proxies.h"
 
 namespace fleetor {
 namespace {

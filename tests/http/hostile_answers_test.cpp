@@ -55,8 +55,8 @@ TEST(HostileAnswers, ThatAreTooSlowTimeOut) {
   const std::string interim = "HTTP/1.1 100 Continue\r\n\r\n";
   const auto adequate = [](RawServer::Peer& peer) {
     peer.read();
-    peer.write("HTTP/1.1 200 OK\r\nContent-Length: 6000\r\n\r\n");
-    for (int i = 0; i < 60; i++) {
+    peer.write("HTTP/1.1 200 OK\r\nContent-Length: 12000\r\n\r\n");
+    for (int i = 0; i < 120; i++) {
       peer.write(std::string(100, 'x'));
       std::this_thread::sleep_for(10ms);
     }
@@ -70,7 +70,7 @@ TEST(HostileAnswers, ThatAreTooSlowTimeOut) {
       {"trickling body", repeating(endless + std::string(200, 'x'), "x", 20ms), slow, 9, 200,
        url_error::timedOut},
       {"steady without an end", repeating(endless, "x", 20ms), shortWhole, 9, 200, url_error::timedOut},
-      {"trickle that is quick enough", adequate, slow, 9, 200, 0},
+      {"trickle that is quick enough", adequate, {.slowBytes = 100, .slow = 1s}, 9, 200, 0},
   };
   for (const Case& c : cases) {
     RawServer server(c.serve);

@@ -3,21 +3,14 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <ifaddrs.h>
-#include <net/if.h>
 #include <netinet/in.h>
 
 #include <string>
 #include <vector>
 
+#include "interfaces.h"
+
 namespace {
-
-struct Interface {
-  std::string address;  ///< empty: it has none
-  unsigned flags = IFF_UP | IFF_RUNNING;
-};
-
-/// The machine as the test has it.
-std::vector<Interface> interfaces;
 
 struct Entry {
   ifaddrs entry{};
@@ -29,6 +22,7 @@ std::vector<Entry> entries;
 
 // In place of the C library's.
 extern "C" int getifaddrs(ifaddrs** all) {
+  using fleetor::interfaces;
   entries.assign(interfaces.size(), {});
   for (std::size_t i = 0; i < entries.size(); i++) {
     auto& [entry, address] = entries[i];
