@@ -12,7 +12,7 @@
 #include "qt/device/desktop_device.h"
 #include "qt/device/file_settings.h"
 #include "qt/device/log_sink.h"
-#include "qt/device/network_use_sign.h"
+#include "qt/device/network_use_indicator.h"
 #include "qt/device/queues.h"
 #include "qt/device/system_clock.h"
 #include "qt/main_window.h"
@@ -72,7 +72,7 @@ class Client {
   SystemClock clock_;
   LogSink log_;
   SystemReachability reachability_;
-  NetworkUseSign networkUse_;
+  NetworkUseIndicator networkUse_;
   NotificationCenter notificationCenter_;
   WidgetReading widgetReading_;
   Appearance appearance_;

@@ -83,7 +83,7 @@ void Tokens::revoke(std::string_view token) {
   const std::lock_guard lock(mutex_);
   const std::string mark = seal(token);
   if (!revoked_.insert(mark).second || stateFile_.empty()) return;
-  // On a line of its own even after a line that a full disk has cut short.
+  // On a separate line even after a line that a full disk has cut short.
   std::ofstream(stateFile_, std::ios::app) << '\n' << mark << '\n';
 }
 

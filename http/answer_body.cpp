@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t freeOfRatio = std::size_t{1} << 20;
 
-// The parser reads a few bytes past the end of a body; with that room there it needs no copy of its own.
+// The parser reads a few bytes past the end of a body; with that room there it needs no copy.
 constexpr std::size_t roomForParser = 64;
 
 constexpr int gzipWindow = MAX_WBITS + 16;

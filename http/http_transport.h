@@ -9,12 +9,12 @@
 
 namespace fleetor {
 
-/// The transport on libcurl. It runs on a network thread of its own and speaks HTTP/1.1. Every request that
+/// The transport on libcurl. It runs on a separate network thread and speaks HTTP/1.1. Every request that
 /// finds no idle connection opens one, so that no request waits because others are slow. It keeps no cookies
 /// and no cache, reads no .netrc, and takes its proxy from the environment, except for addresses of this
 /// machine.
 ///
-/// Sending again: a POST or PUT goes out once, on a connection of its own. A GET or DELETE on a connection
+/// Sending again: a POST or PUT goes out once, on a new connection. A GET or DELETE on a connection
 /// that was kept open goes out again when that connection closes before the first byte of an answer.
 ///
 /// Redirects: 301 and 302 turn a POST into a GET, 303 turns everything into a GET, 307 and 308 keep verb and

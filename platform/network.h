@@ -3,7 +3,7 @@
 namespace fleetor {
 
 /// Whether the internet can be reached at all; a hint that explains a failure, never a gate for a request.
-/// `isReachable` may be called from any thread, takes a fraction of a millisecond and tells what is so at
+/// `isReachable` may be called from any thread, takes a fraction of a millisecond and returns the state at
 /// that moment. It is false before `startMonitoring`.
 class ReachabilityMonitor {
  public:
@@ -12,7 +12,7 @@ class ReachabilityMonitor {
   virtual bool isReachable() const = 0;
 };
 
-/// The platform's small sign that the network is in use. Main thread only.
+/// The platform's small indicator that the network is in use. Main thread only.
 class NetworkActivityIndicator {
  public:
   virtual ~NetworkActivityIndicator() = default;

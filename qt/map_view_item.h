@@ -96,7 +96,7 @@ class MapViewItem : public fleetor::ComponentItem {
   bool covered() const;
   bool placed() const;
   QString attribution() const;     ///< of the tiles
-  QString noTilesMessage() const;  ///< says that there are none
+  QString noTilesMessage() const;  ///< shown when there are none
   MapMarkerModel* markers() { return &markers_; }
   MapMarkerItem* selected() const;
   MapMarkerItem* current() const;

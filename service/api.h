@@ -67,14 +67,14 @@ class API {
   /// Installs the stored token, the activity indicator and the reachability monitor. Once, at start-up.
   static void configureRequest();
 
-  /// Sends the token with every later request. Nothing, an empty text and one that cannot stand in a header
-  /// change nothing: an installed token cannot be taken away.
+  /// Sends the token with every later request. Nothing, and a text that cannot stand in a header, change
+  /// nothing: an installed token cannot be taken away.
   static void requestAuthForToken(const std::optional<std::string>& token);
 
   static KeychainItemWrapper keychain();  ///< a fresh wrapper over the stored credential
 
   /// Begins a session: stores the token, sends it with every later request and shows the main screen. A token
-  /// that cannot stand in a header is invalid data: the message says so and nothing else changes.
+  /// that cannot stand in a header is invalid data: a message reports it and nothing else changes.
   static void loginUserWithToken(std::string_view token);
 
   /// Ends the session: reports it to the service, forgets the widget's vehicle and the stored token, and

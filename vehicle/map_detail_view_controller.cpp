@@ -98,7 +98,7 @@ void MapDetailViewController::show(const DayTrack& track) {
   mapView().showAnnotations(mapView().annotations(), false);
 }
 
-// A picture from before stays, and the request layer has said what went wrong.
+// A picture from before stays, and the request layer has shown what went wrong.
 void MapDetailViewController::showFailure() {
   if (mapView().annotations().empty()) noteLabel().setText(localized("The track could not be loaded"));
 }

@@ -42,7 +42,7 @@ std::vector<SecItem> worthKeeping(const std::vector<SecItem>& items) {
 
 }  // namespace
 
-// Carries changes over to the system's store on a thread of its own, the latest only. When the store never
+// Carries changes over to the system's store on a separate thread, the latest only. When the store never
 // answers, thread and worker are left behind.
 class GuardedKeyStore::Worker : public std::enable_shared_from_this<Worker> {
  public:

@@ -9,7 +9,7 @@ Column {
     property WindowItem window
     property string title
     property string month
-    readonly property bool narrow: width < 4 * Theme.touch + 7.5 * Theme.bodySize // the month has a line of its own
+    readonly property bool narrow: width < 4 * Theme.touch + 7.5 * Theme.bodySize // the month has a separate line
 
     signal cancelled
     signal accepted
@@ -28,7 +28,7 @@ Column {
         id: answers
 
         readonly property real beside: width - 2 * Math.max(cancel.width, done.width) - 24
-        readonly property bool stacked: title.implicitWidth > beside // the title has a line of its own
+        readonly property bool stacked: title.implicitWidth > beside // the title has a separate line
         readonly property real squeeze: Math.min(1, (width - 16) / (cancel.implicitWidth + done.implicitWidth))
 
         width: parent.width

@@ -6,8 +6,8 @@
 
 namespace fleetor {
 
-/// Hands the sign for network use to whoever draws it. Main thread only.
-class NetworkUseSign final : public NetworkActivityIndicator {
+/// Passes the network indicator on to whoever draws it. Main thread only.
+class NetworkUseIndicator final : public NetworkActivityIndicator {
  public:
   void setVisible(bool visible) override {
     if (visible == visible_) return;
