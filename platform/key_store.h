@@ -52,7 +52,7 @@ class KeyStore {
   virtual bool remove(const SecItem& query) = 0;
 
   /// Reports events on the main thread, through these queues, until it is called with none.
-  virtual void listen(Queues*, std::function<void(KeyStoreEvent)>) {}
+  virtual void listen(Queues* queues, std::function<void(KeyStoreEvent)> listener) = 0;
 };
 
 }  // namespace fleetor

@@ -13,6 +13,7 @@ class TransientKeyStore final : public KeyStore {
   bool add(const SecItem& item) override;
   bool update(const SecItem& query, const SecItem& changes) override;
   bool remove(const SecItem& query) override;
+  void listen(Queues*, std::function<void(KeyStoreEvent)>) override {}  ///< there are no events
 
   const std::vector<SecItem>& items() const { return items_; }
 
