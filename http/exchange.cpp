@@ -164,7 +164,7 @@ void Exchange::setHeaders() {
   add("Expect:");
   if (request_.body && !hasHeader("Content-Type")) add("Content-Type:");
   for (const auto& [name, value] : request_.headers)
-    add(value.empty() ? name + ';' : name + ": " + value);
+    add(value.empty() ? name + ';' : std::string(name).append(": ").append(value));
 }
 
 std::size_t Exchange::takeHeader(const char* bytes, std::size_t, std::size_t count, void* self) {

@@ -23,8 +23,8 @@ QJsonValue masked(const QJsonValue& value) {
   if (value.isString()) return masked(value.toString());
   if (value.isArray()) {
     QJsonArray array;
-    for (const QJsonValue& each : value.toArray())
-      array.append(masked(each));
+    for (const auto& each : value.toArray())
+      array.append(masked(QJsonValue(each)));
     return array;
   }
   if (!value.isObject()) return value;
