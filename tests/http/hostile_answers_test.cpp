@@ -18,7 +18,7 @@ const std::string endless = "HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n"
 
 // Answers "/quick" as it should. To anything else it sends the first bytes, then the others again and again,
 // this far apart, until the client is gone.
-std::function<void(RawServer::Peer&)> repeating(std::string first, std::string then,
+std::function<void(RawServer::Peer&)> repeating(const std::string& first, const std::string& then,
                                                 std::chrono::milliseconds pause = 0ms) {
   return [=](RawServer::Peer& peer) {
     while (peer.read().starts_with("GET /quick"))
@@ -33,6 +33,7 @@ TEST(HostileAnswers, ThatTrickleKeepNoRequestWaiting) {
   RawServer server(repeating(endless, "x", 20ms));
   HttpTransport transport;
   std::vector<std::future<HttpReply>> trickles;
+  trickles.reserve(40);
   for (int i = 0; i < 40; i++)
     trickles.push_back(start(transport, get(server.url("/slow"))));
   EXPECT_EQ(fetch(transport, get(server.url("/quick"))).body, "{}");
@@ -132,6 +133,7 @@ TEST(HostileAnswers, ThatAreHardToUnpackLeaveTimeForOthers) {
   });
   HttpTransport transport;
   std::vector<std::future<HttpReply>> hards;
+  hards.reserve(4);
   for (int i = 0; i < 4; i++)
     hards.push_back(start(transport, get(server.url("/hard"))));
   for (int i = 0; i < 5; i++)

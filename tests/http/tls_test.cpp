@@ -41,7 +41,7 @@ class Tls : public testing::Test {
     std::signal(SIGPIPE, SIG_IGN);  // a client that hangs up during the handshake
     run("req -x509 -subj '/CN=Test Authority' -days 1 -keyout ca.key -out ca.pem" + newKey);
   }
-  ~Tls() override {
+  void TearDown() override {
     SSL_CTX_free(context_);
     std::filesystem::remove_all(folder_);
   }
