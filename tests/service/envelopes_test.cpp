@@ -81,13 +81,14 @@ void expectOptionalPayload(const std::string& name, const std::string& payload) 
   const auto without = mapped<R>(status + "}");
   ASSERT_TRUE(without) << name;
   EXPECT_FALSE(without->isValidResponse()) << name;
-  const auto with = mapped<R>(status + ",\"" + name + "\":" + payload + "}");
+  const std::string record = std::string(",\"").append(name).append("\":").append(payload).append("}");
+  const auto with = mapped<R>(status + record);
   ASSERT_TRUE(with) << name;
   EXPECT_TRUE(with->isValidResponse()) << name;
   EXPECT_EQ(with->total, 3);
   for (const char* code : {"0", "500"}) {
-    const auto refused = mapped<R>(R"({"total":3,"error":{"code":)" + std::string(code) +
-                                   R"(,"description":"no"},")" + name + "\":" + payload + "}");
+    const std::string error = std::string(R"({"code":)").append(code).append(R"(,"description":"no"})");
+    const auto refused = mapped<R>(R"({"total":3,"error":)" + error + record);
     ASSERT_TRUE(refused) << name;
     EXPECT_FALSE(refused->isValidResponse()) << name;
   }
