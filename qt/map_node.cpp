@@ -7,7 +7,7 @@
 #include <cmath>
 #include <utility>
 
-#include "qt/tile_source.h"
+#include "qt/tile_image.h"
 
 namespace fleetor {
 

@@ -1,7 +1,5 @@
 #include "qt/tile_source.h"
 
-#include <QBuffer>
-#include <QImageReader>
 #include <QMetaObject>
 #include <QNetworkAccessManager>
 #include <QNetworkDiskCache>
@@ -13,6 +11,7 @@
 #include <utility>
 
 #include "qt/system_proxies.h"
+#include "qt/tile_image.h"
 
 namespace fleetor {
 namespace {
@@ -30,24 +29,6 @@ QUrl urlOf(const std::string& pattern, const TileKey& key) {
   QUrl url(text);
   url.setUserInfo({});  // would be sent as credentials
   return url;
-}
-
-// No other format has any business here: some have readers with a long history of trouble.
-bool isTileFormat(const QByteArray& format) {
-  return format == "png" || format == "jpeg" || format == "webp";
-}
-
-std::shared_ptr<const TileImage> decode(QByteArray bytes, int limit) {
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::ReadOnly);
-  QImageReader reader(&buffer);
-  if (!isTileFormat(reader.format())) return nullptr;
-  const QSize size = reader.size();
-  if (size.isEmpty() || size.width() > limit || size.height() > limit) return nullptr;
-  QImage image = reader.read();
-  if (image.isNull()) return nullptr;
-  image.convertTo(image.hasAlphaChannel() ? QImage::Format_RGBA8888_Premultiplied : QImage::Format_RGBX8888);
-  return std::make_shared<QtTileImage>(std::move(image));
 }
 
 }  // namespace
@@ -114,7 +95,7 @@ class TileSource::Worker final : public QObject {
       const QByteArray body = reply.readAll();
       // The manager at times takes a body for whole that is not.
       if (body.size() >= announced && body.size() <= limits_.bodyBytes)
-        result.image = decode(body, limits_.imageSide);
+        result.image = decodeTile(body, limits_.imageSide);
       if (!result.image) manager_.cache()->remove(reply.url());
     }
     deliver_(handle, std::move(result));

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <QImage>
 #include <QObject>
 #include <QString>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <unordered_map>
-#include <utility>
 
 #include "map/tile_loader.h"
 #include "map/tile_memory.h"
@@ -17,17 +15,6 @@
 class QThread;
 
 namespace fleetor {
-
-/// The image of a tile, ready to become a texture: RGBA8888_Premultiplied, or RGBX8888 when it is opaque.
-class QtTileImage final : public TileImage {
- public:
-  explicit QtTileImage(QImage image) : image_(std::move(image)) {}
-  std::size_t sizeInBytes() const override { return static_cast<std::size_t>(image_.sizeInBytes()); }
-  const QImage& image() const { return image_; }
-
- private:
-  QImage image_;
-};
 
 /// Tiles over HTTP, kept on the disk for as long as their headers allow. Transfers, the disk and decoding are
 /// the work of a thread of its own; everything here is called on the main thread.

@@ -11,6 +11,7 @@
 #include <random>
 #include <string>
 
+#include "qt/tile_image.h"
 #include "run_until.h"
 #include "support/raw_server.h"
 
