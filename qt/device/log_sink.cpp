@@ -56,6 +56,19 @@ QString maskedQuery(const QString& url) {
   return url.left(begin) + query.join('&');
 }
 
+// Without what a terminal would obey: the controls of ASCII, and U+0080 to U+009F.
+std::string withoutControls(const std::string& text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const bool isWide = byte == 0xC2 && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+    const bool isControl = (byte < 0x20 && byte != '\n' && byte != '\t') || byte == 0x7F;
+    out += isWide || isControl ? '?' : text[i];
+    if (isWide) ++i;
+  }
+  return out;
+}
+
 }  // namespace
 
 std::string maskSecrets(std::string_view text) {
@@ -77,12 +90,9 @@ std::FILE* LogSink::streamFromEnvironment() {
 
 void LogSink::line(std::string_view text) {
   if (!stream_) return;
-  std::string masked = maskSecrets(text);
-  for (char& c : masked)
-    if ((static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') || c == 0x7f) c = '?';
-  masked += '\n';
+  const std::string shown = withoutControls(maskSecrets(text)) + '\n';
   const std::lock_guard lock(mutex_);
-  std::fwrite(masked.data(), 1, masked.size(), stream_);
+  std::fwrite(shown.data(), 1, shown.size(), stream_);
   std::fflush(stream_);
 }
 
