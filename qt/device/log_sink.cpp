@@ -76,7 +76,9 @@ std::string maskSecrets(std::string_view text) {
   const QLatin1String request("REQUEST: ");
   if (line.startsWith(request)) {
     const QString what = line.mid(request.size());
-    return (request + (what.startsWith('{') ? masked(what) : maskedQuery(what))).toStdString();
+    // No URL holds a blank: that is an answer which begins like a request.
+    const bool isURL = !what.startsWith('{') && !what.contains(' ');
+    return (request + (isURL ? maskedQuery(what) : masked(what))).toStdString();
   }
   static const QRegularExpression status(QStringLiteral(", \\d+$"));  // behind an answer
   const qsizetype end = line.lastIndexOf(status);

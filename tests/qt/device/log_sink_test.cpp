@@ -30,6 +30,7 @@ TEST(LogSink, HidesPasswordsAndTokensInEverySpelling) {
       {"array(\"access_token\" => \"s3cret\"), 200", "***, 200"},
       {"access_token=s3cret&uid=U, 400", "***, 400"},
       {"Authorization: Bearer s3cret, 0", "***, 0"},
+      {"REQUEST: http://h/?access_token: s3cret, 400", "REQUEST: ***"},
       {R"({"password":"cut off, 200)", "***, 200"},
       {"<p>Sorry</p>, 500", "<p>Sorry</p>, 500"},
       {"Kind = HTTP, 500", "Kind = HTTP, 500"},
