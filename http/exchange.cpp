@@ -258,7 +258,10 @@ bool Exchange::refuse(long error, std::string why) {
 std::string Exchange::answerHeader(const char* name) const {
   curl_header* header = nullptr;
   const auto found = curl_easy_header(transfer_.get(), name, 0, CURLH_HEADER, -1, &header);
-  return found == CURLHE_OK ? header->value : "";
+  if (found != CURLHE_OK) return {};
+  // Of a value that is empty the library keeps the end of the line.
+  const std::string_view value = header->value;
+  return std::string(value.substr(0, value.find_last_not_of("\r\n") + 1));
 }
 
 bool Exchange::hasHeader(const char* name) const {

@@ -294,7 +294,7 @@ TEST(HttpTransport, FollowsRedirectsButKeepsTheTokenAtItsOrigin) {
   EXPECT_THAT(server.requests().back(), testing::AllOf(StartsWith("GET /home "), Not(HasSubstr("secret"))));
 
   // Nowhere: the answer itself.
-  for (const char* nowhere : {"ftp://127.0.0.1/", "http://", "mailto:a@b"}) {
+  for (const char* nowhere : {"", "ftp://127.0.0.1/", "http://", "mailto:a@b"}) {
     const HttpReply reply = go("302", nowhere);
     EXPECT_EQ(reply.status, 302) << nowhere;
     EXPECT_EQ(reply.body, "moved") << nowhere;
