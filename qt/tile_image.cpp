@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QtEndian>
 
 namespace fleetor {
 namespace {
@@ -11,13 +12,27 @@ bool isTileFormat(const QByteArray& format) {
   return format == "png" || format == "jpeg" || format == "webp";
 }
 
+// The reader makes room for a chunk as soon as its length is announced. In a whole file all of it is there.
+bool hasWholeChunks(const QByteArray& png) {
+  constexpr qsizetype frame = 12;  // length, name and checksum
+  for (qsizetype at = 8; png.size() - at >= frame;) {
+    const qsizetype length = qFromBigEndian<quint32>(png.constData() + at);
+    if (length > png.size() - at - frame) return false;
+    if (png.sliced(at + 4, 4) == "IEND") return true;
+    at += frame + length;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::shared_ptr<const QtTileImage> decodeTile(QByteArray bytes, int longestSide) {
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::ReadOnly);
   QImageReader reader(&buffer);
-  if (!isTileFormat(reader.format())) return nullptr;
+  const QByteArray format = reader.format();
+  if (!isTileFormat(format)) return nullptr;
+  if (format == "png" && !hasWholeChunks(bytes)) return nullptr;
   const QSize size = reader.size();
   if (size.isEmpty() || size.width() > longestSide || size.height() > longestSide) return nullptr;
   QImage image = reader.read();
