@@ -24,6 +24,10 @@ bool hasWholeChunks(const QByteArray& png) {
   return false;
 }
 
+// Each scan of a JPEG may go over the whole picture, however few its bytes are. Most files have ten or
+// fewer.
+constexpr qsizetype mostScans = 100;
+
 }  // namespace
 
 std::shared_ptr<const QtTileImage> decodeTile(QByteArray bytes, int longestSide) {
@@ -33,6 +37,7 @@ std::shared_ptr<const QtTileImage> decodeTile(QByteArray bytes, int longestSide)
   const QByteArray format = reader.format();
   if (!isTileFormat(format)) return nullptr;
   if (format == "png" && !hasWholeChunks(bytes)) return nullptr;
+  if (format == "jpeg" && bytes.count("\xFF\xDA") > mostScans) return nullptr;
   const QSize size = reader.size();
   if (size.isEmpty() || size.width() > longestSide || size.height() > longestSide) return nullptr;
   QImage image = reader.read();

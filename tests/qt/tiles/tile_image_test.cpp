@@ -26,5 +26,18 @@ TEST(TileImage, NoPictureTakesMoreMemoryThanItsBytesAndPixelsDo) {
   EXPECT_LT(mostMegabytes(), before + 100);
 }
 
+TEST(TileImage, APictureOfVeryManyScansIsRefused) {
+  // Eight grey pixels a side, refined by scans of twelve bytes that add nothing.
+  const QByteArray ofOnes = QByteArray::fromHex("ffd8ffdb004300") + QByteArray(64, 1);
+  const QByteArray head = ofOnes + QByteArray::fromHex(
+                                       "ffc2000b080008000801011100"
+                                       "ffc40014000100000000000000000000000000000000"
+                                       "ffc400141001000000000000000000000000000000e0"
+                                       "ffda000801010000000000");
+  const QByteArray scan = QByteArray::fromHex("ffda0008010100013f000000");
+  EXPECT_TRUE(decodeTile(head + scan.repeated(99) + "\xFF\xD9", 256));
+  EXPECT_FALSE(decodeTile(head + scan.repeated(100) + "\xFF\xD9", 256));
+}
+
 }  // namespace
 }  // namespace fleetor
