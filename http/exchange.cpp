@@ -91,7 +91,6 @@ void Exchange::start() {
   if (!address_) return finish(url_error::badUrl, "not an http URL");
   if (!std::all_of(request_.headers.begin(), request_.headers.end(), isOneLine))
     return finish(url_error::badUrl, "a header of more than one line");
-  transfer_.reset(curl_easy_init());
   prepareHop();
 }
 
@@ -104,8 +103,9 @@ void Exchange::timeOut() {
 }
 
 void Exchange::prepareHop() {
+  // A fresh one: after a reset the library would append a folded first line to a header that it has freed.
+  transfer_.reset(curl_easy_init());
   CURL* const transfer = transfer_.get();
-  curl_easy_reset(transfer);
   status_ = 0;
   body_.reset();
   isPaused_ = false;

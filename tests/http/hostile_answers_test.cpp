@@ -116,6 +116,16 @@ TEST(HostileAnswers, ThatFloodEndAtTheirBound) {
   }
 }
 
+TEST(HostileAnswers, ThatContinueALineOfTheRedirectBeforeThemAreRefused) {
+  RawServer server([](RawServer::Peer& peer) {
+    for (std::string request; !(request = peer.read()).empty();)
+      peer.write(request.starts_with("GET / ") ? answer("", "302 Found", "Location: /there\r\n")
+                                               : "HTTP/1.1 200 OK\r\n a: b\r\nContent-Length: 2\r\n\r\n{}");
+  });
+  HttpTransport transport;
+  EXPECT_NE(fetch(transport, get(server.url("/"))).error, 0);
+}
+
 TEST(HostileAnswers, ThatAreHardToUnpackLeaveTimeForOthers) {
   // Four blocks, each a table of codes to build and nothing to write: two megabytes take nearly half a
   // second.
