@@ -1,35 +1,29 @@
 // Bytes, decoded, mapped into each of the envelopes. Whatever maps must write a text that maps back to an
 // equal envelope, and whatever does not must say why.
 
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "fuzzing.h"
 #include "service/envelopes.h"
 
 namespace {
 
-void require(bool holds, const char* what, const std::string& text) {
-  if (holds) return;
-  std::fprintf(stderr, "%s: %s\n", what, text.c_str());
-  std::abort();
-}
+using fleetor::require;
 
 template <class Envelope>
 void mapInto(const fleetor::JSONValue& value) {
   using fleetor::JSONModel;
   const auto mapped = JSONModel::initWithDictionary<Envelope>(value);
   if (!mapped) {
-    require(!mapped.error().description.empty(), "an error without a description", "");
+    require(!mapped.error().description.empty(), "an error has a description");
     return;
   }
   const std::string written = JSONModel::toJSONString(*mapped);
   auto decoded = fleetor::decodeJSON(written);
-  require(decoded.hasValue(), "what was written is not JSON", written);
+  require(decoded.hasValue(), "what was written is JSON", written);
   const auto again = JSONModel::initWithDictionary<Envelope>(std::move(*decoded));
-  require(again.hasValue(), "what was written does not map", written);
-  require(*again == *mapped, "what was written maps to something else", written);
+  require(again.hasValue(), "what was written maps", written);
+  require(*again == *mapped, "it maps to the same", written);
 }
 
 }  // namespace
