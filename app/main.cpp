@@ -13,6 +13,7 @@
 
 #include "app/client.h"
 #include "app/exit_guard.h"
+#include "app/large_blocks.h"
 #include "app/options.h"
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"
@@ -66,6 +67,7 @@ int main(int argc, char** argv) {
   QGuiApplication::setOrganizationName(QStringLiteral("fleetor"));
   QGuiApplication::setApplicationName(QStringLiteral("fleetor"));
   const fleetor::ReportSetup reports = startReporting();
+  fleetor::returnLargeBlocks();
 
   fleetor::prepareForMissingSeat();
   QGuiApplication application(argc, argv);

@@ -1,0 +1,19 @@
+#include "app/large_blocks.h"
+
+#include <cstdlib>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+namespace fleetor {
+
+void returnLargeBlocks() {
+#ifdef __GLIBC__
+  constexpr int large = 1 << 20;
+  mallopt(M_MMAP_THRESHOLD, large);
+  mallopt(M_TRIM_THRESHOLD, 2 * large);
+#endif
+}
+
+}  // namespace fleetor

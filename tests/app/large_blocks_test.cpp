@@ -1,0 +1,26 @@
+#include "app/large_blocks.h"
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <string>
+#include <thread>
+
+namespace fleetor {
+namespace {
+
+TEST(LargeBlocks, GoBackToTheSystemWhenAThreadFreesThem) {
+  returnLargeBlocks();
+  const std::size_t before = mallinfo2().arena;
+  std::thread([&] {
+    for (int answer = 0; answer < 4; ++answer) {
+      std::string body;
+      while (body.size() < (std::size_t{64} << 20))
+        body.append(65536, ' ');
+    }
+    EXPECT_LT(mallinfo2().arena, before + (std::size_t{4} << 20));
+  }).join();
+}
+
+}  // namespace
+}  // namespace fleetor
