@@ -18,16 +18,6 @@ TAB, MARKER, CALLOUT = "page tab", "push button", "label"
 PARKED = r".*\(\d+:\d\d:\d\d\)"
 
 
-def sign_in(client, user="demo", password="demo"):
-    client.click("User name")
-    client.key("ctrl+a")
-    client.type(user)
-    client.click("Password")
-    client.key("ctrl+a")
-    client.type(password)
-    client.click("Sign in", "push button")
-
-
 def tab(client, name):
     client.click(name, TAB)
 
@@ -134,11 +124,11 @@ def first_visit():
     client.click("I agree")
     client.find("User name")
     client.picture("sign-in")
-    sign_in(client, password="wrong")
+    client.sign_in(password="wrong")
     client.find("Unable to sign in")
     client.picture("sign-in-refused")
     client.gone("Unable to sign in")
-    sign_in(client)
+    client.sign_in()
     client.find("My Vehicles")
     client.find("Café van 1")
     client.picture("vehicles")
@@ -392,7 +382,7 @@ def large_text():
     client = Client("large-text", *SMALL_PHONE, "--text-size", "200")
     client.find("User name")
     client.picture("sign-in")
-    sign_in(client)
+    client.sign_in()
     client.find("Café van 1")
     client.picture("vehicles")
     client.click("Café van 1")

@@ -1,5 +1,6 @@
-"""What the tour walks with: the demo service, and clients used from outside with real mouse and key events. Controls are
-found by their accessible names. Whatever does not come in time ends the tour with a message and status 1."""
+"""What the tour and the ordeals (scripts/chaos.py) drive: the demo service, and clients used from outside with real mouse and
+key events. Controls are found by their accessible names. Whatever does not come in time ends the program with a message and
+status 1."""
 
 import collections
 import datetime
@@ -28,7 +29,7 @@ def run(*command):
 
 def fail(message):
     PROGRESS.clear()
-    raise SystemExit(f"tour: {message}")
+    raise SystemExit(f"{os.path.basename(sys.argv[0]).removesuffix('.py')}: {message}")
 
 
 class Progress:
@@ -66,11 +67,12 @@ PROGRESS = Progress()
 class Demo:
     """The demo service, at a time of this day of its own; it can go away and come back, keeping its sign-ins."""
 
-    def __init__(self):
+    def __init__(self, port=PORT):
+        self.wanted_port = port
         self.start(datetime.time(14, 30))
 
     def start(self, time_of_day):
-        self.process, self.port = self.launch(PORT, time_of_day, "--state",
+        self.process, self.port = self.launch(self.wanted_port, time_of_day, "--state",
                                               os.path.join(os.environ["HOME"], "demo-state"))
 
     def launch(self, port, time_of_day, *options):
@@ -131,14 +133,15 @@ class Client:
     """One running client, its window at a place of its own on the display. Several run side by side here: each has a
     folder of its own for what tells a second start of the first."""
 
-    def __init__(self, prefix, *options, at=(0, 0), empty_cache=False):
+    def __init__(self, prefix, *options, at=(0, 0), empty_cache=False, within=(), environment=None):
+        """`within` is a command that runs the client's, for instance under a limit."""
         self.prefix = prefix
-        self.environment = dict(os.environ)
+        self.environment = dict(os.environ, **(environment or {}))
         self.environment["XDG_RUNTIME_DIR"] = os.path.join(os.environ["HOME"], f"runtime-{prefix}")
         os.makedirs(self.environment["XDG_RUNTIME_DIR"], 0o700, exist_ok=True)
         if empty_cache:
             self.environment["XDG_CACHE_HOME"] = os.path.join(os.environ["HOME"], f"cache-{prefix}")
-        self.process = subprocess.Popen([f"{PROGRAMS}/app/fleetor", *options], env=self.environment)
+        self.process = subprocess.Popen([*within, f"{PROGRAMS}/app/fleetor", *options], env=self.environment)
         self.window = None
         self.window = self.wait_for("the client's window", self.own_window)
         run("xdotool", "windowmove", self.window, str(at[0]), str(at[1]))
@@ -248,6 +251,15 @@ class Client:
 
     def key(self, *names):
         run("xdotool", "key", *names)
+
+    def sign_in(self, user="demo", password="demo"):
+        self.click("User name")
+        self.key("ctrl+a")
+        self.type(user)
+        self.click("Password")
+        self.key("ctrl+a")
+        self.type(password)
+        self.click("Sign in", "push button")
 
     def place(self):
         said = dict(line.split("=") for line in run("xdotool", "getwindowgeometry", "--shell", self.window).split())
