@@ -76,6 +76,10 @@ class RecordingLog final : public Log {
     const std::lock_guard lock(mutex_);
     return lines_;
   }
+  void forget() {
+    const std::lock_guard lock(mutex_);
+    lines_.clear();
+  }
 
  private:
   mutable std::mutex mutex_;
