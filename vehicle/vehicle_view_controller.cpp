@@ -14,7 +14,7 @@ namespace fleetor {
 
 namespace {
 
-constexpr Seconds pollInterval{15.0};
+constexpr Seconds pollInterval{15.0 / FLEETOR_PACE};
 constexpr Color barColor{0.67, 0.76, 0.8, 1.0};
 constexpr Color selectedTitleColor{0.23, 0.29, 0.35, 1.0};
 
