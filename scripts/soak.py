@@ -41,6 +41,17 @@ class Faults:
                 self.demo.fault(f"{endpoint}={self.chance.choice(FAULTS)}*1")
 
 
+def fill_tiles(client):
+    """Of both maps as many as are kept in memory, 64 MB: they would be taken for growth."""
+    client.tab("Map")
+    for _ in range(2):
+        for zoom in 5 * ("Zoom in",) + 9 * ("Zoom out",) + 4 * ("Zoom in",):
+            client.click(zoom, "push button")
+            time.sleep(1)
+        client.click("Satellite map")
+    client.tab("Info")
+
+
 def use(client, service, chance, seconds):
     """Opens vehicles and pages at random; gives the samples: seconds, memory, descriptors, threads."""
     began = time.monotonic()
@@ -70,6 +81,7 @@ def main():
     try:
         client.first_visit()
         client.walk()
+        fill_tiles(client)
         faults = service.spoil = Faults(demo, seed)
         samples, opened = use(client, service, random.Random(seed), SECONDS)
         service.heal()
