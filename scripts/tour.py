@@ -276,9 +276,11 @@ def walk_on_the_phone(demo):
     vehicle = on_the_road(demo, phone, 0)
     phone.find(".*Speed")
     phone.picture("info")
+    demo.fault("live=delay:8000")
     tab(phone, "Live")
     phone.find("Waiting for the next position")
     phone.save("phone-live-waiting.png")  # it never rests
+    demo.no_faults()
 
     small_phone()  # beside it, while the vehicle draws its trail
     language("de", "phone", *PHONE, at=BESIDE)
