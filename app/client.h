@@ -16,7 +16,7 @@
 #include "qt/device/queues.h"
 #include "qt/device/system_clock.h"
 #include "qt/main_window.h"
-#include "qt/tile_source.h"
+#include "qt/map/tile_source.h"
 #include "shell/app_delegate.h"
 #include "shell/widget_reading.h"
 #include "ui/appearance.h"

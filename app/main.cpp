@@ -17,13 +17,13 @@
 #include "app/options.h"
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"
+#include "qt/components/person.h"
 #include "qt/device/guarded_key_store.h"
 #include "qt/device/key_store_mark.h"
 #include "qt/device/language.h"
 #include "qt/device/settings_portal.h"
 #include "qt/device/single_instance.h"
 #include "qt/device/wayland_seat.h"
-#include "qt/person.h"
 
 namespace {
 

@@ -22,11 +22,11 @@
 #include <vector>
 
 #include "pan_protocol.h"
-#include "qt/adapters.h"
+#include "qt/components/adapters.h"
 #include "qt/device/queues.h"
 #include "qt/device/system_clock.h"
-#include "qt/map_surface.h"
-#include "qt/tile_source.h"
+#include "qt/map/map_surface.h"
+#include "qt/map/tile_source.h"
 #include "service/api.h"
 #include "support/fake_device.h"
 #include "support/memory_stores.h"

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <thread>
 
-#include "demo/http_server.h"
-#include "demo/options.h"
+#include "demo/service/http_server.h"
+#include "demo/service/options.h"
 
 int main(int argc, char** argv) {
   using namespace fleetor::demo;

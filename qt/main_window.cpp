@@ -6,9 +6,9 @@
 #include <QQuickWindow>
 #include <QtPlugin>
 
-#include "qt/accessible_layer.h"
-#include "qt/person.h"
-#include "qt/window_item.h"
+#include "qt/components/accessible_layer.h"
+#include "qt/components/person.h"
+#include "qt/components/window_item.h"
 
 // The QML module is part of this library; naming its registration keeps the linker from leaving it out.
 extern void qml_register_types_Fleetor();

@@ -4,7 +4,7 @@
 #include <QQmlApplicationEngine>
 #include <QSize>
 
-#include "qt/adapters.h"
+#include "qt/components/adapters.h"
 #include "qt/device/settings_portal.h"
 #include "ui/application.h"
 

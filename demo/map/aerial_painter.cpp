@@ -2,7 +2,7 @@
 
 #include "demo/map/aerial_textures.h"
 #include "demo/map/map_painter.h"
-#include "demo/random.h"
+#include "demo/town/random.h"
 
 namespace fleetor::demo {
 namespace {

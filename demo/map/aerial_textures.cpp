@@ -1,6 +1,6 @@
 #include "demo/map/aerial_textures.h"
 
-#include "demo/random.h"
+#include "demo/town/random.h"
 
 namespace fleetor::demo {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "demo/map/shapes.h"
-#include "demo/town.h"
+#include "demo/town/town.h"
 
 namespace fleetor::demo {
 

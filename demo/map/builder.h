@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "demo/map/atlas.h"
-#include "demo/random.h"
+#include "demo/town/random.h"
 
 namespace fleetor::demo {
 

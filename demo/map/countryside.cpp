@@ -2,8 +2,8 @@
 
 #include <numbers>
 
-#include "demo/random.h"
-#include "demo/street_names.h"
+#include "demo/town/random.h"
+#include "demo/town/street_names.h"
 
 namespace fleetor::demo {
 namespace {

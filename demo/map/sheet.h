@@ -6,7 +6,7 @@
 #include <numbers>
 #include <vector>
 
-#include "demo/geometry.h"
+#include "demo/town/geometry.h"
 
 namespace fleetor::demo {
 

@@ -3,10 +3,10 @@
 #include <array>
 #include <cstdio>
 
-#include "demo/answers.h"
 #include "demo/map/map_painter.h"
 #include "demo/map/png.h"
-#include "demo/random.h"
+#include "demo/service/answers.h"
+#include "demo/town/random.h"
 
 namespace fleetor::demo {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "demo/map/map_style.h"
 #include "demo/map/names.h"
-#include "demo/messages.h"
+#include "demo/service/messages.h"
 
 namespace fleetor::demo {
 

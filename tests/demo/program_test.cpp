@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "demo/options.h"
+#include "demo/service/options.h"
 #include "running_service.h"
 
 namespace fleetor::demo {

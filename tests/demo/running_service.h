@@ -8,9 +8,9 @@
 #include <string>
 #include <thread>
 
-#include "demo/civil_time.h"
-#include "demo/http_server.h"
-#include "demo/service.h"
+#include "demo/service/http_server.h"
+#include "demo/service/service.h"
+#include "demo/town/civil_time.h"
 
 namespace fleetor::demo {
 

@@ -1,12 +1,12 @@
-#include "demo/town.h"
+#include "demo/town/town.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <set>
 
-#include "demo/drive.h"
-#include "demo/vehicle_kind.h"
+#include "demo/town/drive.h"
+#include "demo/town/vehicle_kind.h"
 
 namespace fleetor::demo {
 namespace {

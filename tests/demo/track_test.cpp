@@ -2,7 +2,7 @@
 #include <cmath>
 #include <map>
 
-#include "demo/geometry.h"
+#include "demo/town/geometry.h"
 #include "running_service.h"
 
 namespace fleetor::demo {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "fuzzing.h"
-#include "qt/tile_image.h"
+#include "qt/map/tile_image.h"
 
 namespace {
 

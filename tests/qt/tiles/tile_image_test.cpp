@@ -1,4 +1,4 @@
-#include "qt/tile_image.h"
+#include "qt/map/tile_image.h"
 
 #include <gmock/gmock.h>
 #include <sys/resource.h>

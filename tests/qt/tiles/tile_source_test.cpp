@@ -1,4 +1,4 @@
-#include "qt/tile_source.h"
+#include "qt/map/tile_source.h"
 
 #include <gmock/gmock.h>
 
@@ -11,7 +11,7 @@
 #include <random>
 #include <string>
 
-#include "qt/tile_image.h"
+#include "qt/map/tile_image.h"
 #include "run_until.h"
 #include "support/raw_server.h"
 

@@ -1,4 +1,4 @@
-#include "qt/component_item.h"
+#include "qt/components/component_item.h"
 
 #include <gtest/gtest.h>
 

@@ -10,8 +10,8 @@
 #include <QTest>
 #include <memory>
 
-#include "qt/map_surface.h"
-#include "qt/view_controller_items.h"
+#include "qt/components/view_controller_items.h"
+#include "qt/map/map_surface.h"
 #include "support/fake_device.h"
 #include "support/raw_server.h"
 #include "support/virtual_queues.h"

@@ -1,4 +1,4 @@
-#include "qt/table_model.h"
+#include "qt/components/table_model.h"
 
 #include <gmock/gmock.h>
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "qt/person.h"
+#include "qt/components/person.h"
 #include "window_test.h"
 
 namespace fleetor {

@@ -2,7 +2,7 @@
 
 #include <QElapsedTimer>
 
-#include "qt/window_item.h"
+#include "qt/components/window_item.h"
 
 namespace fleetor {
 namespace {

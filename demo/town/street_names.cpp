@@ -1,0 +1,63 @@
+#include "demo/town/street_names.h"
+
+#include <iterator>
+
+namespace fleetor::demo {
+namespace {
+
+constexpr const char* kNameHeads[] = {
+    "Alder", "Amber", "Ash",   "Bram",  "Brack", "Cold",   "Copper", "Dun",   "Elder", "Fair",
+    "Fal",   "Gorse", "Grey",  "Hazel", "Heron", "Iver",   "Kelp",   "Kings", "Lark",  "Lin",
+    "Long",  "Marl",  "North", "Oar",   "Otter", "Pebble", "Quill",  "Reed",  "Rook",  "Salt",
+    "Sand",  "Shale", "Stone", "Swan",  "Tern",  "Thorn",  "Vel",    "White", "Wind",  "Wren"};
+constexpr const char* kNameTails[] = {"bank", "brook", "croft", "dale", "fen",  "field", "ford", "gate",
+                                      "ham",  "holt",  "ley",   "mere", "moor", "stead", "well", "wick"};
+constexpr const char* kResidentialEndings[] = {"Street", "Street",  "Lane",    "Way",
+                                               "Row",    "Gardens", "Terrace", "Walk"};
+
+template <std::size_t N>
+const char* oneOf(Random& random, const char* const (&list)[N]) {
+  return list[random.below(static_cast<std::uint32_t>(N))];
+}
+
+}  // namespace
+
+std::string StreetNames::nextStem() {
+  std::string stem = oneOf(random_, kNameHeads);
+  return stem += oneOf(random_, kNameTails);
+}
+
+std::string StreetNames::unique(const char* ending) {
+  for (;;) {
+    // 640 stems: a large town may use them up for one ending, and then they double.
+    std::string name = nextStem();
+    if (given_.size() > 400 && random_.chance(0.5)) name.insert(0, "Upper ");
+    name.append(" ").append(ending);
+    if (given_.insert(name).second) return name;
+  }
+}
+
+std::string StreetNames::nextStreet(StreetClass kind) {
+  switch (kind) {
+    case StreetClass::ringRoad:
+      return unique("Ring");
+    case StreetClass::mainRoad:
+      return unique(random_.chance(0.5) ? "Avenue" : "Road");
+    case StreetClass::collector:
+      return unique("Road");
+    case StreetClass::residential:
+      break;
+  }
+  return unique(oneOf(random_, kResidentialEndings));
+}
+
+std::string StreetNames::nextPark() {
+  return unique("Park");
+}
+
+std::string StreetNames::nextVillage() {
+  for (;;)
+    if (std::string name = nextStem(); given_.insert(name).second) return name;
+}
+
+}  // namespace fleetor::demo

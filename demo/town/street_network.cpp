@@ -1,0 +1,139 @@
+#include "demo/town/street_network.h"
+
+#include <algorithm>
+#include <limits>
+#include <queue>
+#include <utility>
+
+namespace fleetor::demo {
+namespace {
+
+constexpr double kMetresPerHouse = 17;
+
+std::vector<double> measuredAlong(const std::vector<Point>& shape) {
+  std::vector<double> along{0};
+  for (std::size_t i = 1; i < shape.size(); ++i)
+    along.push_back(along.back() + distanceBetween(shape[i - 1], shape[i]));
+  return along;
+}
+
+}  // namespace
+
+double speedLimit(StreetClass kind) {
+  switch (kind) {
+    case StreetClass::ringRoad:
+      return 80 / 3.6;
+    case StreetClass::mainRoad:
+      return 60 / 3.6;
+    case StreetClass::collector:
+      return 50 / 3.6;
+    case StreetClass::residential:
+      break;
+  }
+  return 30 / 3.6;
+}
+
+std::uint32_t StreetNetwork::addJunction(Point at) {
+  junctions_.push_back({at, {}});
+  return static_cast<std::uint32_t>(junctions_.size() - 1);
+}
+
+std::uint32_t StreetNetwork::addStreet(std::string name, StreetClass kind) {
+  streets_.push_back({std::move(name), kind});
+  return static_cast<std::uint32_t>(streets_.size() - 1);
+}
+
+std::uint32_t StreetNetwork::addEdge(std::uint32_t from, std::uint32_t to, std::uint32_t street,
+                                     std::vector<Point> shape, double houseOffset, bool bridge) {
+  const auto index = static_cast<std::uint32_t>(edges_.size());
+  // To the last bit, so that edges meet without a gap however the shape was computed.
+  shape.front() = junctions_[from].at;
+  shape.back() = junctions_[to].at;
+  std::vector<double> along = measuredAlong(shape);
+  edges_.push_back({from, to, street, bridge, std::move(shape), std::move(along), houseOffset});
+  junctions_[from].edges.push_back(index);
+  junctions_[to].edges.push_back(index);
+  return index;
+}
+
+std::uint32_t StreetNetwork::splitEdge(std::uint32_t index, double fraction) {
+  const double cut = edges_[index].length() * fraction;
+  const Point at = spotAt(edges_[index], cut).at;
+  const std::uint32_t middle = addJunction(at);
+
+  StreetEdge& first = edges_[index];
+  std::vector<Point> head;
+  std::vector<Point> tail{at};
+  for (std::size_t i = 0; i < first.shape.size(); ++i)
+    (first.along[i] < cut ? head : tail).push_back(first.shape[i]);
+  head.push_back(at);
+
+  const std::uint32_t end = first.to;
+  first.shape = std::move(head);
+  first.along = measuredAlong(first.shape);
+  first.to = middle;
+  std::erase(junctions_[end].edges, index);
+  junctions_[middle].edges.push_back(index);
+  addEdge(middle, end, first.street, std::move(tail), first.houseOffset + first.length(), first.bridge);
+  return middle;
+}
+
+RouteTree StreetNetwork::quickestFrom(std::uint32_t root) const {
+  constexpr double kCrossingSeconds = 4;
+  RouteTree tree;
+  tree.root = root;
+  tree.reach.assign(junctions_.size(), {std::numeric_limits<double>::infinity(), 0, RouteTree::none});
+  tree.reach[root].seconds = 0;
+
+  using Entry = std::pair<double, std::uint32_t>;
+  std::priority_queue<Entry, std::vector<Entry>, std::greater<>> open;
+  open.push({0, root});
+  while (!open.empty()) {
+    const auto [seconds, here] = open.top();
+    open.pop();
+    if (seconds > tree.reach[here].seconds) continue;
+    for (const std::uint32_t index : junctions_[here].edges) {
+      const StreetEdge& edge = edges_[index];
+      const std::uint32_t there = edge.from == here ? edge.to : edge.from;
+      const double cost = seconds + edge.length() / speedLimit(kindOf(edge)) + kCrossingSeconds;
+      if (cost >= tree.reach[there].seconds) continue;
+      tree.reach[there] = {cost, tree.reach[here].metres + edge.length(), index};
+      open.push({cost, there});
+    }
+  }
+  return tree;
+}
+
+std::vector<RouteStep> StreetNetwork::route(const RouteTree& tree, std::uint32_t target) const {
+  std::vector<RouteStep> steps;
+  for (std::uint32_t here = target; here != tree.root && tree.reach[here].edge != RouteTree::none;) {
+    const StreetEdge& edge = edges_[tree.reach[here].edge];
+    const bool forward = edge.to == here;
+    steps.push_back({tree.reach[here].edge, forward});
+    here = forward ? edge.from : edge.to;
+  }
+  std::ranges::reverse(steps);
+  return steps;
+}
+
+Spot StreetNetwork::spotAt(const StreetEdge& edge, double metres) const {
+  metres = std::clamp(metres, 0.0, edge.length());
+  const auto next = std::upper_bound(edge.along.begin() + 1, edge.along.end() - 1, metres);
+  const auto i = static_cast<std::size_t>(next - edge.along.begin());
+  const double span = edge.along[i] - edge.along[i - 1];
+  const double t = span > 0 ? (metres - edge.along[i - 1]) / span : 0;
+  return {lerp(edge.shape[i - 1], edge.shape[i], t), headingFromTo(edge.shape[i - 1], edge.shape[i])};
+}
+
+std::string StreetNetwork::address(const StreetEdge& edge, double metres) const {
+  const double offset = edge.houseOffset + std::clamp(metres, 0.0, edge.length());
+  const int house = 1 + static_cast<int>(offset / kMetresPerHouse);
+  return streets_[edge.street].name + " " + std::to_string(house);
+}
+
+std::string StreetNetwork::addressAt(std::uint32_t junction) const {
+  const StreetEdge& edge = edges_[junctions_[junction].edges.front()];
+  return address(edge, edge.from == junction ? 0 : edge.length());
+}
+
+}  // namespace fleetor::demo

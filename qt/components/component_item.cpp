@@ -1,0 +1,39 @@
+#include "qt/components/component_item.h"
+
+#include <QTextBoundaryFinder>
+#include <algorithm>
+
+#include "qt/components/adapters.h"
+
+namespace fleetor {
+
+QString toQString(const std::string& text) {
+  // No unit comes from more than three bytes; what is cut in two here lies behind the last one that is drawn.
+  constexpr qsizetype enough = 3 * (longestDrawn + 1);
+  QString drawn = QString::fromUtf8(text.data(), std::min<qsizetype>(std::ssize(text), enough));
+  if (drawn.size() <= longestDrawn) return drawn;
+  QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, drawn.constData(), longestDrawn + 1);
+  characters.setPosition(longestDrawn);
+  qsizetype end = characters.isAtBoundary() ? longestDrawn : characters.toPreviousBoundary();
+  // There is no end to the accents of some characters.
+  if (end <= 0) end = longestDrawn - (drawn[longestDrawn - 1].isHighSurrogate() ? 1 : 0);
+  drawn.truncate(end);
+  return drawn + QChar(0x2026);
+}
+
+ComponentItem::ComponentItem(Component& component, Adapters& adapters)
+    : QObject(&adapters), component_(&component), adapters_(adapters) {
+  changed_ = component.changed.connect([this] { refresh(); });
+}
+
+QString ComponentItem::accessibleName() const {
+  return read<Component>([](const Component& c) { return toQString(c.accessibleName()); });
+}
+
+void ComponentItem::componentDestroyed() {
+  component_ = nullptr;
+  refresh();
+  deleteLater();
+}
+
+}  // namespace fleetor

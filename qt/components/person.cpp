@@ -1,0 +1,53 @@
+#include "qt/components/person.h"
+
+#include <QEvent>
+#include <QFont>
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <algorithm>
+#include <utility>
+
+namespace fleetor {
+
+Person::Person(QObject* parent) : QObject(parent) {
+  qGuiApp->installEventFilter(this);
+}
+
+double Person::textScale() const {
+  const double ofFont = QFontInfo(QGuiApplication::font()).pointSizeF() / normalPoints;
+  return std::clamp(std::max(ofFont, 1.0) * desktop_.textScale, 1.0, 2.0);
+}
+
+QVariant Person::wantsDark() const {
+  return desktop_.dark ? QVariant(*desktop_.dark) : QVariant();
+}
+
+void Person::followDesktop(const DesktopLook& look) {
+  const DesktopLook before = std::exchange(desktop_, look);
+  if (before.dark != look.dark) Q_EMIT wantsDarkChanged();
+  if (before.textScale != look.textScale) Q_EMIT textScaleChanged();
+  if (before.animations != look.animations) Q_EMIT wantsMotionChanged();
+}
+
+bool Person::eventFilter(QObject* target, QEvent* event) {
+  bool keys = usesKeys_;
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      keys = true;
+      break;
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+    case QEvent::TabletPress:
+      keys = false;
+      break;
+    case QEvent::ApplicationFontChange:
+      if (target == qGuiApp) Q_EMIT textScaleChanged();
+      break;
+    default:
+      break;
+  }
+  if (std::exchange(usesKeys_, keys) != keys) Q_EMIT usesKeysChanged();
+  return false;
+}
+
+}  // namespace fleetor

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QPointer>
+#include <QQuickItem>
+#include <map>
+#include <set>
+
+#include "qt/components/adapters.h"
+#include "ui/table_view.h"
+
+namespace fleetor {
+
+/// One row: the adapters of its labels and pictures by name.
+class CellItem : public fleetor::ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QString reuseIdentifier READ reuseIdentifier CONSTANT)
+  Q_PROPERTY(bool selectable READ selectable NOTIFY changed)
+
+ public:
+  CellItem(Component& component, Adapters& adapters);
+  QString reuseIdentifier() const { return reuseIdentifier_; }
+  bool selectable() const;
+  Q_INVOKABLE fleetor::ComponentItem* outlet(const QString& name) const;
+
+ private:
+  QString reuseIdentifier_;
+};
+
+/// The rows of a table as a model. A reload becomes the smallest change, once a drawing of the table asks for
+/// it: rows come and go at the end, and of the others those in sight are read again. The cell of a row is
+/// made when it is first read. Without any drawing there are no rows.
+class TableModel : public QAbstractListModel {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+
+ public:
+  enum Role { CellRole = Qt::UserRole, HeightRole };
+
+  TableModel(TableView& table, Adapters& adapters);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QHash<int, QByteArray> roleNames() const override;
+
+  /// A row has come into sight or has left it. One row may be drawn twice for a moment: a list that is
+  /// scrolled back makes the new drawing before the event loop has done away with the old one.
+  void beginDisplaying(int row);
+  void endDisplaying(int row);
+
+  /// Becomes what the table is. Call it when the table is about to be drawn.
+  void update();
+
+  void tableDestroyed();
+
+ Q_SIGNALS:
+  void stale();  ///< `update` has something to do
+
+ private:
+  TableView* table_;
+  Adapters& adapters_;
+  int rows_ = 0;
+  bool stale_ = true;
+  std::map<int, int> displayed_;     // row to number of drawings in sight
+  mutable std::set<int> withCells_;  // rows that have read their cell and still hold it
+  Connection reloaded_;
+};
+
+class TableItem : public fleetor::ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(fleetor::TableModel* model READ model CONSTANT)
+  Q_PROPERTY(bool emptyFooter READ emptyFooter NOTIFY changed)
+  Q_PROPERTY(int selectedRow READ selectedRow NOTIFY changed)
+
+ public:
+  TableItem(Component& component, Adapters& adapters);
+  TableModel* model() { return &model_; }
+  bool emptyFooter() const;
+  int selectedRow() const;  ///< -1: none
+  Q_INVOKABLE void tap(int row);
+  Q_INVOKABLE void beginDisplaying(int row) { model_.beginDisplaying(row); }
+  Q_INVOKABLE void endDisplaying(int row) { model_.endDisplaying(row); }
+  void refresh() override;
+
+ private:
+  TableModel model_;
+};
+
+/// Sits in the drawing of a table and updates its model right before a frame that shows it. There is no such
+/// frame while the drawing is hidden, or the window is, so that nothing is asked for which nobody sees.
+class TableUpdates : public QQuickItem {
+  Q_OBJECT
+  QML_ELEMENT
+  Q_PROPERTY(fleetor::TableItem* table READ table WRITE setTable NOTIFY tableChanged)
+
+ public:
+  TableItem* table() const { return table_; }
+  void setTable(TableItem* table);
+
+ Q_SIGNALS:
+  void tableChanged();
+
+ protected:
+  void updatePolish() override;
+  void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+ private:
+  QPointer<TableItem> table_;
+};
+
+}  // namespace fleetor

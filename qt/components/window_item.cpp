@@ -1,0 +1,148 @@
+#include "qt/components/window_item.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace fleetor {
+
+namespace {
+
+std::vector<std::shared_ptr<ViewController>> presentedFrom(const Window& window) {
+  std::vector<std::shared_ptr<ViewController>> screens;
+  for (auto screen = window.rootViewController(); screen; screen = screen->presentedViewController())
+    screens.push_back(screen);
+  return screens;
+}
+
+/// Goes one step back within that screen or in what it contains.
+bool stepBack(ViewController& screen) {
+  if (auto* stack = dynamic_cast<NavigationController*>(&screen)) {
+    if (stepBack(*stack->topViewController())) return true;
+    if (stack->viewControllers().size() < 2 && !stack->presentingViewController()) return false;
+    const auto& left = stack->topViewController()->navigationItem().leftBarButtonItems();
+    if (!left.empty())
+      left.front()->tap();
+    else
+      stack->popViewControllerAnimated(true);
+    return true;
+  }
+  if (auto* container = dynamic_cast<SWRevealViewController*>(&screen)) {
+    if (container->tapShouldBegin()) {
+      container->tapFront();
+      return true;
+    }
+    return container->frontViewController() && stepBack(*container->frontViewController());
+  }
+  if (auto* cancel = dynamic_cast<Button*>(screen.findOutlet("cancelButton"))) {
+    cancel->tap();
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+WindowItem::WindowItem(Component& component, Adapters& registry)
+    : ComponentItem(component, registry), screens_(registry) {
+  refresh();
+}
+
+ProgressOverlayItem* WindowItem::progressOverlay() const {
+  auto* window = as<Window>();
+  return window ? adapters().itemFor<ProgressOverlayItem>(&window->progressOverlay()) : nullptr;
+}
+
+ToastItem* WindowItem::toast() const {
+  const auto* window = as<Window>();
+  return window ? adapters().itemFor<ToastItem>(const_cast<Toast*>(window->toast())) : nullptr;
+}
+
+AlertViewItem* WindowItem::alert() const {
+  const auto* window = as<Window>();
+  return window && !window->alerts().empty()
+             ? adapters().itemFor<AlertViewItem>(window->alerts().back().get())
+             : nullptr;
+}
+
+DatePickerItem* WindowItem::datePicker() const {
+  const auto* window = as<Window>();
+  return window ? adapters().itemFor<DatePickerItem>(window->datePicker().get()) : nullptr;
+}
+
+bool WindowItem::blocked() const {
+  return read<Window>([](Window& c) { return !c.alerts().empty() || c.datePicker() != nullptr; });
+}
+
+bool WindowItem::pad() const {
+  return adapters().environment().device.isPad();
+}
+
+bool WindowItem::leaving(ViewControllerItem* screen) const {
+  const auto* controller = screen ? screen->as<ViewController>() : nullptr;
+  const auto* presenter = controller ? controller->presentingViewController() : nullptr;
+  const Transition* running = nullptr;
+  for (; presenter && !running; presenter = presenter->presentingViewController())
+    if (const Transition* one = presenter->runningPresentation(); one && one->kind == TransitionKind::dismiss)
+      running = one;
+  return running &&
+         std::ranges::any_of(running->outgoing, [&](const auto& s) { return s.get() == controller; });
+}
+
+int WindowItem::presentationDuration() const {
+  const auto* window = as<Window>();
+  if (!window) return 0;
+  for (const auto& screen : presentedFrom(*window))
+    if (const Transition* running = screen->runningPresentation())
+      return static_cast<int>(std::lround(running->duration.count() * 1000));
+  return 0;
+}
+
+QString WindowItem::word(const QString& key) const {
+  return adapters().localized(key.toStdString());
+}
+
+double WindowItem::keyboardHeight() const {
+  return read<Window>([](Window& c) { return c.keyboard().height(); });
+}
+
+void WindowItem::setKeyboardHeight(double points) {
+  if (auto* window = as<Window>()) window->keyboard().setHeight(points);
+  Q_EMIT changed();
+}
+
+bool WindowItem::goBack() {
+  auto* window = as<Window>();
+  if (!window) return false;
+  if (!window->alerts().empty()) {
+    const auto alert = window->alerts().back();
+    alert->tapButton(0);
+    return true;
+  }
+  if (const auto picker = window->datePicker()) {
+    picker->cancel();
+    return true;
+  }
+  ViewController* top = window->topViewController();
+  if (!top) return false;
+  const auto kept = top->shared_from_this();
+  return stepBack(*kept);
+}
+
+void WindowItem::setSize(double width, double height) {
+  if (auto* window = as<Window>(); window && width > 0 && height > 0) window->setSize({width, height});
+}
+
+void WindowItem::refresh() {
+  chain_.clear();
+  if (const auto* window = as<Window>()) {
+    const auto screens = presentedFrom(*window);
+    for (const auto& screen : screens)
+      chain_.push_back(screen->changed.connect([this] { refresh(); }));
+    screens_.update(screens);
+  } else {
+    screens_.update({});
+  }
+  ComponentItem::refresh();
+}
+
+}  // namespace fleetor

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <vector>
+
+#include "qt/components/control_items.h"
+#include "qt/components/view_controller_items.h"
+#include "ui/window.h"
+
+namespace fleetor {
+
+/// The window's screens and what lies over them, and the way in for the size, the keyboard and the user's
+/// wish to go back.
+class WindowItem : public fleetor::ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(
+      fleetor::ScreenListModel* screens READ screens CONSTANT)  ///< the root, then what is presented over it
+  Q_PROPERTY(fleetor::ProgressOverlayItem* progressOverlay READ progressOverlay NOTIFY changed)
+  Q_PROPERTY(fleetor::ToastItem* toast READ toast NOTIFY changed)
+  Q_PROPERTY(fleetor::AlertViewItem* alert READ alert NOTIFY changed)
+  Q_PROPERTY(fleetor::DatePickerItem* datePicker READ datePicker NOTIFY changed)
+  Q_PROPERTY(bool blocked READ blocked NOTIFY changed)  ///< an alert or a picker waits for its answer
+  Q_PROPERTY(bool pad READ pad CONSTANT)
+  Q_PROPERTY(double keyboardHeight READ keyboardHeight NOTIFY changed)  ///< points that a keyboard covers
+
+ public:
+  WindowItem(Component& component, Adapters& adapters);
+
+  ScreenListModel* screens() { return &screens_; }
+  ProgressOverlayItem* progressOverlay() const;
+  ToastItem* toast() const;
+  AlertViewItem* alert() const;
+  DatePickerItem* datePicker() const;
+  bool blocked() const;
+  bool pad() const;
+
+  /// Whether the screen is about to leave, with the window's screens still in the model.
+  Q_INVOKABLE bool leaving(fleetor::ViewControllerItem* screen) const;
+
+  /// Length of the change among presented screens that runs now, in milliseconds; 0: none.
+  Q_INVOKABLE int presentationDuration() const;
+
+  /// The text in the user's language of a word that belongs to the look ("Done", "Cancel", "Previous month").
+  Q_INVOKABLE QString word(const QString& key) const;
+
+  double keyboardHeight() const;
+  void setKeyboardHeight(double points);
+
+  /// The user wants to go back: cancels the alert or the picker, closes the menu, or presses the way back of
+  /// the screen on top. False: there is nothing to go back to.
+  Q_INVOKABLE bool goBack();
+
+  void setSize(double width, double height);
+  void refresh() override;
+
+ private:
+  ScreenListModel screens_;
+  std::vector<Connection> chain_;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,88 @@
+#include "qt/map/line_material.h"
+
+#include <QMatrix4x4>
+#include <algorithm>
+#include <cstring>
+
+namespace fleetor {
+
+namespace {
+
+/// As the uniform block of the shaders.
+struct LineUniforms {
+  float matrix[16];
+  float color[4];
+  float casing[4];
+  float halfWidth;
+  float casingWidth;
+  float pixel;
+  float scale;
+};
+
+constexpr float casingWidth = 1;  // points, on each side
+constexpr float casingOpacity = 0.55F;
+constexpr double lightLine = 0.75;  // luma above which the casing is dark
+
+class LineShader final : public QSGMaterialShader {
+ public:
+  LineShader() {
+    setShaderFileName(VertexStage, QStringLiteral(":/qt/map/shaders/line.vert.qsb"));
+    setShaderFileName(FragmentStage, QStringLiteral(":/qt/map/shaders/line.frag.qsb"));
+  }
+
+  bool updateUniformData(RenderState& state, QSGMaterial* material, QSGMaterial*) override {
+    const auto& look = static_cast<LineMaterial*>(material)->look;
+    LineUniforms uniforms;
+    std::memcpy(uniforms.matrix, state.combinedMatrix().constData(), sizeof uniforms.matrix);
+    const float opacity = static_cast<float>(look.color.alphaF()) * state.opacity();
+    uniforms.color[0] = static_cast<float>(look.color.redF()) * opacity;
+    uniforms.color[1] = static_cast<float>(look.color.greenF()) * opacity;
+    uniforms.color[2] = static_cast<float>(look.color.blueF()) * opacity;
+    uniforms.color[3] = opacity;
+    const double luma = 0.299 * look.color.redF() + 0.587 * look.color.greenF() + 0.114 * look.color.blueF();
+    std::fill_n(uniforms.casing, 3, luma > lightLine ? 0.0F : casingOpacity * opacity);
+    uniforms.casing[3] = casingOpacity * opacity;
+    uniforms.halfWidth = look.halfWidth;
+    uniforms.casingWidth = casingWidth;
+    uniforms.pixel = look.pixel;
+    uniforms.scale = look.scale;
+    std::memcpy(state.uniformData()->data(), &uniforms, sizeof uniforms);
+    return true;
+  }
+};
+
+}  // namespace
+
+LineMaterial::LineMaterial() {
+  // Merged strips would have to be transformed and sent anew whenever the map moves.
+  setFlag(Blending | NoBatching);
+}
+
+QSGMaterialType* LineMaterial::type() const {
+  static QSGMaterialType type;
+  return &type;
+}
+
+QSGMaterialShader* LineMaterial::createShader(QSGRendererInterface::RenderMode) const {
+  return new LineShader;
+}
+
+int LineMaterial::compare(const QSGMaterial* other) const {
+  if (look == static_cast<const LineMaterial*>(other)->look) return 0;
+  return this < other ? -1 : 1;
+}
+
+const QSGGeometry::AttributeSet& LineMaterial::attributes() {
+  static const QSGGeometry::Attribute list[] = {
+      QSGGeometry::Attribute::createWithAttributeType(0, 2, QSGGeometry::FloatType,
+                                                      QSGGeometry::PositionAttribute),
+      QSGGeometry::Attribute::createWithAttributeType(1, 2, QSGGeometry::FloatType,
+                                                      QSGGeometry::UnknownAttribute),
+      QSGGeometry::Attribute::createWithAttributeType(2, 1, QSGGeometry::FloatType,
+                                                      QSGGeometry::UnknownAttribute),
+  };
+  static const QSGGeometry::AttributeSet set{3, sizeof(LineVertex), list};
+  return set;
+}
+
+}  // namespace fleetor

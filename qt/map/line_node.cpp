@@ -1,0 +1,128 @@
+#include "qt/map/line_node.h"
+
+#include <QMatrix4x4>
+#include <cmath>
+
+#include "qt/map/map_node.h"
+
+namespace fleetor {
+
+namespace {
+
+constexpr float sharpTurn = 0.5F;  // cosine: beyond 60 degrees a mitre would stick out too far
+
+struct LineDirection {
+  float x = 0;
+  float y = 0;
+};
+
+LineDirection directionOf(const TrackVertex& from, const TrackVertex& to) {
+  const float x = to.x - from.x;
+  const float y = to.y - from.y;
+  const float length = std::hypot(x, y);
+  return {x / length, y / length};
+}
+
+class StripWriter {
+ public:
+  explicit StripWriter(LineVertex* out) : out_(out) {}
+
+  /// Both edges at a point; along moves them on in the direction of the line, in half widths.
+  void pair(const TrackVertex& at, LineDirection direction, float across, float along) {
+    for (const float side : {-1.0F, 1.0F}) {
+      *out_++ = {at.x, at.y, -direction.y * across * side + direction.x * along,
+                 direction.x * across * side + direction.y * along, side};
+    }
+  }
+
+ private:
+  LineVertex* out_;
+};
+
+}  // namespace
+
+QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk) {
+  const auto& points = chunk.vertices;
+  std::size_t pairs = points.size();
+  std::vector<LineDirection> directions;
+  directions.reserve(points.size() - 1);
+  for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+    directions.push_back(directionOf(points[i], points[i + 1]));
+    if (i > 0) {
+      const auto& [ax, ay] = directions[i - 1];
+      const auto& [bx, by] = directions[i];
+      if (ax * bx + ay * by < sharpTurn) ++pairs;
+    }
+  }
+  auto* geometry = new QSGGeometry(LineMaterial::attributes(), static_cast<int>(2 * pairs));
+  geometry->setDrawingMode(QSGGeometry::DrawTriangleStrip);
+  StripWriter strip(static_cast<LineVertex*>(geometry->vertexData()));
+  strip.pair(points.front(), directions.front(), 1, -1);
+  for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+    const auto& before = directions[i - 1];
+    const auto& after = directions[i];
+    const float cosine = before.x * after.x + before.y * after.y;
+    if (cosine < sharpTurn) {
+      const float over = cosine < 0 ? 1.0F : 0.5F;  // covers the outside of the turn
+      strip.pair(points[i], before, 1, over);
+      strip.pair(points[i], after, 1, -over);
+    } else {
+      const float half = std::sqrt((1 + cosine) / 2);
+      const LineDirection middle{(before.x + after.x) / (2 * half), (before.y + after.y) / (2 * half)};
+      strip.pair(points[i], middle, 1 / half, 0);
+    }
+  }
+  strip.pair(points.back(), directions.back(), 1, 1);
+
+  auto* node = new QSGGeometryNode;
+  node->setGeometry(geometry);
+  node->setFlag(OwnsGeometry);
+  node->setMaterial(&material_);
+  return node;
+}
+
+void LineNode::takePieces(const DrawnLine& line, WorldPoint origin) {
+  origin_ = origin;
+  version_ = line.version;
+  level_ = line.level;
+  const double scale = pointsPerWorldUnit(line.level);
+  auto before = std::exchange(strips_, {});
+  for (const TrackPiece& piece : line.pieces) {
+    const Key key{piece.chunk.get(), piece.shift};
+    Strip strip;
+    if (auto kept = before.extract(key); !kept.empty()) {
+      strip = kept.mapped();
+    } else {
+      strip = {piece.chunk, new QSGTransformNode, makeStrip(*piece.chunk)};
+      strip.place->appendChildNode(strip.node);
+      appendChildNode(strip.place);
+    }
+    QMatrix4x4 matrix;
+    matrix.translate(static_cast<float>((piece.chunk->origin.x + piece.shift - origin.x) * scale),
+                     static_cast<float>((piece.chunk->origin.y - origin.y) * scale));
+    strip.place->setMatrix(matrix);
+    strips_[key] = strip;
+  }
+  for (const auto& [key, gone] : before)
+    delete gone.place;
+}
+
+void LineNode::update(const MapFrame& frame, const DrawnLine& line) {
+  if (line.version != version_) takePieces(line, frame.camera.center);
+
+  const double scale = std::exp2(frame.camera.zoom - level_);
+  const LineMaterial::Look look{line.color, static_cast<float>(line.width / 2),
+                                static_cast<float>(1 / frame.pixelRatio), static_cast<float>(scale)};
+  if (look != material_.look) {
+    material_.look = look;
+    for (const auto& [key, strip] : strips_)
+      strip.node->markDirty(DirtyMaterial);
+  }
+  const QPointF at = frame.screenPoint(origin_);
+  QMatrix4x4 matrix;
+  matrix.translate(static_cast<float>(at.x()), static_cast<float>(at.y()));
+  matrix.scale(static_cast<float>(scale), static_cast<float>(scale));
+  if (matrix != this->matrix()) setMatrix(matrix);
+}
+
+}  // namespace fleetor

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QSGGeometryNode>
+#include <QSGTransformNode>
+#include <map>
+#include <utility>
+
+#include "qt/map/line_material.h"
+#include "qt/map/map_lines.h"
+
+namespace fleetor {
+
+struct MapFrame;
+
+/// One line: a strip of triangles for every chunk that is drawn, each at a fixed place beneath one transform,
+/// which is all that changes when the map moves. Render thread; at sync the main thread waits.
+class LineNode final : public QSGTransformNode {
+ public:
+  void update(const MapFrame& frame, const DrawnLine& line);
+
+ private:
+  using Key = std::pair<const TrackChunk*, double>;  // and the copy of the world
+  struct Strip {
+    std::shared_ptr<const TrackChunk> chunk;  // keeps its address from being used for another
+    QSGTransformNode* place = nullptr;
+    QSGGeometryNode* node = nullptr;
+  };
+
+  void takePieces(const DrawnLine& line, WorldPoint origin);
+  QSGGeometryNode* makeStrip(const TrackChunk& chunk);
+
+  LineMaterial material_;
+  int level_ = 0;
+  std::uint64_t version_ = 0;  // 0: nothing yet
+  WorldPoint origin_;
+  std::map<Key, Strip> strips_;
+};
+
+}  // namespace fleetor

@@ -1,0 +1,153 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QPointF>
+#include <QPointer>
+#include <QUrl>
+#include <memory>
+#include <vector>
+
+#include "map/marker_stacks.h"
+#include "qt/components/adapters.h"
+#include "ui/map_view.h"
+
+namespace fleetor {
+
+/// One marker.
+class MapMarkerItem : public fleetor::ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(QUrl image READ image NOTIFY changed)
+  Q_PROPERTY(double zPosition READ zPosition NOTIFY changed)
+  Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
+  Q_PROPERTY(bool tappable READ tappable NOTIFY changed)  ///< a tap opens its callout
+  Q_PROPERTY(QPointF place READ place NOTIFY placeChanged)
+  Q_PROPERTY(bool nearby READ nearby NOTIFY placeChanged)
+  Q_PROPERTY(int stacked READ stacked NOTIFY placeChanged)
+
+ public:
+  using ComponentItem::ComponentItem;
+  QUrl image() const;
+  double zPosition() const;
+  QString title() const;
+  QString subtitle() const;
+  bool tappable() const;
+
+  /// Its middle, from the map's markerOrigin. It changes with the zoom and not when the map is moved.
+  QPointF place() const { return place_; }
+  /// On the screen or close to it; what is further away need not be drawn.
+  bool nearby() const { return nearby_; }
+  void setPlace(QPointF place, bool nearby);
+
+  /// How many markers lie in its place when it is the topmost of them, itself included; else 0.
+  int stacked() const { return stacked_; }
+  void setStacked(int count);
+
+ Q_SIGNALS:
+  void placeChanged();
+
+ private:
+  QPointF place_;
+  bool nearby_ = false;
+  int stacked_ = 0;
+};
+
+/// The markers as a model of one role, "marker".
+class MapMarkerModel : public QAbstractListModel {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+
+ public:
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QHash<int, QByteArray> roleNames() const override { return {{Qt::UserRole, "marker"}}; }
+
+  using Items = std::vector<QPointer<MapMarkerItem>>;  ///< one whose marker has gone is none
+  const Items& items() const { return items_; }
+
+  /// Becomes those items, keeping the rows of the markers that stay and adding at most so many new ones.
+  /// False when some are left for the next call.
+  bool update(const Items& items, int most);
+
+ private:
+  Items items_;
+};
+
+/// A map, but for what MapSurface draws of it.
+class MapViewItem : public fleetor::ComponentItem {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("Made by the program")
+  Q_PROPERTY(bool satellite READ satellite NOTIFY changed)
+  Q_PROPERTY(bool covered READ covered NOTIFY changed)
+  Q_PROPERTY(bool placed READ placed NOTIFY changed)
+  Q_PROPERTY(fleetor::MapMarkerModel* markers READ markers CONSTANT)
+  Q_PROPERTY(fleetor::MapMarkerItem* selected READ selected NOTIFY changed)  ///< whose callout is open
+  Q_PROPERTY(fleetor::MapMarkerItem* current READ current NOTIFY changed)    ///< the markers' tab stop
+  Q_PROPERTY(QPointF markerOrigin READ markerOrigin NOTIFY markersMoved)
+
+ public:
+  MapViewItem(Component& component, Adapters& adapters);
+
+  bool satellite() const;
+  bool covered() const;
+  bool placed() const;
+  QString attribution() const;     ///< of the tiles
+  QString noTilesMessage() const;  ///< shown when there are none
+  MapMarkerModel* markers() { return &markers_; }
+  MapMarkerItem* selected() const;
+  MapMarkerItem* current() const;
+
+  /// Where on the map the places of the markers are measured from.
+  QPointF markerOrigin() const { return markerOrigin_; }
+
+  /// A tap on that marker opens its callout or closes it.
+  Q_INVOKABLE void toggle(fleetor::MapMarkerItem* marker);
+  Q_INVOKABLE void deselect();
+  /// That marker has the focus: makes it the current one and brings it well into sight.
+  Q_INVOKABLE void reveal(fleetor::MapMarkerItem* marker);
+
+  /// A tap there opens a callout, or closes one (see MarkerStacks). False: it touches no marker.
+  bool tap(QPointF point);
+
+  /// Takes up what has become of the annotations and puts the markers where the camera shows them. With a
+  /// pixel ratio above 0, onto whole pixels. Once a frame: a marker that is taken off and comes back in
+  /// between, as that of a moving vehicle does, keeps its drawing and the focus. Of a crowd only as many are
+  /// drawn as can be told apart, the first, the last, the one with the callout and the current one always
+  /// among them. True when more are to come in the next frame.
+  bool placeMarkers(double pixelRatio);
+
+  TileSource& tiles() const { return adapters().tiles(); }
+  Queues& queues() const { return adapters().environment().queues; }
+
+ Q_SIGNALS:
+  void markersMoved();
+  void cameraChanged();
+  void overlaysChanged();
+  void markersChanged();
+
+ private:
+  MapMarkerItem* itemFor(const MapView& map, const std::shared_ptr<MapAnnotation>& annotation) const;
+  void chooseMarkers(MapView& map);
+  void stackMarkers();
+
+  MapMarkerModel markers_;
+  bool markersStale_ = true;
+  std::vector<WorldPoint> places_;  // of a crowd's annotations
+  MapMarkerModel::Items wanted_;    // what the model is to become
+  bool complete_ = true;            // it has
+  WorldRect window_;                // what wanted_ was chosen for, and for which whole zoom
+  double windowZoom_ = -1;
+  WorldPoint origin_;       // of markerOrigin_
+  double placedZoom_ = -1;  // for which the markers have their places; none have yet
+  bool placedOnPixels_ = false;
+  QPointF markerOrigin_;
+  MapMarkerModel::Items touchable_;  // that a tap may touch, as stacks_ counts them
+  MarkerStacks stacks_;
+  std::vector<Connection> connections_;
+};
+
+}  // namespace fleetor
