@@ -81,6 +81,7 @@ struct Stage {
               return server;
             }(),
             folder.path()) {
+    addMapAdapters(adapters, tiles);
     window.resize(pan::width, pan::height);
     surface.setParentItem(window.contentItem());
     surface.setSize(QSizeF(pan::width, pan::height));
@@ -117,7 +118,7 @@ struct Stage {
   Appearance appearance;
   Environment environment{queues, device, clock, center, appearance};
   TileSource tiles;
-  Adapters adapters{environment, tiles};
+  Adapters adapters{environment};
   QQuickWindow window;
   MapSurface surface;
 };

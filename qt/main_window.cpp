@@ -9,6 +9,7 @@
 #include "qt/components/accessible_layer.h"
 #include "qt/components/person.h"
 #include "qt/components/window_item.h"
+#include "qt/map/map_view_item.h"
 
 // The QML module is part of this library; naming its registration keeps the linker from leaving it out.
 extern void qml_register_types_Fleetor();
@@ -17,7 +18,8 @@ namespace fleetor {
 
 MainWindow::MainWindow(Application& application, Environment& environment, TileSource& tiles,
                        const Look& look)
-    : application_(application), adapters_(environment, tiles) {
+    : application_(application), adapters_(environment) {
+  addMapAdapters(adapters_, tiles);
   qml_register_types_Fleetor();
   QAccessible::installFactory(AccessibleLayer::interfaceOf);
   auto* item = adapters_.itemFor<WindowItem>(&application.window());

@@ -6,6 +6,7 @@
 
 #include "qt/components/adapters.h"
 #include "qt/device/settings_portal.h"
+#include "qt/map/tile_source.h"
 #include "ui/application.h"
 
 class QQuickWindow;

@@ -7,9 +7,30 @@
 #include "qt/components/table_model.h"
 #include "qt/components/view_controller_items.h"
 #include "qt/components/window_item.h"
-#include "qt/map/map_view_item.h"
 
 namespace fleetor {
+
+Adapters::Adapters(Environment& environment) : environment_(environment) {
+  add<NavigationController, NavigationControllerItem>();
+  add<SWRevealViewController, RevealControllerItem>();
+  add<SwipeTabBarController, SwipeTabBarControllerItem>();
+  add<ViewController, ViewControllerItem>();
+  add<TableView, TableItem>();
+  add<TableViewCell, CellItem>();
+  add<Button, ButtonItem>();
+  add<Label, LabelItem>();
+  add<ImageView, ImageViewItem>();
+  add<ActivityIndicator, ActivityIndicatorItem>();
+  add<TextField, TextFieldItem>();
+  add<WebView, WebViewItem>();
+  add<TabBar, TabBarAdapter>();
+  add<ProgressOverlay, ProgressOverlayItem>();
+  add<Toast, ToastItem>();
+  add<AlertView, AlertViewItem>();
+  add<ActionSheetDatePicker, DatePickerItem>();
+  add<LayoutConstraint, LayoutConstraintItem>();
+  add<Window, WindowItem>();
+}
 
 ComponentItem* Adapters::itemFor(Component* component) {
   if (!component) return nullptr;
@@ -24,28 +45,8 @@ ComponentItem* Adapters::itemFor(Component* component) {
 }
 
 ComponentItem* Adapters::make(Component& component) {
-  Component* const c = &component;
-  if (dynamic_cast<NavigationController*>(c)) return new NavigationControllerItem(component, *this);
-  if (dynamic_cast<SWRevealViewController*>(c)) return new RevealControllerItem(component, *this);
-  if (dynamic_cast<SwipeTabBarController*>(c)) return new SwipeTabBarControllerItem(component, *this);
-  if (dynamic_cast<ViewController*>(c)) return new ViewControllerItem(component, *this);
-  if (dynamic_cast<TableView*>(c)) return new TableItem(component, *this);
-  if (dynamic_cast<MapView*>(c)) return new MapViewItem(component, *this);
-  if (dynamic_cast<MapAnnotationView*>(c)) return new MapMarkerItem(component, *this);
-  if (dynamic_cast<TableViewCell*>(c)) return new CellItem(component, *this);
-  if (dynamic_cast<Button*>(c)) return new ButtonItem(component, *this);
-  if (dynamic_cast<Label*>(c)) return new LabelItem(component, *this);
-  if (dynamic_cast<ImageView*>(c)) return new ImageViewItem(component, *this);
-  if (dynamic_cast<ActivityIndicator*>(c)) return new ActivityIndicatorItem(component, *this);
-  if (dynamic_cast<TextField*>(c)) return new TextFieldItem(component, *this);
-  if (dynamic_cast<WebView*>(c)) return new WebViewItem(component, *this);
-  if (dynamic_cast<TabBar*>(c)) return new TabBarAdapter(component, *this);
-  if (dynamic_cast<ProgressOverlay*>(c)) return new ProgressOverlayItem(component, *this);
-  if (dynamic_cast<Toast*>(c)) return new ToastItem(component, *this);
-  if (dynamic_cast<AlertView*>(c)) return new AlertViewItem(component, *this);
-  if (dynamic_cast<ActionSheetDatePicker*>(c)) return new DatePickerItem(component, *this);
-  if (dynamic_cast<LayoutConstraint*>(c)) return new LayoutConstraintItem(component, *this);
-  if (dynamic_cast<Window*>(c)) return new WindowItem(component, *this);
+  for (const auto& [isOfKind, factory] : kinds_)
+    if (isOfKind(component)) return factory(component, *this);
   return new ComponentItem(component, *this);
 }
 

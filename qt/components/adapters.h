@@ -2,21 +2,33 @@
 
 #include <QObject>
 #include <QUrl>
+#include <functional>
 #include <string>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "qt/components/component_item.h"
-#include "qt/map/tile_source.h"
 #include "ui/environment.h"
 
 namespace fleetor {
 
 /// Makes the adapter of every component that QML asks for, one each, and keeps it for as long as the
 /// component lives. Main thread only; outlives the QML engine that shows the adapters, and is destroyed
-/// before the environment and the tile source.
+/// before the environment and whatever the factories refer to.
 class Adapters : public QObject {
  public:
-  Adapters(Environment& environment, TileSource& tiles) : environment_(environment), tiles_(tiles) {}
+  using Factory = std::function<ComponentItem*(Component& component, Adapters& adapters)>;
+
+  explicit Adapters(Environment& environment);
+
+  /// From now on `factory` makes the adapter of every component of class `Kind` that no earlier call covers:
+  /// name derived classes before their bases.
+  template <class Kind>
+  void add(Factory factory) {
+    kinds_.emplace_back([](Component& component) { return dynamic_cast<Kind*>(&component) != nullptr; },
+                        std::move(factory));
+  }
 
   /// The adapter of that component; none for none.
   ComponentItem* itemFor(Component* component);
@@ -31,7 +43,6 @@ class Adapters : public QObject {
 
   QString localized(const std::string& key) const;
   Environment& environment() const { return environment_; }
-  TileSource& tiles() const { return tiles_; }
 
  private:
   struct Entry {
@@ -39,10 +50,14 @@ class Adapters : public QObject {
     Connection destroyed;
   };
 
+  template <class Kind, class Item>
+  void add() {
+    add<Kind>([](Component& component, Adapters& adapters) { return new Item(component, adapters); });
+  }
   ComponentItem* make(Component& component);
 
   Environment& environment_;
-  TileSource& tiles_;
+  std::vector<std::pair<bool (*)(Component&), Factory>> kinds_;
   std::unordered_map<const Component*, Entry> items_;
 };
 

@@ -100,7 +100,8 @@ bool MapMarkerModel::update(const Items& items, int most) {
   return true;
 }
 
-MapViewItem::MapViewItem(Component& component, Adapters& registry) : ComponentItem(component, registry) {
+MapViewItem::MapViewItem(Component& component, Adapters& registry, TileSource& tiles)
+    : ComponentItem(component, registry), tiles_(tiles) {
   auto& map = *as<MapView>();
   connections_.push_back(map.cameraChanged.connect([this] { Q_EMIT cameraChanged(); }));
   connections_.push_back(map.overlaysChanged.connect([this] { Q_EMIT overlaysChanged(); }));
@@ -278,6 +279,15 @@ void MapViewItem::chooseMarkers(MapView& map) {
     if (const auto view = map.viewForAnnotation(*annotation))
       wanted_.emplace_back(adapters().itemFor<MapMarkerItem>(view.get()));
   complete_ = false;
+}
+
+void addMapAdapters(Adapters& adapters, TileSource& tiles) {
+  adapters.add<MapView>([&tiles](Component& component, Adapters& all) -> ComponentItem* {
+    return new MapViewItem(component, all, tiles);
+  });
+  adapters.add<MapAnnotationView>([](Component& component, Adapters& all) -> ComponentItem* {
+    return new MapMarkerItem(component, all);
+  });
 }
 
 }  // namespace fleetor

@@ -9,6 +9,7 @@
 
 #include "map/marker_stacks.h"
 #include "qt/components/adapters.h"
+#include "qt/map/tile_source.h"
 #include "ui/map_view.h"
 
 namespace fleetor {
@@ -90,7 +91,7 @@ class MapViewItem : public fleetor::ComponentItem {
   Q_PROPERTY(QPointF markerOrigin READ markerOrigin NOTIFY markersMoved)
 
  public:
-  MapViewItem(Component& component, Adapters& adapters);
+  MapViewItem(Component& component, Adapters& adapters, TileSource& tiles);
 
   bool satellite() const;
   bool covered() const;
@@ -120,7 +121,7 @@ class MapViewItem : public fleetor::ComponentItem {
   /// among them. True when more are to come in the next frame.
   bool placeMarkers(double pixelRatio);
 
-  TileSource& tiles() const { return adapters().tiles(); }
+  TileSource& tiles() const { return tiles_; }
   Queues& queues() const { return adapters().environment().queues; }
 
  Q_SIGNALS:
@@ -134,6 +135,7 @@ class MapViewItem : public fleetor::ComponentItem {
   void chooseMarkers(MapView& map);
   void stackMarkers();
 
+  TileSource& tiles_;
   MapMarkerModel markers_;
   bool markersStale_ = true;
   std::vector<WorldPoint> places_;  // of a crowd's annotations
@@ -149,5 +151,8 @@ class MapViewItem : public fleetor::ComponentItem {
   MarkerStacks stacks_;
   std::vector<Connection> connections_;
 };
+
+/// Makes the adapters of maps and markers; maps show tiles of that source, which outlives them.
+void addMapAdapters(Adapters& adapters, TileSource& tiles);
 
 }  // namespace fleetor

@@ -100,6 +100,7 @@ class MapPageTest : public testing::Test {
  protected:
   void SetUp() override {
     qml_register_types_Fleetor();
+    addMapAdapters(adapters_, tiles_);
     pager_ = std::make_shared<SwipeTabBarController>(environment_);
     page_ = std::make_shared<Page>(environment_);
     pager_->setViewControllers({std::make_shared<ViewController>(environment_), page_,
@@ -178,7 +179,7 @@ class MapPageTest : public testing::Test {
                     folder_.path()};
   std::shared_ptr<Page> page_;
   std::shared_ptr<SwipeTabBarController> pager_;
-  Adapters adapters_{environment_, tiles_};
+  Adapters adapters_{environment_};
   QQmlApplicationEngine engine_;
   QQuickWindow window_;
   std::unique_ptr<QObject> made_;

@@ -9,7 +9,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <functional>
 #include <map>
@@ -89,9 +88,7 @@ class TableInWindow : public testing::Test {
   Appearance appearance;
   Environment environment{queues, device, queues, center, appearance};
   TableView table{environment};
-  const QTemporaryDir folder;
-  TileSource tiles{{}, folder.path()};
-  Adapters adapters{environment, tiles};
+  Adapters adapters{environment};
   QQmlApplicationEngine engine;
   QQuickWindow window;
   std::unique_ptr<QObject> made;
