@@ -30,6 +30,9 @@ LoadingTableViewCell::LoadingTableViewCell(std::string reuseIdentifier)
 }
 
 std::shared_ptr<TableViewCell> TableView::dequeueReusableCellWithIdentifier(const std::string& identifier) {
+  if (const auto before = before_.find(asked_);
+      before != before_.end() && before->second->reuseIdentifier() == identifier)
+    return std::move(before_.extract(before).mapped());
   auto& spare = reusable_[identifier];
   const auto unused = std::ranges::find_if(spare, [](const auto& cell) { return cell.use_count() == 1; });
   if (unused != spare.end()) {
@@ -58,10 +61,14 @@ void TableView::reloadNow() {
   reloadPending_ = false;
   rows_.reset();
   selected_.reset();
-  for (auto& [row, cell] : std::exchange(cells_, {}))
-    if (auto& spare = reusable_[cell->reuseIdentifier()]; spare.size() < spareCells)
-      spare.push_back(std::move(cell));
+  for (auto& [row, cell] : std::exchange(before_, std::exchange(cells_, {})))
+    keepSpare(std::move(cell));
   reloaded.emit();
+}
+
+void TableView::keepSpare(std::shared_ptr<TableViewCell> cell) {
+  if (auto& spare = reusable_[cell->reuseIdentifier()]; spare.size() < spareCells)
+    spare.push_back(std::move(cell));
 }
 
 int TableView::numberOfRows() {
@@ -86,18 +93,17 @@ std::shared_ptr<TableViewCell> TableView::cellForRow(int row) {
   if (const auto found = cells_.find(row); found != cells_.end()) return found->second;
   if (!dataSource_ || !contains(row)) return nullptr;
   ++asking_;
+  asked_ = row;
   auto cell = dataSource_->tableViewCellForRowAtIndexPath(*this, {0, row});
+  asked_ = -1;
   --asking_;
   cells_[row] = cell;
   return cell;
 }
 
 void TableView::didEndDisplayingRow(int row) {
-  const auto found = cells_.find(row);
-  if (found == cells_.end()) return;
-  if (auto& spare = reusable_[found->second->reuseIdentifier()]; spare.size() < spareCells)
-    spare.push_back(std::move(found->second));
-  cells_.erase(found);
+  for (auto* cells : {&cells_, &before_})
+    if (auto node = cells->extract(row)) keepSpare(std::move(node.mapped()));
 }
 
 void TableView::tap(int row) {

@@ -60,8 +60,9 @@ class TableView : public Component {
     makers_[identifier] = std::move(maker);
   }
 
-  /// A cell that nobody uses any more, with what it last showed, or a new one. An identifier without a maker
-  /// is a programming fault.
+  /// A cell with what it last showed, or a new one. A row that is shown again after a reload gets the cell
+  /// that it had, if that is of the same kind, so that what has not changed is not drawn anew. An identifier
+  /// without a maker is a programming fault.
   std::shared_ptr<TableViewCell> dequeueReusableCellWithIdentifier(const std::string& identifier);
 
   /// Forgets all cells, the row count and the selection, then emits `reloaded`. Called while the data source
@@ -87,6 +88,7 @@ class TableView : public Component {
  private:
   bool contains(int row) { return row >= 0 && row < numberOfRows(); }
   void reloadNow();
+  void keepSpare(std::shared_ptr<TableViewCell> cell);
 
   Environment& environment_;
   TableViewDataSource* dataSource_ = nullptr;
@@ -94,6 +96,8 @@ class TableView : public Component {
   std::map<std::string, CellMaker> makers_;
   std::map<std::string, std::vector<std::shared_ptr<TableViewCell>>> reusable_;
   std::unordered_map<int, std::shared_ptr<TableViewCell>> cells_;
+  std::unordered_map<int, std::shared_ptr<TableViewCell>> before_;  ///< of the last reload, not yet asked for
+  int asked_ = -1;                                                  ///< the row whose cell is being asked for
   std::optional<int> rows_;
   std::optional<IndexPath> selected_;
   bool tableFooterView_ = false;

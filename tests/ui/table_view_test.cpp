@@ -96,10 +96,30 @@ TEST_F(TableViewTest, ScrollingThroughReusesWhatHasLeftTheScreen) {
 TEST_F(TableViewTest, ACellThatSomebodyStillDrawsIsNotFilledAnew) {
   auto held = table.cellForRow(0);
   table.reloadData();
+  table.didEndDisplayingRow(0);
   EXPECT_NE(table.cellForRow(1), held);
   const TableViewCell* let = held.get();
   held = nullptr;
   EXPECT_EQ(table.cellForRow(2).get(), let);
+}
+
+TEST_F(TableViewTest, ARowKeepsItsCellWhenTheTableIsReloaded) {
+  vehicles = 3;
+  int changes = 0;
+  std::vector<std::shared_ptr<TableViewCell>> before;
+  std::vector<Connection> connections;
+  for (int row = 0; row <= vehicles; ++row) {
+    before.push_back(table.cellForRow(row));
+    connections.push_back(before.back()->textLabel().changed.connect([&] { ++changes; }));
+  }
+  table.reloadData();
+  for (const int row : {3, 1, 0, 2})
+    EXPECT_EQ(table.cellForRow(row), before[static_cast<std::size_t>(row)]);
+  EXPECT_EQ(changes, 0) << "what has not changed is not drawn anew";
+
+  vehicles = 2;
+  table.reloadData();
+  EXPECT_EQ(table.cellForRow(2)->reuseIdentifier(), "LoadingCell") << "another kind than before";
 }
 
 TEST_F(TableViewTest, TapsSelectTheRowsThatAreForTapping) {
