@@ -19,7 +19,7 @@ class DatePicker : public WindowTest {
   void openVehicle() {
     signIn();
     ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
-    QTest::qWait(600);
+    rest();
     QTest::mouseClick(&window(), Qt::LeftButton, {}, {150, 100});
   }
 

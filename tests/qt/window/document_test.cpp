@@ -22,7 +22,7 @@ class DocumentTest : public WindowTest {
 
   bool waitForDocument() {
     if (!QTest::qWaitFor([&] { return focusIsOn(QAccessible::WebDocument); })) return false;
-    QTest::qWait(600);
+    rest();
     return true;
   }
 

@@ -10,6 +10,7 @@
 #include <QTest>
 #include <memory>
 
+#include "../rest.h"
 #include "qt/components/view_controller_items.h"
 #include "qt/map/map_surface.h"
 #include "support/fake_device.h"
@@ -327,10 +328,10 @@ TEST_F(MapPageTest, ATapOnAMarkerOpensItsCalloutAndATapOnTheMapClosesIt) {
   ASSERT_TRUE(colored({189, 300}, QColor("#2f7fc2")));
   QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 300});
   EXPECT_EQ(page_->map.selectedAnnotation(), stop);
-  QTest::qWait(700);
+  ASSERT_TRUE(comesToRest(window_));
   QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 250});  // on the callout itself
   EXPECT_EQ(page_->map.selectedAnnotation(), stop);
-  QTest::qWait(700);
+  ASSERT_TRUE(comesToRest(window_));
   QTest::mouseClick(&window_, Qt::LeftButton, {}, {200, 450});
   EXPECT_EQ(page_->map.selectedAnnotation(), nullptr);
 
@@ -408,7 +409,7 @@ TEST_F(MapPageTest, DrawsOfACrowdWhatCanBeToldApart) {
     most = std::max(most, drawn() - 24 * begun);
   });
   EXPECT_TRUE(QTest::qWaitFor([&] { return drawn() > 60; }));
-  QTest::qWait(300);
+  ASSERT_TRUE(comesToRest(window_));
   QObject::disconnect(counting);
   EXPECT_LE(most, 0) << "more than 24 in one frame";
   EXPECT_LE(drawn(), 302);
@@ -463,11 +464,10 @@ TEST_F(MapPageTest, ShowsNothingButItsGroundAndTakesNoGestureWhileItIsCovered) {
 
 TEST_F(MapPageTest, DrawsNoFrameWhileNothingMoves) {
   ASSERT_TRUE(colored({100, 200}, tileColor));
-  QTest::qWait(500);
+  ASSERT_TRUE(comesToRest(window_));
   int frames = 0;
   const auto counting = QObject::connect(&window_, &QQuickWindow::frameSwapped, [&] { ++frames; });
-  QTest::qWait(500);
-  EXPECT_LE(frames, 1);
+  EXPECT_FALSE(QTest::qWaitFor([&] { return frames > 1; }, 500));
   page_->map.setCenterCoordinate(at(500, 0), true);
   ASSERT_TRUE(waitForRest());
   EXPECT_GE(frames, 5);

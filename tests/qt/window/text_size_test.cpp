@@ -48,7 +48,7 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
   /// The texts in sight that do not show all they have to say: cut off with dots, reaching over the edge or
   /// into one another.
   std::vector<std::string> cutTexts() {
-    QTest::qWait(600);
+    rest();
     std::vector<QQuickItem*> texts;
     collect(
         window().contentItem(),

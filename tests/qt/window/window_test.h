@@ -8,11 +8,11 @@
 #include <QQuickWindow>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QTest>
 #include <cstdio>
 #include <functional>
 #include <memory>
 
+#include "../rest.h"
 #include "app/client.h"
 #include "support/memory_stores.h"
 
@@ -72,6 +72,9 @@ class WindowTest : public testing::Test {
 
   QQuickWindow& window() { return client_->mainWindow().window(); }
 
+  /// Waits until nothing moves any more.
+  void rest() { EXPECT_TRUE(comesToRest(window())); }
+
   using Match = std::function<bool(QQuickItem&)>;
 
   static void collect(QQuickItem* item, const Match& match, std::vector<QQuickItem*>& found) {
@@ -99,7 +102,7 @@ class WindowTest : public testing::Test {
       ADD_FAILURE() << "nothing is called \"" << label << "\"";
       return nullptr;
     }
-    QTest::qWait(500);
+    rest();
     const auto found = items("label", QString::fromUtf8(label));
     return found.empty() ? nullptr : found.back();
   }
@@ -129,7 +132,7 @@ class WindowTest : public testing::Test {
               const char* list = "My Vehicles") {
     click(agree);
     ASSERT_TRUE(waitFor("label", button));
-    QTest::qWait(600);
+    rest();
     enter(list);
   }
 
