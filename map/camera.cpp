@@ -7,6 +7,8 @@ namespace fleetor {
 
 namespace {
 
+constexpr double minimumZoom = 1;
+constexpr double maximumZoom = 20;
 constexpr double glideSeconds = 0.4;   // a glide has lost 63 % of its speed after that long
 constexpr double slowestThrow = 50;    // points a second
 constexpr double fastestThrow = 8000;  // beyond it nothing can be followed by eye
@@ -61,15 +63,6 @@ void MapCamera::setViewport(double width, double height) {
   } else {
     position_ = limited(position_);
   }
-}
-
-void MapCamera::setZoomLimits(double minimum, double maximum) {
-  if (!std::isfinite(minimum) || !std::isfinite(maximum)) {
-    return;
-  }
-  minimumZoom_ = minimum;
-  maximumZoom_ = std::max(minimum, maximum);
-  position_ = limited(position_);
 }
 
 CameraPosition MapCamera::destination() const {
@@ -221,8 +214,8 @@ CameraPosition MapCamera::limited(CameraPosition position) const {
   }
   if (hasViewport()) {
     const double worldFills = std::log2(std::max(width_, height_) / pointsPerWorldUnit(0));
-    const double minimum = std::max(minimumZoom_, worldFills);
-    position.zoom = std::clamp(position.zoom, minimum, std::max(minimum, maximumZoom_));
+    const double minimum = std::max(minimumZoom, worldFills);
+    position.zoom = std::clamp(position.zoom, minimum, std::max(minimum, maximumZoom));
     const double halfHeight = std::min(0.5, height_ / 2 / pointsPerWorldUnit(position.zoom));
     position.center.y = std::clamp(position.center.y, halfHeight, 1 - halfHeight);
   }

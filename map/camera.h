@@ -40,9 +40,6 @@ class MapCamera {
   double width() const { return width_; }
   double height() const { return height_; }
 
-  /// 1 to 20 at first.
-  void setZoomLimits(double minimum, double maximum);
-
   const CameraPosition& position() const { return position_; }
   WorldPoint center() const { return position_.center; }
   double zoom() const { return position_.zoom; }
@@ -123,8 +120,6 @@ class MapCamera {
   CameraPosition position_;
   double width_ = 0;
   double height_ = 0;
-  double minimumZoom_ = 1;
-  double maximumZoom_ = 20;
   std::optional<Region> region_;
   std::optional<Glide> glide_;
   std::optional<ZoomGlide> zoomGlide_;

@@ -1,12 +1,11 @@
 #include "service/response_serializer.h"
 
 #include <iconv.h>
+#include <simdjson.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdint>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -50,32 +49,6 @@ std::string charsetOf(std::string_view contentType) {
     if (name.size() >= 2 && name.front() == '"' && name.back() == '"') name = name.substr(1, name.size() - 2);
     return lowerCase(name);
   }
-}
-
-bool isUTF8(std::string_view text) {
-  const auto* byte = reinterpret_cast<const unsigned char*>(text.data());
-  const auto* const end = byte + text.size();
-  while (byte < end) {
-    std::uint64_t eight = 0;
-    if (end - byte >= 8 && (std::memcpy(&eight, byte, 8), (eight & 0x8080808080808080) == 0)) {
-      byte += 8;
-      continue;
-    }
-    if (*byte < 0x80) {
-      ++byte;
-      continue;
-    }
-    const int more = *byte >= 0xF0 ? 3 : *byte >= 0xE0 ? 2 : 1;
-    if (*byte < 0xC2 || *byte > 0xF4 || end - byte <= more) return false;
-    for (int i = 1; i <= more; ++i)
-      if ((byte[i] & 0xC0) != 0x80) return false;
-    const bool overlong = (byte[0] == 0xE0 && byte[1] < 0xA0) || (byte[0] == 0xF0 && byte[1] < 0x90);
-    const bool surrogate = byte[0] == 0xED && byte[1] > 0x9F;
-    const bool beyond = byte[0] == 0xF4 && byte[1] > 0x8F;
-    if (overlong || surrogate || beyond) return false;
-    byte += more + 1;
-  }
-  return true;
 }
 
 // What iconv knows by more than a registered name: its suffixes, its own memory layouts and the locale's
@@ -182,7 +155,7 @@ std::optional<std::string> decodeText(std::string bytes, const std::string& char
     Converter converter(iconvNameOf(name, bytes));
     if (converter.isKnown()) return converter.convert(bytes);
   }
-  if (!isUTF8(bytes)) return {};
+  if (!simdjson::validate_utf8(bytes)) return {};
   return bytes;
 }
 

@@ -17,15 +17,10 @@ class Label : public Component {
   const std::string& text() const { return text_; }
   void setText(std::string text) { assign(text_, std::move(text)); }
 
-  /// None: the colour that the look has for labels.
-  const std::optional<Color>& textColor() const { return textColor_; }
-  void setTextColor(std::optional<Color> color) { assign(textColor_, color); }
-
   std::string accessibleName() const override { return text_; }
 
  private:
   std::string text_;
-  std::optional<Color> textColor_;
 };
 
 class ImageView : public Component {

@@ -34,25 +34,10 @@ std::shared_ptr<ViewController> NavigationController::popViewControllerAnimated(
   const auto self = shared_from_this();
   completeTransitions();
   if (stack_.size() < 2) return nullptr;
-  return popTo(stack_.size() - 1, animated).front();
-}
-
-std::vector<std::shared_ptr<ViewController>> NavigationController::popToRootViewControllerAnimated(
-    bool animated) {
-  const auto self = shared_from_this();
-  completeTransitions();
-  return stack_.size() < 2 ? Controllers{} : popTo(1, animated);
-}
-
-ViewController::Controllers NavigationController::popTo(std::size_t size, bool animated) {
-  const auto boundary = stack_.begin() + static_cast<std::ptrdiff_t>(size);
-  Controllers popped(boundary, stack_.end());
-  stack_.erase(boundary, stack_.end());
-  exchange(TransitionKind::pop, duration::navigation, {popped.back()}, {stack_.back()}, animated,
-           [this, popped] {
-             for (const auto& controller : popped)
-               disown(controller);
-           });
+  const auto popped = stack_.back();
+  stack_.pop_back();
+  exchange(TransitionKind::pop, duration::navigation, {popped}, {stack_.back()}, animated,
+           [this, popped] { disown(popped); });
   return popped;
 }
 

@@ -15,12 +15,8 @@ class NavigationBar : public Component {
   bool translucent() const { return translucent_; }
   void setTranslucent(bool translucent) { assign(translucent_, translucent); }
 
-  bool hidden() const { return hidden_; }
-  void setHidden(bool hidden) { assign(hidden_, hidden); }
-
  private:
   bool translucent_;
-  bool hidden_ = false;
 };
 
 /// A stack of screens of which the top one shows. Never empty: the root cannot be popped.
@@ -38,7 +34,6 @@ class NavigationController : public ViewController {
   /// The screen that was taken off, or none when only the root was there. It stays in the tree until the
   /// transition is over.
   std::shared_ptr<ViewController> popViewControllerAnimated(bool animated);
-  std::vector<std::shared_ptr<ViewController>> popToRootViewControllerAnimated(bool animated);
 
   NavigationBar& navigationBar() { return navigationBar_; }
 
@@ -53,8 +48,6 @@ class NavigationController : public ViewController {
   Controllers visibleChildViewControllers() const override { return {stack_.back()}; }
 
  private:
-  Controllers popTo(std::size_t size, bool animated);
-
   Controllers stack_;
   NavigationBar navigationBar_;
 };

@@ -28,7 +28,6 @@ Adapters::Adapters(Environment& environment) : environment_(environment) {
   add<Toast, ToastItem>();
   add<AlertView, AlertViewItem>();
   add<ActionSheetDatePicker, DatePickerItem>();
-  add<LayoutConstraint, LayoutConstraintItem>();
   add<Window, WindowItem>();
 }
 

@@ -47,10 +47,6 @@ void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList
 QString LabelItem::text() const {
   return read<Label>([](Label& c) { return toQString(c.text()); });
 }
-QColor LabelItem::textColor() const {
-  return read<Label>([](Label& c) { return toQColor(c.textColor().value_or(clearColor)); });
-}
-
 QUrl ImageViewItem::source() const {
   return read<ImageView>([](ImageView& c) { return Adapters::imageUrl(c.image()); });
 }
@@ -272,10 +268,6 @@ void DatePickerItem::done() {
 }
 void DatePickerItem::cancel() {
   if (auto* picker = as<ActionSheetDatePicker>()) picker->cancel();
-}
-
-double LayoutConstraintItem::constant() const {
-  return read<LayoutConstraint>([](LayoutConstraint& c) { return c.constant(); });
 }
 
 }  // namespace fleetor

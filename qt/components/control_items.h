@@ -27,12 +27,10 @@ class LabelItem : public fleetor::ComponentItem {
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QString text READ text NOTIFY changed)
-  Q_PROPERTY(QColor textColor READ textColor NOTIFY changed)  ///< transparent: the look's own
 
  public:
   using ComponentItem::ComponentItem;
   QString text() const;
-  QColor textColor() const;
 };
 
 class ImageViewItem : public fleetor::ComponentItem {
@@ -227,17 +225,6 @@ class DatePickerItem : public fleetor::ComponentItem {
   QDateTime selected() const;
   Day selectedDay() const;
   void select(Day day);
-};
-
-class LayoutConstraintItem : public fleetor::ComponentItem {
-  Q_OBJECT
-  QML_ELEMENT
-  QML_UNCREATABLE("Made by the program")
-  Q_PROPERTY(double constant READ constant NOTIFY changed)
-
- public:
-  using ComponentItem::ComponentItem;
-  double constant() const;
 };
 
 }  // namespace fleetor

@@ -168,10 +168,6 @@ int NavigationControllerItem::depth() const {
       [](NavigationController& c) { return static_cast<int>(c.viewControllers().size()); });
 }
 
-bool NavigationControllerItem::barHidden() const {
-  return read<NavigationController>([](NavigationController& c) { return c.navigationBar().hidden(); });
-}
-
 QString NavigationControllerItem::backLabel() const {
   return adapters().localized("Back");
 }

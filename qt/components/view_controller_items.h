@@ -100,14 +100,12 @@ class NavigationControllerItem : public fleetor::ViewControllerItem {
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(fleetor::ViewControllerItem* top READ top NOTIFY changed)
   Q_PROPERTY(int depth READ depth NOTIFY changed)
-  Q_PROPERTY(bool barHidden READ barHidden NOTIFY changed)
   Q_PROPERTY(QString backLabel READ backLabel CONSTANT)  ///< the name of the bar's own back button
 
  public:
   NavigationControllerItem(Component& component, Adapters& adapters);
   ViewControllerItem* top() const;
   int depth() const;
-  bool barHidden() const;
   QString backLabel() const;
 
   /// Place from the bottom of the stack, or -1 when the screen is on its way out.

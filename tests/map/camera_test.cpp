@@ -226,7 +226,6 @@ TEST_F(MapCameraTest, TakesNoHarmFromNumbersThatAreNone) {
     camera.moveTo({{0.5, 0.5}, odd}, true);
     camera.setCenter({0, odd}, true);
     camera.setRegion(munich, odd, 1, false);
-    camera.setZoomLimits(odd, 3);
     camera.advance(odd);
     camera.advance(frame);
   }

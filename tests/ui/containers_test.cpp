@@ -25,10 +25,8 @@ TEST_F(Containers, AStackTellsItsScreensInOrder) {
   EXPECT_EQ(after(Seconds(0.02)), "a:DD* b:DA*");
   EXPECT_EQ(stack->runningTransition(), nullptr);
 
-  stack->pushViewController(screen("c"), false);
-  EXPECT_EQ(diary.take(), "b:WD c:L c:WA b:DD c:DA");
-  stack->popToRootViewControllerAnimated(false);
-  EXPECT_EQ(diary.take(), "c:WD a:WA c:DD a:DA") << "the one between was not on screen";
+  stack->popViewControllerAnimated(false);
+  EXPECT_EQ(diary.take(), "b:WD a:WA b:DD a:DA");
   EXPECT_EQ(stack->popViewControllerAnimated(true), nullptr) << "the root stays";
   EXPECT_EQ(diary.take(), "");
   EXPECT_EQ(stack->childViewControllers().size(), 1u);

@@ -91,7 +91,6 @@ FocusScope {
                 id: bar
                 width: parent.width
                 z: 2
-                visible: !stack.navigation.barHidden
                 title: page.screen?.title ?? ""
                 leftItems: page.screen?.leftItems ?? []
                 rightItems: page.screen?.rightItems ?? []
@@ -102,7 +101,7 @@ FocusScope {
 
             ScreenLoader {
                 anchors.fill: parent
-                anchors.topMargin: bar.visible ? bar.height : 0
+                anchors.topMargin: bar.height
                 screen: page.screen
                 focus: true
             }
