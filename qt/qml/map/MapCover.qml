@@ -28,6 +28,8 @@ Rectangle {
             color: Theme.text
             font.pixelSize: Theme.bodySize
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 }
