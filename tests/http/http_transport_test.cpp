@@ -323,8 +323,9 @@ class SlowReader final : public RawServer::Channel {
 TEST(HttpTransport, DoesNotTimeOutWhileABodyStillLeaves) {
   RawServer server(always(answer("{}")), [](int socket) { return std::make_unique<SlowReader>(socket); });
   HttpTransport transport;
-  HttpRequest request = post(server.url("/"), "");
-  request.body->resize(30'000'000, 'x');
+  std::string body;
+  body.resize(30'000'000, 'x');
+  HttpRequest request = post(server.url("/"), std::move(body));
   request.timeoutSeconds = 1;
   EXPECT_EQ(fetch(transport, request).error, 0);
 }
