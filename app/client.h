@@ -51,7 +51,7 @@ class Client {
   Client(const Client&) = delete;
   Client& operator=(const Client&) = delete;
 
-  /// Starts the client and opens its window; false when there is none to be had.
+  /// Starts the client and opens its window; false when it cannot be opened.
   bool open();
 
   /// Somebody started the client once more, to open that URL when there is one. The window is open.

@@ -16,7 +16,7 @@ inline constexpr const char* usageReport = "usage";
 /// sends, is its own. The lock ends with the process, however that ends.
 class OwnFile {
  public:
-  /// Opens the file with the flags of open(2). Nothing when there is none, or when it is somebody else's.
+  /// Opens the file with the flags of open(2). Nothing when it is missing or belongs to another user.
   static std::optional<OwnFile> open(const std::filesystem::path& path, int flags);
 
   OwnFile(OwnFile&& other) noexcept;

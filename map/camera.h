@@ -34,7 +34,7 @@ struct CameraPosition {
 /// One thread. Numbers that are not finite are ignored.
 class MapCamera {
  public:
-  /// Points. Centre and zoom stay, or the region asked for. An empty viewport is none.
+  /// Points. Centre and zoom stay, or the region asked for. An empty viewport counts as missing.
   void setViewport(double width, double height);
   bool hasViewport() const { return width_ > 0; }
   double width() const { return width_; }

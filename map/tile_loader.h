@@ -46,7 +46,7 @@ class TileLoader {
   };
 
   struct Result {
-    std::shared_ptr<const TileImage> image;  ///< none when there is none, for whatever reason
+    std::shared_ptr<const TileImage> image;  ///< null when it could not be had, for any reason
     bool missing = false;                    ///< the server is well and has no such tile
   };
 

@@ -21,7 +21,7 @@ class TileMemory {
 
   explicit TileMemory(std::size_t limitInBytes) : limit_(limitInBytes) {}
 
-  /// The entry of that tile, from now on the one looked for last; none when there is none. Valid until the
+  /// The entry of that tile, from now on the one looked for last; null when it is missing. Valid until the
   /// next put().
   const Entry* find(const TileKey& key);
 

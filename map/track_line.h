@@ -86,7 +86,7 @@ class TrackLine {
   /// Points that were appended since it was made are caught up with. It must come from this line's points.
   void adopt(std::shared_ptr<TrackLevel> level);
 
-  /// What to draw where `view`, grown by the width of the line, shows. Makes the level if there is none,
+  /// What to draw where `view`, grown by the width of the line, shows. Makes the level if it is missing,
   /// which costs 1 to 3 ms for 100,000 points, and takes up what was appended.
   std::vector<TrackPiece> pieces(const WorldRect& view, int level);
 

@@ -46,7 +46,7 @@ struct JSONModelError {
   friend bool operator==(const JSONModelError&, const JSONModelError&) = default;
 };
 
-/// A value, or the reason why there is none. `value` and `error` must only be asked for what is there.
+/// A value, or the reason why it is missing. `value` and `error` must only be asked for what is there.
 template <class T>
 class [[nodiscard]] Result {
  public:

@@ -76,7 +76,7 @@ struct PropertyEntry {
   const RecordType* type = nullptr;                   ///< of a record, or of an array's elements
   void* (*make)(void* member) = nullptr;              ///< makes the record or array exist and returns it
   void (*drop)(void* member) = nullptr;               ///< back to the initial state
-  const void* (*peek)(const void* member) = nullptr;  ///< the record or array, null when there is none
+  const void* (*peek)(const void* member) = nullptr;  ///< the record or array, null when it is missing
 };
 
 /// A record type with its types erased. The list operations work on a std::vector of the record.
