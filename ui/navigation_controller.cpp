@@ -34,7 +34,7 @@ std::shared_ptr<ViewController> NavigationController::popViewControllerAnimated(
   const auto self = shared_from_this();
   completeTransitions();
   if (stack_.size() < 2) return nullptr;
-  const auto popped = stack_.back();
+  auto popped = stack_.back();
   stack_.pop_back();
   exchange(TransitionKind::pop, duration::navigation, {popped}, {stack_.back()}, animated,
            [this, popped] { disown(popped); });

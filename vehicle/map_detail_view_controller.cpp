@@ -124,7 +124,7 @@ std::shared_ptr<MapAnnotationView> MapDetailViewController::mapViewViewForAnnota
   const auto* entry = dynamic_cast<const MapEntryAnnotation*>(annotation.get());
   if (!entry) return nullptr;
   if (entry->lp() == 0) {
-    const auto flag = vehicleAnnotationView(annotation, "flag", localized("Start"));
+    auto flag = vehicleAnnotationView(annotation, "flag", localized("Start"));
     flag->setCenterOffset(flagOffset);
     return flag;
   }

@@ -88,7 +88,7 @@ void expectOptionalPayload(const std::string& name, const std::string& payload) 
   EXPECT_EQ(with->total, 3);
   for (const char* code : {"0", "500"}) {
     const std::string error = std::string(R"({"code":)").append(code).append(R"(,"description":"no"})");
-    const auto refused = mapped<R>(R"({"total":3,"error":)" + error + record);
+    const auto refused = mapped<R>(std::string(R"({"total":3,"error":)").append(error).append(record));
     ASSERT_TRUE(refused) << name;
     EXPECT_FALSE(refused->isValidResponse()) << name;
   }
