@@ -110,12 +110,12 @@ class Text {
 
 static_assert(sizeof(Text) == 16);
 
-/// The number that the text begins with, after blanks and a sign; 0 when there is none or it is not finite.
+/// The number that the text begins with, after blanks and a sign; 0 without a number or with an infinite one.
 /// Reads a point as the decimal separator whatever the locale.
 double doubleValue(std::string_view text) noexcept;
 
 /// The decimal integer that the text begins with, after blanks and a sign; reading stops at the first other
-/// character. 0 when there is none, the nearest limit when it does not fit.
+/// character. 0 without a digit, the nearest limit when it does not fit.
 std::int64_t integerValue(std::string_view text) noexcept;
 
 }  // namespace fleetor

@@ -45,7 +45,7 @@ class KeyStore {
   virtual ~KeyStore() = default;
 
   /// The attributes of the item that matches, `sec::valueData` among them only when the query asks for
-  /// `sec::returnData`; nothing when there is none.
+  /// `sec::returnData`; nothing without a match.
   virtual std::optional<SecItem> copyMatching(const SecItem& query) = 0;
   virtual bool add(const SecItem& item) = 0;
   virtual bool update(const SecItem& query, const SecItem& changes) = 0;

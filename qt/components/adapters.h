@@ -38,7 +38,7 @@ class Adapters : public QObject {
     return qobject_cast<Item*>(itemFor(component));
   }
 
-  /// Where the picture of that name is; empty when there is none.
+  /// Where the picture of that name is; empty without a picture.
   static QUrl imageUrl(const std::string& name);
 
   QString localized(const std::string& key) const;

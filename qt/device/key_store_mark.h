@@ -12,8 +12,8 @@ class KeyStoreMark {
  public:
   explicit KeyStoreMark(std::string path) : path_(std::move(path)) {}
 
-  std::string read() const;                   ///< empty: there is none
-  bool write(const std::string& name) const;  ///< false: there is none, or still the one from before
+  std::string read() const;                   ///< empty: no mark
+  bool write(const std::string& name) const;  ///< false: no mark, or still the one from before
   void remove() const;                        ///< reports on standard error when it is still there
 
  private:

@@ -21,7 +21,7 @@ class Language {
 
   const std::string& code() const { return code_; }  ///< without a region
 
-  /// The text behind an English key; the key itself when there is none.
+  /// The text behind an English key; the key itself without a translation.
   std::string text(const std::string& key) const;
 
  private:

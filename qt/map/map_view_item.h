@@ -66,7 +66,7 @@ class MapMarkerModel : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override { return {{Qt::UserRole, "marker"}}; }
 
-  using Items = std::vector<QPointer<MapMarkerItem>>;  ///< one whose marker has gone is none
+  using Items = std::vector<QPointer<MapMarkerItem>>;  ///< null once its marker has gone
   const Items& items() const { return items_; }
 
   /// Becomes those items, keeping the rows of the markers that stay and adding at most so many new ones.
