@@ -6,10 +6,16 @@
 #include <QQmlApplicationEngine>
 #include <QVariant>
 #include <cstdio>
+#include <string_view>
 
 #include "chosen_vehicle.h"
 
 namespace {
+
+constexpr const char* usage =
+    "Usage: fleetor-widget [--help]\n\n"
+    "Shows the vehicle that was chosen in Fleetor, and its last reading.\n\n"
+    "  --help  print this and end\n";
 
 /// English texts and their translations, for the first language of the system that has any; English needs
 /// none.
@@ -28,14 +34,15 @@ QVariantMap translations() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc > 1) {  // before anything asks for a display
+    const bool isHelp = argc == 2 && std::string_view(argv[1]) == "--help";
+    if (!isHelp) std::fputs("fleetor-widget: no option is known but --help\n", stderr);
+    std::fputs(usage, isHelp ? stdout : stderr);
+    return isHelp ? 0 : 2;
+  }
   QGuiApplication application(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("fleetor-widget"));
   QGuiApplication::setDesktopFileName(QStringLiteral("fleetor-widget"));
-  if (argc > 1) {
-    std::fputs("usage: fleetor-widget\nShows the vehicle that was chosen in Fleetor, and its last reading.\n",
-               stderr);
-    return 2;
-  }
   fleetor::widget::ChosenVehicle vehicle(fleetor::widget::sharedSettingsFile());
   QQmlApplicationEngine engine;
   engine.setInitialProperties({{QStringLiteral("vehicle"), QVariant::fromValue(&vehicle)},
