@@ -12,7 +12,6 @@ struct Wheel : APIModel {
   Text name;
   std::int64_t size = 0;
   bool validate() const { return size >= 0; }
-  friend bool operator==(const Wheel&, const Wheel&) = default;
 };
 
 struct Cart : APIModel {
@@ -27,7 +26,6 @@ struct Cart : APIModel {
     return JSONKeyMapper{[](std::string_view key) { return key == "by" ? "owner" : key; },
                          [](std::string_view name) { return name == "owner" ? "by" : name; }};
   }
-  friend bool operator==(const Cart&, const Cart&) = default;
 };
 
 struct Yard : APIModel {
@@ -49,18 +47,17 @@ struct OnlyOnce : APIModel {
 }  // namespace
 
 template <>
-inline constexpr auto propertiesOf<Wheel> = properties(required<&Wheel::name>("name"),
-                                                       required<&Wheel::size>("size"));
+inline constexpr auto propertiesOf<Wheel> = properties(required<&Wheel::name>, required<&Wheel::size>);
 template <>
-inline constexpr auto propertiesOf<Cart> = properties(
-    required<&Cart::owner>("owner"), optional<&Cart::note>("note"), required<&Cart::spare>("spare"),
-    optional<&Cart::extra>("extra"), required<&Cart::wheels>("wheels"), optional<&Cart::worn>("worn"));
+inline constexpr auto propertiesOf<Cart> = properties(required<&Cart::owner>, optional<&Cart::note>,
+                                                      required<&Cart::spare>, optional<&Cart::extra>,
+                                                      required<&Cart::wheels>, optional<&Cart::worn>);
 template <>
-inline constexpr auto propertiesOf<Yard> = properties(required<&Yard::cart>("cart"));
+inline constexpr auto propertiesOf<Yard> = properties(required<&Yard::cart>);
 template <>
-inline constexpr auto propertiesOf<Buried> = properties(required<&Buried::found>("found"));
+inline constexpr auto propertiesOf<Buried> = properties(required<&Buried::found>);
 template <>
-inline constexpr auto propertiesOf<OnlyOnce> = properties(required<&OnlyOnce::first>("first"));
+inline constexpr auto propertiesOf<OnlyOnce> = properties(required<&OnlyOnce::first>);
 
 namespace {
 

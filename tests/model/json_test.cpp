@@ -17,7 +17,7 @@ struct Sample : APIModel {
 }  // namespace
 
 template <>
-inline constexpr auto propertiesOf<Sample> = properties(optional<&Sample::a>("a"), optional<&Sample::n>("n"));
+inline constexpr auto propertiesOf<Sample> = properties(optional<&Sample::a>, optional<&Sample::n>);
 
 namespace {
 
