@@ -1,6 +1,5 @@
 #include "http/exchange.h"
 
-#include <strings.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <utility>
 
 #include "http/system_reachability.h"
+#include "platform/ascii.h"
 
 namespace fleetor {
 namespace {
@@ -27,7 +27,7 @@ bool isOneLine(const std::pair<std::string, std::string>& header) {
 }
 
 bool equalsIgnoringCase(std::string_view left, std::string_view right) {
-  return left.size() == right.size() && ::strncasecmp(left.data(), right.data(), left.size()) == 0;
+  return lowerCase(left) == lowerCase(right);
 }
 
 // The library would unpack such an answer by itself, beyond any bound of ours. Nobody asks for one.

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/ascii.h"
+
 namespace fleetor {
 
 namespace {
@@ -18,13 +20,6 @@ namespace {
 constexpr std::size_t longestLoggedBody = std::size_t{1} << 20;
 
 constexpr std::array<std::string_view, 3> jsonTypes{"application/json", "text/json", "text/javascript"};
-
-std::string lowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& each : lower)
-    if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
-  return lower;
-}
 
 std::string_view trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(" \t");
