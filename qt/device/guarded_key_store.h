@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/queues.h"
-#include "qt/device/transient_key_store.h"
+#include "platform/transient_key_store.h"
 
 namespace fleetor {
 
