@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <barrier>
-#include <thread>
-
 namespace fleetor {
 namespace {
 
@@ -40,10 +37,6 @@ struct Buried : APIModel {
   }
 };
 
-struct OnlyOnce : APIModel {
-  Text first;
-};
-
 }  // namespace
 
 template <>
@@ -56,9 +49,6 @@ template <>
 inline constexpr auto propertiesOf<Yard> = properties(required<&Yard::cart>);
 template <>
 inline constexpr auto propertiesOf<Buried> = properties(required<&Buried::found>);
-template <>
-inline constexpr auto propertiesOf<OnlyOnce> = properties(required<&OnlyOnce::first>);
-
 namespace {
 
 const std::string wheel = R"({"name":"front","size":26})";
@@ -100,7 +90,7 @@ const std::string notDictionary =
     "dictionary "
     "parameter was not an 'NSDictionary'.";
 
-TEST(JSONModelTest, TellsEveryFaultWithItsCodeExtrasAndKeyPath) {
+TEST(JSONModelTest, ReportsEveryErrorWithItsCodeExtrasAndKeyPath) {
   const std::pair<std::string, std::string> cases[] = {
       {"[]", notDictionary},
       {"{", "3 Malformed JSON. Check the JSONModel data input."},
@@ -153,7 +143,7 @@ TEST(JSONModelTest, LeavesOptionalPartsEmptyAndIgnoresWhatNobodyNames) {
   }
 }
 
-TEST(JSONModelTest, FlattensArraysInOrderAndSkipsWhatIsNoRecord) {
+TEST(JSONModelTest, FlattensArraysInOrderAndSkipsWhatIsNotARecord) {
   const auto named = [](const char* name) { return R"({"size":1,"name":")" + std::string(name) + "\"}"; };
   const auto cart = map<Cart>(fleetor::cart("[null," + named("a") + ",[" + named("b") + ",[],[" + named("c") +
                                             "],1]," + named("d") + ",\"x\"]"));
@@ -231,22 +221,6 @@ TEST(JSONModelTest, WritesWhatMapsBackToTheSameRecord) {
   ASSERT_TRUE(back) << told(back.error());
   EXPECT_EQ(*back, cart);
   EXPECT_TRUE(back->note.isSet());
-}
-
-TEST(JSONModelTest, MapsOneTypeForTheFirstTimeOnSeveralThreadsAtOnce) {
-  const JSONValue shared = *decodeJSON(R"({"first":"once"})");
-  std::barrier start(4);
-  std::vector<Text> texts(4);
-  std::vector<std::jthread> threads;
-  threads.reserve(texts.size());
-  for (Text& text : texts)
-    threads.emplace_back([&shared, &start, &text] {
-      start.arrive_and_wait();
-      text = JSONModel::initWithDictionary<OnlyOnce>(shared)->first;
-    });
-  threads.clear();
-  for (const auto& text : texts)
-    EXPECT_EQ(text, "once");
 }
 
 }  // namespace
