@@ -140,10 +140,10 @@ HTTPRequestOperation judgeSafely(HttpReply reply, ResponseSerializer serializer)
   const int status = reply.status;
   try {
     return judge(std::move(reply), serializer);
-  } catch (const std::exception& fault) {  // out of memory over a huge answer
+  } catch (const std::exception& problem) {  // out of memory over a huge answer
     HTTPRequestOperation operation;
     if (status != 0) operation.response = HTTPResponse{status};
-    operation.error = APIFailure{failure_domain::url, url_error::cannotDecodeContentData, fault.what()};
+    operation.error = APIFailure{failure_domain::url, url_error::cannotDecodeContentData, problem.what()};
     return operation;
   }
 }
@@ -227,7 +227,7 @@ void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::str
     state->indicator->operationStarted();
     try {
       if (state->send(buildRequest(*state, url, method, params, bodyData, headers), ended)) return;
-      // Nobody will call the completion; what it captures may only be let go on the main thread.
+      // The completion will not be called, and what it captures may only be released on the main thread.
       state->device.queues.main([shared = std::move(shared), ended = std::move(ended)] {});
     } catch (const std::exception&) {
       (*shared)({}, ResponseKindUnexpected, std::nullopt, std::nullopt);
