@@ -3,6 +3,7 @@
 #define SECRET_API_SUBJECT_TO_CHANGE  // to encode a secret
 #define SECRET_WITH_UNSTABLE
 #include <libsecret/secret.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <string>
@@ -44,6 +45,15 @@ TEST(UnlockedKeyring, KeepsItemsUnderTheirMark) {
   EXPECT_TRUE(later.removeOthers(""));
   EXPECT_THAT(later.items("two"), Optional(IsEmpty()));
   EXPECT_THAT(later.items(""), Optional(IsEmpty()));
+}
+
+TEST(UnlockedKeyring, KeepsTheSignInOfAClient) {
+  const std::string mark = testing::TempDir() + "sign-in-" + std::to_string(::getpid());
+  EXPECT_TRUE(makeKeyStore(mark)->add(itemWith("token")));
+  const auto later = makeKeyStore(mark);
+  const SecItem query{{sec::generic, "Fleetor_Keychain"}, {sec::returnData, "1"}};
+  EXPECT_THAT(later->copyMatching(query), Optional(itemWith("token")));
+  EXPECT_TRUE(later->remove(query));
 }
 
 // As a person at the system's prompt would.
