@@ -24,9 +24,9 @@ void AFNetworkActivityIndicatorManager::operationStarted() {
 
 void AFNetworkActivityIndicatorManager::operationEnded() {
   queues_.main([self = shared_from_this()] {
-    if (--self->running_ > 0) return;
-    self->queues_.mainAfter(hideDelay, [self, drop = ++self->drops_] {
-      if (drop == self->drops_) self->update();
+    --self->running_;
+    self->queues_.mainAfter(hideDelay, [self, end = ++self->ended_] {
+      if (end == self->ended_) self->update();
     });
   });
 }

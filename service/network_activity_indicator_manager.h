@@ -38,7 +38,7 @@ class AFNetworkActivityIndicatorManager
 
   // Main thread only.
   int running_ = 0;
-  unsigned drops_ = 0;  ///< how often the count has fallen to zero; the latest of them hides the indicator
+  unsigned ended_ = 0;  ///< operations that have ended; the delay counts from the latest
   bool enabled_ = false;
   bool visible_ = false;
 };

@@ -167,6 +167,17 @@ TEST(JSONModelTest, TakesTheLastOfDuplicateKeysWhateverTheFirstHolds) {
   EXPECT_FALSE(repaired->extra);
 }
 
+TEST(JSONModelTest, ComparesEveryPropertyOfRecords) {
+  const Cart cart;
+  Cart owned, worn, spare;
+  owned.owner = "Ann";
+  worn.worn.emplace();
+  spare.spare.size = 1;
+  EXPECT_EQ(cart, Cart());
+  for (const Cart& other : {owned, worn, spare})
+    EXPECT_NE(cart, other);
+}
+
 TEST(JSONModelTest, ReadsAKeyThroughNestedObjects) {
   EXPECT_EQ(map<Buried>(R"({"outer":{"inner":"gold"}})")->found, "gold");
   for (const char* json : {R"({"outer.inner":"x"})", R"({"outer":7})", R"({"outer":{}})"})

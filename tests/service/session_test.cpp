@@ -166,6 +166,7 @@ TEST(KeychainItemWrapperTest, KeepsOtherItemsAndGroupsApart) {
   plain.setObject(std::nullopt, sec::valueData);
   EXPECT_EQ(store.writes, 1);
   KeychainItemWrapper::initWithIdentifier(store, "b", "group").setObject("two", sec::valueData);
+  EXPECT_EQ(KeychainItemWrapper::initWithIdentifier(store, "b", "other").objectForKey(sec::valueData), "");
 
   KeychainItemWrapper::initWithIdentifier(store, "a", std::nullopt).resetKeychainItem();
   ASSERT_THAT(store.items(), SizeIs(1));
