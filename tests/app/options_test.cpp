@@ -79,11 +79,11 @@ std::pair<std::string, int> run(const std::string& redirectedOptions) {
   std::FILE* const client =
       ::popen(("env -u DISPLAY -u WAYLAND_DISPLAY " CLIENT " " + redirectedOptions).c_str(), "r");
   if (!client) return {"", -1};
-  std::string said;
+  std::string output;
   std::array<char, 4096> chunk{};
   while (const auto count = std::fread(chunk.data(), 1, chunk.size(), client))
-    said.append(chunk.data(), count);
-  return {said, WEXITSTATUS(::pclose(client))};
+    output.append(chunk.data(), count);
+  return {output, WEXITSTATUS(::pclose(client))};
 }
 
 TEST(Options, TheClientEndsAtOnceForHelpAndForAWrongOne) {

@@ -66,8 +66,8 @@ Result<R> map(const std::string& json) {
   return JSONModel::initWithDictionary<R>(std::move(*decoded));
 }
 
-/// Everything that an error says, on one line.
-std::string told(const JSONModelError& error) {
+/// An error with all its entries, on one line.
+std::string textOf(const JSONModelError& error) {
   std::string text = std::to_string(static_cast<long>(error.code)) + " " + error.description;
   if (error.kJSONModelMissingKeys) {
     text += " | missing";
@@ -116,14 +116,14 @@ TEST(JSONModelTest, ReportsEveryErrorWithItsCodeExtrasAndKeyPath) {
   for (const auto& [json, expected] : cases) {
     const auto mapped = map<Cart>(json);
     ASSERT_FALSE(mapped) << json;
-    EXPECT_EQ(told(mapped.error()), expected) << json;
+    EXPECT_EQ(textOf(mapped.error()), expected) << json;
   }
   const auto yard = map<Yard>("{\"cart\":" + cart("[{}]") + "}");
   ASSERT_FALSE(yard);
-  EXPECT_EQ(told(yard.error()), missing + "name size | at cart.wheels[0]");
-  EXPECT_EQ(told(JSONModel::initWithDictionary<Cart>(JSONValue()).error()),
+  EXPECT_EQ(textOf(yard.error()), missing + "name size | at cart.wheels[0]");
+  EXPECT_EQ(textOf(JSONModel::initWithDictionary<Cart>(JSONValue()).error()),
             "5 Initializing model with nil input object.");
-  EXPECT_EQ(told(JSONModelError::badResponse()),
+  EXPECT_EQ(textOf(JSONModelError::badResponse()),
             "2 Bad network response. Probably the JSON URL is unreachable.");
   EXPECT_EQ(JSONModelError::badJSON().domain(), "JSONModelErrorDomain");
 }
@@ -181,7 +181,7 @@ TEST(JSONModelTest, ComparesEveryPropertyOfRecords) {
 TEST(JSONModelTest, ReadsAKeyThroughNestedObjects) {
   EXPECT_EQ(map<Buried>(R"({"outer":{"inner":"gold"}})")->found, "gold");
   for (const char* json : {R"({"outer.inner":"x"})", R"({"outer":7})", R"({"outer":{}})"})
-    EXPECT_EQ(told(map<Buried>(json).error()), missing + "found") << json;
+    EXPECT_EQ(textOf(map<Buried>(json).error()), missing + "found") << json;
 }
 
 TEST(JSONModelTest, KeepsTextsAfterTheDocumentIsGone) {
@@ -229,7 +229,7 @@ TEST(JSONModelTest, WritesWhatMapsBackToTheSameRecord) {
       R"(/","note":"","spare":{"name":"spare","size":9223372036854775807},"extra":{"name":"extra","size":0},)"
       R"("wheels":[{"name":"w","size":0},{"name":"w","size":0}],"worn":[]})");
   const auto back = map<Cart>(json);
-  ASSERT_TRUE(back) << told(back.error());
+  ASSERT_TRUE(back) << textOf(back.error());
   EXPECT_EQ(*back, cart);
   EXPECT_TRUE(back->note.isSet());
 }

@@ -80,7 +80,7 @@ class Viewport {
 /// the end of this object. Tasks that are still waiting then are dropped while the rest still stands.
 class Client {
  public:
-  Client() : Client(nullptr) {}  ///< on a phone of its own
+  Client() : Client(nullptr) {}  ///< on a new phone
   explicit Client(Machine& on) : Client(&on) {}
   ~Client() { EXPECT_THAT(machine.device.untranslated, testing::IsEmpty()) << "in no table of texts"; }
 

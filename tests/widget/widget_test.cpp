@@ -33,7 +33,7 @@ QString q(const char* text) {
   return QString::fromUtf8(text);
 }
 
-/// A user's home and session, without anything of the person who runs the test.
+/// A temporary home and session, separate from those of the user who runs the test.
 class Session : public testing::Test {
  protected:
   void SetUp() override {
@@ -142,8 +142,8 @@ TEST_F(Session, HasALargerWidgetWhereTextIsLarger) {
     desktop.close();
     auto widget = start(WIDGET);
     const auto height = [&] {
-      const QString said = onWindowOf(*widget, {q("getwindowgeometry"), q("--shell")});
-      return QRegularExpression(q("HEIGHT=(\\d+)")).match(said).captured(1).toInt();
+      const QString output = onWindowOf(*widget, {q("getwindowgeometry"), q("--shell")});
+      return QRegularExpression(q("HEIGHT=(\\d+)")).match(output).captured(1).toInt();
     };
     const bool isLarge = points[0] == '2';
     EXPECT_TRUE(waitFor([&] { return isLarge ? height() > normal : height() == normal; })) << height();
@@ -153,7 +153,7 @@ TEST_F(Session, HasALargerWidgetWhereTextIsLarger) {
   qunsetenv("KDE_SESSION_VERSION");
 }
 
-/// A client in this process, signed in to a demo service of its own, that answers later starts as the program
+/// A client in this process, signed in to a private demo service, that answers later starts as the program
 /// does.
 class WidgetOfSignedInUser : public Session {
  protected:
@@ -171,11 +171,11 @@ class WidgetOfSignedInUser : public Session {
     ASSERT_EQ(QProcess::execute(q("update-desktop-database"), {applications}), 0);
 
     service_ = start(DEMO_SERVICE, {q("--port"), q("0")});
-    QByteArray said;
-    while (!said.contains('\n') && service_->waitForReadyRead(patience))
-      said += service_->readAllStandardOutput();
-    const auto address = QRegularExpression(q("http://[0-9.:]+")).match(QString::fromUtf8(said));
-    ASSERT_TRUE(address.hasMatch()) << said.toStdString();
+    QByteArray output;
+    while (!output.contains('\n') && service_->waitForReadyRead(patience))
+      output += service_->readAllStandardOutput();
+    const auto address = QRegularExpression(q("http://[0-9.:]+")).match(QString::fromUtf8(output));
+    ASSERT_TRUE(address.hasMatch()) << output.toStdString();
 
     settings_ = home_.filePath(q("config/fleetor/fleetor/group.fleetor.json"));
     Client::Setup setup;

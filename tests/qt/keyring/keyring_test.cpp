@@ -56,7 +56,7 @@ TEST(UnlockedKeyring, KeepsTheSignInOfAClient) {
   EXPECT_TRUE(later->remove(query));
 }
 
-// As a person at the system's prompt would.
+// As a user does at the system's prompt.
 void unlock(SecretService* service, SecretCollection* keyring) {
   SecretValue* password = secret_value_new("a password", -1, "text/plain");
   GVariant* arguments = g_variant_new("(o@(oayays))", g_dbus_proxy_get_object_path(G_DBUS_PROXY(keyring)),
@@ -100,7 +100,7 @@ TEST(NoKeyring, IsReportedAndAskedForNothing) {
   EXPECT_FALSE(store.unlock());
 }
 
-// Owns the service's name on the bus and answers nothing, as one does that waits for a person.
+// Owns the service's name on the bus and never answers, like a service that waits for its user.
 class MuteService {
  public:
   MuteService() {
