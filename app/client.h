@@ -43,9 +43,8 @@ class Client {
 
   explicit Client(Setup setup);
 
-  /// Takes everything apart in an order in which nothing reaches what is gone already, whatever is under way:
-  /// first the window, then the screens, the ways to the services, the queues with all that waits in them,
-  /// then the rest.
+  /// Destroys the window, then the screens, the transports, the queues with all waiting tasks, then the rest,
+  /// so that nothing reaches an object that is gone.
   ~Client();
 
   Client(const Client&) = delete;
@@ -54,7 +53,7 @@ class Client {
   /// Starts the client and opens its window; false when it cannot be opened.
   bool open();
 
-  /// Somebody started the client once more, to open that URL when there is one. The window is open.
+  /// The client was started again, to open that URL unless it is empty. The window is open.
   void answer(const std::string& url);
 
   MainWindow& mainWindow() { return *mainWindow_; }

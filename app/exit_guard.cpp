@@ -22,7 +22,7 @@ struct Leaving {
 }  // namespace
 
 ExitGuard::ExitGuard() {
-  // What belongs to the thread that exits goes before every static object.
+  // Thread-local objects of the exiting thread are destroyed before every static object.
   [[maybe_unused]] thread_local const Leaving ofThisThread;
   static_cast<void>(decodeJSON("{}"));  // the decoder's static objects, used on other threads
   renew();

@@ -3,8 +3,8 @@
 namespace fleetor {
 
 /// While it lives, `std::exit` ends the process at once, with EXIT_FAILURE: a library that calls it (Qt does
-/// when the display goes) would take static objects apart under the threads that use them. On the main
-/// thread, one at a time.
+/// when the display is lost) would destroy static objects while other threads use them. On the main thread,
+/// one at a time.
 class ExitGuard {
  public:
   ExitGuard();
@@ -12,7 +12,7 @@ class ExitGuard {
   ExitGuard(const ExitGuard&) = delete;
   ExitGuard& operator=(const ExitGuard&) = delete;
 
-  /// An exit on another thread first takes apart what has been made since the guard was made or renewed.
+  /// On another thread, `std::exit` still destroys what was made after the guard or its last renewal.
   void renew();
 };
 

@@ -2,8 +2,8 @@
 
 namespace fleetor {
 
-/// From here on a freed block of a megabyte or more goes back to the system at once, whichever thread had it.
-/// glibc would keep up to 64 MB a thread after a few large answers. Before other threads are started.
+/// From here on a freed block of a megabyte or more is returned to the system at once. Otherwise glibc keeps
+/// up to 64 MB a thread after a few large answers. Call it before other threads are started.
 void returnLargeBlocks();
 
 }  // namespace fleetor

@@ -27,8 +27,8 @@
 
 namespace {
 
-/// A device that runs one program at a time is a tablet when its screen is wide either way; a desktop is what
-/// the person asks for.
+/// A handheld is a tablet when both sides of its screen are long; a desktop is what the command line asks
+/// for.
 fleetor::Idiom deviceClass(const fleetor::Options& options) {
 #if defined(Q_OS_ANDROID) || defined(Q_OS_IOS)
   constexpr int tabletSide = 600;  // points
@@ -38,14 +38,14 @@ fleetor::Idiom deviceClass(const fleetor::Options& options) {
   return options.tablet ? fleetor::Idiom::pad : fleetor::Idiom::phone;
 }
 
-/// Before anything else that may crash, Qt's own start included.
+/// Called before anything that may crash, the start of Qt included.
 fleetor::ReportSetup startReporting() {
   const std::string folder =
       (QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/reports"))
           .toStdString();
   const auto path = fleetor::reportPath(folder, fleetor::crashReport, std::chrono::system_clock::now());
   if (!fleetor::makeReportFolder(folder) || !fleetor::installCrashHandler(path, {"fleetor", FLEETOR_VERSION}))
-    std::fputs("fleetor: a crash of this run would not be reported\n", stderr);
+    std::fputs("fleetor: crashes of this run cannot be reported\n", stderr);
   return {folder, FLEETOR_REPORTS_URL, FLEETOR_VERSION};
 }
 
@@ -55,13 +55,11 @@ int main(int argc, char** argv) {
   std::string problem;
   const auto options = fleetor::parseOptions(std::vector<std::string>(argv + 1, argv + argc),
                                              fleetor::Language::known(), problem);
-  if (!options) {
-    std::fprintf(stderr, "fleetor: %s\n%s", problem.c_str(), fleetor::usage);
-    return 2;
-  }
-  if (options->help) {
-    std::fputs(fleetor::usage, stdout);
-    return 0;
+  if (!options || options->help) {
+    const QCoreApplication application(argc, argv);  // needs no display
+    if (!options) std::fprintf(stderr, "fleetor: %s\n", problem.c_str());
+    std::fputs(fleetor::usage().c_str(), options ? stdout : stderr);
+    return options ? 0 : 2;
   }
 
   QGuiApplication::setOrganizationName(QStringLiteral("fleetor"));
@@ -82,7 +80,7 @@ int main(int argc, char** argv) {
     return 0;
   }
 
-  // Asked before the window is made, so that the answer is there, most likely, when the first frame is drawn.
+  // Asked early, so that the answer has most likely arrived when the first frame is drawn.
   fleetor::SettingsPortal portal;
 
   if (options->textSize) {
@@ -91,8 +89,8 @@ int main(int argc, char** argv) {
     QGuiApplication::setFont(font);
   }
 
-  const std::string standard = fleetor::settingsPath(fleetor::kStandardSuite);
-  const std::string shared = fleetor::settingsPath(fleetor::kSharedSuite);
+  const std::string standard = fleetor::settingsPath(fleetor::standardSuite);
+  const std::string shared = fleetor::settingsPath(fleetor::sharedSuite);
   const std::string signIn = fleetor::keyStoreMarkPath();
   const QString tiles =
       QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/tiles");
@@ -123,13 +121,13 @@ int main(int argc, char** argv) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;
   }
-  // With the first frame all that draws has been made; it draws on another thread.
+  // After the first frame the render thread and all that it uses exist.
   QQuickWindow& window = client.mainWindow().window();
   QObject::connect(
       &window, &QQuickWindow::frameSwapped, &window, [&guard] { guard.renew(); },
       static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
   portal.listen([&](fleetor::DesktopLook look) {
-    // X11 enlarges everything by that scale already, and a size that was asked for by hand is the size.
+    // X11 applies that scale itself, and --text-size overrides it.
     if (options->textSize || !QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
       look.textScale = 1;
     client.mainWindow().followDesktop(look);

@@ -1,96 +1,92 @@
 #include "app/options.h"
 
+#include <QCommandLineParser>
 #include <algorithm>
-#include <charconv>
-#include <string_view>
 
 namespace fleetor {
 
-const char* const usage =
-    "usage: fleetor [--tablet] [--size WIDTHxHEIGHT] [--dark] [--language CODE] [--fresh]\n"
-    "               [--text-size PERCENT] [--help] [URL]\n"
-    "  --tablet             list and vehicle side by side, as on a tablet\n"
-    "  --size WIDTHxHEIGHT  size of the window in points, each side from 240 to 8000\n"
-    "                       (390x844 by default, 1024x768 with --tablet, less on a smaller screen)\n"
-    "  --dark               the dark appearance, whatever the system's is\n"
-    "  --language CODE      speak that language, for instance de, instead of the system's\n"
-    "  --text-size PERCENT  text of that size, from 100 to 200, whatever the system's is\n"
-    "  --fresh              forget the accepted terms, the sign-in and all settings first;\n"
-    "                       reports of crashes stay\n"
-    "  --help               print this and end\n"
-    "  URL                  fleetor:vehicles opens the choice of the widget's vehicle\n"
-    "A client that runs already takes the request over and comes to the front, and the options\n"
-    "are ignored.\n";
-
 namespace {
 
-std::optional<int> readNumber(std::string_view text, int smallest, int largest) {
-  int number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || rest != end || number < smallest || number > largest) return std::nullopt;
-  return number;
-}
+/// The parser of these options; `parse` needs no application, `helpText` one that knows the program's name.
+class Parser : public QCommandLineParser {
+ public:
+  Parser() {
+    setApplicationDescription(
+        "A client that runs already takes the request over and comes to the front; the options are ignored "
+        "then.");
+    addOptions({
+        {"tablet", "List and vehicle side by side, as on a tablet."},
+        {"size",
+         "Size of the window in points, each side from 240 to 8000 (390x844 by default, 1024x768 with "
+         "--tablet, less on a smaller screen).",
+         "WIDTHxHEIGHT"},
+        {"dark", "The dark appearance, whatever the system's is."},
+        {"language", "Use that language, for instance de, instead of the system's.", "CODE"},
+        {"text-size", "Text of that size, from 100 to 200, whatever the system's is.", "PERCENT"},
+        {"fresh", "Forget the accepted terms, the sign-in and all settings first; crash reports stay."},
+        {"help", "Print this text and exit."},
+    });
+    addPositionalArgument("URL", "fleetor:vehicles opens the choice of the widget's vehicle.", "[URL]");
+  }
 
-std::optional<int> readSide(std::string_view text) {
-  return readNumber(text, smallestSide, largestSide);
+  std::optional<QString> given(const QString& option) const {
+    return isSet(option) ? std::optional(value(option)) : std::nullopt;
+  }
+};
+
+std::optional<int> numberIn(const QString& text, int smallest, int largest) {
+  bool isNumber = false;
+  const int number = text.toInt(&isNumber);
+  return isNumber && number >= smallest && number <= largest ? std::optional(number) : std::nullopt;
 }
 
 }  // namespace
 
+std::string usage() {
+  return Parser().helpText().toStdString();
+}
+
 std::optional<Options> parseOptions(const std::vector<std::string>& words,
                                     const std::vector<std::string>& languages, std::string& problem) {
+  const auto refuse = [&problem](const QString& why) {
+    problem = why.toStdString();
+    return std::nullopt;
+  };
+  QStringList arguments{"fleetor"}, known;
+  for (const std::string& word : words)
+    arguments << QString::fromStdString(word);
+  for (const std::string& language : languages)
+    known << QString::fromStdString(language);
+  Parser parser;
+  if (!parser.parse(arguments)) return refuse(parser.errorText());
+
   Options options;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const std::string& word = words[i];
-    if (word == "--tablet") {
-      options.tablet = true;
-    } else if (word == "--fresh") {
-      options.fresh = true;
-    } else if (word == "--dark") {
-      options.dark = true;
-    } else if (word == "--help") {
-      options.help = true;
-    } else if (word == "--size" || word.starts_with("--size=")) {
-      if (word == "--size" && i + 1 == words.size()) {
-        problem = "--size needs a size, for instance 390x844";
-        return std::nullopt;
-      }
-      const std::string value = word == "--size" ? words[++i] : word.substr(7);
-      const std::size_t cross = value.find('x');
-      if (cross != std::string_view::npos) {
-        options.width = readSide(std::string_view(value).substr(0, cross));
-        options.height = readSide(std::string_view(value).substr(cross + 1));
-      }
-      if (cross == std::string_view::npos || !options.width || !options.height) {
-        problem = "\"" + value + "\" is no size such as 390x844, with sides from 240 to 8000";
-        return std::nullopt;
-      }
-    } else if (word == "--language" || word.starts_with("--language=")) {
-      const bool apart = word == "--language";
-      const std::string code = !apart ? word.substr(11) : i + 1 < words.size() ? words[++i] : "";
-      if (std::find(languages.begin(), languages.end(), code) == languages.end()) {
-        problem = (code.empty() ? "--language needs a language" : "there is no language \"" + code + "\"") +
-                  "; the languages are";
-        for (const std::string& known : languages)
-          problem += ' ' + known;
-        return std::nullopt;
-      }
-      options.language = code;
-    } else if (word == "--text-size" || word.starts_with("--text-size=")) {
-      const bool apart = word == "--text-size";
-      const std::string value = !apart ? word.substr(12) : i + 1 < words.size() ? words[++i] : "";
-      options.textSize = readNumber(value, 100, 200);
-      if (!options.textSize) {
-        problem = "--text-size needs a percentage from 100 to 200, and \"" + value + "\" is none";
-        return std::nullopt;
-      }
-    } else if (!word.starts_with('-') && word.find(':') != std::string::npos) {
-      options.url = word;
-    } else {
-      problem = "there is no option \"" + word + "\"";
-      return std::nullopt;
-    }
+  options.tablet = parser.isSet("tablet");
+  options.fresh = parser.isSet("fresh");
+  options.dark = parser.isSet("dark");
+  options.help = parser.isSet("help");
+  if (const auto size = parser.given("size")) {
+    const qsizetype cross = size->indexOf('x');
+    options.width = numberIn(size->left(cross), smallestSide, largestSide);
+    options.height = numberIn(size->mid(cross + 1), smallestSide, largestSide);
+    if (cross < 0 || !options.width || !options.height)
+      return refuse(
+          QString("invalid size \"%1\": expected WIDTHxHEIGHT, each side from 240 to 8000").arg(*size));
+  }
+  if (const auto code = parser.given("language")) {
+    if (!known.contains(*code))
+      return refuse(QString("unknown language \"%1\": expected one of %2").arg(*code, known.join(' ')));
+    options.language = code->toStdString();
+  }
+  if (const auto size = parser.given("text-size")) {
+    options.textSize = numberIn(*size, 100, 200);
+    if (!options.textSize)
+      return refuse(QString("invalid text size \"%1\": expected a percentage from 100 to 200").arg(*size));
+  }
+  for (const QString& url : parser.positionalArguments()) {
+    if (url.startsWith('-') || !url.contains(':'))
+      return refuse(QString("invalid URL \"%1\": expected SCHEME:...").arg(url));
+    options.url = url.toStdString();
   }
   return options;
 }

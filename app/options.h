@@ -6,7 +6,7 @@
 
 namespace fleetor {
 
-/// What a person asks of the client on its command line.
+/// The options of the command line.
 struct Options {
   bool tablet = false;
   bool fresh = false;  ///< forget what this client has kept, as if it had just been installed
@@ -28,17 +28,18 @@ struct Opening {
   friend bool operator==(const Opening&, const Opening&) = default;
 };
 
-/// As it was asked for, or else as is usual for a phone or a tablet: within the available part of the screen,
-/// with room for a title bar, and filling that on a screen of a phone's size.
+/// The given size, or that of a phone or tablet within the available part of the screen, with room for a
+/// title bar. It fills a screen of a phone's size.
 Opening openingOf(const Options& options, bool tablet, int availableWidth, int availableHeight);
 
 inline constexpr int smallestSide = 240;
 inline constexpr int largestSide = 8000;
 
-extern const char* const usage;
+/// How to call the client; asks the application, which must be made by then, for the program's name.
+std::string usage();
 
 /// Reads the words after the program's name; a language must be one of `languages`. Nothing when one of them
-/// is wrong; `problem` then says which and why.
+/// is invalid; `problem` is then the reason.
 std::optional<Options> parseOptions(const std::vector<std::string>& words,
                                     const std::vector<std::string>& languages, std::string& problem);
 

@@ -37,8 +37,7 @@ struct Day : APIModel {
 };
 
 template <>
-inline constexpr auto propertiesOf<Day> = properties(required<&Day::total>("total"),
-                                                     required<&Day::map>("map"));
+inline constexpr auto propertiesOf<Day> = properties(required<&Day::total>, required<&Day::map>);
 
 namespace {
 

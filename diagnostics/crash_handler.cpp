@@ -42,7 +42,7 @@ constexpr int mostFrames = 128;  // where Qt draws, more than 60 are its own
 constexpr std::uintptr_t nullPageBytes = 4096;
 constexpr std::uintptr_t nearStackBytes = std::uintptr_t{64} * 1024;
 
-/// All that the handler needs; made ready before, since it may ask for no memory.
+/// All that the handler needs; prepared in advance, because a signal handler must not allocate.
 struct Prepared {
   std::array<char, PATH_MAX> path{};
   std::array<char, 64> program{};
@@ -88,7 +88,7 @@ Registers registersOf(const void* context) {
 #endif
 }
 
-/// Where a call came from that led to no code.
+/// The return address of a call through an invalid pointer.
 std::uintptr_t callerOf(const Registers& registers) {
   std::uintptr_t caller = registers.link;
 #if defined(__x86_64__)
@@ -125,7 +125,7 @@ _Unwind_Reason_Code visitFrame(_Unwind_Context* context, void* argument) {
   walk.begun = walk.begun || address == walk.begin;
   if (!walk.begun) return _URC_NO_REASON;
   if (address == 0) return _URC_END_OF_STACK;
-  // A caller's address is where it will go on, which may be the next line already.
+  // A return address may belong to the next line already: look up the call before it.
   writeFrame(walk, isExact ? address : address - 1);
   return walk.frames < mostFrames ? _URC_NO_REASON : _URC_END_OF_STACK;
 }
@@ -158,7 +158,7 @@ void writeReport(int descriptor, int signal, const siginfo_t* info, const void* 
   CrashLine().text("backtrace:").write(descriptor);
   Walk walk{descriptor, !registers.known, registers.instruction};
   if (registers.known && !isInModule(registers.instruction)) {
-    // A call of what is no function: there is no way on from there, but one step back.
+    // A call through an invalid pointer: there are no frames to unwind, only the caller is known.
     writeFrame(walk, registers.instruction);
     writeFrame(walk, callerOf(registers) - 1);
   } else {
@@ -182,10 +182,10 @@ void onCrash(int signal, siginfo_t* info, void* context) {
     for (;;)
       ::pause();  // the thread that crashed first ends the process
   }
-  // Here too when the report itself has crashed; what is written by then stays.
+  // Also reached when writing the report crashed; what was written stays.
   for (std::size_t i = 0; i < crashSignals.size(); ++i)
     ::sigaction(crashSignals[i].number, &prepared.before[i], nullptr);
-  // A fault comes again by itself, at its own place, when the handler returns; what was raised does not.
+  // A hardware fault happens again when the handler returns; a raised signal does not.
   if (none == 0 && info->si_code > 0 && signal != SIGABRT) return;
   ::syscall(SYS_tgkill, ::getpid(), thread, crashingSignal.load());
 }
@@ -197,7 +197,7 @@ void onCrash(int signal, siginfo_t* info, void* context) {
   std::abort();
 }
 
-/// A stack for the handler with a page below that nobody may touch.
+/// A stack for the handler, with a guard page below it.
 bool giveHandlerItsStack() {
   const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
   void* const memory = ::mmap(nullptr, page + handlerStackBytes, PROT_READ | PROT_WRITE,
@@ -221,7 +221,7 @@ bool installCrashHandler(const std::string& path, const ReportedProgram& program
   ::uname(&system);
   prepared.system.text("system: ").text(system.sysname).text(" ").text(system.machine);
 
-  // The whole report once for nothing: what is loaded or bound at its first use is so by now.
+  // Writes a report to nowhere: whatever is loaded or bound at first use is loaded and bound afterwards.
   const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
   if (nowhere < 0) return false;
   writeReport(nowhere, 0, nullptr, nullptr);
@@ -230,7 +230,7 @@ bool installCrashHandler(const std::string& path, const ReportedProgram& program
   if (!giveHandlerItsStack()) return false;
   struct sigaction action {};
   action.sa_sigaction = onCrash;
-  // A second fault is let in, so that it is noticed when the report itself crashes.
+  // A second fault is not blocked, so that a crash inside the handler is noticed.
   action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
   for (std::size_t i = 0; i < crashSignals.size(); ++i)
     if (::sigaction(crashSignals[i].number, &action, &prepared.before[i]) != 0) return false;

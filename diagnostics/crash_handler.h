@@ -4,7 +4,7 @@
 
 namespace fleetor {
 
-/// What is to be read at the head of every report.
+/// What stands in the head of every report.
 struct ReportedProgram {
   std::string name;     ///< of the main program's own frames
   std::string version;  ///< such as "0.1.0"
@@ -14,14 +14,14 @@ struct ReportedProgram {
 /// SIGABRT of any thread, and an exception that nobody catches. Once, on the main thread, before there is
 /// another one. False where reports cannot be written, or when the handlers could not be set.
 ///
-/// The report says which signal it was, of what class an uncaught exception, when (seconds since 1970, UTC),
-/// and where: the frames of the crashed thread, innermost first, each as a module, an offset in it and the
+/// The report holds the signal, the class of an uncaught exception, the time (seconds since 1970, UTC) and
+/// the place: the frames of the crashed thread, innermost first, each as a module, an offset in it and the
 /// module's build id. Memory, registers, addresses outside of the modules, folders, and the text of an
-/// exception never get into it, so neither does anything that a person typed or that the service told.
+/// exception are never written, so nothing that a person typed or the service sent gets into it.
 ///
 /// Afterwards the process ends as it would have without: the handlers that were set before are back, the
 /// fault happens again or the signal is raised again. A stack that overflows is reported on the calling
-/// thread only, because a handler needs a stack of its own there; on other threads such a crash leaves no
+/// thread only, because a handler needs a separate stack there; on other threads such a crash leaves no
 /// report.
 bool installCrashHandler(const std::string& path, const ReportedProgram& program);
 

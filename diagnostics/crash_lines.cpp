@@ -71,7 +71,7 @@ void CrashLine::write(int descriptor) {
 
 bool isInModule(std::uintptr_t address) {
   dl_find_object module{};
-  // The one look-up of modules that takes no lock.
+  // The only look-up of modules that takes no lock.
   return _dl_find_object(std::bit_cast<void*>(address), &module) == 0;
 }
 
@@ -81,7 +81,7 @@ void addPlace(CrashLine& line, std::uintptr_t address, const char* program) {
     line.text("?");
     return;
   }
-  // Only the last part of the path: the others may tell the name of a person.
+  // Only the file name: folders may contain the name of a person.
   const char* const path = module.dlfo_link_map->l_name;
   const char* const slash = std::strrchr(path, '/');
   const char* const name = slash ? slash + 1 : path;

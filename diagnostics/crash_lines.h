@@ -6,8 +6,7 @@
 
 namespace fleetor {
 
-/// A line of text that takes no memory but its own, so that it may be made inside a signal handler. What does
-/// not fit is cut off.
+/// A line of text in a fixed buffer, for use inside a signal handler. Text that does not fit is cut off.
 class CrashLine {
  public:
   CrashLine& text(const char* piece);
@@ -31,7 +30,7 @@ class CrashLine {
 bool isInModule(std::uintptr_t address);
 
 /// Adds the module that the address is in, the offset there (as the tools that read symbols want it) and the
-/// module's build id. An address outside of all modules may be made of anything, so it stays unsaid: "?".
+/// module's build id. An address outside of all modules may consist of user data, so it is written as "?".
 /// `program` is what the main program is called. May be called inside a signal handler.
 void addPlace(CrashLine& line, std::uintptr_t address, const char* program);
 

@@ -24,7 +24,7 @@ constexpr int mostOfAKind = 5;
 constexpr auto longestKept = std::chrono::days(30);
 constexpr std::size_t largestReport = std::size_t{1} << 20;  // bytes
 
-/// What a report's name says: its kind and when its run began. Nothing for the name of another file.
+/// The kind of a report and the start of its run, from its file name; nothing for any other file name.
 struct ReportName {
   std::string kind;
   std::int64_t seconds = 0;
@@ -66,7 +66,7 @@ void pack(const fs::path& path) {
   std::error_code ignored;
   fs::path packed = path;
   packed.replace_extension(".gz");
-  // Under another name until it is whole: this run may end at any moment, too.
+  // Written under a temporary name and renamed when complete.
   const fs::path draft = packed.string() + ".draft";
   if (!text.empty()) {
     if (!writePacked(draft, text)) {
@@ -87,7 +87,7 @@ std::optional<OwnFile> OwnFile::open(const fs::path& path, int flags) {
   if (descriptor < 0) return std::nullopt;
   OwnFile file(descriptor);
   struct stat status {};
-  // Another client may have been done with the file, and have deleted it, between the two calls.
+  // Another client may have sent and deleted the file between the two calls.
   if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || ::fstat(descriptor, &status) != 0 ||
       status.st_nlink == 0)
     return std::nullopt;

@@ -12,8 +12,8 @@ namespace fleetor {
 inline constexpr const char* crashReport = "crash";
 inline constexpr const char* usageReport = "usage";
 
-/// An open file that no other client touches as long as this object lives: what a client still writes, or
-/// sends, is its own. The lock ends with the process, however that ends.
+/// An open file under an exclusive lock: no other client touches what this one still writes or sends. The
+/// lock ends with the process at the latest.
 class OwnFile {
  public:
   /// Opens the file with the flags of open(2). Nothing when it is missing or belongs to another user.

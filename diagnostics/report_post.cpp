@@ -11,8 +11,8 @@
 
 namespace fleetor {
 
-/// What the tasks of a post share with it; they may outlive it.
-struct ReportPost::Office {
+/// The state that a post shares with its tasks, which may outlive it.
+struct ReportPost::Sender {
   ReportSetup setup;
   std::mutex mutex;
   Transport* transport = nullptr;  ///< none once the post is closed
@@ -36,22 +36,22 @@ struct ReportPost::Office {
 };
 
 ReportPost::ReportPost(Queues& queues, Transport& transport, ReportSetup setup)
-    : queues_(queues), office_(std::make_shared<Office>()) {
-  office_->setup = std::move(setup);
-  office_->transport = &transport;
+    : queues_(queues), sender_(std::make_shared<Sender>()) {
+  sender_->setup = std::move(setup);
+  sender_->transport = &transport;
 }
 
 ReportPost::~ReportPost() {
-  const std::lock_guard lock(office_->mutex);
-  office_->transport = nullptr;
+  const std::lock_guard lock(sender_->mutex);
+  sender_->transport = nullptr;
 }
 
 void ReportPost::offer(Date now) {
-  queues_.global([office = office_, now] {
-    const auto reports = packReports(office->setup.folder, now);
-    if (office->setup.address.empty()) return;
+  queues_.global([sender = sender_, now] {
+    const auto reports = packReports(sender->setup.folder, now);
+    if (sender->setup.address.empty()) return;
     for (const auto& path : reports)
-      office->send(path);
+      sender->send(path);
   });
 }
 

@@ -9,7 +9,7 @@
 
 namespace fleetor {
 
-/// Where reports are kept and whom they are offered.
+/// Where reports are kept and where they are sent.
 struct ReportSetup {
   std::string folder;
   std::string address;  ///< of the service that takes reports; empty: nothing is ever sent
@@ -17,7 +17,7 @@ struct ReportSetup {
 };
 
 /// Packs the reports of earlier runs and offers them to the service that takes reports: each file once a
-/// start, in a POST of its own, without any sign of who sends it. A file that was taken (status 2xx) is
+/// start, in a separate POST that does not identify the sender. A file that was taken (status 2xx) is
 /// deleted, any other stays for the next start. Main thread; nothing is sent any more once the destructor has
 /// returned, which comes before the end of queues and transport.
 class ReportPost {
@@ -32,10 +32,10 @@ class ReportPost {
   void offer(Date now);
 
  private:
-  struct Office;
+  struct Sender;
 
   Queues& queues_;
-  std::shared_ptr<Office> office_;
+  std::shared_ptr<Sender> sender_;
 };
 
 }  // namespace fleetor

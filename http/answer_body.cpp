@@ -17,7 +17,7 @@ constexpr std::size_t roomForParser = 64;
 
 constexpr int gzipWindow = MAX_WBITS + 16;
 
-// Without wrapping the first byte would begin a stored block with bits set that no packer sets.
+// A raw stream never begins like that: the bits would be those of a stored block that no compressor writes.
 int deflateWindow(char first) {
   return (first & 0x0F) == Z_DEFLATED ? MAX_WBITS : -MAX_WBITS;
 }

@@ -1,6 +1,5 @@
 #include "http/exchange.h"
 
-#include <strings.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -9,14 +8,15 @@
 #include <utility>
 
 #include "http/system_reachability.h"
+#include "platform/ascii.h"
 
 namespace fleetor {
 namespace {
 
 constexpr double longestTimeout = 24 * 3600;  // seconds
 
-// How long the bytes of one answer may occupy the network thread before the others have their turn: unpacking
-// can be made slow.
+// How long one answer may occupy the network thread before the others continue: a hostile body can be slow
+// to unpack.
 constexpr std::chrono::milliseconds longestTurn{5};
 
 // A line break in a header would begin another one.
@@ -27,10 +27,10 @@ bool isOneLine(const std::pair<std::string, std::string>& header) {
 }
 
 bool equalsIgnoringCase(std::string_view left, std::string_view right) {
-  return left.size() == right.size() && ::strncasecmp(left.data(), right.data(), left.size()) == 0;
+  return lowerCase(left) == lowerCase(right);
 }
 
-// The library would unpack such an answer by itself, beyond any bound of ours. Nobody asks for one.
+// libcurl would unpack such an answer itself, without our bounds. No request asks for one.
 bool isPackedForTransfer(std::string_view line) {
   constexpr std::string_view name = "Transfer-Encoding:", blanks = " \t\r\n";
   if (!equalsIgnoringCase(line.substr(0, name.size()), name)) return false;
@@ -103,7 +103,7 @@ void Exchange::timeOut() {
 }
 
 void Exchange::prepareHop() {
-  // A fresh one: after a reset the library would append a folded first line to a header that it has freed.
+  // A new handle: after a reset libcurl would append a folded first line to a header that it has freed.
   transfer_.reset(curl_easy_init());
   CURL* const transfer = transfer_.get();
   status_ = 0;
@@ -116,7 +116,7 @@ void Exchange::prepareHop() {
   set(CURLOPT_PRIVATE, this);
   set(CURLOPT_ERRORBUFFER, problem_);
   set(CURLOPT_NOSIGNAL, 1L);
-  set(CURLOPT_QUICK_EXIT, 1L);  // a name that is still looked up holds nobody
+  set(CURLOPT_QUICK_EXIT, 1L);  // does not wait for a pending name look-up
   set(CURLOPT_OPENSOCKETFUNCTION, openSocket);
 
   set(CURLOPT_URL, address_->text().c_str());
@@ -129,7 +129,7 @@ void Exchange::prepareHop() {
   if (address_->isThisMachine())
     set(CURLOPT_PROXY, "");
   else if (!address_->isSecure() && address_->text().ends_with('?') && isProxySet())
-    set(CURLOPT_REQUEST_TARGET, address_->text().c_str());  // by itself a proxy would not get the "?"
+    set(CURLOPT_REQUEST_TARGET, address_->text().c_str());  // otherwise libcurl drops the "?" towards a proxy
 
   set(CURLOPT_USERAGENT, "Fleetor");
   set(CURLOPT_CUSTOMREQUEST, request_.method.c_str());
@@ -137,7 +137,7 @@ void Exchange::prepareHop() {
   if (request_.body) {
     set(CURLOPT_POSTFIELDS, request_.body->data());
     set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request_.body->size()));
-    // On a connection that was kept open the library may send it a second time.
+    // On a reused connection libcurl may send it a second time.
     set(CURLOPT_FRESH_CONNECT, 1L);
   }
   setHeaders();
@@ -159,7 +159,7 @@ void Exchange::setHeaders() {
     headers_.reset(curl_slist_append(headers_.release(), line.c_str()));
   };
   add("Accept-Encoding: gzip, deflate");
-  // A name without a value takes away what the library would add by itself.
+  // A name without a value removes the header that libcurl would add.
   add("Accept:");
   add("Expect:");
   if (request_.body && !hasHeader("Content-Type")) add("Content-Type:");
@@ -259,7 +259,7 @@ std::string Exchange::answerHeader(const char* name) const {
   curl_header* header = nullptr;
   const auto found = curl_easy_header(transfer_.get(), name, 0, CURLH_HEADER, -1, &header);
   if (found != CURLHE_OK) return {};
-  // Of a value that is empty the library keeps the end of the line.
+  // libcurl keeps the line break of an empty value.
   const std::string_view value = header->value;
   return std::string(value.substr(0, value.find_last_not_of("\r\n") + 1));
 }

@@ -14,7 +14,7 @@
 namespace fleetor {
 namespace {
 
-constexpr long idleConnections = 5;  // on as many that turn out closed the library tries a request again
+constexpr long idleConnections = 5;  // libcurl repeats a request on up to so many stale ones
 constexpr std::chrono::hours longestWait{1};
 
 }  // namespace
@@ -57,7 +57,7 @@ class HttpTransport::Network {
   using Exchanges = std::vector<std::unique_ptr<Exchange>>;
 
   void run() {
-    // A peer that is gone is an error of the transfer, not the end of the program.
+    // A closed connection is an error of the transfer and must not end the program.
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGPIPE);

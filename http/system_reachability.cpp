@@ -7,7 +7,7 @@
 namespace fleetor {
 namespace {
 
-// What a machine gives itself when nobody assigns it an address.
+// Addresses that a machine assigns to itself when it gets none from the network.
 bool isLinkLocal(const sockaddr& address) {
   if (address.sa_family == AF_INET6)
     return IN6_IS_ADDR_LINKLOCAL(&reinterpret_cast<const sockaddr_in6&>(address).sin6_addr);

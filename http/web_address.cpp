@@ -6,6 +6,8 @@
 #include <array>
 #include <memory>
 
+#include "platform/ascii.h"
+
 namespace fleetor {
 namespace {
 
@@ -48,10 +50,8 @@ std::optional<WebAddress> WebAddress::parse(const std::string& text) {
       CURLUE_OK)
     return {};
   address.scheme_ = part(url, CURLUPART_SCHEME);
-  address.host_ = part(url, CURLUPART_HOST);
+  address.host_ = lowerCase(part(url, CURLUPART_HOST));
   address.port_ = part(url, CURLUPART_PORT);
-  for (char& each : address.host_)
-    if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
   if (address.host_.empty() || (address.scheme_ != "http" && address.scheme_ != "https")) return {};
   return address;
 }

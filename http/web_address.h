@@ -8,8 +8,8 @@ namespace fleetor {
 /// An absolute http or https URL: where a request goes. Immutable; any thread.
 class WebAddress {
  public:
-  /// Nothing when the text is no such URL, names no host, or holds a user name or password. Characters that
-  /// no URL may hold are escaped, nothing else is changed.
+  /// Nothing when the text is not such a URL, has no host, or holds a user name or password. Characters that
+  /// are not allowed in a URL are escaped, nothing else is changed.
   static std::optional<WebAddress> parse(const std::string& text);
 
   /// What a relative or absolute reference found at this address leads to.

@@ -13,7 +13,7 @@ namespace fleetor::json {
 
 namespace {
 
-using Fault = std::optional<JSONModelError>;
+using Failure = std::optional<JSONModelError>;
 
 /// Hands out texts. References to the document's arena are borrowed in one large batch, and what is left is
 /// given back at the end, so that a text costs no atomic step.
@@ -40,7 +40,7 @@ class TextSource {
     return {text, Node::textLength(text)};
   }
 
-  /// A text of its own, several to a block.
+  /// A copied text; several share a block.
   Text copy(std::string_view text) {
     if (!digits_ || digitsUsed_ + text.size() > digitsCapacity_) {
       if (digits_) digits_->release();
@@ -115,7 +115,7 @@ class Mapper {
  public:
   explicit Mapper(TextSource& texts) : texts_(texts) {}
 
-  Fault record(Node value, const RecordType& type, void* out) {
+  Failure record(Node value, const RecordType& type, void* out) {
     if (value.kind() != Node::object)
       return JSONModelError::invalidData(
           "Attempt to initialize JSONModel object using initWithDictionary:error: but the dictionary "
@@ -133,29 +133,29 @@ class Mapper {
       if (!(found.filled >> i & 1)) continue;
       const auto& property = type.properties[i];
       const Node node = value.at(found.values[i]);
-      // Texts are almost all there is, so they take the short way.
+      // Fast path: almost every property is a text.
       if (property.kind == PropertyKind::text && node.kind() == Node::text)
         *static_cast<Text*>(property.at(out)) = texts_.slice(node);
-      else if (auto fault = fill(node, type, property, property.at(out)))
-        return fault;
+      else if (auto failure = fill(node, type, property, property.at(out)))
+        return failure;
     }
     if (type.validate && !type.validate(out)) return JSONModelError::modelIsInvalid();
     return {};
   }
 
-  Fault array(Node values, const RecordType& type, void* list) {
+  Failure array(Node values, const RecordType& type, void* list) {
     for (Node value = values.first(); value.index() != values.end(); value = value.next()) {
       const std::size_t made = type.size(list);
-      Fault fault;
+      Failure failure;
       if (value.kind() == Node::object) {
-        fault = record(value, type, type.append(list));
+        failure = record(value, type, type.append(list));
       } else if (value.kind() == Node::array) {
-        fault = array(value, type, list);
+        failure = array(value, type, list);
       }
-      if (fault) {
+      if (failure) {
         // Counts records, not positions: what was skipped in front does not count.
-        fault->prependKeyPathIndex(made);
-        return fault;
+        failure->prependKeyPathIndex(made);
+        return failure;
       }
     }
     return {};
@@ -214,7 +214,7 @@ class Mapper {
     return JSONModelError::invalidDataWithMissingKeys(std::move(names));
   }
 
-  Fault fill(Node value, const RecordType& type, const PropertyEntry& property, void* member) {
+  Failure fill(Node value, const RecordType& type, const PropertyEntry& property, void* member) {
     if (value.kind() == Node::null) {
       if (property.isOptional) return {};
       return at(property, JSONModelError::invalidData("Value of required model key " +
@@ -226,9 +226,9 @@ class Mapper {
       case PropertyKind::integer:
         return fillInteger(value, type, property, *static_cast<std::int64_t*>(member));
       case PropertyKind::record: {
-        auto fault = record(value, *property.type, property.make(member));
-        if (!fault) return {};
-        if (!property.isOptional) return at(property, std::move(*fault));
+        auto failure = record(value, *property.type, property.make(member));
+        if (!failure) return {};
+        if (!property.isOptional) return at(property, std::move(*failure));
         property.drop(member);
         return {};
       }
@@ -241,14 +241,14 @@ class Mapper {
         property.type->reserve(list, std::min(value.count(), longestReserve));
         preferLargePages(property.type->storage(list),
                          property.type->recordSize * std::min(value.count(), longestReserve));
-        if (auto fault = array(value, *property.type, list)) return at(property, std::move(*fault));
+        if (auto failure = array(value, *property.type, list)) return at(property, std::move(*failure));
         return {};
       }
     }
     return {};
   }
 
-  Fault fillText(Node value, const RecordType& type, const PropertyEntry& property, Text& out) {
+  Failure fillText(Node value, const RecordType& type, const PropertyEntry& property, Text& out) {
     char digits[400];
     char* const end = digits + sizeof digits;
     switch (value.kind()) {
@@ -275,8 +275,8 @@ class Mapper {
     }
   }
 
-  Fault fillInteger(Node value, const RecordType& type, const PropertyEntry& property,
-                    std::int64_t& out) const {
+  Failure fillInteger(Node value, const RecordType& type, const PropertyEntry& property,
+                      std::int64_t& out) const {
     switch (value.kind()) {
       case Node::text:
         out = integerValue(texts_.view(value));
@@ -301,8 +301,7 @@ class Mapper {
     }
   }
 
-  /// An object or array under a key that takes text or a number. It is the service's mistake, so it is an
-  /// error like any other and never stops the program.
+  /// An object or array where a text or a number is expected.
   static JSONModelError notSupported(Node value, const RecordType& type, const PropertyEntry& property) {
     return at(property,
               JSONModelError::invalidData(std::string(typeText(value.kind())) + " type not supported for " +
@@ -314,7 +313,7 @@ class Mapper {
     return error;
   }
 
-  // An input that promises many records by a long list of nulls must not cost memory.
+  // A long list of nulls must not reserve memory for as many records.
   static constexpr std::size_t longestReserve = std::size_t{1} << 18;
 
   TextSource& texts_;
@@ -322,13 +321,13 @@ class Mapper {
 
 }  // namespace
 
-Fault mapRecord(JSONValue value, const RecordType& type, void* record) {
+Failure mapRecord(JSONValue value, const RecordType& type, void* record) {
   if (value.isNil()) return JSONModelError::inputIsNil();
   TextSource texts(value.document()->arena());
   return Mapper(texts).record(Node::root(*value.document()), type, record);
 }
 
-Fault mapArray(JSONValue value, const RecordType& type, void* records) {
+Failure mapArray(JSONValue value, const RecordType& type, void* records) {
   TextSource texts(value.document()->arena());
   const Node values = Node::root(*value.document());
   if (values.kind() != Node::array)

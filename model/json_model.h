@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -62,13 +63,16 @@ class JSONModel {
 
   static constexpr std::optional<JSONKeyMapper> keyMapper() { return std::nullopt; }
   bool validate() const { return true; }
-
-  friend bool operator==(const JSONModel&, const JSONModel&) = default;
 };
+
+/// Records are equal when all their properties are.
+template <std::derived_from<JSONModel> R>
+bool operator==(const R& a, const R& b) {
+  return std::apply([&](auto... property) { return (... && (a.*property.member == b.*property.member)); },
+                    propertiesOf<R>);
+}
 
 /// Common base of the records of this application and of the envelopes that carry them.
-struct APIModel : JSONModel {
-  friend bool operator==(const APIModel&, const APIModel&) = default;
-};
+struct APIModel : JSONModel {};
 
 }  // namespace fleetor

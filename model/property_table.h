@@ -17,29 +17,25 @@ namespace fleetor {
 
 class JSONModel;
 
-/// One declared property: the data member, its name, and whether the input may leave it out.
+/// One declared property: a data member, whose name it bears, and whether the input may leave it out.
 template <auto Member>
 struct Property {
-  std::string_view name;
+  static constexpr auto member = Member;
   bool isOptional;
 };
 
 template <auto Member>
-constexpr auto required(std::string_view name) {
-  return std::tuple(Property<Member>{name, false});
-}
+inline constexpr std::tuple required(Property<Member>{false});
 
 template <auto Member>
-constexpr auto optional(std::string_view name) {
-  return std::tuple(Property<Member>{name, true});
-}
+inline constexpr std::tuple optional(Property<Member>{true});
 
-/// The declared properties of record R, which must be specialised right behind the record:
+/// The properties of record R: all data members in the order of their declaration, those of its base first.
+/// It must be specialised right behind the record:
 ///
 ///   template <>
-///   inline constexpr auto propertiesOf<Location> = properties(
-///       required<&Location::lat>("lat"),
-///       required<&Location::lon>("lon"));
+///   inline constexpr auto propertiesOf<Location> =
+///       properties(required<&Location::lat>, required<&Location::lon>);
 ///
 /// The kind follows from the member's type: Text, std::int64_t, a record or std::optional of one, std::vector
 /// of records or std::optional of one. An optional record or array needs the std::optional form; a required
@@ -54,9 +50,7 @@ constexpr auto properties(Properties... list) {
 
 /// The properties of a base, as the first argument of `properties`.
 template <class Base>
-constexpr auto inherited() {
-  return propertiesOf<Base>;
-}
+inline constexpr auto inherited = propertiesOf<Base>;
 
 namespace json {
 
@@ -119,14 +113,21 @@ struct ElementOf<std::vector<T>> {
 template <class C, class V>
 V memberValue(V C::*);
 
-/// The unqualified name of a type, as the compiler spells it.
+/// The unqualified name of a template argument, from a function's signature as GCC and Clang spell it:
+/// "... [with T = fleetor::Location; ...]", "... [Member = &fleetor::Location::lat]".
+constexpr std::string_view argumentName(std::string_view function) {
+  function.remove_prefix(function.find(" = ") + 3);
+  function = function.substr(0, function.find_first_of(";]"));
+  const auto colon = function.rfind("::");
+  return colon == std::string_view::npos ? function : function.substr(colon + 2);
+}
 template <class T>
 constexpr std::string_view typeName() {
-  std::string_view text = __PRETTY_FUNCTION__;
-  text.remove_prefix(text.find("T = ") + 4);
-  text = text.substr(0, text.find_first_of(";]"));
-  const auto colon = text.rfind("::");
-  return colon == std::string_view::npos ? text : text.substr(colon + 2);
+  return argumentName(__PRETTY_FUNCTION__);
+}
+template <auto Member>
+constexpr std::string_view memberName() {
+  return argumentName(__PRETTY_FUNCTION__);
 }
 
 template <class R>
@@ -147,9 +148,8 @@ constexpr PropertyEntry entryOf(Property<Member> property) {
       "JSONModelProperty type not allowed: Property type of R.Member is not supported by JSONModel.");
 
   PropertyEntry entry{};
-  entry.name = property.name;
-  entry.key = property.name;
-  if (const auto mapper = R::keyMapper()) entry.key = mapper->modelToJSONKey(property.name);
+  entry.name = entry.key = memberName<Member>();
+  if (const auto mapper = R::keyMapper()) entry.key = mapper->modelToJSONKey(entry.name);
   for (std::size_t i = 0; i < entry.key.size() && i < 8; ++i) {
     const auto shift = 8 * (std::endian::native == std::endian::little ? i : 7 - i);
     entry.keyWord |= std::uint64_t{static_cast<unsigned char>(entry.key[i])} << shift;
@@ -194,6 +194,22 @@ struct TableOf {
       std::apply([](auto... list) { return std::array<PropertyEntry, sizeof...(list)>{entryOf<R>(list)...}; },
                  propertiesOf<R>);
   static_assert(entries.size() <= 64, "one bit a property");
+
+  /// The size of a record that has just the members of the table, in their order. An empty base cannot share
+  /// its address with a first member that is a record too.
+  static constexpr std::size_t listedSize() {
+    std::size_t size = entries.front().kind == PropertyKind::record ? alignof(R) : 0;
+    const auto align = [&size](std::size_t to) { size = (size + to - 1) / to * to; };
+    const auto add = [&]<auto Member>(Property<Member>) {
+      align(alignof(decltype(memberValue(Member))));
+      size += sizeof(decltype(memberValue(Member)));
+    };
+    std::apply([&](auto... list) { (..., add(list)); }, propertiesOf<R>);
+    align(alignof(R));
+    return size;
+  }
+  static_assert(sizeof(R) <= listedSize(),
+                "a property table lists every data member of the record, those of its base first");
 
   static constexpr std::uint64_t required() {
     std::uint64_t mask = 0;

@@ -25,16 +25,14 @@ struct Vehicle : APIModel {
 
   /// Name, line break, registration; the one that is there when the other is empty.
   std::string fullName() const;
-
-  friend bool operator==(const Vehicle&, const Vehicle&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<Vehicle> = properties(required<&Vehicle::vehicleId>("vehicleId"),
-                                                         required<&Vehicle::name>("name"),
-                                                         required<&Vehicle::registration>("registration"),
-                                                         required<&Vehicle::mapLineColor>("mapLineColor"),
-                                                         required<&Vehicle::icon>("icon"));
+inline constexpr auto propertiesOf<Vehicle> = properties(required<&Vehicle::vehicleId>,
+                                                         required<&Vehicle::name>,
+                                                         required<&Vehicle::registration>,
+                                                         required<&Vehicle::mapLineColor>,
+                                                         required<&Vehicle::icon>);
 
 /// A geographic point, in decimal degrees as text.
 struct Location : APIModel {
@@ -44,26 +42,22 @@ struct Location : APIModel {
   Coordinate coordinate() const;  ///< a text that does not read as a number gives 0
   std::string title(const Localizer& localized) const { return localized("Current position"); }
   Text subtitle() const { return Text(""); }
-
-  friend bool operator==(const Location&, const Location&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<Location> = properties(required<&Location::lat>("lat"),
-                                                          required<&Location::lon>("lon"));
+inline constexpr auto propertiesOf<Location> = properties(required<&Location::lat>, required<&Location::lon>);
 
 /// Values that are reported with the live state and not shown.
 struct LiveLed : APIModel {
   Text z1, z3, z4, z6, z8, z14, z23, z28, z33;
-
-  friend bool operator==(const LiveLed&, const LiveLed&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<LiveLed> = properties(
-    required<&LiveLed::z1>("z1"), required<&LiveLed::z3>("z3"), required<&LiveLed::z4>("z4"),
-    required<&LiveLed::z6>("z6"), required<&LiveLed::z8>("z8"), required<&LiveLed::z14>("z14"),
-    required<&LiveLed::z23>("z23"), required<&LiveLed::z28>("z28"), required<&LiveLed::z33>("z33"));
+inline constexpr auto propertiesOf<LiveLed> = properties(required<&LiveLed::z1>, required<&LiveLed::z3>,
+                                                         required<&LiveLed::z4>, required<&LiveLed::z6>,
+                                                         required<&LiveLed::z8>, required<&LiveLed::z14>,
+                                                         required<&LiveLed::z23>, required<&LiveLed::z28>,
+                                                         required<&LiveLed::z33>);
 
 /// A vehicle's latest reported state. The key "vehicles" holds one vehicle; reading names differ from the
 /// keys.
@@ -93,19 +87,15 @@ struct Live : APIModel {
   Coordinate coordinate() const { return location.coordinate(); }
   Text title() const { return datetime; }
   Text subtitle() const { return street; }
-
-  friend bool operator==(const Live&, const Live&) = default;
 };
 
 template <>
 inline constexpr auto propertiesOf<Live> = properties(
-    required<&Live::datetime>("datetime"), required<&Live::vehicles>("vehicles"),
-    required<&Live::active>("active"), required<&Live::speed>("speed"),
-    required<&Live::powerSupply>("powerSupply"), optional<&Live::powerSupplyType>("powerSupplyType"),
-    required<&Live::sig>("sig"), required<&Live::direction>("direction"), required<&Live::fuel>("fuel"),
-    optional<&Live::fuelType>("fuelType"), required<&Live::rpm>("rpm"), required<&Live::odometer>("odometer"),
-    required<&Live::led>("led"), required<&Live::street>("street"), required<&Live::temp>("temp"),
-    required<&Live::location>("location"));
+    required<&Live::datetime>, required<&Live::vehicles>, required<&Live::active>, required<&Live::speed>,
+    required<&Live::powerSupply>, optional<&Live::powerSupplyType>, required<&Live::sig>,
+    required<&Live::direction>, required<&Live::fuel>, optional<&Live::fuelType>, required<&Live::rpm>,
+    required<&Live::odometer>, required<&Live::led>, required<&Live::street>, required<&Live::temp>,
+    required<&Live::location>);
 
 /// One point of the day's track.
 struct MapEntry : APIModel {
@@ -120,18 +110,13 @@ struct MapEntry : APIModel {
   Coordinate coordinate() const { return location.coordinate(); }
   Text title() const { return street; }
   std::string subtitle() const;  ///< dateTime, with the duration in parentheses behind it when there is one
-
-  friend bool operator==(const MapEntry&, const MapEntry&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<MapEntry> = properties(required<&MapEntry::lp>("lp"),
-                                                          required<&MapEntry::location>("location"),
-                                                          required<&MapEntry::dateTime>("dateTime"),
-                                                          required<&MapEntry::duration>("duration"),
-                                                          required<&MapEntry::totdist>("totdist"),
-                                                          required<&MapEntry::label>("label"),
-                                                          required<&MapEntry::street>("street"));
+inline constexpr auto propertiesOf<MapEntry> =
+    properties(required<&MapEntry::lp>, required<&MapEntry::location>, required<&MapEntry::dateTime>,
+               required<&MapEntry::duration>, required<&MapEntry::totdist>, required<&MapEntry::label>,
+               required<&MapEntry::street>);
 
 /// One item of the day's trip list.
 struct RouteItem : APIModel {
@@ -143,15 +128,12 @@ struct RouteItem : APIModel {
   Text distance;  ///< km
   Text from;
   Text to;
-
-  friend bool operator==(const RouteItem&, const RouteItem&) = default;
 };
 
 template <>
 inline constexpr auto propertiesOf<RouteItem> =
-    properties(required<&RouteItem::lp>("lp"), required<&RouteItem::status>("status"),
-               required<&RouteItem::timeFrom>("timeFrom"), required<&RouteItem::timeTo>("timeTo"),
-               required<&RouteItem::duration>("duration"), required<&RouteItem::distance>("distance"),
-               required<&RouteItem::from>("from"), required<&RouteItem::to>("to"));
+    properties(required<&RouteItem::lp>, required<&RouteItem::status>, required<&RouteItem::timeFrom>,
+               required<&RouteItem::timeTo>, required<&RouteItem::duration>, required<&RouteItem::distance>,
+               required<&RouteItem::from>, required<&RouteItem::to>);
 
 }  // namespace fleetor

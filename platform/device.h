@@ -18,8 +18,8 @@ class Device {
   virtual double screenScale() const = 0;        ///< pixels a point
   virtual double systemVersion() const = 0;  ///< the operating system's version as a number, 8.0 and up today
 
-  /// This application on this device: an upper-case UUID text, the same over restarts, from which nothing
-  /// about the device can be told.
+  /// Identifies this installation: an upper-case UUID text, the same after a restart, that reveals nothing
+  /// about the device.
   virtual std::string identifierForVendor() = 0;
 
   /// The text for people behind an English key, in the language of the device; the key itself when

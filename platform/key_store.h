@@ -24,10 +24,7 @@ inline constexpr const char* account = "acct";
 inline constexpr const char* label = "labl";
 inline constexpr const char* description = "desc";
 inline constexpr const char* valueData = "v_Data";
-inline constexpr const char* returnAttributes = "r_Attributes";
-inline constexpr const char* returnData = "r_Data";
-inline constexpr const char* matchLimit = "m_Limit";
-inline constexpr const char* matchLimitOne = "m_LimitOne";
+inline constexpr const char* returnData = "r_Data";  ///< of a query: the value data is wanted too
 }  // namespace sec
 
 /// What happens in the platform's store after a call has returned.
@@ -37,9 +34,9 @@ enum class KeyStoreEvent {
 };
 
 /// The platform's secure store for small secrets. Items are found by `sec::generic` and, when the query names
-/// one, `sec::accessGroup`. All calls are made on the main thread and must return within a few seconds,
-/// whatever the platform's store does. None reports an error: a call that cannot be carried out finds nothing
-/// or changes nothing.
+/// one, `sec::accessGroup`, one at a time. All calls are made on the main thread and must return within a few
+/// seconds, whatever the platform's store does. None reports an error: a call that cannot be carried out
+/// finds nothing or changes nothing.
 class KeyStore {
  public:
   virtual ~KeyStore() = default;

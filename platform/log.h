@@ -4,7 +4,7 @@
 
 namespace fleetor {
 
-/// Takes the diagnostic lines of the request layer, from any thread. Silent unless a person asks for them;
+/// Takes the diagnostic lines of the request layer, from any thread. Silent unless the user asks for them;
 /// masks secrets before a line goes anywhere. Where a secret can stand in a line:
 /// - The parameters of a request are one JSON object, on one line behind "REQUEST: ".
 /// - The line about a failed request is the answer as it came, of any length and shape, and its status. The

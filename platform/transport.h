@@ -21,7 +21,7 @@ struct HttpRequest {
   bool reloadIgnoringLocalCacheData = true;
 };
 
-/// The error codes of the URL-loading system that the client tells apart.
+/// The error codes of the URL-loading system that the client distinguishes.
 namespace url_error {
 inline constexpr long cancelled = -999;
 inline constexpr long badUrl = -1000;
@@ -47,8 +47,8 @@ struct HttpReply {
   std::string errorDescription;  ///< for the log: why, down to what is wrong with a certificate
 };
 
-/// Sends requests. `send` may be called from any thread and returns at once; transfers run on a network
-/// thread of the transport's own. `done` is called exactly once for each request, on the network thread, so
+/// Sends requests. `send` may be called from any thread and returns at once; transfers run on a separate
+/// network thread. `done` is called exactly once for each request, on the network thread, so
 /// it must be quick; it is not called any more once the transport's destructor has returned. Redirects are
 /// followed, but neither the header "Authorization" nor a body ever reaches another origin (scheme, host and
 /// port). Nothing is cached or kept in cookies. A request is sent once; only a GET or DELETE, which do no

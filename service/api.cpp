@@ -45,12 +45,10 @@ void API::rest(const std::string& path, const std::string& method, const std::op
                const std::optional<RequestBody>& body, PendingCompletion completion, MapEnvelope map,
                ErrorCodes errorCodes) {
   const std::string url = service->baseURLString + path;
-  std::optional<std::string> bodyText;
-  if (body) bodyText = body->text();
   service->device.log.line("REQUEST: " + url);
   service->device.log.line("REQUEST: " + parametersForLog(params));
   APIHTTPClient::JSONFromURLWithString(
-      url, method, params, bodyText, map != nullptr,
+      url, method, params, body ? std::optional(body->text()) : std::nullopt, map != nullptr,
       [completion = std::move(completion), map, errorCodes = std::move(errorCodes)](
           ResponseObject object, ResponseKind kind, const std::optional<HTTPResponse>& response,
           const std::optional<APIFailure>& error) {

@@ -46,10 +46,10 @@ class RequestBody {
 ///     API::getWithPath("/live", {{"vehid", id}}, modelClass<LiveResponse>, {},
 ///                      [self](auto response, auto kind, auto status, auto& error) { ... });
 ///
-/// One road for all: called on the main thread, built on the global queue, sent on the network thread,
-/// judged, decoded and mapped on the global queue, completed on the main thread. What the completion captures
-/// lives until then and is let go there. An empty completion means that nobody is interested: nothing is
-/// mapped and no message is shown.
+/// The path of every request: called on the main thread, built on the global queue, sent on the network
+/// thread, judged, decoded and mapped on the global queue, completed on the main thread. What the completion
+/// captures lives until then and is released there. With an empty completion nothing is mapped and no message
+/// is shown.
 class API {
   template <class R>
   using Completion = std::type_identity_t<APICompletion<R>>;

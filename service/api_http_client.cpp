@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/ascii.h"
 #include "service/network_activity_indicator_manager.h"
 
 namespace fleetor {
@@ -21,7 +22,7 @@ struct RequestSettings {
 struct ClientState {
   explicit ClientState(const ServiceDevice& given)
       : device(given),
-        indicator(std::make_shared<AFNetworkActivityIndicatorManager>(given.queues, given.networkActivity)) {}
+        indicator(AFNetworkActivityIndicatorManager::install(given.queues, given.networkActivity)) {}
 
   RequestSettings currentSettings() const {
     const std::lock_guard lock(mutex);
@@ -52,18 +53,10 @@ struct ClientState {
 
 std::shared_ptr<ClientState> client;
 
-bool sameHeaderName(const std::string& a, const std::string& b) {
-  const auto lower = [](char each) {
-    return each >= 'A' && each <= 'Z' ? static_cast<char>(each + ('a' - 'A')) : each;
-  };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [&](char x, char y) { return lower(x) == lower(y); });
-}
-
 void setHeader(HttpRequest& request, const std::string& name, const std::string& value) {
   if (!isHeaderValue(value)) throw std::invalid_argument("a value cannot stand in the header " + name);
   for (auto& [known, current] : request.headers) {
-    if (!sameHeaderName(known, name)) continue;
+    if (lowerCase(known) != lowerCase(name)) continue;
     known = name;
     current = value;
     return;
@@ -114,23 +107,43 @@ HttpRequest buildRequest(const ClientState& state, const std::string& url, const
   return request;
 }
 
-void complete(HTTPRequestOperation operation, const APIHTTPCompletion& completion) {
-  if (operation.error) {
-    const APIFailure error = *operation.error;
-    APIHTTPClient::handleError(error, std::move(operation), completion);
+/// Classifies a failed operation and logs it.
+ResponseKind classify(const ClientState& state, const APIFailure& error,
+                      const HTTPRequestOperation& operation) {
+  Log& log = state.device.log;
+  const int status = operation.response ? operation.response->statusCode : 0;
+  ResponseKind kind = ResponseKindConnection;
+  if (operation.isCancelled) {
+    kind = ResponseKindCancelled;
+  } else if (status != 0) {
+    log.line("Kind = HTTP, " + std::to_string(status));
+    kind = ResponseKindHTTP;
+  } else if (error.code == url_error::notConnectedToInternet || !state.device.reachability.isReachable()) {
+    log.line("Kind = CONNECTION");
+  } else if (error.code == url_error::timedOut) {
+    log.line("Kind = TIMEOUT");
   } else {
-    completion(std::move(operation.responseObject), ResponseKindSuccess, operation.response, std::nullopt);
+    log.line("Error: " + error.domain + " " + std::to_string(error.code) + " " + error.localizedDescription);
+    kind = ResponseKindUnexpected;
   }
+  log.line(operation.responseString.value_or("(null)") + ", " + std::to_string(status));
+  return kind;
+}
+
+void complete(const ClientState& state, HTTPRequestOperation operation, const APIHTTPCompletion& completion) {
+  const ResponseKind kind =
+      operation.error ? classify(state, *operation.error, operation) : ResponseKindSuccess;
+  completion(std::move(operation.responseObject), kind, operation.response, operation.error);
 }
 
 HTTPRequestOperation judgeSafely(HttpReply reply, ResponseSerializer serializer) {
   const int status = reply.status;
   try {
     return judge(std::move(reply), serializer);
-  } catch (const std::exception& fault) {  // out of memory over a huge answer
+  } catch (const std::exception& problem) {  // out of memory over a huge answer
     HTTPRequestOperation operation;
     if (status != 0) operation.response = HTTPResponse{status};
-    operation.error = APIFailure{failure_domain::url, url_error::cannotDecodeContentData, fault.what()};
+    operation.error = APIFailure{failure_domain::url, url_error::cannotDecodeContentData, problem.what()};
     return operation;
   }
 }
@@ -157,11 +170,6 @@ std::optional<std::string> RequestHeaders::objectForKey(const std::string& name)
 Headers RequestHeaders::snapshot() const {
   const std::lock_guard lock(mutex_);
   return entries_;
-}
-
-const std::shared_ptr<AFNetworkActivityIndicatorManager>& AFNetworkActivityIndicatorManager::sharedManager() {
-  static const std::shared_ptr<AFNetworkActivityIndicatorManager> none;
-  return client ? client->indicator : none;
 }
 
 void APIHTTPClient::install(const ServiceDevice& device) {
@@ -201,23 +209,6 @@ std::string APIHTTPClient::contentTypeForRequestString(const std::string& body) 
 
 void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::string& method,
                                           const std::optional<Params>& params,
-                                          const std::optional<std::string>& bodyString, bool jsonResponse,
-                                          APIHTTPCompletion completion) {
-  JSONFromURLWithString(url, method, params, bodyString, Headers(), jsonResponse, std::move(completion));
-}
-
-void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::string& method,
-                                          const std::optional<Params>& params,
-                                          const std::optional<std::string>& bodyString,
-                                          const Headers& headers, bool jsonResponse,
-                                          APIHTTPCompletion completion) {
-  std::optional<Data> data;
-  if (bodyString) data = Data{*bodyString};
-  JSONFromURLWithString(url, method, params, data, headers, jsonResponse, std::move(completion));
-}
-
-void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::string& method,
-                                          const std::optional<Params>& params,
                                           const std::optional<Data>& bodyData, const Headers& headers,
                                           bool jsonResponse, APIHTTPCompletion completion) {
   const auto serializer = jsonResponse ? ResponseSerializer::JSON : ResponseSerializer::plain;
@@ -227,7 +218,7 @@ void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::str
   auto ended = [state = client, serializer, shared](HttpReply reply) {
     auto held = std::make_shared<HttpReply>(std::move(reply));
     state->device.queues.global([state, held, serializer, shared] {
-      complete(judgeSafely(std::move(*held), serializer), *shared);
+      complete(*state, judgeSafely(std::move(*held), serializer), *shared);
       state->indicator->operationEnded();
     });
   };
@@ -236,7 +227,7 @@ void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::str
     state->indicator->operationStarted();
     try {
       if (state->send(buildRequest(*state, url, method, params, bodyData, headers), ended)) return;
-      // Nobody will call the completion; what it captures may only be let go on the main thread.
+      // The completion will not be called, and what it captures may only be released on the main thread.
       state->device.queues.main([shared = std::move(shared), ended = std::move(ended)] {});
     } catch (const std::exception&) {
       (*shared)({}, ResponseKindUnexpected, std::nullopt, std::nullopt);
@@ -247,24 +238,8 @@ void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::str
 
 void APIHTTPClient::handleError(const APIFailure& error, HTTPRequestOperation operation,
                                 const APIHTTPCompletion& completion) {
-  Log& log = client->device.log;
-  const int status = operation.response ? operation.response->statusCode : 0;
-  ResponseKind kind = ResponseKindConnection;
-  if (operation.isCancelled) {
-    kind = ResponseKindCancelled;
-  } else if (status != 0) {
-    log.line("Kind = HTTP, " + std::to_string(status));
-    kind = ResponseKindHTTP;
-  } else if (error.code == url_error::notConnectedToInternet || !client->device.reachability.isReachable()) {
-    log.line("Kind = CONNECTION");
-  } else if (error.code == url_error::timedOut) {
-    log.line("Kind = TIMEOUT");
-  } else {
-    log.line("Error: " + error.domain + " " + std::to_string(error.code) + " " + error.localizedDescription);
-    kind = ResponseKindUnexpected;
-  }
-  log.line(operation.responseString.value_or("(null)") + ", " + std::to_string(status));
-  completion(std::move(operation.responseObject), kind, operation.response, error);
+  operation.error = error;
+  complete(*client, std::move(operation), completion);
 }
 
 }  // namespace fleetor

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "service/request_parameters.h"
 #include "service/response_kind.h"
@@ -77,11 +78,16 @@ class APIHTTPClient {
   static void JSONFromURLWithString(const std::string& url, const std::string& method,
                                     const std::optional<Params>& params,
                                     const std::optional<std::string>& bodyString, bool jsonResponse,
-                                    APIHTTPCompletion completion);
+                                    APIHTTPCompletion completion) {
+    JSONFromURLWithString(url, method, params, bodyString, {}, jsonResponse, std::move(completion));
+  }
   static void JSONFromURLWithString(const std::string& url, const std::string& method,
                                     const std::optional<Params>& params,
                                     const std::optional<std::string>& bodyString, const Headers& headers,
-                                    bool jsonResponse, APIHTTPCompletion completion);
+                                    bool jsonResponse, APIHTTPCompletion completion) {
+    JSONFromURLWithString(url, method, params, bodyString ? std::optional(Data{*bodyString}) : std::nullopt,
+                          headers, jsonResponse, std::move(completion));
+  }
 
   /// Returns at once. The request is built and sent on the global queue, its answer judged and decoded there.
   /// A given body wins over the parameters; parameters are the query of a "GET" and the form body of any
@@ -90,7 +96,7 @@ class APIHTTPClient {
                                     const std::optional<Params>& params, const std::optional<Data>& bodyData,
                                     const Headers& headers, bool jsonResponse, APIHTTPCompletion completion);
 
-  /// Classifies a failed operation, logs it and reports it.
+  /// Classifies a failed operation, logs it and reports it to the completion.
   static void handleError(const APIFailure& error, HTTPRequestOperation operation,
                           const APIHTTPCompletion& completion);
 };

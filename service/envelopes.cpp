@@ -92,9 +92,9 @@ template <class R>
 MappedEnvelope mapEnvelope(JSONValue json) {
   auto mapped = JSONModel::initWithDictionary<R>(std::move(json));
   if (!mapped) {
-    const JSONModelError& fault = mapped.error();
-    return {nullptr,
-            APIFailure{failure_domain::model, static_cast<std::int64_t>(fault.code), fault.description}};
+    const JSONModelError& mappingError = mapped.error();
+    return {nullptr, APIFailure{failure_domain::model, static_cast<std::int64_t>(mappingError.code),
+                                mappingError.description}};
   }
   if (!mapped->isValidResponse()) {
     const APIError& refused = mapped->error;

@@ -28,13 +28,11 @@ struct APIError : APIModel {
         [](std::string_view key) { return key == "description" ? std::string_view("message") : key; },
         [](std::string_view name) { return name == "message" ? std::string_view("description") : name; }};
   }
-
-  friend bool operator==(const APIError&, const APIError&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<APIError> = properties(required<&APIError::code>("code"),
-                                                          required<&APIError::message>("message"));
+inline constexpr auto propertiesOf<APIError> = properties(required<&APIError::code>,
+                                                          required<&APIError::message>);
 
 struct APIResponse : APIModel {
   std::int64_t total =
@@ -42,26 +40,22 @@ struct APIResponse : APIModel {
   APIError error;
 
   bool isValidResponse() const { return error.code == 200; }
-
-  friend bool operator==(const APIResponse&, const APIResponse&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<APIResponse> = properties(required<&APIResponse::total>("total"),
-                                                             required<&APIResponse::error>("error"));
+inline constexpr auto propertiesOf<APIResponse> = properties(required<&APIResponse::total>,
+                                                             required<&APIResponse::error>);
 
 /// Answer of "/token?grant_type=password".
 struct TokenResponse : APIResponse {
   std::optional<Token> token;
 
   bool isValidResponse() const { return token && APIResponse::isValidResponse(); }
-
-  friend bool operator==(const TokenResponse&, const TokenResponse&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<TokenResponse> = properties(inherited<APIResponse>(),
-                                                               optional<&TokenResponse::token>("token"));
+inline constexpr auto propertiesOf<TokenResponse> = properties(inherited<APIResponse>,
+                                                               optional<&TokenResponse::token>);
 
 /// Answer of "/user", and the rows of the account screen.
 struct UserResponse : APIResponse {
@@ -72,13 +66,11 @@ struct UserResponse : APIResponse {
   void nextResult(const UserResponse& answer);
   void onError();
   bool isValidResponse() const { return user && APIResponse::isValidResponse(); }
-
-  friend bool operator==(const UserResponse&, const UserResponse&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<UserResponse> = properties(inherited<APIResponse>(),
-                                                              optional<&UserResponse::user>("user"));
+inline constexpr auto propertiesOf<UserResponse> = properties(inherited<APIResponse>,
+                                                              optional<&UserResponse::user>);
 
 /// Answer of "/info", and the rows of the vehicle's about page. The record is required, yet an accumulator
 /// starts without one.
@@ -90,26 +82,22 @@ struct InfoResponse : APIResponse {
   void nextResult(const InfoResponse& answer);
   void onError();
   bool isValidResponse() const { return info && APIResponse::isValidResponse(); }
-
-  friend bool operator==(const InfoResponse&, const InfoResponse&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<InfoResponse> = properties(inherited<APIResponse>(),
-                                                              required<&InfoResponse::info>("info"));
+inline constexpr auto propertiesOf<InfoResponse> = properties(inherited<APIResponse>,
+                                                              required<&InfoResponse::info>);
 
 /// Answer of "/live".
 struct LiveResponse : APIResponse {
   std::optional<Live> live;
 
   bool isValidResponse() const { return live && APIResponse::isValidResponse(); }
-
-  friend bool operator==(const LiveResponse&, const LiveResponse&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<LiveResponse> = properties(inherited<APIResponse>(),
-                                                              optional<&LiveResponse::live>("live"));
+inline constexpr auto propertiesOf<LiveResponse> = properties(inherited<APIResponse>,
+                                                              optional<&LiveResponse::live>);
 
 /// Answer of "/vehicles", one page; as an accumulator, all pages so far. While `total` differs from the
 /// number of vehicles, the screen shows one more row that stands for what is still to come.
@@ -120,26 +108,22 @@ struct VehiclesResponse : APIResponse {
   void nextResult(const VehiclesResponse& page);
   void onError();
   bool isValidResponse() const { return vehicles && APIResponse::isValidResponse(); }
-
-  friend bool operator==(const VehiclesResponse&, const VehiclesResponse&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<VehiclesResponse> =
-    properties(inherited<APIResponse>(), optional<&VehiclesResponse::vehicles>("vehicles"));
+inline constexpr auto propertiesOf<VehiclesResponse> = properties(inherited<APIResponse>,
+                                                                  optional<&VehiclesResponse::vehicles>);
 
 /// Answer of "/map".
 struct MapResponse : APIResponse {
   std::optional<std::vector<MapEntry>> map;
 
   bool isValidResponse() const { return map && APIResponse::isValidResponse(); }
-
-  friend bool operator==(const MapResponse&, const MapResponse&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<MapResponse> = properties(inherited<APIResponse>(),
-                                                             optional<&MapResponse::map>("map"));
+inline constexpr auto propertiesOf<MapResponse> = properties(inherited<APIResponse>,
+                                                             optional<&MapResponse::map>);
 
 /// Answer of "/route", and the rows of the trip list.
 struct RouteResponse : APIResponse {
@@ -149,12 +133,10 @@ struct RouteResponse : APIResponse {
   void nextResult(const RouteResponse& page);
   void onError();
   bool isValidResponse() const { return route && APIResponse::isValidResponse(); }
-
-  friend bool operator==(const RouteResponse&, const RouteResponse&) = default;
 };
 
 template <>
-inline constexpr auto propertiesOf<RouteResponse> = properties(inherited<APIResponse>(),
-                                                               optional<&RouteResponse::route>("route"));
+inline constexpr auto propertiesOf<RouteResponse> = properties(inherited<APIResponse>,
+                                                               optional<&RouteResponse::route>);
 
 }  // namespace fleetor

@@ -11,8 +11,6 @@ KeychainItemWrapper KeychainItemWrapper::initWithIdentifier(KeyStore& store, con
   query[sec::itemClass] = sec::genericPassword;
   query[sec::generic] = identifier;
   if (accessGroup) query[sec::accessGroup] = *accessGroup;
-  query[sec::matchLimit] = sec::matchLimitOne;
-  query[sec::returnAttributes] = "1";
 
   if (const auto found = store.copyMatching(query)) {
     wrapper.keychainItemData_ = wrapper.secItemFormatToDictionary(*found);
@@ -56,11 +54,9 @@ SecItem KeychainItemWrapper::secItemFormatToDictionary(const SecItem& item) cons
   SecItem dictionary = item;
   dictionary[sec::itemClass] = sec::genericPassword;
   dictionary[sec::returnData] = "1";
-  if (const auto found = store_->copyMatching(dictionary)) {
-    dictionary.erase(sec::returnData);
-    if (const auto data = found->find(sec::valueData); data != found->end())
-      dictionary[sec::valueData] = data->second;
-  }
+  const auto found = store_->copyMatching(dictionary);
+  dictionary.erase(sec::returnData);
+  if (found && found->contains(sec::valueData)) dictionary[sec::valueData] = found->at(sec::valueData);
   return dictionary;
 }
 

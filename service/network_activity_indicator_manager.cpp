@@ -2,33 +2,40 @@
 
 namespace fleetor {
 
+std::shared_ptr<AFNetworkActivityIndicatorManager> AFNetworkActivityIndicatorManager::install(
+    Queues& queues, NetworkActivityIndicator& indicator) {
+  shared_.reset(new AFNetworkActivityIndicatorManager(queues, indicator));
+  return shared_;
+}
+
 void AFNetworkActivityIndicatorManager::setEnabled(bool enabled) {
-  enabled_ = enabled;
-  queues_.main([self = shared_from_this()] { self->update(); });
-}
-
-void AFNetworkActivityIndicatorManager::operationStarted() {
-  ++running_;
-  if (enabled_ && !visible_) queues_.main([self = shared_from_this()] { self->update(); });
-}
-
-void AFNetworkActivityIndicatorManager::operationEnded() {
-  if (--running_ > 0) return;
-  const unsigned drop = ++drops_;
-  if (!enabled_) return;
-  queues_.mainAfter(hideDelay, [self = shared_from_this(), drop] {
-    if (drop == self->drops_) self->update();
+  queues_.main([self = shared_from_this(), enabled] {
+    self->enabled_ = enabled;
+    self->update();
   });
 }
 
-// Looks again after each change: an operation that started meanwhile may have seen the indicator still shown.
+void AFNetworkActivityIndicatorManager::operationStarted() {
+  queues_.main([self = shared_from_this()] {
+    ++self->running_;
+    self->update();
+  });
+}
+
+void AFNetworkActivityIndicatorManager::operationEnded() {
+  queues_.main([self = shared_from_this()] {
+    --self->running_;
+    self->queues_.mainAfter(hideDelay, [self, end = ++self->ended_] {
+      if (end == self->ended_) self->update();
+    });
+  });
+}
+
 void AFNetworkActivityIndicatorManager::update() {
-  while (true) {
-    const bool visible = enabled_ && running_ > 0;
-    if (visible == visible_) return;
-    visible_ = visible;
-    indicator_.setVisible(visible);
-  }
+  const bool visible = enabled_ && running_ > 0;
+  if (visible == visible_) return;
+  visible_ = visible;
+  indicator_.setVisible(visible);
 }
 
 }  // namespace fleetor

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <memory>
 
 #include "platform/network.h"
@@ -10,32 +9,38 @@ namespace fleetor {
 
 /// Counts the operations that are running and shows the platform's activity indicator while there are any,
 /// and for another 0.17 seconds, so that it does not flicker between two requests. Every operation may be
-/// called from any thread; the main thread is bothered only when something may have to change.
+/// called from any thread and takes effect on the main thread, in the order of the calls.
 class AFNetworkActivityIndicatorManager
     : public std::enable_shared_from_this<AFNetworkActivityIndicatorManager> {
  public:
   static constexpr Seconds hideDelay{0.17};
 
-  AFNetworkActivityIndicatorManager(Queues& queues, NetworkActivityIndicator& indicator)
-      : queues_(queues), indicator_(indicator) {}
+  /// Makes the shared manager afresh over this indicator, which outlives the queues.
+  static std::shared_ptr<AFNetworkActivityIndicatorManager> install(Queues& queues,
+                                                                    NetworkActivityIndicator& indicator);
 
-  /// The manager of the request layer; nothing before API::install().
-  static const std::shared_ptr<AFNetworkActivityIndicatorManager>& sharedManager();
+  /// The manager of the request layer; nothing before `install`.
+  static const std::shared_ptr<AFNetworkActivityIndicatorManager>& sharedManager() { return shared_; }
 
   void setEnabled(bool enabled);
   void operationStarted();
   void operationEnded();
 
  private:
+  AFNetworkActivityIndicatorManager(Queues& queues, NetworkActivityIndicator& indicator)
+      : queues_(queues), indicator_(indicator) {}
   void update();
+
+  static inline std::shared_ptr<AFNetworkActivityIndicatorManager> shared_;
 
   Queues& queues_;
   NetworkActivityIndicator& indicator_;
-  std::atomic<int> running_ = 0;
-  std::atomic<unsigned> drops_ =
-      0;  // how often the count has fallen to zero: tells a late hiding from the current one
-  std::atomic<bool> enabled_ = false;
-  std::atomic<bool> visible_ = false;  // changed on the main thread only
+
+  // Main thread only.
+  int running_ = 0;
+  unsigned ended_ = 0;  ///< operations that have ended; the delay counts from the latest
+  bool enabled_ = false;
+  bool visible_ = false;
 };
 
 }  // namespace fleetor

@@ -9,22 +9,16 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/ascii.h"
+
 namespace fleetor {
 
 namespace {
 
-// A body beyond this size is not kept for the log: a second copy of every large answer is too much for a line
-// that hardly anybody reads.
+// A larger body is not copied for the log.
 constexpr std::size_t longestLoggedBody = std::size_t{1} << 20;
 
 constexpr std::array<std::string_view, 3> jsonTypes{"application/json", "text/json", "text/javascript"};
-
-std::string lowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& each : lower)
-    if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
-  return lower;
-}
 
 std::string_view trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(" \t");
@@ -51,8 +45,7 @@ std::string charsetOf(std::string_view contentType) {
   }
 }
 
-// What iconv knows by more than a registered name: its suffixes, its own memory layouts and the locale's
-// encoding.
+// Refuses what iconv accepts besides registered names: suffixes, internal layouts, the locale's encoding.
 bool isCharsetName(std::string_view name) {
   static constexpr std::array<std::string_view, 4> internal{"char", "internal", "wchar_t", "ucs-4-internal"};
   return !name.empty() && std::find(internal.begin(), internal.end(), name) == internal.end() &&
@@ -62,8 +55,7 @@ bool isCharsetName(std::string_view name) {
          });
 }
 
-// Wide encodings are big-endian unless a byte-order mark says otherwise; iconv would take the machine's own
-// order.
+// Wide encodings are big-endian without a byte-order mark; iconv would use the machine's order.
 std::string iconvNameOf(std::string_view charset, std::string_view bytes) {
   const bool marked = bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE") ||
                       bytes.starts_with(std::string_view("\0\0\xFE\xFF", 4));

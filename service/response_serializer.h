@@ -34,9 +34,9 @@ enum class ResponseSerializer {
 
 /// Judges an answer and decodes its body. Only statuses 200 to 299 succeed. Pure; any thread.
 ///
-/// The JSON body is read in the character set that the answer names, in UTF-8 when it names none or one that
-/// nobody knows. A body that is empty, a single space or not text in that character set is no object and no
-/// error.
+/// The JSON body is read in the character set that the answer names, in UTF-8 when it names none or an
+/// unknown one. A body that is empty, a single space or not text in that character set gives neither an
+/// object nor an error.
 HTTPRequestOperation judge(HttpReply reply, ResponseSerializer serializer);
 
 /// The bytes as UTF-8 text; nothing when they are not text in that character set. An empty or unknown name is

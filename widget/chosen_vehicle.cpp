@@ -33,7 +33,7 @@ ChosenVehicle::ChosenVehicle(QString settingsFile) : file_(std::move(settingsFil
   QDir().mkpath(folder);
   watcher_.addPath(folder);
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &ChosenVehicle::read);
-  // Not every file system tells of changes, and a user's share of watches may be used up.
+  // Not every file system reports changes, and the user's watches may be used up.
   timer_.start(2s);
   connect(&timer_, &QTimer::timeout, this, &ChosenVehicle::read);
   read();

@@ -10,8 +10,8 @@
 namespace fleetor {
 namespace {
 
-constexpr const char* kVendorIdentifierKey = "VendorIdentifier";
-constexpr double kOldestSystemVersion = 8.0;
+constexpr const char* vendorIdentifierKey = "VendorIdentifier";
+constexpr double oldestSystemVersion = 8.0;
 
 }  // namespace
 
@@ -24,19 +24,19 @@ void DesktopDevice::setScreen(double width, double height, double scale) {
 }
 
 double DesktopDevice::systemVersion() const {
-  // Some systems have no version, or name it by a word or a date; none of them is an old one.
-  return std::max(QSysInfo::productVersion().toDouble(), kOldestSystemVersion);
+  // Some systems have no version, or one that is a word or a date: count them as recent.
+  return std::max(QSysInfo::productVersion().toDouble(), oldestSystemVersion);
 }
 
 std::string DesktopDevice::identifierForVendor() {
   if (!identifier_.empty()) return identifier_;
   QUuid id;
-  const auto kept = parts_.settings->object(kVendorIdentifierKey);
+  const auto kept = parts_.settings->object(vendorIdentifierKey);
   if (kept && std::holds_alternative<std::string>(*kept))
     id = QUuid(QString::fromStdString(std::get<std::string>(*kept)));
   if (id.isNull()) id = QUuid::createUuid();
   identifier_ = id.toString(QUuid::WithoutBraces).toUpper().toStdString();
-  parts_.settings->setObject(identifier_, kVendorIdentifierKey);
+  parts_.settings->setObject(identifier_, vendorIdentifierKey);
   parts_.settings->synchronize();
   return identifier_;
 }

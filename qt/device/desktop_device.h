@@ -9,8 +9,7 @@
 
 namespace fleetor {
 
-/// This machine as a device of the chosen class. The window tells it the size of the screen. Main thread
-/// only.
+/// This machine as a device of the chosen class. Main thread only.
 class DesktopDevice final : public Device {
  public:
   struct Parts {

@@ -32,11 +32,11 @@ struct FileSettings::Contents {
   QJsonObject values;
   std::map<std::string, std::optional<Value>> pending;  ///< changes not written yet; nothing: removed
   bool isBroken = false;                                ///< the file is there and cannot be understood
-  bool saidUnreadable = false;
-  bool saidUnwritable = false;
+  bool reportedUnreadable = false;
+  bool reportedUnwritable = false;
 
-  void say(bool& said, const char* what, const QString& why) const {
-    if (std::exchange(said, true)) return;
+  void report(bool& reported, const char* what, const QString& why) const {
+    if (std::exchange(reported, true)) return;
     std::fprintf(stderr, "fleetor: settings in %s cannot be %s: %s\n", qPrintable(path), what,
                  qPrintable(why));
   }
@@ -83,7 +83,7 @@ void FileSettings::load() {
                                                       : error.errorString();
     }
     c.isBroken = !why.isEmpty();
-    if (c.isBroken) c.say(c.saidUnreadable, "read, defaults are used", why);
+    if (c.isBroken) c.report(c.reportedUnreadable, "read, defaults are used", why);
   }
   c.applyPending();
 }
@@ -111,7 +111,7 @@ void FileSettings::save() {
     c.pending.clear();
     c.isBroken = false;
   } else {
-    c.say(c.saidUnwritable, "written", file.errorString());
+    c.report(c.reportedUnwritable, "written", file.errorString());
   }
 }
 

@@ -12,9 +12,8 @@ namespace fleetor {
 /// not at all; what other programs have changed in the meantime stays, and is seen after `synchronize`.
 /// Changes that could not be written are kept for this run and tried again with the next one.
 ///
-/// A file that cannot be read or is no JSON object counts as empty; the first change sets it aside under the
-/// same name with ".broken" at its end. Each kind of trouble is reported in one line on standard error. Main
-/// thread only.
+/// A file that cannot be read or is not a JSON object is ignored; the first change renames it to end in
+/// ".broken". Each kind of problem is reported once, in one line on standard error. Main thread only.
 class FileSettings final : public Settings {
  public:
   explicit FileSettings(std::string path);
@@ -42,7 +41,7 @@ class FileSettings final : public Settings {
 /// this application; the names of organisation and application must have been set by then.
 std::string settingsPath(const std::string& suite);
 
-inline constexpr const char* kStandardSuite = "standard";
-inline constexpr const char* kSharedSuite = "group.fleetor";  ///< shared with the widget
+inline constexpr const char* standardSuite = "standard";
+inline constexpr const char* sharedSuite = "group.fleetor";  ///< shared with the widget
 
 }  // namespace fleetor

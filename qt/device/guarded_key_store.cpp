@@ -16,15 +16,15 @@
 namespace fleetor {
 namespace {
 
-// How long the client's end waits for what is not urgent: a removal, the end of a call that was cancelled.
-constexpr Seconds kShortWait{0.5};
+// How long the destructor waits for what is not urgent: a removal, the end of a cancelled call.
+constexpr Seconds shortWait{0.5};
 
 std::chrono::steady_clock::time_point inside(Seconds time) {
   return std::chrono::steady_clock::now() +
          std::chrono::duration_cast<std::chrono::steady_clock::duration>(time);
 }
 
-constexpr const char* kSilent = "it does not answer";
+constexpr const char* noAnswer = "it does not answer";
 
 void report(const std::string& problem, const char* consequence) {
   std::fprintf(stderr, "fleetor: the system's key store cannot be used (%s); %s\n", problem.c_str(),
@@ -42,8 +42,8 @@ std::vector<SecItem> worthKeeping(const std::vector<SecItem>& items) {
 
 }  // namespace
 
-// Carries changes over to the system's store on a separate thread, the latest only. When the store never
-// answers, thread and worker are left behind.
+// Writes the latest change to the system's store, on a separate thread. When the store never answers, thread
+// and worker are abandoned.
 class GuardedKeyStore::Worker : public std::enable_shared_from_this<Worker> {
  public:
   struct Change {
@@ -96,7 +96,7 @@ class GuardedKeyStore::Worker : public std::enable_shared_from_this<Worker> {
   std::optional<Change> wanted;
   unsigned latest = 0;  ///< numbers of changes
   unsigned carriedOver = 0;
-  unsigned givenUp = 0;  ///< the person was told that it is not stored
+  unsigned givenUp = 0;  ///< this change was reported as not stored
   bool asking = false;
   bool stopping = false;
   bool ended = false;
@@ -156,7 +156,7 @@ class GuardedKeyStore::Worker : public std::enable_shared_from_this<Worker> {
         [number = change.number, problem](GuardedKeyStore& keyStore) { keyStore.settle(number, problem); });
   }
 
-  // From here on the items count, unless they were replaced or given up meanwhile.
+  // Makes the stored items valid, unless they were replaced or given up meanwhile.
   bool writeMark(const Change& change) {
     const std::lock_guard lock(mutex);
     if (change.number != latest || change.number == givenUp) return false;
@@ -185,7 +185,7 @@ GuardedKeyStore::~GuardedKeyStore() {
   if (worker_->carriedOver != worker_->latest)
     worker_->changed.wait_until(lock, waitsUntil_, [&] { return hasEnded() || worker_->asking; });
   if (!hasEnded()) worker_->system->cancel();
-  const bool ended = worker_->changed.wait_for(lock, kShortWait, hasEnded);
+  const bool ended = worker_->changed.wait_for(lock, shortWait, hasEnded);
   lock.unlock();
   if (ended)
     thread_.join();
@@ -204,7 +204,7 @@ void GuardedKeyStore::waitForStoredItems() {
   {
     std::unique_lock lock(worker_->mutex);
     if (!worker_->changed.wait_until(lock, waitsUntil_, [this] { return worker_->hasRead; }))
-      report(kSilent, "nobody is signed in");
+      report(noAnswer, "nobody is signed in");
   }
   if (!takeStoredItems()) reading_ = Reading::late;
 }
@@ -221,7 +221,7 @@ bool GuardedKeyStore::takeStoredItems() {
   return true;
 }
 
-// Earlier calls were answered that there are none.
+// Earlier calls returned that there are no items.
 void GuardedKeyStore::takeLateItems() {
   if (reading_ == Reading::late && takeStoredItems() && !kept_.empty() && listener_)
     listener_(KeyStoreEvent::readable);
@@ -235,7 +235,7 @@ void GuardedKeyStore::keep() {
 void GuardedKeyStore::storeAnew(Items items) {
   kept_ = std::move(items);
   reading_ = Reading::done;
-  waitsUntil_ = inside(kept_.empty() ? kShortWait : bound_);
+  waitsUntil_ = inside(kept_.empty() ? shortWait : bound_);
   {
     const std::lock_guard lock(worker_->mutex);
     worker_->markFile.remove();
@@ -246,14 +246,14 @@ void GuardedKeyStore::storeAnew(Items items) {
   if (!kept_.empty()) watch(change_);
 }
 
-// As long as the person is being asked, the store is not silent.
+// While the user is asked for a password, the store is not considered silent.
 void GuardedKeyStore::watch(unsigned change) {
   worker_->runOnMain(
       [change](GuardedKeyStore& keyStore) {
         if (keyStore.worker_->isAsking())
           keyStore.watch(change);
         else
-          keyStore.settle(change, kSilent);
+          keyStore.settle(change, noAnswer);
       },
       bound_);
 }

@@ -9,18 +9,18 @@
 #include <vector>
 
 #include "platform/queues.h"
-#include "qt/device/transient_key_store.h"
+#include "platform/transient_key_store.h"
 
 namespace fleetor {
 
-/// A key store of the system, which may be missing, locked, or wait for a person who is not there. It keeps
+/// A key store of the system, which may be missing, locked, or waiting for a user who is away. It keeps
 /// items under a mark, a text that stands beside each. Everything but `cancel` runs on one thread, a worker.
 class SystemKeyStore {
  public:
   virtual ~SystemKeyStore() = default;
 
-  virtual bool isUsable() = 0;  ///< there and unlocked; asks nobody
-  virtual bool unlock() = 0;    ///< asks the person and waits for the answer
+  virtual bool isUsable() = 0;  ///< present and unlocked; never prompts
+  virtual bool unlock() = 0;    ///< prompts the user and waits for the answer
 
   /// These need a store that is usable.
   virtual std::optional<std::vector<SecItem>> items(const std::string& mark) = 0;  ///< nothing: not readable

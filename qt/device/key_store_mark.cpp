@@ -35,7 +35,7 @@ bool writeWhole(const std::string& path, const std::string& text) {
 
 }  // namespace
 
-// A pipe in its place must not be waited for.
+// Opening a pipe in its place must not block.
 std::string KeyStoreMark::read() const {
   const int file = ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (file < 0) return {};
@@ -57,7 +57,7 @@ bool KeyStoreMark::write(const std::string& name) const {
   return false;
 }
 
-// Where the folder cannot be changed, the file may still be emptied.
+// In a read-only folder the file can still be emptied.
 void KeyStoreMark::remove() const {
   const bool done =
       ::unlink(path_.c_str()) == 0

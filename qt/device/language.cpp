@@ -10,7 +10,7 @@
 namespace fleetor {
 namespace {
 
-constexpr const char* kEnglish = "en";  // the keys are its texts, so it has no table
+constexpr const char* english = "en";  // the keys are its texts, so it has no table
 
 std::string withoutRegion(const std::string& name) {
   return name.substr(0, name.find_first_of("-_"));
@@ -19,7 +19,7 @@ std::string withoutRegion(const std::string& name) {
 }  // namespace
 
 std::vector<std::string> Language::known() {
-  std::vector<std::string> codes{kEnglish};
+  std::vector<std::string> codes{english};
   for (const QFileInfo& table : QDir(QStringLiteral(":/languages")).entryInfoList())
     codes.push_back(table.completeBaseName().toStdString());
   std::sort(codes.begin(), codes.end());
@@ -32,7 +32,7 @@ std::string Language::ofSystem() {
     std::string name = language.toStdString();
     if (std::binary_search(codes.begin(), codes.end(), withoutRegion(name))) return name;
   }
-  return kEnglish;
+  return english;
 }
 
 Language::Language(const std::string& name) : code_(withoutRegion(name)) {

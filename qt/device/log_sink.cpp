@@ -9,7 +9,7 @@
 namespace fleetor {
 namespace {
 
-const QString kMask = QStringLiteral("***");
+const QString mask = QStringLiteral("***");
 
 bool namesSecret(const QString& text) {
   for (const char* name : {"password", "token", "authorization", "bearer"})
@@ -30,14 +30,14 @@ QJsonValue masked(const QJsonValue& value) {
   if (!value.isObject()) return value;
   QJsonObject object = value.toObject();
   for (auto each = object.begin(); each != object.end(); ++each)
-    each.value() = namesSecret(each.key()) ? QJsonValue(kMask) : masked(QJsonValue(each.value()));
+    each.value() = namesSecret(each.key()) ? QJsonValue(mask) : masked(QJsonValue(each.value()));
   return object;
 }
 
 // Where a secret ends is known in JSON only: any other text that names one is hidden whole.
 QString masked(const QString& text) {
   const QJsonDocument json = QJsonDocument::fromJson(text.toUtf8());
-  if (json.isNull()) return namesSecret(text) ? kMask : text;
+  if (json.isNull()) return namesSecret(text) ? mask : text;
   QJsonDocument shown = json;
   if (json.isObject())
     shown.setObject(masked(QJsonValue(json.object())).toObject());
@@ -52,7 +52,7 @@ QString maskedQuery(const QString& url) {
   QStringList query = url.mid(begin).split('&');
   for (QString& each : query)
     if (const qsizetype name = each.indexOf('='); namesSecret(each.left(name)) && name + 1 < each.size())
-      each = each.left(name + 1) + kMask;
+      each = each.left(name + 1) + mask;
   return url.left(begin) + query.join('&');
 }
 

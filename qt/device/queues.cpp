@@ -19,26 +19,26 @@ namespace {
 using TimerClock = std::chrono::steady_clock;
 
 // Longest single arm of a timer; a longer delay is armed again until its moment comes.
-constexpr double kLongestArmInMs = 24.0 * 3600.0 * 1000.0;
+constexpr double longestArmInMs = 24.0 * 3600.0 * 1000.0;
 
 class TaskEvent final : public QEvent {
  public:
-  explicit TaskEvent(Task work) : QEvent(kType), task(std::move(work)) {}
-  static const QEvent::Type kType;
+  explicit TaskEvent(Task work) : QEvent(eventType), task(std::move(work)) {}
+  static const QEvent::Type eventType;
   Task task;
 };
 
 class DelayedTaskEvent final : public QEvent {
  public:
   DelayedTaskEvent(TimerClock::time_point moment, Task work)
-      : QEvent(kType), due(moment), task(std::move(work)) {}
-  static const QEvent::Type kType;
+      : QEvent(eventType), due(moment), task(std::move(work)) {}
+  static const QEvent::Type eventType;
   TimerClock::time_point due;
   Task task;
 };
 
-const QEvent::Type TaskEvent::kType = static_cast<QEvent::Type>(QEvent::registerEventType());
-const QEvent::Type DelayedTaskEvent::kType = static_cast<QEvent::Type>(QEvent::registerEventType());
+const QEvent::Type TaskEvent::eventType = static_cast<QEvent::Type>(QEvent::registerEventType());
+const QEvent::Type DelayedTaskEvent::eventType = static_cast<QEvent::Type>(QEvent::registerEventType());
 
 }  // namespace
 
@@ -47,11 +47,11 @@ const QEvent::Type DelayedTaskEvent::kType = static_cast<QEvent::Type>(QEvent::r
 class QueuesMainLoop final : public QObject {
  public:
   bool event(QEvent* event) override {
-    if (event->type() == TaskEvent::kType) {
+    if (event->type() == TaskEvent::eventType) {
       static_cast<TaskEvent*>(event)->task();
       return true;
     }
-    if (event->type() == DelayedTaskEvent::kType) {
+    if (event->type() == DelayedTaskEvent::eventType) {
       auto* delayed = static_cast<DelayedTaskEvent*>(event);
       arm(delayed->due, std::move(delayed->task));
       return true;
@@ -81,7 +81,7 @@ class QueuesMainLoop final : public QObject {
 
   void arm(TimerClock::time_point due, Task task) {
     const double ms = std::chrono::duration<double, std::milli>(due - TimerClock::now()).count();
-    const int wait = static_cast<int>(std::ceil(std::clamp(ms, 0.0, kLongestArmInMs)));
+    const int wait = static_cast<int>(std::ceil(std::clamp(ms, 0.0, longestArmInMs)));
     waiting_.emplace(startTimer(wait, Qt::PreciseTimer), Waiting{due, std::move(task)});
   }
 

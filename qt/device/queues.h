@@ -7,7 +7,7 @@
 namespace fleetor {
 
 /// The queues on the event loop of the thread that makes this object (the main thread, where a
-/// QCoreApplication lives) and a thread pool of its own. Tasks are taken from any thread until the destructor
+/// QCoreApplication lives) and a private thread pool. Tasks are taken from any thread until the destructor
 /// begins.
 ///
 /// The destructor runs on the main thread. It waits for the global tasks that are running, drops every other

@@ -23,7 +23,7 @@ namespace {
 using secret_service::Owned;
 
 // The attributes of an item, by our names and by those that they have in the Secret Service.
-constexpr std::array<std::pair<const char*, const char*>, 6> kSecretAttributes = {
+constexpr std::array<std::pair<const char*, const char*>, 6> secretAttributes = {
     {{sec::generic, "generic"},
      {sec::accessGroup, "accessgroup"},
      {sec::accessible, "accessible"},
@@ -31,16 +31,16 @@ constexpr std::array<std::pair<const char*, const char*>, 6> kSecretAttributes =
      {sec::label, "label"},
      {sec::description, "description"}}};
 
-constexpr const char* kMark = "mark";
+constexpr const char* markAttribute = "mark";
 
 const SecretSchema* credentialSchema() {
   static const SecretSchema schema = [] {
     SecretSchema made{};
     made.name = "org.fleetor.Credential";
     made.flags = SECRET_SCHEMA_NONE;
-    for (std::size_t i = 0; i < kSecretAttributes.size(); i++)
-      made.attributes[i] = {kSecretAttributes[i].second, SECRET_SCHEMA_ATTRIBUTE_STRING};
-    made.attributes[kSecretAttributes.size()] = {kMark, SECRET_SCHEMA_ATTRIBUTE_STRING};
+    for (std::size_t i = 0; i < secretAttributes.size(); i++)
+      made.attributes[i] = {secretAttributes[i].second, SECRET_SCHEMA_ATTRIBUTE_STRING};
+    made.attributes[secretAttributes.size()] = {markAttribute, SECRET_SCHEMA_ATTRIBUTE_STRING};
     return made;
   }();
   return &schema;
@@ -56,8 +56,8 @@ void insert(const Owned<GHashTable>& table, const char* name, const std::string&
 
 Owned<GHashTable> attributesOf(const SecItem& item, const std::string& mark) {
   auto table = newTable();
-  insert(table, kMark, mark);
-  for (const auto& [ours, theirs] : kSecretAttributes)
+  insert(table, markAttribute, mark);
+  for (const auto& [ours, theirs] : secretAttributes)
     if (const auto found = item.find(ours); found != item.end()) insert(table, theirs, found->second);
   return table;
 }
@@ -70,7 +70,7 @@ Owned<SecretValue> valueOf(const SecItem& item) {
 
 std::string markOf(SecretItem* stored) {
   const Owned<GHashTable> table(secret_item_get_attributes(stored));
-  const auto* mark = static_cast<const char*>(g_hash_table_lookup(table.get(), kMark));
+  const auto* mark = static_cast<const char*>(g_hash_table_lookup(table.get(), markAttribute));
   return mark ? mark : "";
 }
 
@@ -82,7 +82,7 @@ std::optional<SecItem> itemOf(SecretItem* stored) {
   const gchar* text = secret_value_get(value.get(), &size);
   SecItem item{{sec::itemClass, sec::genericPassword}, {sec::valueData, std::string(text, size)}};
   const Owned<GHashTable> table(secret_item_get_attributes(stored));
-  for (const auto& [ours, theirs] : kSecretAttributes)
+  for (const auto& [ours, theirs] : secretAttributes)
     if (const auto* attribute = static_cast<const char*>(g_hash_table_lookup(table.get(), theirs)))
       item[ours] = attribute;
   return item;
@@ -155,12 +155,12 @@ bool SecretServiceKeyStore::unlock() {
 std::optional<std::vector<SecItem>> SecretServiceKeyStore::items(const std::string& mark) {
   Connection& c = *connection_;
   const auto attributes = newTable();
-  insert(attributes, kMark, mark);
+  insert(attributes, markAttribute, mark);
   std::vector<SecItem> items;
   for (const auto& stored : c.search(attributes, SECRET_SEARCH_LOAD_SECRETS)) {
     auto item = itemOf(stored.get());
     if (!item) {
-      problem_ = "it does not give the secret";
+      problem_ = "it withholds the secret";
       return std::nullopt;
     }
     items.push_back(std::move(*item));
@@ -181,7 +181,7 @@ bool SecretServiceKeyStore::store(const std::vector<SecItem>& items, const std::
   return problem_.empty();
 }
 
-// What lies in a keyring that is locked stays there: removing it would ask the person.
+// Items of a locked keyring stay: removing them would prompt the user.
 bool SecretServiceKeyStore::removeOthers(const std::string& mark) {
   Connection& c = *connection_;
   for (const auto& stored : c.search(newTable(), SECRET_SEARCH_NONE))

@@ -7,7 +7,7 @@
 namespace fleetor {
 
 /// The desktop's Secret Service. An item is kept in the default keyring; its value is the secret, its other
-/// attributes and the mark are the item's. A locked keyring would look empty, so it is not searched.
+/// attributes and the mark are the item's. A locked keyring appears empty, so it is not searched.
 class SecretServiceKeyStore final : public SystemKeyStore {
  public:
   SecretServiceKeyStore();

@@ -10,17 +10,17 @@
 namespace fleetor {
 namespace {
 
-constexpr int kPatienceInMs = 10'000;
+constexpr int patienceInMs = 10'000;
 
-constexpr QLatin1String kPortal("org.freedesktop.portal.Desktop");
-constexpr QLatin1String kPath("/org/freedesktop/portal/desktop");
-constexpr QLatin1String kSettings("org.freedesktop.portal.Settings");
+constexpr QLatin1String portalService("org.freedesktop.portal.Desktop");
+constexpr QLatin1String portalPath("/org/freedesktop/portal/desktop");
+constexpr QLatin1String settingsInterface("org.freedesktop.portal.Settings");
 
-constexpr QLatin1String kAppearance("org.freedesktop.appearance");
-constexpr QLatin1String kColorScheme("color-scheme");
-constexpr QLatin1String kInterface("org.gnome.desktop.interface");
-constexpr QLatin1String kTextScale("text-scaling-factor");
-constexpr QLatin1String kAnimations("enable-animations");
+constexpr QLatin1String appearanceSpace("org.freedesktop.appearance");
+constexpr QLatin1String colorScheme("color-scheme");
+constexpr QLatin1String interfaceSpace("org.gnome.desktop.interface");
+constexpr QLatin1String textScaleKey("text-scaling-factor");
+constexpr QLatin1String animationsKey("enable-animations");
 
 }  // namespace
 
@@ -28,22 +28,23 @@ SettingsPortal::Wire::Wire() {
   if (!bus_.isConnected()) return;
   qRegisterMetaType<QDBusVariant>();  // or the slot below has a parameter that Qt does not know yet
   // From whoever owns that path: Qt would ask the bus for the owner of a name, and wait for the answer.
-  bus_.connect(QString(), kPath, kSettings, QStringLiteral("SettingChanged"), this,
+  bus_.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                SLOT(take(QString, QString, QDBusVariant)));
-  ask(kAppearance, kColorScheme);
-  ask(kInterface, kTextScale);
-  ask(kInterface, kAnimations);
+  ask(appearanceSpace, colorScheme);
+  ask(interfaceSpace, textScaleKey);
+  ask(interfaceSpace, animationsKey);
 }
 
 void SettingsPortal::Wire::listen(std::function<void(const DesktopLook&)> changed) {
   changed_ = std::move(changed);
-  tell();
+  notify();
 }
 
 void SettingsPortal::Wire::ask(const QString& space, const QString& key) {
-  QDBusMessage question = QDBusMessage::createMethodCall(kPortal, kPath, kSettings, QStringLiteral("Read"));
-  question << space << key;
-  auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(question, kPatienceInMs), this);
+  QDBusMessage request =
+      QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
+  request << space << key;
+  auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(request, patienceInMs), this);
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this, space, key, answer] {
     const QDBusPendingReply<QDBusVariant> reply = *answer;
     if (reply.isValid()) take(space, key, reply.value());
@@ -55,19 +56,19 @@ void SettingsPortal::Wire::take(const QString& space, const QString& key, const 
   QVariant value = packed.variant();
   if (value.userType() == qMetaTypeId<QDBusVariant>())  // answers come in two wrappings, changes in one
     value = value.value<QDBusVariant>().variant();
-  if (space == kAppearance && key == kColorScheme) {
+  if (space == appearanceSpace && key == colorScheme) {
     const uint scheme = value.toUInt();
     look_.dark = scheme == 1 || scheme == 2 ? std::optional(scheme == 1) : std::nullopt;
-  } else if (space == kInterface && key == kTextScale && value.toDouble() > 0) {
+  } else if (space == interfaceSpace && key == textScaleKey && value.toDouble() > 0) {
     look_.textScale = value.toDouble();
-  } else if (space == kInterface && key == kAnimations && value.userType() == QMetaType::Bool) {
+  } else if (space == interfaceSpace && key == animationsKey && value.userType() == QMetaType::Bool) {
     look_.animations = value.toBool();
   }
-  tell();
+  notify();
 }
 
-void SettingsPortal::Wire::tell() {
-  if (changed_ && std::exchange(told_, look_) != look_) changed_(look_);
+void SettingsPortal::Wire::notify() {
+  if (changed_ && std::exchange(reported_, look_) != look_) changed_(look_);
 }
 
 SettingsPortal::SettingsPortal() : wire_(std::make_unique<Wire>()) {}

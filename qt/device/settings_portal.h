@@ -6,7 +6,7 @@
 
 namespace fleetor {
 
-/// How a desktop would have its programs look.
+/// The appearance that the desktop asks of its programs.
 struct DesktopLook {
   std::optional<bool> dark;  ///< nothing: it has no preference, or has not answered
   double textScale = 1;      ///< by how much text is to be larger than at its normal size; above 0
@@ -22,17 +22,17 @@ struct DesktopLook {
 /// constructor, answers and changes come through the main loop, and a question is given up after ten seconds.
 /// What it does wait for is the session bus to let it in, once, about a millisecond; Qt would wait for
 /// the same connection a little later, when it makes the window accessible. Without a bus, a portal or an
-/// answer there is nothing to tell.
+/// answer nothing is reported.
 class SettingsPortal {
  public:
   SettingsPortal();
-  ~SettingsPortal();  ///< nothing is told from here on, whatever is under way
+  ~SettingsPortal();  ///< nothing is reported from here on
 
   SettingsPortal(const SettingsPortal&) = delete;
   SettingsPortal& operator=(const SettingsPortal&) = delete;
 
-  /// Calls `changed` with each look that differs from the one before; now, when that is so already. The first
-  /// differs from a DesktopLook as it is made. Call it once.
+  /// Calls `changed` at once when the appearance differs from the default, and at each later change. Call it
+  /// once.
   void listen(std::function<void(const DesktopLook& look)> changed);
 
  private:

@@ -23,12 +23,12 @@ class SettingsPortal::Wire : public QObject {
   Q_SLOT void take(const QString& space, const QString& key, const QDBusVariant& packed);
 
   void ask(const QString& space, const QString& key);
-  void tell();
+  void notify();
 
   QDBusConnection bus_ = QDBusConnection::sessionBus();
   std::function<void(const DesktopLook&)> changed_;
   DesktopLook look_;
-  DesktopLook told_;
+  DesktopLook reported_;
 };
 
 }  // namespace fleetor

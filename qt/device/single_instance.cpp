@@ -37,7 +37,7 @@ bool isOfThisUser([[maybe_unused]] const QLocalSocket& socket) {
 #endif
 }
 
-/// Whether the one behind the socket has taken the request.
+/// Whether the running client has taken the request.
 bool handOver(const QString& socketPath, const std::string& request) {
   QLocalSocket socket;
   socket.connectToServer(socketPath);
@@ -50,38 +50,38 @@ bool handOver(const QString& socketPath, const std::string& request) {
 
 }  // namespace
 
-struct SingleInstance::Door {
-  explicit Door(const QString& path) : socketPath(path + ".socket"), lock(path + ".lock") {
-    // A lock is as good as its owner's life, however long that is.
+struct SingleInstance::Endpoint {
+  explicit Endpoint(const QString& path) : socketPath(path + ".socket"), lock(path + ".lock") {
+    // A lock is valid as long as its owner lives, however long that is.
     lock.setStaleLockTime(0);
     server.setSocketOptions(QLocalServer::UserAccessOption);
   }
 
-  // Until somebody listens, those who knock wait at the door.
+  // Earlier connections wait in the backlog of the socket.
   void open() {
-    const auto admitAll = [this] {
-      while (QLocalSocket* visitor = server.nextPendingConnection())
-        admit(*visitor);
+    const auto acceptAll = [this] {
+      while (QLocalSocket* connection = server.nextPendingConnection())
+        accept(*connection);
     };
-    QObject::connect(&server, &QLocalServer::newConnection, &server, admitAll);
-    admitAll();
+    QObject::connect(&server, &QLocalServer::newConnection, &server, acceptAll);
+    acceptAll();
   }
 
-  void admit(QLocalSocket& visitor) {
-    QObject::connect(&visitor, &QLocalSocket::disconnected, &visitor, &QObject::deleteLater);
-    if (!isOfThisUser(visitor)) return visitor.abort();
-    visitor.setReadBufferSize(longest);
-    const auto read = [this, &visitor] {
-      if (!visitor.canReadLine()) {
-        if (visitor.bytesAvailable() >= longest) visitor.abort();
+  void accept(QLocalSocket& connection) {
+    QObject::connect(&connection, &QLocalSocket::disconnected, &connection, &QObject::deleteLater);
+    if (!isOfThisUser(connection)) return connection.abort();
+    connection.setReadBufferSize(longest);
+    const auto read = [this, &connection] {
+      if (!connection.canReadLine()) {
+        if (connection.bytesAvailable() >= longest) connection.abort();
         return;
       }
-      const QByteArray line = visitor.readLine().chopped(1);
-      visitor.write(taken);
-      visitor.disconnectFromServer();
+      const QByteArray line = connection.readLine().chopped(1);
+      connection.write(taken);
+      connection.disconnectFromServer();
       received(line.toStdString());
     };
-    QObject::connect(&visitor, &QLocalSocket::readyRead, &visitor, read);
+    QObject::connect(&connection, &QLocalSocket::readyRead, &connection, read);
     read();
   }
 
@@ -92,37 +92,38 @@ struct SingleInstance::Door {
 };
 
 SingleInstance::SingleInstance(const std::string& path)
-    : door_(path.empty() ? nullptr : std::make_unique<Door>(QString::fromStdString(path))) {}
+    : endpoint_(path.empty() ? nullptr : std::make_unique<Endpoint>(QString::fromStdString(path))) {}
 
 SingleInstance::~SingleInstance() = default;
 
 bool SingleInstance::enter(const std::string& request) {
-  const char* problem = "there is no folder of the user's own for it";
-  if (door_) {
-    QDir().mkpath(QFileInfo(door_->socketPath).absolutePath());
+  const char* problem = "the user has no private runtime folder";
+  if (endpoint_) {
+    QDir().mkpath(QFileInfo(endpoint_->socketPath).absolutePath());
     const QDeadlineTimer deadline(patience);
     do {
-      if (door_->lock.tryLock(0)) {
-        QLocalServer::removeServer(door_->socketPath);
-        if (door_->server.listen(door_->socketPath)) return true;
+      if (endpoint_->lock.tryLock(0)) {
+        QLocalServer::removeServer(endpoint_->socketPath);
+        if (endpoint_->server.listen(endpoint_->socketPath)) return true;
         problem = "its socket cannot be opened";
         break;
       }
       problem = "its lock cannot be written";
-      if (door_->lock.error() != QLockFile::LockFailedError) break;
-      if (handOver(door_->socketPath, request)) return false;
+      if (endpoint_->lock.error() != QLockFile::LockFailedError) break;
+      if (handOver(endpoint_->socketPath, request)) return false;
       problem = "it does not answer";
       QThread::msleep(50);
     } while (!deadline.hasExpired());
   }
-  std::fprintf(stderr, "fleetor: another client cannot be reached, %s; this one runs on its own\n", problem);
+  std::fprintf(stderr, "fleetor: cannot look for a running client (%s); a second one may be started\n",
+               problem);
   return true;
 }
 
 void SingleInstance::listen(std::function<void(const std::string&)> received) {
-  if (!door_) return;
-  door_->received = std::move(received);
-  door_->open();
+  if (!endpoint_) return;
+  endpoint_->received = std::move(received);
+  endpoint_->open();
 }
 
 std::string runtimePath(const std::string& name) {

@@ -6,14 +6,14 @@
 
 namespace fleetor {
 
-/// Sees to it that one user runs one client: a lock file says who that is, and a socket beside it takes the
+/// Makes sure that a user runs one client only: it holds a lock file, and a socket beside it takes the
 /// requests of later starts. Both lie in a folder that only this user can enter, and the socket itself is
-/// open to this user alone; a connection from another user is closed unread. A client that died leaves
-/// nothing behind that the next one does not clear away. Main thread only, inside an application.
+/// open to this user alone; a connection from another user is closed unread. What a crashed
+/// client leaves behind is cleared by the next one. Main thread only, inside an application.
 class SingleInstance {
  public:
   /// `path` is that of the lock and the socket, without their endings; empty: there is no such folder, and
-  /// every start is one on its own.
+  /// every start runs a client.
   explicit SingleInstance(const std::string& path);
   ~SingleInstance();
 
@@ -22,17 +22,17 @@ class SingleInstance {
 
   /// True: this is the one. False: another one runs, and has got the request: text without line breaks, maybe
   /// none at all; one of more than 4,000 bytes arrives as none. Gives the other up to ten seconds to answer;
-  /// when it stays silent, or the folder is of no use, that stands on standard error, and this client runs
-  /// beside it.
+  /// when it does not, or the folder cannot be used, that is reported on standard error, and this client
+  /// runs as well.
   bool enter(const std::string& request);
 
   /// Calls `received` with each request of a later start; those that came since `enter` first. Call it once.
   void listen(std::function<void(const std::string& request)> received);
 
  private:
-  struct Door;
+  struct Endpoint;
 
-  std::unique_ptr<Door> door_;
+  std::unique_ptr<Endpoint> endpoint_;
 };
 
 /// Where the files of that name belong that live as long as the user's session; empty when there is no folder

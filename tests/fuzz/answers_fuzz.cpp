@@ -28,7 +28,7 @@ const std::string secret = "s3cretZq";
 /// The services behind all addresses: each connection gets the next answer, and then nothing more.
 class Services {
  public:
-  explicit Services(std::vector<std::string> answers) : answers_(std::move(answers)) { door(); }
+  explicit Services(std::vector<std::string> answers) : answers_(std::move(answers)) { listener(); }
   ~Services() { std::for_each(ends_.begin(), ends_.end(), ::close); }
   Services(const Services&) = delete;
   Services& operator=(const Services&) = delete;
@@ -72,23 +72,24 @@ class Services {
     return name;
   }
 
-  static int door() {
+  static int listener() {
     static const int listening = listen();
     return listening;
   }
 
   static int listen() {
-    const int door = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     sockaddr_un address{AF_UNIX, {}};
     const std::size_t length = name().copy(address.sun_path + 1, sizeof address.sun_path - 1);
     const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + length);
-    require(::bind(door, reinterpret_cast<const sockaddr*>(&address), size) == 0 && ::listen(door, 9) == 0,
+    require(::bind(listener, reinterpret_cast<const sockaddr*>(&address), size) == 0 &&
+                ::listen(listener, 9) == 0,
             "a service can be reached");
-    return door;
+    return listener;
   }
 
   void answerWhoHasCome() {
-    for (int end = 0; (end = ::accept4(door(), nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+    for (int end = 0; (end = ::accept4(listener(), nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
       const std::string answer = ends_.size() < answers_.size() ? answers_[ends_.size()] : "";
       ::send(end, answer.data(), answer.size(), MSG_NOSIGNAL);
       ::shutdown(end, SHUT_WR);

@@ -45,26 +45,27 @@ void parse(const std::string& text) {
 /// The client that runs, and what its socket has taken.
 struct Running {
   Running() {
-    require(instance.enter(""), "nobody else is there");
+    require(instance.enter(""), "no other client runs");
     instance.listen([this](const std::string& request) { requests.push_back(request); });
     folder.filePath("c.socket").toStdString().copy(address.sun_path, sizeof address.sun_path - 1);
   }
 
-  /// What a visitor reads who writes that and nothing more.
-  std::string knock(const std::string& text) {
+  /// The answer to a connection that sends just this text.
+  std::string send(const std::string& text) {
     requests.clear();
-    const int visitor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    require(::connect(visitor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0, "it opens");
-    ::send(visitor, text.data(), text.size(), MSG_NOSIGNAL);
-    ::shutdown(visitor, SHUT_WR);
+    const int connection = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    require(::connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0,
+            "it opens");
+    ::send(connection, text.data(), text.size(), MSG_NOSIGNAL);
+    ::shutdown(connection, SHUT_WR);
     std::string read;
     char piece[64];
     for (ssize_t count = 1; count > 0 || (count < 0 && errno == EAGAIN);) {
       QCoreApplication::processEvents();
-      count = ::recv(visitor, piece, sizeof piece, MSG_DONTWAIT);
+      count = ::recv(connection, piece, sizeof piece, MSG_DONTWAIT);
       if (count > 0) read.append(piece, static_cast<std::size_t>(count));
     }
-    ::close(visitor);
+    ::close(connection);
     QCoreApplication::processEvents();
     return read;
   }
@@ -90,13 +91,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string message;
   for (std::uint32_t i = 0; i < copies; ++i)
     message += text;
-  const std::string answer = client.knock(message);
+  const std::string answer = client.send(message);
   const std::size_t end = message.find('\n');
   if (end < longest) {
     require(client.requests == std::vector{message.substr(0, end)}, "one line is one request", message);
-    require(answer == "taken\n", "who asked is told", answer);
+    require(answer == "taken\n", "a request is confirmed", answer);
   } else {
-    require(client.requests.empty() && answer.empty(), "no line is no request", message);
+    require(client.requests.empty() && answer.empty(), "without a line there is no request", message);
   }
   return 0;
 }

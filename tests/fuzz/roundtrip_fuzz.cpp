@@ -18,18 +18,16 @@ struct Everything : APIModel {
   std::optional<User> user;
   std::optional<std::vector<MapEntry>> map;
   std::vector<RouteItem> route;
-
-  friend bool operator==(const Everything&, const Everything&) = default;
 };
 
 }  // namespace
 
 template <>
-inline constexpr auto fleetor::propertiesOf<Everything> = properties(required<&Everything::live>("live"),
-                                                                     optional<&Everything::info>("info"),
-                                                                     optional<&Everything::user>("user"),
-                                                                     optional<&Everything::map>("map"),
-                                                                     required<&Everything::route>("route"));
+inline constexpr auto fleetor::propertiesOf<Everything> = properties(required<&Everything::live>,
+                                                                     optional<&Everything::info>,
+                                                                     optional<&Everything::user>,
+                                                                     optional<&Everything::map>,
+                                                                     required<&Everything::route>);
 
 namespace {
 

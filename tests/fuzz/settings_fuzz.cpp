@@ -1,5 +1,5 @@
 // A file of arbitrary bytes, and a few changes. What was set is there, now and after a restart; what was not
-// touched stays as it was; and a file that is no JSON object is set aside whole.
+// touched stays as it was; and a file that is not a JSON object is kept under another name.
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-// Drives a fuzz target where the compiler has no fuzzer of its own: replays the given files and folders, then
+// Drives a fuzz target where the compiler comes without a fuzzer: replays the given files and folders, then
 // runs inputs mutated from them at random, the same ones every time.
 //
 //   fuzz_... [-runs=N] [-max_total_time=SECONDS] [file or folder ...]

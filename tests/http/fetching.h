@@ -80,4 +80,25 @@ inline std::function<void(RawServer::Peer&)> stalling(std::string bytes) {
   };
 }
 
+/// A service that answers in an odd way, and what the transport makes of its answer.
+struct OddAnswer {
+  const char* name;
+  std::function<void(RawServer::Peer&)> serve;
+  int status;
+  long error;
+};
+
+inline void expectReply(HttpTransport& transport, const OddAnswer& odd, std::size_t requests = 1,
+                        double timeoutSeconds = 30) {
+  RawServer server(odd.serve);
+  HttpRequest request = get(server.url("/x"));
+  request.timeoutSeconds = timeoutSeconds;
+  const HttpReply reply = fetch(transport, request);
+  EXPECT_EQ(reply.status, odd.status) << odd.name;
+  EXPECT_EQ(reply.error, odd.error) << odd.name << ": " << reply.errorDescription;
+  EXPECT_EQ(reply.errorDescription.empty(), odd.error == 0) << odd.name;
+  EXPECT_TRUE(odd.error == 0 || reply.body.empty()) << odd.name;
+  EXPECT_EQ(server.requests().size(), requests) << odd.name;
+}
+
 }  // namespace fleetor

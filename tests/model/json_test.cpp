@@ -17,7 +17,7 @@ struct Sample : APIModel {
 }  // namespace
 
 template <>
-inline constexpr auto propertiesOf<Sample> = properties(optional<&Sample::a>("a"), optional<&Sample::n>("n"));
+inline constexpr auto propertiesOf<Sample> = properties(optional<&Sample::a>, optional<&Sample::n>);
 
 namespace {
 
@@ -80,7 +80,7 @@ TEST(JsonTest, ReadsIntegersFromEveryKindOfNumber) {
   }
 }
 
-TEST(JsonTest, BoundsNestingAndBearsIt) {
+TEST(JsonTest, BoundsNesting) {
   const auto nested = [](std::size_t levels) {
     return "{\"a\":\"x\",\"deep\":" + std::string(levels - 1, '[') + "1" + std::string(levels - 1, ']') + "}";
   };
@@ -106,18 +106,6 @@ TEST(JsonTest, BoundsItsLengthAndItsTokens) {
   };
   EXPECT_TRUE(decodeJSON(zeros((1 << 23) - 1)));
   EXPECT_FALSE(decodeJSON(zeros(1 << 23)));
-}
-
-TEST(JsonTest, DecodesABodyOfFiftyMegabytes) {
-  std::string json = "[{\"a\":\"first\"}";
-  while (json.size() < 50'000'000)
-    json += ",{\"a\":\"some text of a middling length, as services send it\",\"n\":1}";
-  json += "]";
-  const auto records = JSONModel::arrayOfModelsFromDictionaries<Sample>(*decodeJSON(std::move(json)));
-  ASSERT_TRUE(records);
-  EXPECT_GT(records->value().size(), 700'000u);
-  EXPECT_EQ(records->value().front().a, "first");
-  EXPECT_EQ(records->value().back().n, 1);
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ TEST(TextTest, OutlivesWhatItWasMadeFromAndSurvivesCopyMoveAndSelfAssignment) {
   EXPECT_EQ(text.str(), "again");
 }
 
-TEST(TextTest, TellsEmptyFromNeverSetButComparesThemEqual) {
+TEST(TextTest, DistinguishesEmptyFromNeverSetButComparesThemEqual) {
   EXPECT_FALSE(Text().isSet());
   EXPECT_TRUE(Text("").isSet());
   EXPECT_EQ(Text(), Text(""));

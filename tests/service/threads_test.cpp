@@ -16,7 +16,7 @@ class RealThreads : public RequestLayer {
   ScriptedTransport transport{queues};
 };
 
-/// Says on which thread it was let go.
+/// Records on which thread it was destroyed.
 struct Screen {
   explicit Screen(std::atomic<std::thread::id>& thread) : destroyedOn(thread) {}
   ~Screen() { destroyedOn = std::this_thread::get_id(); }

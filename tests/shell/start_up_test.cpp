@@ -133,7 +133,7 @@ TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
     client.settle();
     EXPECT_EQ(client.find<ChooseVehicleTableViewController>(), chooser);
   }
-  phone.keyStore.items.clear();
+  phone.keyStore.items().clear();
   Client client(phone);
   client.application.launch();
   EXPECT_TRUE(client.application.receiveURL(widgetURL));

@@ -18,6 +18,7 @@
 #include "shell/terms_view_controller.h"
 #include "shell/vehicles_table_view_controller.h"
 #include "support/fake_device.h"
+#include "support/find_screen.h"
 #include "support/fleet.h"
 #include "support/memory_stores.h"
 #include "support/scripted_transport.h"
@@ -79,7 +80,7 @@ class Viewport {
 /// the end of this object. Tasks that are still waiting then are dropped while the rest still stands.
 class Client {
  public:
-  Client() : Client(nullptr) {}  ///< on a phone of its own
+  Client() : Client(nullptr) {}  ///< on a new phone
   explicit Client(Machine& on) : Client(&on) {}
   ~Client() { EXPECT_THAT(machine.device.untranslated, testing::IsEmpty()) << "in no table of texts"; }
 
@@ -100,13 +101,9 @@ class Client {
     return dynamic_cast<Screen*>(application.window().rootViewController().get());
   }
 
-  /// The first screen of that class below the root, presented ones included; none when there is none.
   template <class Screen>
   Screen* find() {
-    for (ViewController* each = application.window().rootViewController().get(); each;
-         each = each->presentedViewController().get())
-      if (Screen* found = findBelow<Screen>(*each)) return found;
-    return nullptr;
+    return findScreen<Screen>(application.window().rootViewController().get());
   }
 
   void signIn(const std::string& user, const std::string& password) {
@@ -200,14 +197,6 @@ class Client {
   void tap(BarButtonItem& button) {
     button.tap();
     settle();
-  }
-
-  template <class Screen>
-  static Screen* findBelow(ViewController& top) {
-    if (auto* screen = dynamic_cast<Screen*>(&top)) return screen;
-    for (const auto& child : top.childViewControllers())
-      if (Screen* found = findBelow<Screen>(*child)) return found;
-    return nullptr;
   }
 
   void noteToast() {

@@ -8,7 +8,7 @@
 
 #include "support/scripted_transport.h"
 
-// What the tracking service answers, for tests that tell stories about the screens.
+// Answers of the tracking service, for the tests of the screens.
 namespace fleetor::test {
 
 inline std::string envelope(int total, const std::string& payload, int code = 200) {

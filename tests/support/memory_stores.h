@@ -5,65 +5,36 @@
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
-#include "platform/key_store.h"
 #include "platform/settings.h"
+#include "platform/transient_key_store.h"
 
 namespace fleetor::test {
 
-/// A key store that forgets everything at the end of the test, and that can be broken.
-class MemoryKeyStore final : public KeyStore {
+/// A key store in memory that counts, and that can be broken.
+class MemoryKeyStore final : public TransientKeyStore {
  public:
-  std::vector<SecItem> items;
   bool failsWrites = false;
   std::function<void(KeyStoreEvent)> listener;
   std::function<void()> onRemove;  ///< called before an item is removed
   int writes = 0;                  ///< calls of add, update and remove that changed something
 
-  std::optional<SecItem> copyMatching(const SecItem& query) override {
-    const SecItem* found = find(query);
-    if (!found) return {};
-    SecItem copy = *found;
-    if (!query.contains(sec::returnData)) copy.erase(sec::valueData);
-    return copy;
-  }
-  bool add(const SecItem& item) override {
-    if (failsWrites || find(item)) return false;
-    items.push_back(item);
-    ++writes;
-    return true;
-  }
+  std::vector<SecItem>& items() { return items_; }
+
+  bool add(const SecItem& item) override { return counted(!failsWrites && TransientKeyStore::add(item)); }
   bool update(const SecItem& query, const SecItem& changes) override {
-    SecItem* found = find(query);
-    if (failsWrites || !found) return false;
-    for (const auto& [key, value] : changes)
-      (*found)[key] = value;
-    ++writes;
-    return true;
+    return counted(!failsWrites && TransientKeyStore::update(query, changes));
   }
   bool remove(const SecItem& query) override {
-    const SecItem* found = find(query);
-    if (failsWrites || !found) return false;
-    if (onRemove) onRemove();
-    items.erase(items.begin() + (found - items.data()));
-    ++writes;
-    return true;
+    if (onRemove && copyMatching(query)) onRemove();
+    return counted(!failsWrites && TransientKeyStore::remove(query));
   }
   void listen(Queues*, std::function<void(KeyStoreEvent)> events) override { listener = std::move(events); }
 
  private:
-  static bool agrees(const SecItem& item, const SecItem& query, const char* attribute) {
-    const auto asked = query.find(attribute);
-    const auto held = item.find(attribute);
-    return asked == query.end() || (held != item.end() && held->second == asked->second);
-  }
-  SecItem* find(const SecItem& query) {
-    for (auto& item : items)
-      if (agrees(item, query, sec::itemClass) && agrees(item, query, sec::generic) &&
-          agrees(item, query, sec::accessGroup))
-        return &item;
-    return nullptr;
+  bool counted(bool written) {
+    writes += written;
+    return written;
   }
 };
 

@@ -17,8 +17,8 @@
 
 namespace fleetor {
 
-/// A listening socket on loopback that shows what really came over the wire. Each connection runs `serve` on
-/// a thread of its own; the connection is closed when `serve` returns. The destructor closes everything and
+/// A listening socket on loopback that records every byte it receives. Each connection runs `serve` on
+/// a separate thread; the connection is closed when `serve` returns. The destructor closes everything and
 /// waits.
 class RawServer {
  public:

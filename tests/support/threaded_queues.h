@@ -49,8 +49,7 @@ class ThreadedQueues final : public Queues {
     changed_.notify_all();
   }
 
-  /// Runs main tasks until `done` says so, which it is asked after each of them; false when that took too
-  /// long.
+  /// Runs main tasks until `done`, which is asked after each of them; false when that took too long.
   bool runMainUntil(const std::function<bool()>& done, Seconds limit = Seconds(60)) {
     const auto end = Steady::now() + std::chrono::duration_cast<Steady::duration>(limit);
     while (!done()) {

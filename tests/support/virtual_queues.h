@@ -14,7 +14,7 @@
 namespace fleetor::test {
 
 /// Both queues and the clock on one thread under virtual time: a heap of tasks by (due time, sequence).
-/// Nothing runs until the test says so, and no time passes but what the test lets pass. The time zone is UTC.
+/// Tasks run and time passes only when the test asks for it. The time zone is UTC.
 class VirtualQueues final : public Queues, public Clock {
  public:
   using Duration = std::chrono::nanoseconds;

@@ -21,19 +21,19 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A keyring that outlives the runs of the client, and the person in front of it.
+/// A keyring that outlives the runs of the client, and the user in front of it.
 class Keyring final : public SystemKeyStore {
  public:
   enum State { usable, locked, silent, slow };
-  enum Person { away, refusing, unlocking };
+  enum User { away, refusing, unlocking };
   using Items = std::vector<SecItem>;
   using Sets = std::map<std::string, Items>;  ///< by mark
 
   void become(State state) {
     change([=, this] { state_ = state; });
   }
-  void answer(Person person) {
-    change([=, this] { person_ = person; });
+  void answer(User user) {
+    change([=, this] { user_ = user; });
   }
   void restart() { cancelled_ = false; }
   void put(const Sets& sets) {
@@ -56,8 +56,8 @@ class Keyring final : public SystemKeyStore {
   bool unlock() override {
     change([&] { ++prompts_; });
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [&] { return person_ != away || cancelled_; });
-    if (cancelled_ || person_ != unlocking) return false;
+    changed_.wait(lock, [&] { return user_ != away || cancelled_; });
+    if (cancelled_ || user_ != unlocking) return false;
     state_ = usable;
     return true;
   }
@@ -87,7 +87,7 @@ class Keyring final : public SystemKeyStore {
   std::mutex mutex_;
   std::condition_variable changed_;
   State state_ = usable;
-  Person person_ = refusing;
+  User user_ = refusing;
   int prompts_ = 0;
   Sets sets_;
   bool cancelled_ = false;
@@ -235,10 +235,10 @@ TEST_F(KeyStoreGuard, HasTheKeyringUnlockedAndReportsWhatCanBeReadThen) {
     keyring->become(trouble);
     keyring->answer(Keyring::away);
     Run run(*this, trouble == Keyring::silent ? 0.2s : 20s);
-    EXPECT_EQ(run.token(), "") << "without waiting for the person";
+    EXPECT_EQ(run.token(), "") << "without waiting for the user";
     keyring->answer(Keyring::unlocking);
     keyring->become(Keyring::usable);
-    EXPECT_EQ(run.token(), "") << "nobody has heard of it yet";
+    EXPECT_EQ(run.token(), "") << "the event has not been delivered yet";
     EXPECT_THAT(run.awaitEvents(), ElementsAre(KeyStoreEvent::readable));
     EXPECT_EQ(run.token(), "old");
   }

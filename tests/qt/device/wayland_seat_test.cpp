@@ -27,25 +27,25 @@ std::string offer(std::string name) {
       2, std::string(reinterpret_cast<const char*>(words), sizeof words) + name + std::string("\1\0\0\0", 4));
 }
 
-/// A compositor that gives one visitor that answer, then hangs up or waits for the visitor to do so.
+/// A compositor that gives one client that answer, then closes the connection or waits for the client to.
 bool lacksSeatWith(const std::string& answer, bool hangsUp = false) {
   const QTemporaryDir folder;
   const std::string path = folder.filePath(QStringLiteral("wayland-9")).toStdString();
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   std::memcpy(address.sun_path, path.data(), path.size());
-  const int door = ::socket(AF_UNIX, SOCK_STREAM, 0);
-  EXPECT_EQ(::bind(door, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  EXPECT_EQ(::listen(door, 1), 0);
+  const int listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
+  EXPECT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  EXPECT_EQ(::listen(listener, 1), 0);
   std::jthread compositor([&] {
-    const int visitor = ::accept(door, nullptr, nullptr);
+    const int client = ::accept(listener, nullptr, nullptr);
     std::array<char, 64> asked{};
-    EXPECT_EQ(::recv(visitor, asked.data(), asked.size(), 0), 24);
+    EXPECT_EQ(::recv(client, asked.data(), asked.size(), 0), 24);
     for (const char& byte : answer)  // one by one: nothing arrives whole
-      ::send(visitor, &byte, 1, MSG_NOSIGNAL);
-    if (!hangsUp) ::recv(visitor, asked.data(), asked.size(), 0);
-    ::close(visitor);
-    ::close(door);
+      ::send(client, &byte, 1, MSG_NOSIGNAL);
+    if (!hangsUp) ::recv(client, asked.data(), asked.size(), 0);
+    ::close(client);
+    ::close(listener);
   });
   return lacksSeat(path);
 }

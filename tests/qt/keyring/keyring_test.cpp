@@ -3,6 +3,7 @@
 #define SECRET_API_SUBJECT_TO_CHANGE  // to encode a secret
 #define SECRET_WITH_UNSTABLE
 #include <libsecret/secret.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <string>
@@ -46,7 +47,16 @@ TEST(UnlockedKeyring, KeepsItemsUnderTheirMark) {
   EXPECT_THAT(later.items(""), Optional(IsEmpty()));
 }
 
-// As a person at the system's prompt would.
+TEST(UnlockedKeyring, KeepsTheSignInOfAClient) {
+  const std::string mark = testing::TempDir() + "sign-in-" + std::to_string(::getpid());
+  EXPECT_TRUE(makeKeyStore(mark)->add(itemWith("token")));
+  const auto later = makeKeyStore(mark);
+  const SecItem query{{sec::generic, "Fleetor_Keychain"}, {sec::returnData, "1"}};
+  EXPECT_THAT(later->copyMatching(query), Optional(itemWith("token")));
+  EXPECT_TRUE(later->remove(query));
+}
+
+// As a user does at the system's prompt.
 void unlock(SecretService* service, SecretCollection* keyring) {
   SecretValue* password = secret_value_new("a password", -1, "text/plain");
   GVariant* arguments = g_variant_new("(o@(oayays))", g_dbus_proxy_get_object_path(G_DBUS_PROXY(keyring)),
@@ -90,7 +100,7 @@ TEST(NoKeyring, IsReportedAndAskedForNothing) {
   EXPECT_FALSE(store.unlock());
 }
 
-// Owns the service's name on the bus and answers nothing, as one does that waits for a person.
+// Owns the service's name on the bus and never answers, like a service that waits for its user.
 class MuteService {
  public:
   MuteService() {

@@ -22,7 +22,7 @@ using testing::IsEmpty;
 constexpr const char* appearance = "org.freedesktop.appearance";
 constexpr const char* gnome = "org.gnome.desktop.interface";
 
-/// A desktop's portal on a connection of its own. It answers with what it was given, or with an error, or,
+/// A desktop's portal on a separate connection. It answers with what it was given, or with an error, or,
 /// being silent, not at all.
 class FakePortal : public QDBusVirtualObject {
  public:
@@ -69,14 +69,16 @@ TEST(Portal, IsFollowedFromTheStartThroughEveryChange) {
   FakePortal desktop;
   desktop.set(appearance, "color-scheme", 1u);
   SettingsPortal portal;
-  std::vector<DesktopLook> told;
-  const auto said = [&](std::size_t count) { return [&told, count] { return told.size() >= count; }; };
-  portal.listen([&](const DesktopLook& look) { told.push_back(look); });
-  runUntil(said(1));
+  std::vector<DesktopLook> reported;
+  const auto hasReported = [&](std::size_t count) {
+    return [&reported, count] { return reported.size() >= count; };
+  };
+  portal.listen([&](const DesktopLook& look) { reported.push_back(look); });
+  runUntil(hasReported(1));
 
   desktop.change(appearance, "color-scheme", 2u);
   desktop.change(gnome, "text-scaling-factor", 1.5);
-  // Neither what is not the look's, nor what makes no sense, nor what is so already is told.
+  // Other settings, invalid values and values that change nothing are not reported.
   desktop.change(gnome, "color-scheme", QStringLiteral("prefer-dark"));
   desktop.change(appearance, "accent-color", 1u);
   for (const QVariant& scale :
@@ -88,13 +90,13 @@ TEST(Portal, IsFollowedFromTheStartThroughEveryChange) {
   desktop.change(appearance, "color-scheme", 7u);
   desktop.change(gnome, "enable-animations", QStringLiteral("fast"));
   desktop.change(gnome, "enable-animations", false);
-  runUntil(said(7));
-  EXPECT_THAT(told, ElementsAre(DesktopLook{true, 1}, DesktopLook{false, 1}, DesktopLook{false, 1.5},
-                                DesktopLook{std::nullopt, 1.5}, DesktopLook{true, 1.5},
-                                DesktopLook{std::nullopt, 1.5}, DesktopLook{std::nullopt, 1.5, false}));
+  runUntil(hasReported(7));
+  EXPECT_THAT(reported, ElementsAre(DesktopLook{true, 1}, DesktopLook{false, 1}, DesktopLook{false, 1.5},
+                                    DesktopLook{std::nullopt, 1.5}, DesktopLook{true, 1.5},
+                                    DesktopLook{std::nullopt, 1.5}, DesktopLook{std::nullopt, 1.5, false}));
 }
 
-TEST(Portal, TellsALateListenerAtOnce) {
+TEST(Portal, ReportsToALateListenerAtOnce) {
   FakePortal desktop;
   desktop.set(appearance, "color-scheme", 2u);
   desktop.set(gnome, "text-scaling-factor", 1.25);
@@ -103,33 +105,33 @@ TEST(Portal, TellsALateListenerAtOnce) {
   other.listen([&](const DesktopLook& look) { seen = look; });
   runUntil([&] { return seen == DesktopLook{false, 1.25}; });
 
-  std::vector<DesktopLook> told;
-  portal.listen([&](const DesktopLook& look) { told.push_back(look); });
-  EXPECT_THAT(told, ElementsAre(DesktopLook{false, 1.25}));
+  std::vector<DesktopLook> reported;
+  portal.listen([&](const DesktopLook& look) { reported.push_back(look); });
+  EXPECT_THAT(reported, ElementsAre(DesktopLook{false, 1.25}));
 }
 
-TEST(SilentPortal, KeepsNobodyWaitingAndIsHeardLater) {
+TEST(SilentPortal, IsNotWaitedForAndIsHeardLater) {
   FakePortal desktop(true);
-  std::vector<DesktopLook> told;
+  std::vector<DesktopLook> reported;
   const auto began = std::chrono::steady_clock::now();
   { const SettingsPortal gone; }
   SettingsPortal portal;
-  portal.listen([&](const DesktopLook& look) { told.push_back(look); });
+  portal.listen([&](const DesktopLook& look) { reported.push_back(look); });
   EXPECT_LT(std::chrono::steady_clock::now() - began, 2s);
   runUntil([&] { return desktop.asked == 6; });
-  EXPECT_THAT(told, IsEmpty());
+  EXPECT_THAT(reported, IsEmpty());
   desktop.change(appearance, "color-scheme", 1u);
-  runUntil([&] { return !told.empty(); });
-  EXPECT_THAT(told, ElementsAre(DesktopLook{true, 1}));
+  runUntil([&] { return !reported.empty(); });
+  EXPECT_THAT(reported, ElementsAre(DesktopLook{true, 1}));
 }
 
-TEST(NoBus, ChangesNothingAndSaysNothing) {
+TEST(NoBus, ChangesNothingAndReportsNothing) {
   testing::internal::CaptureStderr();
-  bool told = false;
+  bool reported = false;
   SettingsPortal portal;
-  portal.listen([&](const DesktopLook&) { told = true; });
+  portal.listen([&](const DesktopLook&) { reported = true; });
   QCoreApplication::processEvents();
-  EXPECT_FALSE(told);
+  EXPECT_FALSE(reported);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 

@@ -259,13 +259,13 @@ TEST_F(WindowTest, ReportsASignInThatIsNotKeptAndGoesOnWithOneThatCanBeReadLate)
   signIn();
   keyStore().listener(KeyStoreEvent::notKept);
   EXPECT_TRUE(waitFor("text", "Your sign-in could not be stored, you will have to sign in again next time"));
-  const auto stored = keyStore().items;
+  const auto stored = keyStore().items();
   close();
 
   for (const bool isLaunched : {false, true}) {
     open(Idiom::phone, {390, 844});
     ASSERT_TRUE(!isLaunched || waitFor("label", "Sign in"));
-    keyStore().items = stored;
+    keyStore().items() = stored;
     keyStore().listener(KeyStoreEvent::readable);
     ASSERT_TRUE(waitFor("title", "My Vehicles"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
