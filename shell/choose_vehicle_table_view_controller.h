@@ -34,7 +34,6 @@ class ChooseVehicleTableViewController final : public PagedVehicles<BaseViewCont
 
  private:
   std::weak_ptr<ChooseVehicleTableViewControllerDelegate> delegate_;
-  std::shared_ptr<BarButtonItem> cancelButton_;
 };
 
 }  // namespace fleetor

@@ -40,6 +40,9 @@ class NavigationItem : public Component {
   void setLeftBarButtonItem(std::shared_ptr<BarButtonItem> item) { setLeftBarButtonItems({std::move(item)}); }
   void setLeftBarButtonItems(BarButtonItems items) { assign(left_, std::move(items)); }
 
+  /// Taps the first left button. False: there is none.
+  bool tapLeftButton();
+
   const BarButtonItems& rightBarButtonItems() const { return right_; }
   void setRightBarButtonItem(std::shared_ptr<BarButtonItem> item) {
     setRightBarButtonItems({std::move(item)});

@@ -35,6 +35,9 @@ class NavigationController : public ViewController {
   /// transition is over.
   std::shared_ptr<ViewController> popViewControllerAnimated(bool animated);
 
+  /// In the top screen, or to the one below; a presented stack ends at the left button of its root.
+  bool goBack() override;
+
   NavigationBar& navigationBar() { return navigationBar_; }
 
   StatusBarStyle preferredStatusBarStyle() const override {

@@ -65,9 +65,11 @@ class SWRevealViewController : public ViewController {
   // The user's gestures. `x` in points from the left edge of the front screen.
   bool panShouldBegin(double x) const;  ///< whether a drag from there moves the front screen
   void beginPan();                      ///< a drag has begun: the rear screen is about to be seen
-  void pan(FrontViewPosition end);      ///< a drag was let go: the front screen goes to that place, animated
+  void endPan(double frontX);   ///< a drag was let go there: the front screen goes to the nearer place
   bool tapShouldBegin() const;  ///< whether a tap on the front screen closes the menu instead of operating it
   void tapFront();
+
+  bool goBack() override;  ///< closes the menu, or goes back in the front screen
 
   StatusBarStyle preferredStatusBarStyle() const override;
 

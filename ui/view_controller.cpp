@@ -33,6 +33,10 @@ View& ViewController::view() {
   return view_;
 }
 
+bool ViewController::goBack() {
+  return presenting_ && navigationItem_.tapLeftButton();
+}
+
 void ViewController::endEditing() {
   if (!environment_.window) return;
   Keyboard& keyboard = environment_.window->keyboard();

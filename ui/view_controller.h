@@ -63,6 +63,10 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   }
   NavigationItem& navigationItem() { return navigationItem_; }
 
+  /// The user wants to go one step back here: a presented screen has its left button pressed, a container
+  /// undoes its last step. False: there is nothing to go back from.
+  virtual bool goBack();
+
   /// Closes the keyboard when one of this screen's or its children's text fields (outlets) has the focus.
   void endEditing();
 

@@ -51,6 +51,22 @@ ViewController* Window::topViewController() const {
   return top;
 }
 
+bool Window::goBack() {
+  if (!alerts_.empty()) {
+    const auto alert = alerts_.back();
+    alert->tapButton(0);
+    return true;
+  }
+  if (const auto picker = datePicker_) {
+    picker->cancel();
+    return true;
+  }
+  ViewController* top = topViewController();
+  if (!top) return false;
+  const auto alive = top->shared_from_this();
+  return alive->goBack();
+}
+
 void Window::setSize(const Size& size) {
   if (!assign(size_, size) || !root_) return;
   root_->resize({0, 0, size.width, size.height});

@@ -33,6 +33,10 @@ class Window : public Component {
   const Size& size() const { return size_; }
   void setSize(const Size& size);
 
+  /// The user wants to go back: cancels the alert or the date picker, or goes one step back in the screen on
+  /// top. False: there is nothing to go back from.
+  bool goBack();
+
   Keyboard& keyboard() { return keyboard_; }
 
   /// Toasts show one after the other: each fades in, stays for its seconds and hides itself before the next.

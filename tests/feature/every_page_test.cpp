@@ -53,7 +53,7 @@ TEST(EveryPage, AUserReadsAVehiclesTripsAndDataThenTheAccountAndSignsOut) {
   client.tapLeftButtonOf(pager);
   auto& container = *client.root<MainViewController>();
   const auto choose = [&](const char* entry) {
-    container.pan(FrontViewPosition::right);
+    container.endPan(200);
     client.settle();
     dynamic_cast<Button&>(*container.rearViewController()->findOutlet(entry)).tap();
     client.settle();

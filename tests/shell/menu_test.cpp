@@ -39,7 +39,7 @@ class SideMenu : public testing::Test {
 
 TEST_F(SideMenu, KeepsTheFrontScreenFromTouchesWhileItShows) {
   EXPECT_TRUE(frontTakesTouches());
-  container().pan(FrontViewPosition::right);
+  container().endPan(200);
   EXPECT_FALSE(frontTakesTouches());
   container().tapFront();
   EXPECT_TRUE(frontTakesTouches());

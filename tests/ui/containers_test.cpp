@@ -92,7 +92,7 @@ TEST_F(Containers, TheSideMenuAppearsAsItIsRevealed) {
   EXPECT_EQ(reveal->frontViewController()->view().frame(), (Rect{0, 0, 390, 844}));
 
   // Without the gestures attached the user cannot move the front screen.
-  reveal->pan(FrontViewPosition::right);
+  reveal->endPan(200);
   EXPECT_EQ(reveal->frontViewPosition(), FrontViewPosition::left);
   EXPECT_FALSE(reveal->panShouldBegin(10));
   reveal->panGestureRecognizer();
@@ -101,7 +101,9 @@ TEST_F(Containers, TheSideMenuAppearsAsItIsRevealed) {
   EXPECT_TRUE(reveal->panShouldBegin(120));
   EXPECT_FALSE(reveal->panShouldBegin(121));
   EXPECT_FALSE(reveal->tapShouldBegin()) << "there is no menu to close";
-  reveal->pan(FrontViewPosition::right);
+  reveal->endPan(130);
+  EXPECT_EQ(reveal->frontViewPosition(), FrontViewPosition::left) << "half of the menu's width";
+  reveal->endPan(131);
   reveal->tapFront();
   EXPECT_EQ(after(duration::reveal), "menu:WA* menu:DA* menu:WD* menu:DD*");
 }
