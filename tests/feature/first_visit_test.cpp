@@ -29,10 +29,10 @@ TEST(FirstVisit, LeadsFromTheTermsOverTheSignInAndThePagesOfTheListToReadingsTha
   // The terms, presented once. A link in them opens outside.
   auto* terms = client.find<TermsViewController>();
   ASSERT_TRUE(terms);
-  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee%20tor/tos.html");
+  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee tor/tos.html");
   terms->tosWebView().tapLink("http://elsewhere.test/");
   EXPECT_THAT(phone.device.openedURLs, ElementsAre("http://elsewhere.test/"));
-  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee%20tor/tos.html");
+  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee tor/tos.html");
   std::set<const ViewController*> presented;
   auto* launch = client.root<LaunchViewController>();
   const Connection onLaunch = launch->changed.connect([&presented, launch] {
