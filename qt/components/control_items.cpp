@@ -50,6 +50,9 @@ QString LabelItem::text() const {
 QUrl ImageViewItem::source() const {
   return read<ImageView>([](ImageView& c) { return Adapters::imageUrl(c.image()); });
 }
+QUrl ImageViewItem::darkSource() const {
+  return read<ImageView>([](ImageView& c) { return Adapters::imageUrl("dark/" + c.image()); });
+}
 
 bool ActivityIndicatorItem::animating() const {
   return read<ActivityIndicator>([](ActivityIndicator& c) { return c.isAnimating(); });
