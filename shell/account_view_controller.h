@@ -1,8 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <utility>
 
 #include "service/envelopes.h"
 #include "shell/sheet_page.h"
@@ -32,9 +30,6 @@ class AccountViewController final : public SheetPage, public TableViewDataSource
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  private:
-  /// Value and caption of a row.
-  std::pair<std::string, std::string> textsForRow(int row) const;
-
   TableView infoTableView_;
   UserResponse response_;
 };

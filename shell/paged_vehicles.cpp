@@ -94,9 +94,7 @@ std::shared_ptr<TableViewCell> PagedVehicles<Base>::tableViewCellForRowAtIndexPa
   }
   auto cell = std::static_pointer_cast<VehicleTableViewCell>(
       tableView.dequeueReusableCellWithIdentifier("VehicleCell"));
-  const Vehicle& vehicle = vehicleAtIndexPath(path);
-  cell->nameLabel().setText(nameForVehicle(vehicle));
-  cell->photoImageView().setImage(vehicle.icon.str());
+  cell->show(vehicleAtIndexPath(path), showsRegistration());
   return cell;
 }
 

@@ -37,7 +37,7 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  protected:
-  virtual std::string nameForVehicle(const Vehicle& vehicle) const = 0;
+  virtual bool showsRegistration() const = 0;
 
   virtual void pageFailed() {}  ///< no more will come
 

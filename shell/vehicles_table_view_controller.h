@@ -29,7 +29,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void showAbout(Component& sender);
 
  protected:
-  std::string nameForVehicle(const Vehicle& vehicle) const override { return vehicle.fullName(); }
+  bool showsRegistration() const override { return true; }
   void pageFailed() override;
 
  private:

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <utility>
 
 #include "service/envelopes.h"
 #include "ui/table_view.h"
@@ -36,9 +34,6 @@ class AboutDetailViewController final : public DetailPageViewController,
 
  private:
   void loadItems();
-
-  /// Value and caption of a row.
-  std::pair<std::string, std::string> textsForRow(int row) const;
 
   TableView itemsTableView_;
   InfoResponse response_;

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <utility>
 
 #include "ui/table_view.h"
 #include "vehicle/detail_page_view_controller.h"
@@ -31,9 +29,6 @@ class InfoDetailViewController final : public DetailPageViewController,
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  private:
-  /// Value and caption of a row.
-  std::pair<std::string, std::string> textsForRow(int row) const;
-
   TableView itemsTableView_;
   std::shared_ptr<const Live> live_;
 };

@@ -10,4 +10,11 @@ VehicleTableViewCell::VehicleTableViewCell(std::string reuseIdentifier)
   outlet("nameLabel", nameLabel_);
 }
 
+void VehicleTableViewCell::show(const Vehicle& vehicle, bool withRegistration) {
+  photoImageView_.setImage(vehicle.icon.str());
+  nameLabel_.setText(withRegistration ? vehicle.fullName() : vehicle.name.str());
+  textLabel().setText(vehicle.name.str());
+  detailTextLabel().setText(withRegistration ? vehicle.registration.str() : "");
+}
+
 }  // namespace fleetor

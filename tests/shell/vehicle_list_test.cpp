@@ -48,6 +48,7 @@ TEST_F(VehicleList, ShowsTheVehiclesAboveALoadingRow) {
   EXPECT_EQ(table->heightForRow(20), 60.0);
   const auto row = table->cellForRow(4);
   EXPECT_EQ(dynamic_cast<ImageView*>(row->findOutlet("photoImageView"))->image(), "Car5");
+  EXPECT_EQ(row->textLabel().text() + "|" + row->detailTextLabel().text(), "Vehicle 5|KR 5");
 }
 
 // The count that is held decides, whatever a page was asked for or promised.
