@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "vehicle/chosen_day.h"
 #include "vehicle/track_page_view_controller.h"
 
 namespace fleetor {
@@ -27,7 +28,7 @@ class MapDetailViewController final : public TrackPageViewController {
   using TrackPageViewController::TrackPageViewController;
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
-  const std::optional<std::string>& date() const { return date_; }
+  const std::optional<std::string>& date() const { return day_.date(); }
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -41,7 +42,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void mapViewDidAddAnnotationViews(MapView& mapView, const MapAnnotationViews& views) override;
 
  private:
-  void wilEnterForeground() override;
+  void wilEnterForeground() override { day_.putBack(); }
 
   /// Without a day nothing is asked.
   void loadItems(const std::optional<std::string>& day);
@@ -52,8 +53,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void updateCover();
 
   bool wasDrawn_ = false;  ///< a track, ever
-  std::optional<std::string> date_;
-  std::optional<std::string> tempDate_;  ///< keeps the day while the program is in the background
+  ChosenDay day_;
 };
 
 }  // namespace fleetor

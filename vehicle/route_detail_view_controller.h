@@ -6,6 +6,7 @@
 
 #include "service/envelopes.h"
 #include "ui/table_view.h"
+#include "vehicle/chosen_day.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
@@ -29,7 +30,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   const RouteResponse& items() const { return items_; }
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
-  const std::optional<std::string>& date() const { return date_; }
+  const std::optional<std::string>& date() const { return day_.date(); }
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -47,7 +48,7 @@ class RouteDetailViewController final : public DetailPageViewController,
 
  private:
   void didEnterBackground() { clearView(); }
-  void wilEnterForeground();
+  void wilEnterForeground() { day_.putBack(); }
 
   /// Shows the loading row and asks for the day.
   void load();
@@ -57,8 +58,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   int numberOfItems() const { return items_.route ? static_cast<int>(items_.route->size()) : 0; }
 
   TableView itemsTableView_;
-  std::optional<std::string> tempDate_;
-  std::optional<std::string> date_;
+  ChosenDay day_;
   RouteResponse items_;
 };
 
