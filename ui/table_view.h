@@ -62,7 +62,7 @@ class TableView : public Component {
 
   /// A cell with what it last showed, or a new one. A row that is shown again after a reload gets the cell
   /// that it had, if that is of the same kind, so that what has not changed is not drawn anew. An identifier
-  /// without a maker is a programming fault.
+  /// without a maker is a programming error.
   std::shared_ptr<TableViewCell> dequeueReusableCellWithIdentifier(const std::string& identifier);
 
   /// Forgets all cells, the row count and the selection, then emits `reloaded`. Called while the data source

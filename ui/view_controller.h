@@ -86,7 +86,7 @@ class ViewController : public Component, public Outlets, public std::enable_shar
 
   /// Makes the destination, calls prepareForSegue, then pushes or presents it, animated. A transition that
   /// the storyboard does not know from this screen, or a push from outside a navigation stack, is a
-  /// programming fault.
+  /// programming error.
   void performSegueWithIdentifier(const std::string& identifier, const std::any& sender = {});
   virtual void prepareForSegue(Segue& /*segue*/, const std::any& /*sender*/) {}
 

@@ -1,6 +1,5 @@
 #include "vehicle/route_detail_view_controller.h"
 
-
 #include "service/api.h"
 #include "shell/base/loading_cell.h"
 #include "vehicle/notifications.h"
