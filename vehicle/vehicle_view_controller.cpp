@@ -29,7 +29,7 @@ constexpr std::array<PageEntry, VehicleViewController::pageCount> pageTable{{
     {"LiveDetailVC", "TabLive", "Live"},
     {"MapDetailVC", "TabMap", "Map"},
     {"RouteDetailVC", "TabRoute", "Trips"},
-    {"AboutDetailVC", "TabAbout", "About"},
+    {"AboutDetailVC", "TabAbout", "About|vehicle"},
 }};
 
 }  // namespace

@@ -83,7 +83,8 @@ void BaseViewController::hideKeyboard(Component&) {
 }
 
 std::string BaseViewController::localized(const std::string& key) const {
-  return environment().device.localizedString(key);
+  const std::string text = environment().device.localizedString(key);
+  return text == key ? text.substr(0, text.find('|')) : text;
 }
 
 void BaseViewController::addObserver(const std::string& name, NotificationCenter::Handler handler) {

@@ -57,7 +57,8 @@ class BaseViewController : public ViewController {
   void hideKeyboard(Component& sender);
 
  protected:
-  /// The text for people behind an English key.
+  /// The text in the user's language for an English one; the English one without a translation. What follows
+  /// a "|" is not shown: it separates texts that are the same in English ("About|vehicle").
   std::string localized(const std::string& key) const;
 
   /// Subscribes this screen; all its subscriptions end together.
