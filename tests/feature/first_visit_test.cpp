@@ -105,13 +105,7 @@ TEST(LaterVisit, FindsTheUserSignedInUntilTheTabletSignsOut) {
     client.advance(0.1);
     ASSERT_TRUE(client.root<MainViewController>());
 
-    auto* list = client.find<VehiclesTableViewController>();
-    list->navigationItem().leftBarButtonItems().at(0)->tap();
-    const auto& alert = client.application.window().alerts().at(0);
-    EXPECT_EQ(alert->message(), "Are you sure you want to log out?");
-    alert->tapButton(0);
-    EXPECT_TRUE(API::isLogged());
-    list->navigationItem().leftBarButtonItems().at(0)->tap();
+    client.tapLeftButtonOf(*client.find<VehiclesTableViewController>());
     client.transport.leaveOpen("/logout");  // nobody waits for the service here
     client.takeRequests();
     client.application.window().alerts().at(0)->tapButton(1);

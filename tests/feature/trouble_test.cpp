@@ -180,17 +180,5 @@ TEST(EndedSession, ReachesTheNextUserNeitherWithAPollNorWithAnAnswer) {
   }
 }
 
-TEST(EmptyAccount, ShowsAnEmptyListAndNoMessage) {
-  Client client;
-  serveFleet(client.transport, 0, 0);
-  client.start();
-  auto& table = client.vehicles();
-  Viewport eyes(table);
-  client.settle();
-  EXPECT_EQ(table.numberOfRows(), 0);
-  EXPECT_EQ(client.takeRequests().size(), 1u);
-  EXPECT_THAT(client.takeMessages(), IsEmpty());
-}
-
 }  // namespace
 }  // namespace fleetor::test

@@ -95,6 +95,16 @@ TEST_F(VehicleList, PausesLongerAndLongerAfterPagesWithoutNewVehicles) {
   EXPECT_EQ(client.transport.openCount(), 0u) << "complete";
 }
 
+TEST_F(VehicleList, IsEmptyWithoutVehicles) {
+  Viewport eyes(*table);
+  client.settle();
+  answer(page(0, 0));
+  client.advance(600);
+  EXPECT_EQ(table->numberOfRows(), 0);
+  EXPECT_THAT(client.takeRequests(), testing::SizeIs(1));
+  EXPECT_THAT(client.takeMessages(), IsEmpty());
+}
+
 TEST_F(VehicleList, APauseKeepsNoScreenAlive) {
   Viewport eyes(*table);
   client.settle();
