@@ -72,7 +72,7 @@ void PagedVehicles<Base>::endLoading() {
 
 template <class Base>
 void PagedVehicles<Base>::endLoadingLater() {
-  // The pause does not keep the screen alive: when it has gone by then, nothing happens.
+  // The pause does not keep the screen alive.
   const std::weak_ptr<PagedVehicles> weak = this->sharedFrom(this);
   this->environment().queues.mainAfter(pause_, [weak] {
     if (const auto self = weak.lock()) self->endLoading();

@@ -4,8 +4,8 @@
 
 namespace fleetor {
 
-/// Ends the program with a line on standard error. For mistakes of the program itself, such as an identifier
-/// that no table knows; never for anything that a service, a file or a user can bring about.
+/// Ends the program with a line on standard error. For mistakes in the program, such as an unknown
+/// identifier; never for anything that a service, a file or a user can cause.
 [[noreturn]] void programmingError(std::string_view what);
 
 }  // namespace fleetor

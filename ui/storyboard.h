@@ -26,7 +26,7 @@ struct StoryboardSegue {
 };
 
 /// The screens and transitions of the program as one table. Outlives every screen that it makes. An
-/// identifier that the table does not know is a programming error.
+/// unknown identifier is a programming error.
 class Storyboard {
  public:
   /// `initial` is the identifier of the screen that the program starts with.

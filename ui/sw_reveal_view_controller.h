@@ -9,7 +9,7 @@ namespace fleetor {
 enum class FrontViewPosition { left, right, rightMost };
 enum class SWRevealToggleAnimationType { spring, easeOut };
 
-/// Whether a gesture has been attached to the view that it works on. Asking the container for it attaches it.
+/// Whether a gesture is attached to its view. The container attaches it when it is first asked for it.
 class GestureRecognizer : public Component {
  public:
   bool attached() const { return attached_; }
@@ -64,8 +64,8 @@ class SWRevealViewController : public ViewController {
 
   // The user's gestures. `x` in points from the left edge of the front screen.
   bool panShouldBegin(double x) const;  ///< whether a drag from there moves the front screen
-  void beginPan();                      ///< a drag has begun: the rear screen is about to be seen
-  void endPan(double frontX);   ///< a drag was let go there: the front screen goes to the nearer place
+  void beginPan();                      ///< a drag has begun: the rear screen is about to show
+  void endPan(double frontX);   ///< the drag ended there: the front screen moves to the nearer position
   bool tapShouldBegin() const;  ///< whether a tap on the front screen closes the menu instead of operating it
   void tapFront();
 

@@ -8,7 +8,6 @@
 namespace fleetor {
 
 namespace {
-/// More spare cells than fit on any screen are not worth keeping.
 constexpr std::size_t spareCells = 64;
 }  // namespace
 
@@ -24,7 +23,8 @@ std::shared_ptr<TableViewCell> TableView::dequeueReusableCellWithIdentifier(cons
     return cell;
   }
   const auto maker = makers_.find(identifier);
-  if (maker == makers_.end()) programmingError("no row of the kind \"" + identifier + "\" is registered");
+  if (maker == makers_.end())
+    programmingError("table has no cell \"" + identifier + "\": expected a registered identifier");
   return maker->second(identifier);
 }
 

@@ -93,7 +93,7 @@ void ViewController::layoutChildren(const Rect& /*frameBefore*/) {
 }
 
 void ViewController::adopt(std::shared_ptr<ViewController> child) {
-  if (child->parent_ || child->presenting_) programmingError("a screen is put into a second container");
+  if (child->parent_ || child->presenting_) programmingError("a screen is added to a second container");
   child->parent_ = this;
   place(*child, {0, 0, view_.frame().width, view_.frame().height});
   children_.push_back(std::move(child));
@@ -107,7 +107,7 @@ void ViewController::disown(const std::shared_ptr<ViewController>& child) {
 void ViewController::beginAppearanceTransition(bool appearing, bool animated) {
   const auto self = shared_from_this();
   const auto forward = [&](AppearanceState expected) {
-    if (appearance_ != expected) return;  // what the screen did just now has overtaken this change
+    if (appearance_ != expected) return;  // the screen has started another change
     for (const auto& child : visibleChildViewControllers())
       child->beginAppearanceTransition(appearing, animated);
   };
@@ -156,7 +156,7 @@ void ViewController::exchange(TransitionKind kind, Seconds duration, Controllers
                               Controllers incoming, bool animated, std::function<void()> finish) {
   using enum AppearanceState;
   const auto self = shared_from_this();
-  animated = animated && appearance_ == appeared;  // nothing to watch otherwise
+  animated = animated && appearance_ == appeared;
   if (appearance_ == appeared || appearance_ == appearing) {
     for (const auto& controller : outgoing)
       controller->beginAppearanceTransition(false, animated);
@@ -221,7 +221,7 @@ void ViewController::presentOver(std::shared_ptr<ViewController> controller, boo
   completeTransitions();
   if (presented_ || appearance_ != AppearanceState::appeared) return;
   if (controller->parent_ || controller->presenting_)
-    programmingError("a screen is presented that shows elsewhere");
+    programmingError("a screen is presented that is part of another container");
 
   presented_ = controller;
   controller->presenting_ = this;
@@ -258,7 +258,7 @@ void ViewController::dismissPresented(bool animated, std::function<void()> compl
 
   Controllers above = presentedChain();
   dismissing_ = true;
-  // What a form sheet left visible hears nothing: it has appeared already.
+  // No effect on a presenter that a form sheet left visible: it has appeared already.
   for (const auto& controller : above)
     controller->beginAppearanceTransition(false, animated);
   if (presented_ != above.back()) return;

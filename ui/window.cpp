@@ -20,12 +20,12 @@ void Window::setRootViewController(std::shared_ptr<ViewController> root) {
   if (ViewController* top = topViewController()) top->completeTransitions();
   if (root == root_) return;
   const auto old = std::exchange(root_, std::move(root));
-  // What the screens do while they hear of this may put yet another root in place.
+  // The screens may set another root while they appear and disappear.
   const auto shown = root_;
-  const auto picker = std::exchange(datePicker_, nullptr);  // alive until whoever draws it knows that it goes
+  const auto picker = std::exchange(datePicker_, nullptr);  // alive until its adapter has dropped it
   alerts_.clear();
 
-  // Topmost first: what a form sheet left visible below it goes too.
+  // Topmost first. What a form sheet left visible disappears, too.
   ViewController::Controllers leaving;
   if (old) {
     leaving = old->presentedChain();
@@ -82,7 +82,7 @@ void Window::timeToast() {
   toastTimer_ = std::make_shared<bool>();
   const Seconds length = duration::toastFadeIn + Seconds(toasts_.front()->seconds());
   environment_.queues.mainAfter(length, [this, timer = std::weak_ptr(toastTimer_)] {
-    if (timer.expired()) return;  // the window is gone, or the toast's time has begun anew
+    if (timer.expired()) return;  // the window is destroyed, or the toast was shown again
     toasts_.pop_front();
     if (toasts_.empty())
       changed.emit();

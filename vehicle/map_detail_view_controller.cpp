@@ -10,7 +10,7 @@ namespace fleetor {
 
 namespace {
 constexpr double vehicleMarkerHeight = 1000.0;
-constexpr ScreenPoint flagOffset{0, -20};  // its foot is the middle of its lower edge
+constexpr ScreenPoint flagOffset{0, -20};  // the foot is in the middle of the lower edge
 }  // namespace
 
 void MapDetailViewController::viewDidLoad() {
@@ -25,7 +25,7 @@ void MapDetailViewController::viewDidAppear(bool animated) {
               [this](const Notification& notification) { receivedNotification(notification); });
 }
 
-// The pager may come here before this page has heard of the return to the foreground.
+// The pager may call this before the page is notified of the return to the foreground.
 void MapDetailViewController::firstSelected() {
   TrackPageViewController::firstSelected();
   day_.putBack();
@@ -61,8 +61,7 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
                        self->showFailure();
                        return self->endLoading();
                      }
-                     // The answer, some hundred thousand texts, is taken apart over there as well; the page
-                     // never is.
+                     // The answer, some hundred thousand texts, is also destroyed there; the page never is.
                      self->runInBackground([page = self, day, response = std::move(response)]() mutable {
                        const auto track = std::make_shared<const DayTrack>(DayTrack::fromAnswer(*response));
                        response = nullptr;
@@ -88,7 +87,7 @@ void MapDetailViewController::show(const DayTrack& track) {
   mapView().showAnnotations(mapView().annotations(), false);
 }
 
-// A picture from before stays, and the request layer has shown what went wrong.
+// An earlier track stays, and the request layer has shown the failure.
 void MapDetailViewController::showFailure() {
   if (mapView().annotations().empty()) noteLabel().setText(localized("The track could not be loaded"));
 }

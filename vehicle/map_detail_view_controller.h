@@ -13,16 +13,15 @@ struct DayTrack;
 
 /// The vehicle's track of one day: today's at first, then that of the day chosen in the pager while this page
 /// is visible. A line through all points, a marker where it begins, where it ends and at each parking stop
-/// between. "loadingIndicator" spins while a request is out. Until a track has been drawn, the map is
+/// between. "loadingIndicator" spins while a request is in flight. Until a track has been drawn, the map is
 /// covered while one is loading, and after that while no position of the vehicle is known.
 ///
-/// The loading flag is the only guard: a day chosen while a request is out is not loaded, the answer then
-/// belongs to another day and is dropped, and the map keeps its picture until the next selection or day. A
-/// day without points keeps the picture, a day with one point keeps the line.
+/// The loading flag is the only guard: a day chosen while a request is in flight is not loaded, the answer
+/// belongs to another day and is dropped, and the map keeps its content until the next selection or day. A
+/// day without points keeps the content, a day with one point keeps the line.
 ///
-/// An answer is turned into a line and markers on the global queue and put on the map in one go on the main
-/// queue; until then the request counts as being out. So 86,400 points stop no frame. A request keeps the
-/// page alive until then.
+/// The global queue turns an answer into a line and markers, the main queue shows them at once; the request
+/// counts as in flight until then and keeps the page alive. So a day of 86,400 points drops no frame.
 class MapDetailViewController final : public TrackPageViewController {
  public:
   using TrackPageViewController::TrackPageViewController;
@@ -44,7 +43,7 @@ class MapDetailViewController final : public TrackPageViewController {
  private:
   void wilEnterForeground() override { day_.putBack(); }
 
-  /// Without a day nothing is asked.
+  /// Without a day nothing is requested.
   void loadItems(const std::optional<std::string>& day);
   void show(const DayTrack& track);
   void showFailure();
@@ -52,7 +51,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void endLoading();
   void updateCover();
 
-  bool wasDrawn_ = false;  ///< a track, ever
+  bool wasDrawn_ = false;  ///< a track has been drawn at least once
   ChosenDay day_;
 };
 

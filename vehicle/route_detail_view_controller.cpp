@@ -46,7 +46,7 @@ void RouteDetailViewController::viewDidDisappear(bool animated) {
   removeFromNotificationCenter();
 }
 
-// The pager may come here before this page has heard of the return to the foreground.
+// The pager may call this before the page is notified of the return to the foreground.
 void RouteDetailViewController::firstSelected() {
   DetailPageViewController::firstSelected();
   day_.putBack();

@@ -60,7 +60,7 @@ void BaseViewController::showErrorToast(const std::string& message) {
   environment().window->showToast(message, toastSeconds, false);
 }
 
-// Looks like an error on purpose; screens still say which of the two they mean.
+// Same appearance as an error; callers still state which of the two they mean.
 void BaseViewController::showSuccessToast(const std::string& message) {
   environment().window->showToast(message, toastSeconds, false);
 }

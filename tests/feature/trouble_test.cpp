@@ -31,7 +31,7 @@ const Trouble troubles[] = {{"not running", failedReply(url_error::cannotConnect
                             {"refusing", jsonReply(envelope(0, "", 500)), dataMessage}};
 
 // One message each, and everything goes on when the service is back.
-void expectToldOnceOnEveryScreen(const Trouble& trouble) {
+void expectShownOnceOnEveryScreen(const Trouble& trouble) {
   SCOPED_TRACE(trouble.name);
   Client client;
   client.start("");
@@ -72,12 +72,12 @@ void expectToldOnceOnEveryScreen(const Trouble& trouble) {
   EXPECT_THAT(client.takeMessages(), IsEmpty());
 }
 
-TEST(AnyTrouble, IsToldOnceOnEveryScreenAndPassesWithTheService) {
+TEST(AnyTrouble, IsShownOnceOnEveryScreenAndEndsWithTheService) {
   for (const Trouble& trouble : troubles)
-    expectToldOnceOnEveryScreen(trouble);
+    expectShownOnceOnEveryScreen(trouble);
 }
 
-TEST(WrongPassword, IsToldByTheSignInScreenAlone) {
+TEST(WrongPassword, IsShownByTheSignInScreenAlone) {
   Client client;
   client.start("");
   client.transport.answer("/token", reply(400, "application/json", R"({"error":"invalid_grant"})"));

@@ -6,7 +6,7 @@
 
 namespace fleetor::test {
 
-/// A side menu beside a stack. Buttons, alerts and pickers write down how they were answered.
+/// A side menu beside a stack. Buttons, alerts and pickers record their answers.
 class Back : public testing::Test, public World {
  protected:
   Back() {

@@ -8,7 +8,7 @@ namespace fleetor::test {
 
 class Components : public testing::Test, public World {};
 
-TEST_F(Components, TellOfAChangeOnlyWhenThereIsOne) {
+TEST_F(Components, ReportAChangeOnlyWhenThereIsOne) {
   auto button = std::make_unique<LoadingButton>();
   int changes = 0;
   int goodbyes = 0;
@@ -56,13 +56,14 @@ TEST_F(Components, ToastsShowOneAfterTheOther) {
   EXPECT_EQ(shown(), "-");
 }
 
-TEST_F(Components, AnAlertGoesBeforeItsAnswerIsHeardAndMayOutliveItsAsker) {
+TEST_F(Components, AnAlertClosesBeforeItAnswersAndMayOutliveItsDelegate) {
   struct Asker : AlertViewDelegate {
     Window& window;
-    std::string heard;
+    std::string answers;
     explicit Asker(Window& shownIn) : window(shownIn) {}
     void alertViewClickedButtonAtIndex(AlertView& alert, int index) override {
-      heard += alert.buttonTitles()[static_cast<std::size_t>(index)] + std::to_string(window.alerts().size());
+      answers +=
+          alert.buttonTitles()[static_cast<std::size_t>(index)] + std::to_string(window.alerts().size());
     }
   };
   auto asker = std::make_shared<Asker>(window);
@@ -72,7 +73,7 @@ TEST_F(Components, AnAlertGoesBeforeItsAnswerIsHeardAndMayOutliveItsAsker) {
   EXPECT_EQ(window.alerts().size(), 1u);
   alert->tapButton(1);
   alert->tapButton(1);
-  EXPECT_EQ(asker->heard, "Yes0") << "once, and with the alert gone";
+  EXPECT_EQ(asker->answers, "Yes0") << "once, after the alert has closed";
 
   alert->show();
   asker.reset();

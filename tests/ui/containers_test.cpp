@@ -6,7 +6,7 @@ namespace fleetor::test {
 
 class Containers : public testing::Test, public World {};
 
-TEST_F(Containers, AStackTellsItsScreensInOrder) {
+TEST_F(Containers, AStackCallsItsScreensInOrder) {
   const auto stack = show(stackOf(screen("a")));
   stack->pushViewController(screen("b"), true);
   EXPECT_EQ(diary.take(), "a:WD* b:L b:WA*");
@@ -114,7 +114,7 @@ TEST_F(Containers, ThePagerShowsOnePageAndReportsTheUsersSwipes) {
   EXPECT_EQ(swipes.heard, "0>1 1>1 ");
 }
 
-TEST_F(Containers, APageDeepInsideHearsEachChangeOnce) {
+TEST_F(Containers, APageDeepInsideIsCalledOnceAChange) {
   const auto pager = std::make_shared<Pager>(environment, diary, "p");
   pager->setViewControllers({screen("a"), screen("b")});
   const auto vehicle = screen("v");

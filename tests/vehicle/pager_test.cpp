@@ -71,7 +71,7 @@ TEST_F(Pager, SwipesAndTapsSelectAPageAndKeepTheTabInStep) {
   EXPECT_EQ(selected(), "----x");
 }
 
-TEST_F(Pager, TellsOfFailedPollsTooButOfNothingWhileHidden) {
+TEST_F(Pager, PostsFailedPollsTooButNothingWhileHidden) {
   client.transport.answerOnce("/live", failedReply(url_error::notConnectedToInternet));
   client.advance(15);
   ASSERT_EQ(posts.size(), 1u);
