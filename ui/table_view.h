@@ -96,7 +96,7 @@ class TableView : public Component {
   std::map<std::string, CellMaker> makers_;
   std::map<std::string, std::vector<std::shared_ptr<TableViewCell>>> reusable_;
   std::unordered_map<int, std::shared_ptr<TableViewCell>> cells_;
-  std::unordered_map<int, std::shared_ptr<TableViewCell>> before_;  ///< the last reload, not reused yet
+  std::unordered_map<int, std::shared_ptr<TableViewCell>> before_;  ///< from before a reload, not reused yet
   int asked_ = -1;                                                  ///< the row whose cell is being requested
   std::optional<int> rows_;
   std::optional<IndexPath> selected_;

@@ -25,7 +25,7 @@ class Maps : public testing::Test {
     Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
     client.settle();
     client.transport.answer("/live", [this](const HttpRequest& request) {
-      lat += drives ? 0.0001 : 0;
+      lat += 0.0001;
       return std::optional(liveReply(numberOf(request.url, "vehid"), 57, std::to_string(lat)));
     });
     client.transport.answer("/map", [this](const HttpRequest& request) {
@@ -62,7 +62,6 @@ class Maps : public testing::Test {
   LiveDetailViewController* live = nullptr;
   MapDetailViewController* map = nullptr;
   double lat = 50;
-  bool drives = true;
   std::vector<std::string> asked;
 };
 
@@ -77,27 +76,6 @@ TEST_F(Maps, OpenAtTheLastPositionThatThePagerReceivedOfItsVehicle) {
   EXPECT_NEAR(map->mapView().centerCoordinate().latitude, received, 1e-6);
   client.advance(15);
   EXPECT_FALSE(live->mapView().isCovered());
-}
-
-TEST_F(Maps, TheTrailGrowsWithEachPollThatMovesWhileItIsWatched) {
-  show(liveTab);
-  EXPECT_EQ(drawn(*live), std::pair(0ul, 0ul));
-  client.advance(45);
-  EXPECT_EQ(drawn(*live), std::pair(3ul, 1ul));
-  drives = false;
-  client.advance(60);
-  EXPECT_EQ(drawn(*live), std::pair(3ul, 1ul));
-  drives = true;
-  client.transport.answerOnce("/live", failedReply(url_error::notConnectedToInternet));
-  client.advance(30);
-  EXPECT_EQ(drawn(*live), std::pair(4ul, 1ul));
-  show(aboutTab);
-  client.advance(600);
-  EXPECT_EQ(drawn(*live), std::pair(4ul, 1ul));
-  show(liveTab);
-  client.advance(15);
-  EXPECT_EQ(drawn(*live), std::pair(5ul, 1ul));  // one long step
-  EXPECT_THAT(asked, IsEmpty());
 }
 
 TEST_F(Maps, AMonthOfChoosingDaysDrawsEachAndKeepsTheLastWhileAnotherPageShows) {

@@ -15,7 +15,6 @@ class FollowingScreen : public BaseViewController {
 
   void viewDidLoad() override {
     setScrollViewBottomConstraint(bottom);
-    outlet("field", field);
     setHandleKeyboard(true);
     BaseViewController::viewDidLoad();
     EXPECT_FALSE(isHandlingKeyboard());
@@ -24,7 +23,6 @@ class FollowingScreen : public BaseViewController {
   }
 
   std::shared_ptr<LayoutConstraint> bottom = std::make_shared<LayoutConstraint>();
-  TextField field{environment()};
   std::vector<double> layouts;
 
  private:
@@ -56,18 +54,6 @@ TEST_F(Base, ContentIsLiftedByTheFirstKeyboardAndComesBackToItsRestingPlace) {
   client.application.window().setRootViewController(nullptr);
   post(UIKeyboardWillShowNotification, 216, 0);
   EXPECT_EQ(screen->bottom->constant(), 12);
-}
-
-TEST_F(Base, AFieldGetsOneToolbarWhoseButtonClosesTheKeyboard) {
-  const auto screen = std::make_shared<FollowingScreen>(client.environment);
-  client.application.window().setRootViewController(screen);
-  screen->accessoryViewForTextField(screen->field);
-  const auto toolbar = screen->field.inputAccessoryView();
-  screen->accessoryViewForTextField(screen->field);
-  EXPECT_EQ(screen->field.inputAccessoryView(), toolbar);
-  screen->field.becomeFirstResponder();
-  toolbar->items().back()->tap();
-  EXPECT_FALSE(client.application.window().keyboard().visible());
 }
 
 TEST_F(Base, OnlyOldSystemsHaveBarsThatAreSetOneByOne) {
