@@ -172,6 +172,7 @@ TEST(Chooser, StoresTheVehicleForTheWidgetOrNothing) {
   Viewport eyes(chooser->itemsTableView());
   client.settle();
   EXPECT_EQ(client.textOfRow(chooser->itemsTableView(), 3), "Vehicle 4");
+  EXPECT_EQ(chooser->itemsTableView().cellForRow(3)->detailTextLabel().text(), "");
   chooser->itemsTableView().tap(3);
   client.settle();
   EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
