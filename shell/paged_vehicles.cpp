@@ -5,7 +5,7 @@
 
 #include "service/api.h"
 #include "shell/base/loading_cell.h"
-#include "shell/base/vehicle_table_view_cell.h"
+#include "vehicle/vehicle_table_view_cell.h"
 
 namespace fleetor {
 

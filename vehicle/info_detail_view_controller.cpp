@@ -5,8 +5,8 @@
 
 #include "shell/base/info_cell.h"
 #include "shell/base/loading_cell.h"
-#include "shell/base/vehicle_table_view_cell.h"
 #include "vehicle/notifications.h"
+#include "vehicle/vehicle_table_view_cell.h"
 
 namespace fleetor {
 

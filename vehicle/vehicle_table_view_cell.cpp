@@ -1,4 +1,4 @@
-#include "shell/base/vehicle_table_view_cell.h"
+#include "vehicle/vehicle_table_view_cell.h"
 
 #include <utility>
 
