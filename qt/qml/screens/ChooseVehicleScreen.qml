@@ -17,7 +17,7 @@ FocusScope {
         id: bar
         width: parent.width
         title: root.screen.title
-        leftItems: root.screen.leftItems
+        leftItems: root.screen?.leftItems ?? []
         z: 2
     }
 
