@@ -134,7 +134,7 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   static const Rect& frameOf(const ViewController& child) { return child.view_.frame(); }
   static void place(ViewController& child, const Rect& frame) { child.view_.setFrame(frame); }
 
-  /// Adds or removes a child without calling anything on it. A child with another parent is a programming error.
+  /// Adds or removes a child without calling it. A child with another parent is a programming error.
   void adopt(std::shared_ptr<ViewController> child);
   void disown(const std::shared_ptr<ViewController>& child);
 
