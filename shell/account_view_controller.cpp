@@ -1,10 +1,30 @@
 #include "shell/account_view_controller.h"
 
+#include <iterator>
+
 #include "service/api.h"
 #include "shell/base/info_cell.h"
 #include "shell/base/loading_cell.h"
 
 namespace fleetor {
+
+namespace {
+
+constexpr InfoRow<User> accountRows[] = {
+    {[](const User& user) { return user.name.str(); }, "Name"},
+    {[](const User& user) { return user.companyName.str(); }, "Company"},
+    {[](const User& user) { return user.statusDescription.str(); }, "Status"},
+    {[](const User& user) { return user.address1.str(); }, "Address"},
+    {[](const User& user) { return user.address2.str(); }, "Address"},
+    {[](const User& user) { return user.vat.str(); }, "VAT ID"},
+    {[](const User& user) { return user.sms.str(); }, "SMS"},
+    {[](const User& user) { return user.gsm.str(); }, "Phone"},
+    {[](const User& user) { return user.mail.str(); }, "Mail"},
+    {[](const User& user) { return user.expirationDate.str(); }, "Expiration date"},
+};
+static_assert(std::size(accountRows) == UserResponse::rows);
+
+}  // namespace
 
 AccountViewController::AccountViewController(Environment& environment)
     : SheetPage(environment, "Account"), infoTableView_(environment) {
@@ -50,40 +70,12 @@ std::shared_ptr<TableViewCell> AccountViewController::tableViewCellForRowAtIndex
     loadItems();
     return dequeueLoadingCell(tableView);
   }
-  const auto [value, caption] = textsForRow(path.row);
-  return dequeueInfoCell(tableView, value, caption);
+  const auto& [value, caption] = accountRows[path.row];
+  return dequeueInfoCell(tableView, value(*response_.user), localized(caption));
 }
 
 double AccountViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath) {
   return response_.user ? 50.0 : 60.0;
-}
-
-std::pair<std::string, std::string> AccountViewController::textsForRow(int row) const {
-  const User& user = *response_.user;
-  switch (row) {
-    case 0:
-      return {user.name.str(), localized("Name")};
-    case 1:
-      return {user.companyName.str(), localized("Company")};
-    case 2:
-      return {user.statusDescription.str(), localized("Status")};
-    case 3:
-      return {user.address1.str(), localized("Address")};
-    case 4:
-      return {user.address2.str(), localized("Address")};
-    case 5:
-      return {user.vat.str(), localized("VAT ID")};
-    case 6:
-      return {user.sms.str(), localized("SMS")};
-    case 7:
-      return {user.gsm.str(), localized("Phone")};
-    case 8:
-      return {user.mail.str(), localized("Mail")};
-    case 9:
-      return {user.expirationDate.str(), localized("Expiration date")};
-    default:
-      return {};
-  }
 }
 
 }  // namespace fleetor

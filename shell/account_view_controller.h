@@ -1,8 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <utility>
 
 #include "service/envelopes.h"
 #include "shell/sheet_page.h"
@@ -10,8 +8,8 @@
 
 namespace fleetor {
 
-/// The account's own data as a list in "infoTableView". It is asked for when the loading row is about to be
-/// shown; after a failure the list stays empty, and only a new screen starts again. A request in flight keeps
+/// The account's data as a list in "infoTableView". It is requested when the loading row is about to be
+/// shown. After a failure the list stays empty, and only a new screen starts again. A request in flight keeps
 /// the screen alive.
 class AccountViewController final : public SheetPage, public TableViewDataSource, public TableViewDelegate {
  public:
@@ -23,7 +21,7 @@ class AccountViewController final : public SheetPage, public TableViewDataSource
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
 
-  /// Fetches the account unless it is on its way.
+  /// Fetches the account unless a request is in flight.
   void loadItems();
 
   int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
@@ -32,9 +30,6 @@ class AccountViewController final : public SheetPage, public TableViewDataSource
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  private:
-  /// Value and caption of a row.
-  std::pair<std::string, std::string> textsForRow(int row) const;
-
   TableView infoTableView_;
   UserResponse response_;
 };

@@ -15,14 +15,14 @@
 namespace fleetor {
 
 namespace {
-constexpr const char* firstRunKey = "FirstRun";  // its own value, too
+constexpr const char* firstRunKey = "FirstRun";  // also the value
 constexpr Color navigationBarColor{0.67, 0.76, 0.80, 1.0};
 constexpr double listWidth = 300.0;
 }  // namespace
 
 bool AppDelegate::applicationDidFinishLaunchingWithOptions() {
-  // The key store outlives an installation: a fresh one starts signed out. The sign-in is forgotten first, so
-  // that a first start that is interrupted in between happens again.
+  // The key store outlives an installation, and a new installation starts signed out. The token is removed
+  // before the mark is set, so that an interrupted first start is repeated.
   if (!standardSettings_.object(firstRunKey)) {
     API::keychain().resetKeychainItem();
     standardSettings_.setObject(std::string(firstRunKey), firstRunKey);

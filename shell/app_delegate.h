@@ -17,7 +17,7 @@ class AppDelegate final : public ApplicationDelegate {
   AppDelegate(Environment& environment, Settings& standardSettings, std::string serviceURL)
       : environment_(environment), standardSettings_(standardSettings), serviceURL_(std::move(serviceURL)) {}
 
-  /// The widget asked for the chooser and no container has taken the request over yet.
+  /// The widget has requested the chooser and it was not shown yet.
   bool showChooser() const { return showChooser_; }
 
   bool applicationDidFinishLaunchingWithOptions() override;

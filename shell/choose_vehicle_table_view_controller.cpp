@@ -3,12 +3,10 @@
 namespace fleetor {
 
 ChooseVehicleTableViewController::ChooseVehicleTableViewController(Environment& environment)
-    : PagedVehicles(environment),
-      cancelButton_(BarButtonItem::initWithBarButtonSystemItem(
-          environment, SystemItem::cancel, [this](Component& sender) { cancelAction(sender); })) {
+    : PagedVehicles(environment) {
   setTitle(localized("Choose vehicle"));
-  outlet("cancelButton", *cancelButton_);
-  navigationItem().setLeftBarButtonItem(cancelButton_);
+  navigationItem().setLeftBarButtonItem(BarButtonItem::initWithBarButtonSystemItem(
+      environment, SystemItem::cancel, [this](Component& sender) { cancelAction(sender); }));
 }
 
 void ChooseVehicleTableViewController::cancelAction(Component&) {

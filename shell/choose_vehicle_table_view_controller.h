@@ -30,11 +30,10 @@ class ChooseVehicleTableViewController final : public PagedVehicles<BaseViewCont
   void tableViewDidSelectRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  protected:
-  std::string nameForVehicle(const Vehicle& vehicle) const override { return vehicle.name.str(); }
+  bool showsRegistration() const override { return false; }
 
  private:
   std::weak_ptr<ChooseVehicleTableViewControllerDelegate> delegate_;
-  std::shared_ptr<BarButtonItem> cancelButton_;
 };
 
 }  // namespace fleetor

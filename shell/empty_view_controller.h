@@ -5,7 +5,7 @@
 
 namespace fleetor {
 
-/// Stands where a tablet shows a vehicle until the user opens one.
+/// What a tablet shows beside the list until the user opens a vehicle.
 class EmptyViewController final : public BaseViewController {
  public:
   explicit EmptyViewController(Environment& environment) : BaseViewController(environment) {

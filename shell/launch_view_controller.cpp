@@ -8,7 +8,7 @@ namespace fleetor {
 
 namespace {
 constexpr Seconds launchWait{3.0};
-constexpr const char* termsAcceptedKey = "TermsAccepted";  // its own value, too
+constexpr const char* termsAcceptedKey = "TermsAccepted";  // also the value
 }  // namespace
 
 LaunchViewController::LaunchViewController(Environment& environment, Settings& standardSettings)
@@ -31,7 +31,6 @@ bool LaunchViewController::termsAccepted() const {
 void LaunchViewController::viewDidAppear(bool animated) {
   BaseViewController::viewDidAppear(animated);
   if (termsAccepted()) {
-    // The wait needs no thread that sleeps: the main queue calls back when it is over.
     runInBackground([self = sharedFrom(this)]() mutable {
       Queues& queues = self->environment().queues;
       queues.mainAfter(launchWait, [self = std::move(self)] { self->appDelegate().showMainOrLogin(); });
@@ -50,8 +49,8 @@ void LaunchViewController::prepareForSegue(Segue& segue, const std::any&) {
 }
 
 void LaunchViewController::termsViewControllerDidAgree(TermsViewController&) {
-  // This screen owns its dismissal and lives while that ends; a dismissal that owned the screen would keep
-  // both for ever when the program ends first.
+  // Captures no shared pointer to itself: the screen owns the completion, and both would leak if the program
+  // ended first.
   dismissViewControllerAnimated(true, [this] {
     standardSettings_.setObject(std::string(termsAcceptedKey), termsAcceptedKey);
     standardSettings_.synchronize();

@@ -4,9 +4,8 @@
 
 namespace fleetor {
 
-/// Signs the user in with name and password. On success the whole top level is rebuilt and this screen goes;
-/// after a failure what was typed stays, and the focus goes back to where it was. A request in flight keeps
-/// the screen alive.
+/// Signs the user in with name and password. On success the top level is rebuilt without this screen. After a
+/// failure the texts stay and the focus returns to its field. A request in flight keeps the screen alive.
 class LoginViewController final : public BaseViewController, public TextFieldDelegate {
  public:
   explicit LoginViewController(Environment& environment);

@@ -7,10 +7,10 @@
 
 namespace fleetor {
 
-/// Button of the confirmation that signs the user out; any other leaves everything as it was.
+/// Index of the button that confirms.
 inline constexpr int logoutConfirmed = 1;
 
-/// Asks whether the user wants to sign out. The delegate hears the answer.
+/// Asks whether the user wants to sign out. The delegate receives the answer.
 inline void showLogoutConfirmation(Environment& environment, std::weak_ptr<AlertViewDelegate> delegate) {
   const auto localized = [&](const char* key) { return environment.device.localizedString(key); };
   AlertView::initWithTitle(environment, localized("Confirmation"),

@@ -28,7 +28,7 @@ class MenuViewController final : public BaseViewController, public AlertViewDele
   void addEntry(Button& button, const char* outletName, const char* image, const char* titleKey,
                 Entry action);
 
-  /// Puts a new screen of that identifier into the front, even when one of its kind is there already.
+  /// Puts a new screen of that identifier in front, even if one of the same kind is there.
   void showControllerWithStoryboardId(const std::string& identifier);
   void setFrontTakesTouches(bool takes);
 

@@ -5,7 +5,7 @@
 
 #include "service/api.h"
 #include "shell/base/loading_cell.h"
-#include "shell/base/vehicle_table_view_cell.h"
+#include "vehicle/vehicle_table_view_cell.h"
 
 namespace fleetor {
 
@@ -72,7 +72,7 @@ void PagedVehicles<Base>::endLoading() {
 
 template <class Base>
 void PagedVehicles<Base>::endLoadingLater() {
-  // The pause does not keep the screen alive: when it has gone by then, nothing happens.
+  // The pause does not keep the screen alive.
   const std::weak_ptr<PagedVehicles> weak = this->sharedFrom(this);
   this->environment().queues.mainAfter(pause_, [weak] {
     if (const auto self = weak.lock()) self->endLoading();
@@ -94,9 +94,7 @@ std::shared_ptr<TableViewCell> PagedVehicles<Base>::tableViewCellForRowAtIndexPa
   }
   auto cell = std::static_pointer_cast<VehicleTableViewCell>(
       tableView.dequeueReusableCellWithIdentifier("VehicleCell"));
-  const Vehicle& vehicle = vehicleAtIndexPath(path);
-  cell->nameLabel().setText(nameForVehicle(vehicle));
-  cell->photoImageView().setImage(vehicle.icon.str());
+  cell->show(vehicleAtIndexPath(path), showsRegistration());
   return cell;
 }
 

@@ -11,9 +11,9 @@
 namespace fleetor {
 
 /// A screen over `Base` that lists the account's vehicles in its "itemsTableView" and fetches them page by
-/// page: the next page is asked for when the loading row, always the last, is about to be shown. After a
-/// failed page the list keeps what it has and asks for no more; only a new screen starts again. A page that
-/// brings nothing new to an incomplete list is asked for again after 15 seconds, then 30, up to 5 minutes.
+/// page: the next page is requested when the loading row, always the last, is about to be shown. After a
+/// failed page the list keeps what it has and requests no more; only a new screen starts again. A page that
+/// adds nothing to an incomplete list is requested again after 15 seconds, then 30, up to 5 minutes.
 ///
 /// A request in flight keeps the screen alive, a pause between requests does not. Made for BaseViewController
 /// and PageViewController.
@@ -37,9 +37,9 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  protected:
-  virtual std::string nameForVehicle(const Vehicle& vehicle) const = 0;
+  virtual bool showsRegistration() const = 0;
 
-  virtual void pageFailed() {}  ///< no more will come
+  virtual void pageFailed() {}  ///< no more pages are requested
 
   bool isVehicleRow(IndexPath path) const { return path.row < numberOfVehicles(); }
   const Vehicle& vehicleAtIndexPath(IndexPath path) const;  ///< of a vehicle row

@@ -6,7 +6,12 @@
 
 namespace fleetor {
 
-/// The "file:" URL of a resource of the program; empty when there is none of that name.
-std::string fileURLForResource(const Device& device, const std::string& name, const std::string& type);
+/// The "file:" URL of a resource of the program, with the path as it is, not escaped; empty without such a
+/// resource.
+inline std::string fileURLForResource(const Device& device, const std::string& name,
+                                      const std::string& type) {
+  const std::string path = device.pathForResource(name, type);
+  return path.empty() ? path : "file://" + path;
+}
 
 }  // namespace fleetor

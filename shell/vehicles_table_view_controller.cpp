@@ -16,7 +16,7 @@ VehiclesTableViewController::VehiclesTableViewController(Environment& environmen
   outlet("failureLabel", failureLabel_);
   outlet("reloadButton", reloadButton_);
   reloadButton_.setTitle(localized("Load again"));
-  reloadButton_.setAction([this](Component&) { makeAnew(); });
+  reloadButton_.setAction([this](Component&) { loadAgain(); });
 }
 
 void VehiclesTableViewController::viewDidLoad() {
@@ -48,7 +48,7 @@ void VehiclesTableViewController::pageFailed() {
   failureLabel_.setText(localized("The list of vehicles is incomplete"));
 }
 
-void VehiclesTableViewController::makeAnew() {
+void VehiclesTableViewController::loadAgain() {
   auto* reveal = revealViewController();
   if (!reveal) return;
   const auto list = stackOf("VehiclesVC");

@@ -10,7 +10,7 @@ namespace fleetor {
 
 /// "My Vehicles": where a signed-in user starts. On a phone it opens a vehicle by pushing its pager; on a
 /// tablet it is the permanent left column, puts the pager beside itself and carries what the side menu
-/// carries on a phone. Where a page has failed it offers to make this screen anew.
+/// carries on a phone. After a failed page it offers to load the list again.
 class VehiclesTableViewController final : public PagedVehicles<PageViewController>, public AlertViewDelegate {
  public:
   explicit VehiclesTableViewController(Environment& environment);
@@ -29,17 +29,17 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void showAbout(Component& sender);
 
  protected:
-  std::string nameForVehicle(const Vehicle& vehicle) const override { return vehicle.fullName(); }
+  bool showsRegistration() const override { return true; }
   void pageFailed() override;
 
  private:
-  void markOpenVehicle();  ///< a tablet shows it beside the list
+  void markOpenVehicle();  ///< selects the vehicle that a tablet shows beside the list
   using ButtonAction = void (VehiclesTableViewController::*)(Component&);
   std::shared_ptr<BarButtonItem> barButton(const std::string& image, const std::string& name,
                                            ButtonAction action);
   void presentFormSheet(const std::string& storyboardIdentifier);
   std::shared_ptr<NavigationController> stackOf(const std::string& storyboardIdentifier);
-  void makeAnew();
+  void loadAgain();  ///< in a new screen
 
   Label failureLabel_;
   Button reloadButton_;

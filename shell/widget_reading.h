@@ -12,10 +12,10 @@ namespace fleetor {
 /// Vehicle.
 inline constexpr const char* kFleetorNotificationWidgetVehicle = "kFleetorNotificationWidgetVehicle";
 
-/// Keeps in the shared settings, under "WidgetReading", what the widget shows beside the choice itself, as
-/// texts that are always replaced together: "vehicle" (the id that the others belong to) and "name" as soon
-/// as a vehicle is chosen; "dateTime", "speed" (km/h) and "street" with each live answer for that vehicle. A
-/// widget shows them only when "vehicle" is what "WidgetVehicle" says. Main thread only.
+/// Stores what the widget shows in the shared settings, under "WidgetReading", as texts that are always
+/// replaced together: "vehicle" (the id of the vehicle) and "name" as soon as a vehicle is chosen;
+/// "dateTime", "speed" (km/h) and "street" with each live answer for that vehicle. A widget shows them only
+/// if "vehicle" equals "WidgetVehicle". Main thread only.
 class WidgetReading {
  public:
   /// What is handed in outlives this object.
@@ -24,7 +24,7 @@ class WidgetReading {
   WidgetReading(const WidgetReading&) = delete;
   WidgetReading& operator=(const WidgetReading&) = delete;
 
-  /// Call when the choice may have gone: a reading does not outlive it.
+  /// Removes the reading if its vehicle is not the chosen one any more.
   void forgetUnlessChosen();
 
  private:

@@ -12,8 +12,8 @@ namespace fleetor {
 
 enum class DatePickerMode { date };
 
-/// A sheet in which the user picks a day. The window owns it while it shows; showing another replaces it, and
-/// so does a new root screen, neither of which counts as an answer.
+/// A sheet in which the user picks a day. The window owns it while it shows. Another picker or a new root
+/// screen removes it without calling a block.
 class ActionSheetDatePicker : public Component, public std::enable_shared_from_this<ActionSheetDatePicker> {
  public:
   using DoneBlock = std::function<void(Date selectedDate)>;
@@ -28,12 +28,12 @@ class ActionSheetDatePicker : public Component, public std::enable_shared_from_t
 
   const std::string& title() const { return title_; }
   DatePickerMode mode() const { return mode_; }
-  Component* origin() const { return origin_; }  ///< none once it is gone
+  Component* origin() const { return origin_; }  ///< null once it is destroyed
 
   Date selectedDate() const { return selectedDate_; }
-  void setSelectedDate(Date date) { assign(selectedDate_, date); }  ///< the user turns to that date
+  void setSelectedDate(Date date) { assign(selectedDate_, date); }  ///< the user selects that date
 
-  /// The user confirms or gives up: the picker goes, then the block is called.
+  /// The user confirms or cancels: the picker closes, then the block is called.
   void done();
   void cancel();
 

@@ -15,12 +15,12 @@ class AlertViewDelegate {
  public:
   virtual ~AlertViewDelegate() = default;
 
-  /// The user tapped that button; the alert is gone already. Index 0 is the cancel button.
+  /// The user tapped that button, and the alert has closed. Index 0 is the cancel button.
   virtual void alertViewClickedButtonAtIndex(AlertView& alertView, int index) = 0;
 };
 
 /// A question that must be answered before anything else. The window owns it from `show` until a button is
-/// tapped, or until a new root screen takes it away without an answer.
+/// tapped or a new root screen removes it without an answer.
 class AlertView : public Component, public std::enable_shared_from_this<AlertView> {
  public:
   static std::shared_ptr<AlertView> initWithTitle(Environment& environment, std::string title,
@@ -35,7 +35,7 @@ class AlertView : public Component, public std::enable_shared_from_this<AlertVie
 
   void show();
 
-  /// The user taps that button: the alert goes, then the delegate hears of it if it still lives.
+  /// The user taps that button: the alert closes, then the delegate is called if it still exists.
   void tapButton(int index);
 
  private:

@@ -8,7 +8,7 @@
 
 namespace fleetor {
 
-/// How all bars of that kind look; none: the look's own choice.
+/// The appearance of all navigation bars. Without a value, whoever draws chooses.
 struct NavigationBarAppearance {
   std::optional<Color> backgroundImageColor;  ///< of the 1 × 1 point image that fills the bar
   std::optional<Color> barTintColor;
@@ -36,17 +36,19 @@ struct ProgressOverlayAppearance {
   friend bool operator==(const ProgressOverlayAppearance&, const ProgressOverlayAppearance&) = default;
 };
 
-/// The look that all components of one kind share.
+/// The appearance that all components of one kind share.
 class Appearance : public Component {
  public:
   const NavigationBarAppearance& navigationBar() const { return navigationBar_; }
-  void setNavigationBar(NavigationBarAppearance look) { assign(navigationBar_, std::move(look)); }
+  void setNavigationBar(NavigationBarAppearance appearance) { assign(navigationBar_, std::move(appearance)); }
 
   const TabBarItemAppearance& tabBarItem() const { return tabBarItem_; }
-  void setTabBarItem(const TabBarItemAppearance& look) { assign(tabBarItem_, look); }
+  void setTabBarItem(const TabBarItemAppearance& appearance) { assign(tabBarItem_, appearance); }
 
   const ProgressOverlayAppearance& progressOverlay() const { return progressOverlay_; }
-  void setProgressOverlay(const ProgressOverlayAppearance& look) { assign(progressOverlay_, look); }
+  void setProgressOverlay(const ProgressOverlayAppearance& appearance) {
+    assign(progressOverlay_, appearance);
+  }
 
  private:
   NavigationBarAppearance navigationBar_;

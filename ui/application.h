@@ -14,7 +14,7 @@ class ApplicationDelegate {
   virtual ~ApplicationDelegate() = default;
   virtual bool applicationDidFinishLaunchingWithOptions() = 0;
 
-  /// Somebody outside asks the program to open a URL; false: not one for us.
+  /// Another program asks to open a URL. False: the URL is not supported.
   virtual bool applicationOpenURLSourceApplicationAnnotation(const std::string& url,
                                                              const std::string& sourceApplication) = 0;
 
@@ -22,8 +22,8 @@ class ApplicationDelegate {
   virtual void showMainOrLogin() = 0;
 };
 
-/// The program as the system sees it. Enters itself and its window into the environment while it lives. Main
-/// thread only.
+/// The program as the system sees it. Registers itself and its window in the environment while it exists.
+/// Main thread only.
 class Application {
  public:
   /// The delegate is weak and must outlive the application; so must the storyboard.
@@ -36,17 +36,16 @@ class Application {
   Storyboard& storyboard() { return storyboard_; }
   ApplicationDelegate& delegate() { return delegate_; }
 
-  /// Tells the delegate that the program has started, then puts the storyboard's initial screen into the
-  /// window, unless the delegate has put one there itself.
+  /// Notifies the delegate, then shows the storyboard's initial screen, unless the delegate has shown one.
   void launch();
 
-  /// A URL came from outside.
+  /// Another program asks to open a URL. False: the delegate does not support it.
   bool receiveURL(const std::string& url, const std::string& sourceApplication = {});
 
   /// Hands a URL to the system's own browser.
   void openURL(const std::string& url);
 
-  // The program leaves and comes back to the user's sight.
+  // The program leaves the screen and returns to it.
   void didEnterBackground();
   void willEnterForeground();
 

@@ -23,4 +23,11 @@ std::shared_ptr<BarButtonItem> BarButtonItem::initWithBarButtonSystemItem(Enviro
   return item;
 }
 
+bool NavigationItem::tapLeftButton() {
+  if (left_.empty()) return false;
+  const auto button = left_.front();
+  button->tap();
+  return true;
+}
+
 }  // namespace fleetor

@@ -18,7 +18,7 @@ class BarButtonItem : public Button {
   static std::shared_ptr<BarButtonItem> initWithImage(const std::string& image, bool renderingOriginal,
                                                       Action action);
 
-  /// A button of the system's own kind, with the system's own title in the user's language.
+  /// A standard button, with its title in the user's language.
   static std::shared_ptr<BarButtonItem> initWithBarButtonSystemItem(Environment& environment, SystemItem kind,
                                                                     Action action);
 
@@ -32,13 +32,16 @@ class BarButtonItem : public Button {
 
 using BarButtonItems = std::vector<std::shared_ptr<BarButtonItem>>;
 
-/// What a screen puts into the navigation bar above it. A screen that is not the first of its stack and has
-/// no left button is shown with the bar's own back button.
+/// What a screen shows in the navigation bar above it. Without a left button, a screen that is not the first
+/// of its stack gets the bar's back button.
 class NavigationItem : public Component {
  public:
   const BarButtonItems& leftBarButtonItems() const { return left_; }
   void setLeftBarButtonItem(std::shared_ptr<BarButtonItem> item) { setLeftBarButtonItems({std::move(item)}); }
   void setLeftBarButtonItems(BarButtonItems items) { assign(left_, std::move(items)); }
+
+  /// Taps the first left button. False: there is no left button.
+  bool tapLeftButton();
 
   const BarButtonItems& rightBarButtonItems() const { return right_; }
   void setRightBarButtonItem(std::shared_ptr<BarButtonItem> item) {

@@ -8,9 +8,9 @@
 
 namespace fleetor {
 
-/// Observable state that somebody may draw. Main thread only. `changed` follows every change of what a user
-/// could notice; several changes may share one emission. `destroyed` comes while the component is being
-/// destroyed: whoever draws it lets go of it and calls nothing on it any more.
+/// Observable state that an adapter may draw. Main thread only. `changed` follows every change that a user
+/// could notice; several changes may share one emission. `destroyed` is emitted by the destructor: an adapter
+/// drops its reference then and calls nothing on the component any more.
 class Component {
  public:
   Component() = default;
@@ -18,7 +18,7 @@ class Component {
   Component& operator=(const Component&) = delete;
   virtual ~Component() { destroyed.emit(); }
 
-  /// What assistive technology calls this component; already in the user's language.
+  /// The name for assistive technology, in the user's language.
   virtual std::string accessibleName() const { return accessibleName_; }
   void setAccessibleName(std::string name) { assign(accessibleName_, std::move(name)); }
 
@@ -26,7 +26,7 @@ class Component {
   Signal<> destroyed;
 
  protected:
-  /// Takes over a value and tells of it when it differs.
+  /// Sets the field and emits `changed` if the value differs.
   template <class T>
   bool assign(T& field, T value) {
     if (field == value) return false;
@@ -43,10 +43,10 @@ class Component {
 /// the table.
 class Outlets {
  public:
-  /// Registers the component; a name that is taken already names the new component from now on.
+  /// Registers the component, in place of an earlier one of that name.
   void outlet(const std::string& name, Component& component) { outlets_[name] = &component; }
 
-  /// The component of that name, or none.
+  /// The component of that name, or null.
   Component* findOutlet(const std::string& name) const {
     const auto found = outlets_.find(name);
     return found == outlets_.end() ? nullptr : found->second;

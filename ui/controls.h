@@ -25,7 +25,7 @@ class Label : public Component {
 
 class ImageView : public Component {
  public:
-  /// Name of the image resource; empty, or a name without a resource: nothing is shown.
+  /// Name of the image resource. Nothing is shown without such a resource.
   const std::string& image() const { return image_; }
   void setImage(std::string name) { assign(image_, std::move(name)); }
 
@@ -59,7 +59,7 @@ class Button : public Component {
 
   void setAction(Action action) { action_ = std::move(action); }
 
-  /// The user taps the button. It may be gone when this returns.
+  /// The user taps the button. The action may destroy it.
   void tap() {
     if (!enabled_ || !action_) return;
     const Action action = action_;

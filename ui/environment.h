@@ -11,9 +11,8 @@ class Application;
 class NotificationCenter;
 class Window;
 
-/// What every screen and component may reach. Made by whoever puts the program together, outlives all of
-/// them. `window` and `application` are entered by the application object when it is made, and emptied when
-/// it goes.
+/// What every screen and component may use. Outlives all of them. The application object sets `window` and
+/// `application` in its constructor and resets them in its destructor.
 struct Environment {
   Queues& queues;
   Device& device;

@@ -41,4 +41,11 @@ std::shared_ptr<ViewController> NavigationController::popViewControllerAnimated(
   return popped;
 }
 
+bool NavigationController::goBack() {
+  const auto top = stack_.back();
+  if (top->goBack()) return true;
+  if (stack_.size() < 2 && !presentingViewController()) return false;
+  return top->navigationItem().tapLeftButton() || popViewControllerAnimated(true);
+}
+
 }  // namespace fleetor

@@ -7,7 +7,7 @@
 
 namespace fleetor {
 
-/// The bar over a navigation stack; its look otherwise is the shared one (Appearance).
+/// The bar over a navigation stack. What it does not set comes from the shared Appearance.
 class NavigationBar : public Component {
  public:
   explicit NavigationBar(bool translucent) : translucent_(translucent) {}
@@ -31,9 +31,13 @@ class NavigationController : public ViewController {
 
   void pushViewController(std::shared_ptr<ViewController> controller, bool animated);
 
-  /// The screen that was taken off, or none when only the root was there. It stays in the tree until the
-  /// transition is over.
+  /// The removed screen, or null when only the root was left. It stays in the tree until the transition is
+  /// over.
   std::shared_ptr<ViewController> popViewControllerAnimated(bool animated);
+
+  /// Goes back inside the top screen, or leaves it by its left button or by popping it. The root of a
+  /// presented stack is left by its left button.
+  bool goBack() override;
 
   NavigationBar& navigationBar() { return navigationBar_; }
 

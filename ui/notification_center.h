@@ -33,24 +33,24 @@ struct Notification {
   const std::any& object;
 };
 
-/// Hands notifications to those that asked for them, in the order in which they asked. Main thread only.
+/// Delivers notifications to their observers, in the order of registration. Main thread only.
 /// An observer that is removed during a post is not called any more, one that is added is first called by the
-/// next post. Owners are told apart by address and must remove themselves before they are destroyed.
+/// next post. Owners are identified by address and must remove themselves before they are destroyed.
 class NotificationCenter {
  public:
   using Handler = std::function<void(const Notification&)>;
 
-  /// Calls the handler for every post of that name; an owner that asks twice is called twice.
+  /// Calls the handler for every post of that name. An owner that registers twice is called twice.
   void addObserver(const void* owner, const std::string& name, Handler handler);
 
-  /// Ends everything that the owner has asked for.
+  /// Removes all registrations of the owner.
   void removeObserver(const void* owner);
 
   void postNotificationName(const std::string& name, const std::any& object = {});
 
  private:
   struct Observer {
-    const void* owner = nullptr;  ///< none once removed
+    const void* owner = nullptr;  ///< null once removed
     std::string name;
     Handler handler;
   };

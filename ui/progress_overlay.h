@@ -4,8 +4,8 @@
 
 namespace fleetor {
 
-/// The sign over everything that data is on its way. It lets every tap through; its colours are the shared
-/// ones (Appearance). The window owns it.
+/// The indicator over everything that requests are in flight. Taps pass through it. Its colours are in the
+/// shared Appearance. The window owns it.
 class ProgressOverlay : public Component {
  public:
   bool visible() const { return visible_; }

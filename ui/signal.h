@@ -8,7 +8,7 @@
 
 namespace fleetor {
 
-/// Keeps one slot of a signal connected for as long as it lives. Outlives its signal without harm.
+/// Keeps one slot of a signal connected while this object exists. It may outlive the signal.
 class Connection {
  public:
   Connection() = default;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/fault.h"
+#include "ui/programming_error.h"
 #include "ui/view_controller.h"
 
 namespace fleetor {
@@ -24,7 +24,7 @@ std::shared_ptr<ViewController> Storyboard::instantiateViewControllerWithIdentif
     const std::string& identifier) {
   const auto scene = std::ranges::find(scenes_, identifier, &StoryboardScene::identifier);
   if (scene == scenes_.end())
-    programmingFault("storyboard \"" + name_ + "\" has no screen \"" + identifier + "\"");
+    programmingError("storyboard \"" + name_ + "\" has no screen \"" + identifier + "\"");
   auto controller = scene->make(environment_);
   controller->setStoryboard(this, identifier);
   return controller;
@@ -36,13 +36,13 @@ const StoryboardSegue& Storyboard::segueWithIdentifier(const std::string& identi
     return candidate.identifier == identifier && candidate.source == source;
   });
   if (segue == segues_.end())
-    programmingFault("storyboard \"" + name_ + "\" has no transition \"" + identifier + "\" from screen \"" +
+    programmingError("storyboard \"" + name_ + "\" has no transition \"" + identifier + "\" from screen \"" +
                      source + "\"");
   return *segue;
 }
 
 void Storyboard::wrongClass(const std::string& identifier) const {
-  programmingFault("screen \"" + identifier + "\" of storyboard \"" + name_ + "\" is of another class");
+  programmingError("screen \"" + identifier + "\" of storyboard \"" + name_ + "\" is of another class");
 }
 
 }  // namespace fleetor

@@ -26,7 +26,7 @@ struct StoryboardSegue {
 };
 
 /// The screens and transitions of the program as one table. Outlives every screen that it makes. An
-/// identifier that the table does not know is a programming fault.
+/// unknown identifier is a programming error.
 class Storyboard {
  public:
   /// `initial` is the identifier of the screen that the program starts with.
@@ -38,7 +38,7 @@ class Storyboard {
   std::shared_ptr<ViewController> instantiateInitialViewController();
   std::shared_ptr<ViewController> instantiateViewControllerWithIdentifier(const std::string& identifier);
 
-  /// The same, as the class that the caller knows it to be; another class is a programming fault.
+  /// The same, as the class that the caller knows it to be; another class is a programming error.
   template <class Controller>
   std::shared_ptr<Controller> instantiate(const std::string& identifier) {
     auto controller =

@@ -101,8 +101,10 @@ void SWRevealViewController::beginPan() {
   if (rear_ && pan_.attached()) rear_->loadViewIfNeeded();
 }
 
-void SWRevealViewController::pan(FrontViewPosition end) {
-  if (pan_.attached()) setFrontViewPositionAnimated(end, true);
+void SWRevealViewController::endPan(double frontX) {
+  const bool opens = frontX > rearViewRevealWidth_ / 2;
+  if (pan_.attached())
+    setFrontViewPositionAnimated(opens ? FrontViewPosition::right : FrontViewPosition::left, true);
 }
 
 bool SWRevealViewController::tapShouldBegin() const {
@@ -111,6 +113,15 @@ bool SWRevealViewController::tapShouldBegin() const {
 
 void SWRevealViewController::tapFront() {
   if (tapShouldBegin()) setFrontViewPositionAnimated(FrontViewPosition::left, true);
+}
+
+bool SWRevealViewController::goBack() {
+  if (tapShouldBegin()) {
+    tapFront();
+    return true;
+  }
+  const auto front = front_;
+  return front && front->goBack();
 }
 
 StatusBarStyle SWRevealViewController::preferredStatusBarStyle() const {

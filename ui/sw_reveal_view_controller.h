@@ -9,7 +9,7 @@ namespace fleetor {
 enum class FrontViewPosition { left, right, rightMost };
 enum class SWRevealToggleAnimationType { spring, easeOut };
 
-/// Whether a gesture has been attached to the view that it works on. Asking the container for it attaches it.
+/// Whether a gesture is attached to its view. The container attaches it when it is first asked for it.
 class GestureRecognizer : public Component {
  public:
   bool attached() const { return attached_; }
@@ -64,10 +64,12 @@ class SWRevealViewController : public ViewController {
 
   // The user's gestures. `x` in points from the left edge of the front screen.
   bool panShouldBegin(double x) const;  ///< whether a drag from there moves the front screen
-  void beginPan();                      ///< a drag has begun: the rear screen is about to be seen
-  void pan(FrontViewPosition end);      ///< a drag was let go: the front screen goes to that place, animated
+  void beginPan();                      ///< a drag has begun: the rear screen is about to show
+  void endPan(double frontX);   ///< the drag ended there: the front screen moves to the nearer position
   bool tapShouldBegin() const;  ///< whether a tap on the front screen closes the menu instead of operating it
   void tapFront();
+
+  bool goBack() override;  ///< closes the menu, or goes back in the front screen
 
   StatusBarStyle preferredStatusBarStyle() const override;
 

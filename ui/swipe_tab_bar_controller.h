@@ -13,34 +13,33 @@ class SwipeTabBarControllerDelegate {
  public:
   virtual ~SwipeTabBarControllerDelegate() = default;
 
-  /// The user's swipe came to rest on page `index`; `fromIndex` may be the same page. The pages have been
-  /// told already.
+  /// The user's swipe ended on page `index`; `fromIndex` may be the same page. The pages have appeared and
+  /// disappeared already.
   virtual void swipeTabBarControllerDidScrollToIndexFromIndex(SwipeTabBarController& controller, int index,
                                                               int fromIndex) = 0;
 };
 
-/// Pages side by side of which one shows. It appears and disappears with the pager and whenever it is
-/// changed.
+/// Pages side by side, one of them visible. It appears and disappears with the pager and when the page
+/// changes.
 class SwipeTabBarController : public ViewController {
  public:
   explicit SwipeTabBarController(Environment& environment) : ViewController(environment) {}
 
   const std::vector<std::shared_ptr<ViewController>>& viewControllers() const { return pages_; }
 
-  /// Installs the pages and shows the first. All of them lie ready side by side, so the views of all load
-  /// now.
+  /// Installs the pages, loads the views of all and shows the first.
   void setViewControllers(std::vector<std::shared_ptr<ViewController>> pages);
 
   /// 0 while there are no pages.
   int selectedIndex() const { return selectedIndex_; }
 
-  /// By the program: the delegate does not hear of it. An index without a page is ignored.
+  /// By the program: the delegate is not called. An index without a page is ignored.
   void setSelectedIndexAnimated(int index, bool animated);
 
-  /// By the user: the page changes, then the delegate hears of it. An index without a page is ignored.
+  /// By the user: the page changes, then the delegate is called. An index without a page is ignored.
   void scrollToIndex(int index);
 
-  /// Weak: must outlive the pager or be taken back.
+  /// Weak: must outlive the pager or be reset.
   void setDelegate(SwipeTabBarControllerDelegate* delegate) { delegate_ = delegate; }
   SwipeTabBarControllerDelegate* delegate() const { return delegate_; }
 

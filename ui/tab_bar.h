@@ -36,7 +36,7 @@ class TabBarDelegate {
  public:
   virtual ~TabBarDelegate() = default;
 
-  /// The user tapped that item, which is the selected one already; it may have been so before.
+  /// The user tapped that item. It is selected now and may have been before.
   virtual void tabBarDidSelectItem(TabBar& tabBar, TabBarItem& item) = 0;
 };
 
@@ -48,7 +48,7 @@ class TabBar : public Component {
   /// Index of the item among the bar's items, or -1.
   int indexOfItem(const TabBarItem* item) const;
 
-  /// None while nothing is selected. Setting it does not reach the delegate.
+  /// Null while nothing is selected. Setting it does not call the delegate.
   TabBarItem* selectedItem() const { return selected_.get(); }
   void setSelectedItem(const std::shared_ptr<TabBarItem>& item) { assign(selected_, item); }
 
@@ -60,7 +60,7 @@ class TabBar : public Component {
   bool translucent() const { return translucent_; }
   void setTranslucent(bool translucent) { assign(translucent_, translucent); }
 
-  /// Weak: must outlive the bar or be taken back.
+  /// Weak: must outlive the bar or be reset.
   void setDelegate(TabBarDelegate* delegate) { delegate_ = delegate; }
 
  private:

@@ -3,31 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/fault.h"
+#include "ui/programming_error.h"
 
 namespace fleetor {
 
 namespace {
-/// More spare cells than fit on any screen are not worth keeping.
 constexpr std::size_t spareCells = 64;
 }  // namespace
-
-TableViewCell::TableViewCell(std::string reuseIdentifier) : reuseIdentifier_(std::move(reuseIdentifier)) {
-  outlet("textLabel", textLabel_);
-  outlet("detailTextLabel", detailTextLabel_);
-}
-
-Component* TableViewCell::viewWithTag(int tag) const {
-  const auto found = tags_.find(tag);
-  return found == tags_.end() ? nullptr : found->second;
-}
-
-LoadingTableViewCell::LoadingTableViewCell(std::string reuseIdentifier)
-    : TableViewCell(std::move(reuseIdentifier)) {
-  outlet("activityIndicator", activityIndicator_);
-  setTag(indicatorTag, activityIndicator_);
-  setSelectable(false);
-}
 
 std::shared_ptr<TableViewCell> TableView::dequeueReusableCellWithIdentifier(const std::string& identifier) {
   if (const auto before = before_.find(asked_);
@@ -41,7 +23,8 @@ std::shared_ptr<TableViewCell> TableView::dequeueReusableCellWithIdentifier(cons
     return cell;
   }
   const auto maker = makers_.find(identifier);
-  if (maker == makers_.end()) programmingFault("no row of the kind \"" + identifier + "\" is registered");
+  if (maker == makers_.end())
+    programmingError("table has no cell \"" + identifier + "\": expected a registered identifier");
   return maker->second(identifier);
 }
 

@@ -27,7 +27,7 @@ class TableViewDataSource {
   virtual ~TableViewDataSource() = default;
   virtual int tableViewNumberOfRowsInSection(TableView& tableView, int section) = 0;
 
-  /// The filled cell of a row that is about to be shown; never none.
+  /// The filled cell of a row that is about to be shown; never null.
   virtual std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                         IndexPath path) = 0;
 };
@@ -44,15 +44,15 @@ class TableViewDelegate {
   virtual void tableViewDidSelectRowAtIndexPath(TableView& /*tableView*/, IndexPath /*path*/) {}
 };
 
-/// A list of one section. The number of rows is asked once after each reload, a cell only when whoever draws
-/// is about to show its row, and kept until the next reload or until the row has left the screen.
+/// A list of one section. The number of rows is requested once after each reload, a cell only when its row is
+/// about to be shown; it is kept until the next reload or until the row has left the screen.
 class TableView : public Component {
  public:
   using CellMaker = std::function<std::shared_ptr<TableViewCell>(const std::string& identifier)>;
 
   explicit TableView(Environment& environment) : environment_(environment) {}
 
-  /// Weak: both must outlive the table or be taken back.
+  /// Weak: both must outlive the table or be reset.
   void setDataSource(TableViewDataSource* dataSource) { dataSource_ = dataSource; }
   void setDelegate(TableViewDelegate* delegate) { delegate_ = delegate; }
 
@@ -60,13 +60,13 @@ class TableView : public Component {
     makers_[identifier] = std::move(maker);
   }
 
-  /// A cell with what it last showed, or a new one. A row that is shown again after a reload gets the cell
-  /// that it had, if that is of the same kind, so that what has not changed is not drawn anew. An identifier
-  /// without a maker is a programming fault.
+  /// A cell with its last content, or a new one. After a reload a row gets the cell that it had if the
+  /// identifier fits, so that what has not changed is not redrawn. An identifier without a maker is a
+  /// programming error.
   std::shared_ptr<TableViewCell> dequeueReusableCellWithIdentifier(const std::string& identifier);
 
-  /// Forgets all cells, the row count and the selection, then emits `reloaded`. Called while the data source
-  /// is being asked, it takes place on the next turn of the main queue.
+  /// Drops all cells, the row count and the selection, then emits `reloaded`. While the data source is being
+  /// called, the reload waits for the next turn of the main queue.
   void reloadData();
   Signal<> reloaded;
 
@@ -75,15 +75,15 @@ class TableView : public Component {
   void setTableFooterView(bool empty) { assign(tableFooterView_, empty); }
 
   std::optional<IndexPath> indexPathForSelectedRow() const { return selected_; }
-  void selectRowAtIndexPath(IndexPath path) { assign(selected_, std::optional(path)); }  ///< not the user
+  void selectRowAtIndexPath(IndexPath path) { assign(selected_, std::optional(path)); }  ///< by the program
 
-  // For whoever draws. Rows out of range have no cell and no height, and are not tapped.
+  // For adapters. Rows out of range have no cell and no height, and are not tapped.
   int numberOfRows();
   double heightForRow(int row);
   double estimatedHeightForRow(int row);
   std::shared_ptr<TableViewCell> cellForRow(int row);  ///< the row is about to be shown
   void didEndDisplayingRow(int row);                   ///< the row has left the screen
-  void tap(int row);  ///< the user selects the row, if it is one for selecting
+  void tap(int row);                                   ///< the user selects the row, if it is selectable
 
  private:
   bool contains(int row) { return row >= 0 && row < numberOfRows(); }
@@ -96,8 +96,8 @@ class TableView : public Component {
   std::map<std::string, CellMaker> makers_;
   std::map<std::string, std::vector<std::shared_ptr<TableViewCell>>> reusable_;
   std::unordered_map<int, std::shared_ptr<TableViewCell>> cells_;
-  std::unordered_map<int, std::shared_ptr<TableViewCell>> before_;  ///< of the last reload, not yet asked for
-  int asked_ = -1;                                                  ///< the row whose cell is being asked for
+  std::unordered_map<int, std::shared_ptr<TableViewCell>> before_;  ///< from before a reload, not reused yet
+  int asked_ = -1;                                                  ///< the row whose cell is being requested
   std::optional<int> rows_;
   std::optional<IndexPath> selected_;
   bool tableFooterView_ = false;

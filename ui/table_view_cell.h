@@ -7,8 +7,8 @@
 
 namespace fleetor {
 
-/// One row. Its labels and images are reached by name as outlets, among them "textLabel" and
-/// "detailTextLabel", or by tag. Whether it may be tapped is a matter of its kind, set when it is made.
+/// One row. Its labels and images are found by name as outlets, among them "textLabel" and "detailTextLabel",
+/// or by tag.
 class TableViewCell : public Component, public Outlets {
  public:
   explicit TableViewCell(std::string reuseIdentifier);
@@ -19,7 +19,7 @@ class TableViewCell : public Component, public Outlets {
   Label& detailTextLabel() { return detailTextLabel_; }
 
   void setTag(int tag, Component& view) { tags_[tag] = &view; }
-  Component* viewWithTag(int tag) const;  ///< or none
+  Component* viewWithTag(int tag) const;  ///< or null
 
   bool selectable() const { return selectable_; }
   void setSelectable(bool selectable) { assign(selectable_, selectable); }
@@ -32,7 +32,7 @@ class TableViewCell : public Component, public Outlets {
   bool selectable_ = true;
 };
 
-/// The row that stands for data still loading: a spinner that carries the tag 123, not for tapping.
+/// The row for data that is still loading: a spinner with the tag 123. Not selectable.
 class LoadingTableViewCell : public TableViewCell {
  public:
   static constexpr int indicatorTag = 123;

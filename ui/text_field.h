@@ -19,8 +19,8 @@ class TextFieldDelegate {
   virtual bool textFieldShouldReturn(TextField& textField) = 0;
 };
 
-/// One line of text that the user can edit. At most one field of the window has the input focus (is first
-/// responder); the keyboard is up while one has.
+/// One line of text that the user can edit. At most one field of the window has the input focus (is the first
+/// responder); the keyboard is visible meanwhile.
 class TextField : public Component {
  public:
   explicit TextField(Environment& environment) : environment_(environment) {}
@@ -34,10 +34,10 @@ class TextField : public Component {
   const std::string& placeholder() const { return placeholder_; }
   void setPlaceholder(std::string text) { assign(placeholder_, std::move(text)); }
 
-  bool secureTextEntry() const { return secureTextEntry_; }  ///< shown as dots, kept out of suggestions
+  bool secureTextEntry() const { return secureTextEntry_; }  ///< shown as dots, not used for suggestions
   void setSecureTextEntry(bool secure) { assign(secureTextEntry_, secure); }
 
-  /// Weak: must outlive the field or be taken back.
+  /// Weak: must outlive the field or be reset.
   void setDelegate(TextFieldDelegate* delegate) { delegate_ = delegate; }
 
   const std::shared_ptr<Toolbar>& inputAccessoryView() const { return inputAccessoryView_; }
@@ -67,9 +67,8 @@ class TextField : public Component {
   std::shared_ptr<Toolbar> inputAccessoryView_;
 };
 
-/// The on-screen keyboard of the window. It comes up when a field takes the focus, stays while the focus
-/// moves from field to field, and goes when none has it; it announces both through the notification centre
-/// first.
+/// The on-screen keyboard of the window. It opens when a field takes the focus, stays while the focus moves
+/// from field to field, and closes when no field has it. A notification announces both.
 class Keyboard : public Component {
  public:
   explicit Keyboard(Environment& environment) : environment_(environment) {}
@@ -77,14 +76,14 @@ class Keyboard : public Component {
   TextField* firstResponder() const { return firstResponder_; }
   bool visible() const { return firstResponder_ != nullptr; }
 
-  /// None closes the keyboard.
+  /// Null closes the keyboard.
   void setFirstResponder(TextField* field);
 
   /// The field is being destroyed.
   void forget(const TextField& field);
 
-  /// Height in points that the keyboard covers when it is up, told by whoever draws: 0 with a hardware
-  /// keyboard. A change while it is up is announced as another showing.
+  /// Height in points that the visible keyboard covers; 0 with a hardware keyboard. A change while it is
+  /// visible is announced like an opening.
   double height() const { return height_; }
   void setHeight(double points);
 

@@ -7,7 +7,7 @@
 
 namespace fleetor {
 
-/// A short message over everything that goes by itself. The window owns it.
+/// A short message over everything that closes by itself. The window owns it.
 class Toast : public Component {
  public:
   Toast(std::string text, double seconds, bool rounded)

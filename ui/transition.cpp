@@ -12,7 +12,7 @@ void TransitionSlot::run(Queues& queues, Transition transition, bool animated, s
   const Seconds length = transition.duration;
   running_ = std::make_shared<Run>(Run{std::move(transition), std::move(finish)});
   queues.mainAfter(length, [this, run = std::weak_ptr(running_)] {
-    // The run belongs to this slot alone: while it is alive, it is the running one and the slot is alive too.
+    // Only this slot owns the run: if it is alive, so is the slot, and it is the running one.
     if (!run.expired()) complete();
   });
 }

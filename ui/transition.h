@@ -23,8 +23,7 @@ inline constexpr Seconds keyboard{0.25};
 inline constexpr Seconds toastFadeIn{0.2};
 }  // namespace duration
 
-/// An animated change of what is on screen, for whoever draws it. A presentation names only the screens that
-/// come over the presenter or go from there.
+/// An animated change of what is on screen, for adapters. A presentation names only the presented screens.
 struct Transition {
   TransitionKind kind = TransitionKind::push;
   Seconds duration{0};
@@ -32,12 +31,12 @@ struct Transition {
   std::vector<std::shared_ptr<ViewController>> incoming;
 };
 
-/// Runs one transition at a time. Main thread only. When it is destroyed, a running transition just ends:
-/// what was to be called at its end is not called.
+/// Runs one transition at a time. Main thread only. When the slot is destroyed, the `finish` of a running
+/// transition is not called.
 class TransitionSlot {
  public:
-  /// Runs the transition and calls `finish` at its end: before this returns when not animated. A transition
-  /// that is running already must have been completed.
+  /// Runs the transition and calls `finish` at its end, or before this returns when not animated. No other
+  /// transition may be running.
   void run(Queues& queues, Transition transition, bool animated, std::function<void()> finish);
 
   /// Ends a running transition now.

@@ -15,11 +15,11 @@ class View : public Component {
     if (assign(frame_, frame)) frameChanged.emit(before);
   }
 
-  /// Whether the area takes touches; what is inside it takes none either when it does not.
+  /// Whether the area and what is inside it take touches.
   bool userInteractionEnabled() const { return userInteractionEnabled_; }
   void setUserInteractionEnabled(bool enabled) { assign(userInteractionEnabled_, enabled); }
 
-  /// Asks whoever draws to move everything to where its constraints put it now, over that time.
+  /// Asks the adapter to move everything to where its constraints now put it, over that time.
   void animateLayout(Seconds duration) { layoutAnimated.emit(duration); }
 
   Signal<const Rect&> frameChanged;  ///< the frame before

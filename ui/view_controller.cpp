@@ -3,13 +3,27 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/fault.h"
 #include "ui/navigation_controller.h"
 #include "ui/notification_center.h"
+#include "ui/programming_error.h"
+#include "ui/storyboard.h"
 #include "ui/sw_reveal_view_controller.h"
 #include "ui/window.h"
 
 namespace fleetor {
+
+namespace {
+
+constexpr Size formSheetSize{540, 620};
+
+Rect presentedFrame(const Rect& presenter, bool covers) {
+  if (covers) return presenter;
+  const double width = std::min(formSheetSize.width, presenter.width);
+  const double height = std::min(formSheetSize.height, presenter.height);
+  return {(presenter.width - width) / 2, (presenter.height - height) / 2, width, height};
+}
+
+}  // namespace
 
 ViewController::ViewController(Environment& environment) : environment_(environment) {
   view_.setFrame({0, 0, environment.device.screenWidth(), environment.device.screenHeight()});
@@ -31,6 +45,10 @@ void ViewController::loadViewIfNeeded() {
 View& ViewController::view() {
   loadViewIfNeeded();
   return view_;
+}
+
+bool ViewController::goBack() {
+  return presenting_ && navigationItem_.tapLeftButton();
 }
 
 void ViewController::endEditing() {
@@ -75,7 +93,7 @@ void ViewController::layoutChildren(const Rect& /*frameBefore*/) {
 }
 
 void ViewController::adopt(std::shared_ptr<ViewController> child) {
-  if (child->parent_ || child->presenting_) programmingFault("a screen is put into a second container");
+  if (child->parent_ || child->presenting_) programmingError("a screen is added to a second container");
   child->parent_ = this;
   place(*child, {0, 0, view_.frame().width, view_.frame().height});
   children_.push_back(std::move(child));
@@ -89,7 +107,7 @@ void ViewController::disown(const std::shared_ptr<ViewController>& child) {
 void ViewController::beginAppearanceTransition(bool appearing, bool animated) {
   const auto self = shared_from_this();
   const auto forward = [&](AppearanceState expected) {
-    if (appearance_ != expected) return;  // what the screen did just now has overtaken this change
+    if (appearance_ != expected) return;  // the screen has started another change
     for (const auto& child : visibleChildViewControllers())
       child->beginAppearanceTransition(appearing, animated);
   };
@@ -138,7 +156,7 @@ void ViewController::exchange(TransitionKind kind, Seconds duration, Controllers
                               Controllers incoming, bool animated, std::function<void()> finish) {
   using enum AppearanceState;
   const auto self = shared_from_this();
-  animated = animated && appearance_ == appeared;  // nothing to watch otherwise
+  animated = animated && appearance_ == appeared;
   if (appearance_ == appeared || appearance_ == appearing) {
     for (const auto& controller : outgoing)
       controller->beginAppearanceTransition(false, animated);
@@ -161,6 +179,125 @@ void ViewController::exchange(TransitionKind kind, Seconds duration, Controllers
         changed.emit();
       });
   changed.emit();
+}
+
+void ViewController::performSegueWithIdentifier(const std::string& identifier, const std::any& sender) {
+  if (!storyboard_)
+    programmingError("transition \"" + identifier + "\" from a screen outside any storyboard");
+  const StoryboardSegue& entry = storyboard_->segueWithIdentifier(identifier, storyboardIdentifier_);
+  Segue segue{identifier, shared_from_this(),
+              storyboard_->instantiateViewControllerWithIdentifier(entry.destination)};
+  prepareForSegue(segue, sender);
+  if (entry.kind == SegueKind::modal) {
+    presentViewController(segue.destinationViewController, true);
+    return;
+  }
+  NavigationController* navigation = navigationController();
+  if (!navigation)
+    programmingError("transition \"" + identifier + "\" pushes from outside a navigation stack");
+  navigation->pushViewController(segue.destinationViewController, true);
+}
+
+ViewController& ViewController::topAncestor() {
+  ViewController* top = this;
+  while (top->parent_)
+    top = top->parent_;
+  return *top;
+}
+
+bool ViewController::coversPresenter() const {
+  return modalPresentationStyle_ == ModalPresentationStyle::fullScreen || !environment_.device.isPad();
+}
+
+void ViewController::presentViewController(std::shared_ptr<ViewController> controller, bool animated,
+                                           std::function<void()> completion) {
+  topAncestor().presentOver(std::move(controller), animated, std::move(completion));
+}
+
+void ViewController::presentOver(std::shared_ptr<ViewController> controller, bool animated,
+                                 std::function<void()> completion) {
+  const auto self = shared_from_this();
+  if (presented_ && !dismissing_) return;
+  completeTransitions();
+  if (presented_ || appearance_ != AppearanceState::appeared) return;
+  if (controller->parent_ || controller->presenting_)
+    programmingError("a screen is presented that is part of another container");
+
+  presented_ = controller;
+  controller->presenting_ = this;
+  const bool covers = controller->coversPresenter();
+  place(*controller, presentedFrame(view_.frame(), covers));
+  if (covers) beginAppearanceTransition(false, animated);
+  if (presented_ == controller) controller->beginAppearanceTransition(true, animated);
+  if (presented_ != controller) return;  // a new root screen took its place meanwhile
+
+  Transition transition{TransitionKind::present, duration::modal, {}, {controller}};
+  presentation_.run(environment_.queues, std::move(transition), animated,
+                    [this, covers, controller, completion = std::move(completion)] {
+                      const auto alive = shared_from_this();
+                      if (covers) endAppearanceTransition();
+                      controller->endAppearanceTransition();
+                      changed.emit();
+                      if (completion) completion();
+                    });
+  changed.emit();
+}
+
+void ViewController::dismissViewControllerAnimated(bool animated, std::function<void()> completion) {
+  ViewController& top = topAncestor();
+  if (top.presented_)
+    top.dismissPresented(animated, std::move(completion));
+  else if (top.presenting_)
+    top.presenting_->dismissPresented(animated, std::move(completion));
+}
+
+void ViewController::dismissPresented(bool animated, std::function<void()> completion) {
+  const auto self = shared_from_this();
+  if (const auto presented = presented_) presented->completeTransitions();
+  if (!presented_) return;
+
+  Controllers above = presentedChain();
+  dismissing_ = true;
+  // No effect on a presenter that a form sheet left visible: it has appeared already.
+  for (const auto& controller : above)
+    controller->beginAppearanceTransition(false, animated);
+  if (presented_ != above.back()) return;
+  beginAppearanceTransition(true, animated);
+  if (presented_ != above.back()) return;
+
+  Transition transition{TransitionKind::dismiss, duration::modal, above, {}};
+  presentation_.run(environment_.queues, std::move(transition), animated,
+                    [this, above = std::move(above), completion = std::move(completion)] {
+                      const auto alive = shared_from_this();
+                      releasePresented();
+                      for (const auto& controller : above)
+                        controller->endAppearanceTransition();
+                      endAppearanceTransition();
+                      changed.emit();
+                      if (completion) completion();
+                    });
+  changed.emit();
+}
+
+ViewController::Controllers ViewController::presentedChain() const {
+  Controllers chain;
+  for (auto above = presented_; above; above = above->presented_)
+    chain.push_back(above);
+  std::ranges::reverse(chain);
+  return chain;
+}
+
+void ViewController::resize(const Rect& frame) {
+  view_.setFrame(frame);
+  if (presented_) presented_->resize(presentedFrame(frame, presented_->coversPresenter()));
+}
+
+void ViewController::releasePresented() {
+  if (!presented_) return;
+  const auto presented = std::exchange(presented_, nullptr);
+  presented->presenting_ = nullptr;
+  dismissing_ = false;
+  presented->releasePresented();
 }
 
 }  // namespace fleetor

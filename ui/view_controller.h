@@ -31,14 +31,14 @@ struct Segue {
 
 /// One screen, or a container of screens. Main thread only. Always held by shared pointers: by the window,
 /// the container or the screen that presents it, and by whatever still has to call it (a request in flight, a
-/// delayed call). Nothing is called on a screen that is released; the destructor is its last word.
+/// delayed call). Nothing is called on a screen that is released.
 ///
-/// Appearance: a screen hears viewWillAppear, viewDidAppear, viewWillDisappear, viewDidDisappear in this
+/// Appearance: viewWillAppear, viewDidAppear, viewWillDisappear and viewDidDisappear are called in this
 /// order, each exactly once a change. An animated change calls the will-operations at once and the
 /// did-operations when it is over, one that is not animated calls all of them before it returns. A change
 /// that starts while another one still runs completes that one first. Order within a change: outgoing will,
 /// incoming will, outgoing did, incoming did; a parent's will comes before its children's, its did after
-/// theirs. Children of a container that is not on screen hear nothing.
+/// theirs. Nothing is called on children of a container that is not on screen.
 class ViewController : public Component, public Outlets, public std::enable_shared_from_this<ViewController> {
  public:
   explicit ViewController(Environment& environment);
@@ -63,38 +63,39 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   }
   NavigationItem& navigationItem() { return navigationItem_; }
 
+  /// The user wants to go one step back: a presented screen taps its left button, a container undoes its last
+  /// step. False: there is nothing to go back from.
+  virtual bool goBack();
+
   /// Closes the keyboard when one of this screen's or its children's text fields (outlets) has the focus.
   void endEditing();
 
-  // The tree. Parents are never owned by their children, and none once either is gone.
+  // The tree. Children do not own their parents. A parent is null once it is destroyed.
   ViewController* parentViewController() const { return parent_; }
   const std::vector<std::shared_ptr<ViewController>>& childViewControllers() const { return children_; }
-  NavigationController* navigationController() const;    ///< the nearest above, or none
-  SWRevealViewController* revealViewController() const;  ///< the nearest above, or none
+  NavigationController* navigationController() const;    ///< the nearest above, or null
+  SWRevealViewController* revealViewController() const;  ///< the nearest above, or null
 
-  /// Makes the screen a child, last in line; it appears and disappears together with this one from now on.
+  /// Adds the screen as the last child. It appears and disappears together with this one from now on.
   void addChildViewController(const std::shared_ptr<ViewController>& child);
 
   // The storyboard.
-  Storyboard* storyboard() const { return storyboard_; }  ///< the one that made this screen, or none
+  Storyboard* storyboard() const { return storyboard_; }  ///< the one that made this screen, or null
   const std::string& storyboardIdentifier() const { return storyboardIdentifier_; }
   void setStoryboard(Storyboard* storyboard, std::string identifier);
 
-  /// Makes the destination, calls prepareForSegue, then pushes or presents it, animated. A transition that
-  /// the storyboard does not know from this screen, or a push from outside a navigation stack, is a
-  /// programming fault.
+  /// Makes the destination, calls prepareForSegue, then pushes or presents it, animated. An unknown
+  /// transition, or a push from outside a navigation stack, is a programming error.
   void performSegueWithIdentifier(const std::string& identifier, const std::any& sender = {});
   virtual void prepareForSegue(Segue& /*segue*/, const std::any& /*sender*/) {}
 
-  // Modal presentation. The screen at the root of this one's containers presents; the presented screen is its
-  // from then on. Refused, without calling the completion, when that root presents already or is not on
-  // screen.
+  /// The outermost container of this screen presents and owns the controller. Does nothing, without calling
+  /// the completion, while that container presents another one or is not on screen.
   void presentViewController(std::shared_ptr<ViewController> controller, bool animated,
                              std::function<void()> completion = {});
 
-  /// Dismisses what this screen or its root presents; if that is nothing, dismisses this screen's own root.
-  /// With nothing to dismiss it does nothing and drops the completion. The completion comes after the last
-  /// viewDidAppear.
+  /// Dismisses what the outermost container presents, or else that container itself. With nothing to dismiss
+  /// it does nothing and drops the completion. The completion comes after the last viewDidAppear.
   void dismissViewControllerAnimated(bool animated, std::function<void()> completion = {});
 
   ModalPresentationStyle modalPresentationStyle() const { return modalPresentationStyle_; }
@@ -105,7 +106,7 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   /// Whether a presented screen hides the presenter: always, except for a form sheet on a tablet.
   bool coversPresenter() const;
 
-  // For whoever draws.
+  // For adapters.
   const Transition* runningTransition() const { return transition_.running(); }  ///< among the children
   const Transition* runningPresentation() const {
     return presentation_.running();
@@ -117,29 +118,28 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   void beginAppearanceTransition(bool appearing, bool animated);
   void endAppearanceTransition();
 
-  /// Ends the transitions that run in this screen and in everything that holds it.
+  /// Ends the transitions that run in this screen and in everything that contains or presents it.
   void completeTransitions();
 
  protected:
   using Controllers = std::vector<std::shared_ptr<ViewController>>;
 
-  /// Those children that are on screen when this one is.
+  /// The children that are on screen when this one is.
   virtual Controllers visibleChildViewControllers() const { return children_; }
 
-  /// Gives the children their places after the view's frame changed.
+  /// Places the children after the view's frame has changed.
   virtual void layoutChildren(const Rect& frameBefore);
 
   /// Where a child's view is, without loading it.
   static const Rect& frameOf(const ViewController& child) { return child.view_.frame(); }
   static void place(ViewController& child, const Rect& frame) { child.view_.setFrame(frame); }
 
-  /// Enters or takes out a child without a word to it. A child that has a parent already is a programming
-  /// fault.
+  /// Adds or removes a child without calling it. A child with another parent is a programming error.
   void adopt(std::shared_ptr<ViewController> child);
   void disown(const std::shared_ptr<ViewController>& child);
 
-  /// Tells children that they leave and enter the screen; the model must have changed already, and
-  /// transitions must have been completed before that. Outgoing children stay this one's until `finish`.
+  /// Makes children disappear and appear. Complete the transitions, then change the model, then call this.
+  /// Outgoing children stay in the tree until `finish`.
   void exchange(TransitionKind kind, Seconds duration, Controllers outgoing, Controllers incoming,
                 bool animated, std::function<void()> finish = {});
 

@@ -14,7 +14,7 @@
 
 namespace fleetor {
 
-/// The one window. `changed` tells of a new root, toast, alert, picker or size. Main thread only.
+/// The one window. `changed` reports a new root, toast, alert, picker or size. Main thread only.
 class Window : public Component {
  public:
   explicit Window(Environment& environment);
@@ -22,8 +22,8 @@ class Window : public Component {
 
   const std::shared_ptr<ViewController>& rootViewController() const { return root_; }
 
-  /// The old root and everything presented over it disappear, the new one appears, neither animated, and the
-  /// old ones are released; so are a date picker and alerts, unanswered.
+  /// The old root and everything presented over it disappear, the new one appears, not animated. The old
+  /// screens, the date picker and the alerts are released without an answer.
   void setRootViewController(std::shared_ptr<ViewController> root);
 
   /// The screen on top: the last one presented, or the root.
@@ -33,10 +33,14 @@ class Window : public Component {
   const Size& size() const { return size_; }
   void setSize(const Size& size);
 
+  /// The user wants to go back: cancels the alert or the date picker, or goes one step back in the screen on
+  /// top. False: there is nothing to go back from.
+  bool goBack();
+
   Keyboard& keyboard() { return keyboard_; }
 
-  /// Toasts show one after the other: each fades in, stays for its seconds and hides itself before the next.
-  /// A text that shows already has its time begun anew, one that waits its turn is not queued twice.
+  /// Shows toasts one after the other. A text that shows already starts its time again; one that waits is not
+  /// queued twice.
   void showToast(const std::string& text, double seconds, bool rounded);
   const Toast* toast() const { return toasts_.empty() ? nullptr : toasts_.front().get(); }
 
@@ -50,7 +54,7 @@ class Window : public Component {
   friend class AlertView;
   friend class ActionSheetDatePicker;
 
-  void timeToast();  ///< the front one's time begins
+  void timeToast();  ///< starts the time of the front one
 
   Environment& environment_;
   Size size_;

@@ -1,11 +1,27 @@
 #include "vehicle/about_detail_view_controller.h"
 
+#include <iterator>
+
 #include "service/api.h"
 #include "shell/base/info_cell.h"
 #include "shell/base/loading_cell.h"
 #include "vehicle/notifications.h"
 
 namespace fleetor {
+
+namespace {
+
+constexpr InfoRow<Info> aboutRows[] = {
+    {[](const Info& info) { return info.service.tech.str(); }, "Technical service"},
+    {[](const Info& info) { return info.service.oil.str(); }, "Oil change"},
+    {[](const Info& info) { return info.service.odo.str(); }, "Distance service"},
+    {[](const Info& info) { return info.vehicle.driver.str(); }, "Driver"},
+    {[](const Info& info) { return info.vehicle.driverGsm.str(); }, "Driver phone"},
+    {[](const Info& info) { return info.vehicle.active.str(); }, "Localizer expiration date"},
+};
+static_assert(std::size(aboutRows) == InfoResponse::rows);
+
+}  // namespace
 
 AboutDetailViewController::AboutDetailViewController(Environment& environment)
     : DetailPageViewController(environment), itemsTableView_(environment) {
@@ -66,32 +82,12 @@ int AboutDetailViewController::tableViewNumberOfRowsInSection(TableView&, int) {
 std::shared_ptr<TableViewCell> AboutDetailViewController::tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                                          IndexPath path) {
   if (!response_.info) return dequeueLoadingCell(tableView);
-  const auto [value, caption] = textsForRow(path.row);
-  return dequeueInfoCell(tableView, value, caption);
+  const auto& [value, caption] = aboutRows[path.row];
+  return dequeueInfoCell(tableView, value(*response_.info), localized(caption));
 }
 
 double AboutDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath) {
   return response_.info ? 50.0 : 60.0;
-}
-
-std::pair<std::string, std::string> AboutDetailViewController::textsForRow(int row) const {
-  const Info& info = *response_.info;
-  switch (row) {
-    case 0:
-      return {info.service.tech.str(), localized("Technical service")};
-    case 1:
-      return {info.service.oil.str(), localized("Oil change")};
-    case 2:
-      return {info.service.odo.str(), localized("Distance service")};
-    case 3:
-      return {info.vehicle.driver.str(), localized("Driver")};
-    case 4:
-      return {info.vehicle.driverGsm.str(), localized("Driver phone")};
-    case 5:
-      return {info.vehicle.active.str(), localized("Localizer expiration date")};
-    default:
-      return {};
-  }
 }
 
 }  // namespace fleetor

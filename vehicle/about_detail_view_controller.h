@@ -1,8 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <utility>
 
 #include "service/envelopes.h"
 #include "ui/table_view.h"
@@ -11,9 +9,8 @@
 namespace fleetor {
 
 /// The vehicle's standing data as a list in "itemsTableView": dates of service, driver, tracking unit.
-/// Fetched once and kept. Each poll of the pager while this page is visible, a failed one included, makes it
-/// ask until the data has come; after a failure the list is empty meanwhile. A request in flight keeps the
-/// page alive.
+/// Fetched once and kept. Until then, each poll of the pager while this page is visible, a failed one
+/// included, starts a request; after a failure the list is empty. A request in flight keeps the page alive.
 class AboutDetailViewController final : public DetailPageViewController,
                                         public TableViewDataSource,
                                         public TableViewDelegate {
@@ -36,9 +33,6 @@ class AboutDetailViewController final : public DetailPageViewController,
 
  private:
   void loadItems();
-
-  /// Value and caption of a row.
-  std::pair<std::string, std::string> textsForRow(int row) const;
 
   TableView itemsTableView_;
   InfoResponse response_;

@@ -32,7 +32,7 @@ class MapEntryAnnotation final : public MapAnnotation {
 /// What a day's answer puts on the map.
 struct DayTrack {
   std::int64_t total = 0;                 ///< points, as the service counts them
-  std::shared_ptr<MapPolyline> polyline;  ///< through all points; none when there are fewer than two
+  std::shared_ptr<MapPolyline> polyline;  ///< through all points; null for fewer than two
   MapAnnotations markers;                 ///< the first and the last point, and the parking stops between
 
   /// Any thread. Takes milliseconds for a day of 86,400 points. Empties the labels of the first and the last.

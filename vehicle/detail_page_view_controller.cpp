@@ -18,7 +18,7 @@ void DetailPageViewController::tabSelected() {
 }
 
 Color DetailPageViewController::colorFromHexString(std::string_view text) {
-  // Lengths count UTF-16 units; what stands beyond ASCII is no digit anyway.
+  // Lengths are in UTF-16 units. Anything beyond ASCII is not a digit.
   std::string digits;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);

@@ -7,8 +7,8 @@
 
 namespace fleetor {
 
-/// One page of the vehicle pager. The pager sets its vehicle before it installs the page, and tells it when
-/// it is selected. A page never polls by itself.
+/// One page of the vehicle pager. The pager sets its vehicle before it installs the page, and calls
+/// tabSelected(). A page never polls.
 class DetailPageViewController : public BaseViewController {
  public:
   using BaseViewController::BaseViewController;

@@ -1,17 +1,30 @@
 #include "vehicle/info_detail_view_controller.h"
 
 #include <any>
+#include <iterator>
 
 #include "shell/base/info_cell.h"
 #include "shell/base/loading_cell.h"
-#include "shell/base/vehicle_table_view_cell.h"
 #include "vehicle/notifications.h"
+#include "vehicle/vehicle_table_view_cell.h"
 
 namespace fleetor {
 
 namespace {
-constexpr int infoRows = 10;
-constexpr int infoVehicleRow = 0;
+
+/// What comes below the vehicle's own row.
+constexpr InfoRow<Live> readingRows[] = {
+    {[](const Live& live) { return live.dateTime().str(); }, "Update time"},
+    {[](const Live& live) { return live.speed.str() + "km/h"; }, "Speed"},
+    {[](const Live& live) { return live.rpm.str(); }, "RPM"},
+    {[](const Live& live) { return live.direction.str() + "°"; }, "Direction"},
+    {[](const Live& live) { return live.street.str(); }, "Address"},
+    {[](const Live& live) { return live.powerSupply.str() + live.powerSupplyType.str(); }, "Power supply"},
+    {[](const Live& live) { return live.temp.str() + "°C"; }, "Temperature"},
+    {[](const Live& live) { return live.fuel.str() + live.fuelType.str(); }, "Fuel"},
+    {[](const Live& live) { return live.odometer.str(); }, "Odometer"},
+};
+
 }  // namespace
 
 InfoDetailViewController::InfoDetailViewController(Environment& environment)
@@ -52,52 +65,25 @@ void InfoDetailViewController::receivedNotification(const Notification& notifica
 }
 
 int InfoDetailViewController::tableViewNumberOfRowsInSection(TableView&, int) {
-  return live_ ? infoRows : 1;
+  return live_ ? 1 + static_cast<int>(std::size(readingRows)) : 1;
 }
 
 std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                                         IndexPath path) {
   if (!live_) return dequeueLoadingCell(tableView);
-  if (path.row == infoVehicleRow) {
+  if (path.row == 0) {
     auto cell = std::static_pointer_cast<VehicleTableViewCell>(
         tableView.dequeueReusableCellWithIdentifier("VehicleCell"));
-    cell->nameLabel().setText(live_->vehicle().fullName());
-    cell->photoImageView().setImage(live_->vehicle().icon.str());
+    cell->show(live_->vehicle(), true);
     return cell;
   }
-  const auto [value, caption] = textsForRow(path.row);
-  return dequeueInfoCell(tableView, value, caption);
+  const auto& [value, caption] = readingRows[path.row - 1];
+  return dequeueInfoCell(tableView, value(*live_), localized(caption));
 }
 
 double InfoDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath path) {
   if (!live_) return 60.0;
-  return path.row == infoVehicleRow ? 68.0 : 42.0;
-}
-
-std::pair<std::string, std::string> InfoDetailViewController::textsForRow(int row) const {
-  const Live& live = *live_;
-  switch (row) {
-    case 1:
-      return {live.dateTime().str(), localized("Update time")};
-    case 2:
-      return {live.speed.str() + "km/h", localized("Speed")};
-    case 3:
-      return {live.rpm.str(), localized("RPM")};
-    case 4:
-      return {live.direction.str() + "°", localized("Direction")};
-    case 5:
-      return {live.street.str(), localized("Address")};
-    case 6:
-      return {live.powerSupply.str() + live.powerSupplyType.str(), localized("Power supply")};
-    case 7:
-      return {live.temp.str() + "°C", localized("Temperature")};
-    case 8:
-      return {live.fuel.str() + live.fuelType.str(), localized("Fuel")};
-    case 9:
-      return {live.odometer.str(), localized("Odometer")};
-    default:
-      return {};
-  }
+  return path.row == 0 ? 68.0 : 42.0;
 }
 
 }  // namespace fleetor

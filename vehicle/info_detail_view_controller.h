@@ -1,16 +1,14 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <utility>
 
 #include "ui/table_view.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
 
-/// The vehicle's latest readings as a list in "itemsTableView". Shows what the pager's polls bring while it
-/// is visible; keeps the last readings otherwise, whatever goes wrong.
+/// The vehicle's latest readings as a list in "itemsTableView". The pager's polls update it while it is
+/// visible; otherwise, and after failures, it keeps the last readings.
 class InfoDetailViewController final : public DetailPageViewController,
                                        public TableViewDataSource,
                                        public TableViewDelegate {
@@ -18,7 +16,7 @@ class InfoDetailViewController final : public DetailPageViewController,
   explicit InfoDetailViewController(Environment& environment);
 
   TableView& itemsTableView() { return itemsTableView_; }
-  const std::shared_ptr<const Live>& live() const { return live_; }  ///< none before the first
+  const std::shared_ptr<const Live>& live() const { return live_; }  ///< null before the first
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -31,9 +29,6 @@ class InfoDetailViewController final : public DetailPageViewController,
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  private:
-  /// Value and caption of a row.
-  std::pair<std::string, std::string> textsForRow(int row) const;
-
   TableView itemsTableView_;
   std::shared_ptr<const Live> live_;
 };

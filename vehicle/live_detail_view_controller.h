@@ -8,10 +8,9 @@
 
 namespace fleetor {
 
-/// Where the vehicle is now and the trail that it has left while this page was looking: the pager's polls
-/// that come while the page is visible, each that lies more than a metre from the one before. The trail is
-/// never stored, has no limit, and is lost when the program goes to the background. Until there is a first
-/// position the map is covered.
+/// Where the vehicle is now and its trail: the positions polled while the page is visible, each more than a
+/// metre from the one before. The trail is not stored, has no limit, and is lost when the program goes to the
+/// background. Until there is a first position the map is covered.
 ///
 /// The vehicle's icon has two images: the plain one for headings above 179 degrees, and one whose name is
 /// preceded by "p" for those up to 179.

@@ -1,6 +1,5 @@
 #include "vehicle/map_detail_view_controller.h"
 
-#include <any>
 #include <utility>
 
 #include "service/api.h"
@@ -11,12 +10,12 @@ namespace fleetor {
 
 namespace {
 constexpr double vehicleMarkerHeight = 1000.0;
-constexpr ScreenPoint flagOffset{0, -20};  // its foot is the middle of its lower edge
+constexpr ScreenPoint flagOffset{0, -20};  // the foot is in the middle of the lower edge
 }  // namespace
 
 void MapDetailViewController::viewDidLoad() {
   TrackPageViewController::viewDidLoad();
-  date_ = environment().clock.day(environment().clock.now());
+  day_.setDate(environment().clock.day(environment().clock.now()));
   loadingIndicator().stopAnimating();
 }
 
@@ -26,28 +25,19 @@ void MapDetailViewController::viewDidAppear(bool animated) {
               [this](const Notification& notification) { receivedNotification(notification); });
 }
 
-// The pager may come here before this page has heard of the return to the foreground.
+// The pager may call this before the page is notified of the return to the foreground.
 void MapDetailViewController::firstSelected() {
   TrackPageViewController::firstSelected();
-  if (!date_) date_ = tempDate_;
-  loadItems(date_);
+  day_.putBack();
+  loadItems(date());
 }
 
 void MapDetailViewController::receivedNotification(const Notification& notification) {
-  const auto* day = std::any_cast<std::string>(&notification.object);
-  if (!day) return;
-  date_ = *day;
-  loadItems(date_);
+  if (day_.receive(notification.object)) loadItems(date());
 }
 
-// Without a trip to the background there is nothing to put back.
-void MapDetailViewController::wilEnterForeground() {
-  if (tempDate_) date_ = tempDate_;
-}
-
-// Emptied twice in a row, the day is still the one from before.
 void MapDetailViewController::clearView() {
-  if (date_) tempDate_ = std::exchange(date_, std::nullopt);
+  day_.putAside();
   TrackPageViewController::clearView();
   noteLabel().setText("");
   endLoading();
@@ -59,26 +49,25 @@ void MapDetailViewController::receivedPosition(Coordinate position) {
 }
 
 void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
-  if (!day || (isLoading() && day == date_)) return;
+  if (!day || (isLoading() && day == date())) return;
   setLoading(true);
   loadingIndicator().startAnimating();
   noteLabel().setText("");
   updateCover();
   const auto self = sharedFrom(this);
-  API::getWithPath("/map", {{"vehid", vehicle().vehicleId}, {"date", *date_}}, modelClass<MapResponse>, {},
+  API::getWithPath("/map", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<MapResponse>, {},
                    [self, day](auto response, auto kind, long, auto&) {
                      if (kind != ResponseKindSuccess) {
                        self->showFailure();
                        return self->endLoading();
                      }
-                     // The answer, some hundred thousand texts, is taken apart over there as well; the page
-                     // never is.
+                     // The answer, some hundred thousand texts, is also destroyed there; the page never is.
                      self->runInBackground([page = self, day, response = std::move(response)]() mutable {
                        const auto track = std::make_shared<const DayTrack>(DayTrack::fromAnswer(*response));
                        response = nullptr;
                        auto& queues = page->environment().queues;
                        queues.main([page = std::move(page), day, track] {
-                         if (page->date_ == day)
+                         if (page->date() == day)
                            page->show(*track);
                          else
                            page->showFailure();
@@ -98,7 +87,7 @@ void MapDetailViewController::show(const DayTrack& track) {
   mapView().showAnnotations(mapView().annotations(), false);
 }
 
-// A picture from before stays, and the request layer has shown what went wrong.
+// An earlier track stays, and the request layer has shown the failure.
 void MapDetailViewController::showFailure() {
   if (mapView().annotations().empty()) noteLabel().setText(localized("The track could not be loaded"));
 }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "vehicle/chosen_day.h"
 #include "vehicle/track_page_view_controller.h"
 
 namespace fleetor {
@@ -12,22 +13,21 @@ struct DayTrack;
 
 /// The vehicle's track of one day: today's at first, then that of the day chosen in the pager while this page
 /// is visible. A line through all points, a marker where it begins, where it ends and at each parking stop
-/// between. "loadingIndicator" spins while a request is out. Until a track has been drawn, the map is
+/// between. "loadingIndicator" spins while a request is in flight. Until a track has been drawn, the map is
 /// covered while one is loading, and after that while no position of the vehicle is known.
 ///
-/// The loading flag is the only guard: a day chosen while a request is out is not loaded, the answer then
-/// belongs to another day and is dropped, and the map keeps its picture until the next selection or day. A
-/// day without points keeps the picture, a day with one point keeps the line.
+/// The loading flag is the only guard: a day chosen while a request is in flight is not loaded, the answer
+/// belongs to another day and is dropped, and the map keeps its content until the next selection or day. A
+/// day without points keeps the content, a day with one point keeps the line.
 ///
-/// An answer is turned into a line and markers on the global queue and put on the map in one go on the main
-/// queue; until then the request counts as being out. So 86,400 points stop no frame. A request keeps the
-/// page alive until then.
+/// The global queue turns an answer into a line and markers, the main queue shows them at once; the request
+/// counts as in flight until then and keeps the page alive. So a day of 86,400 points drops no frame.
 class MapDetailViewController final : public TrackPageViewController {
  public:
   using TrackPageViewController::TrackPageViewController;
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
-  const std::optional<std::string>& date() const { return date_; }
+  const std::optional<std::string>& date() const { return day_.date(); }
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -41,9 +41,9 @@ class MapDetailViewController final : public TrackPageViewController {
   void mapViewDidAddAnnotationViews(MapView& mapView, const MapAnnotationViews& views) override;
 
  private:
-  void wilEnterForeground() override;
+  void wilEnterForeground() override { day_.putBack(); }
 
-  /// Without a day nothing is asked.
+  /// Without a day nothing is requested.
   void loadItems(const std::optional<std::string>& day);
   void show(const DayTrack& track);
   void showFailure();
@@ -51,9 +51,8 @@ class MapDetailViewController final : public TrackPageViewController {
   void endLoading();
   void updateCover();
 
-  bool wasDrawn_ = false;  ///< a track, ever
-  std::optional<std::string> date_;
-  std::optional<std::string> tempDate_;  ///< keeps the day while the program is in the background
+  bool wasDrawn_ = false;  ///< a track has been drawn at least once
+  ChosenDay day_;
 };
 
 }  // namespace fleetor

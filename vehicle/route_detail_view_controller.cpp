@@ -1,8 +1,5 @@
 #include "vehicle/route_detail_view_controller.h"
 
-#include <any>
-#include <utility>
-
 #include "service/api.h"
 #include "shell/base/loading_cell.h"
 #include "vehicle/notifications.h"
@@ -29,7 +26,7 @@ RouteDetailViewController::RouteDetailViewController(Environment& environment)
 
 void RouteDetailViewController::viewDidLoad() {
   DetailPageViewController::viewDidLoad();
-  date_ = environment().clock.day(environment().clock.now());
+  day_.setDate(environment().clock.day(environment().clock.now()));
   items_ = {};
   itemsTableView_.reloadData();
   addObserver(UIApplicationDidEnterBackgroundNotification,
@@ -49,28 +46,19 @@ void RouteDetailViewController::viewDidDisappear(bool animated) {
   removeFromNotificationCenter();
 }
 
-// The pager may come here before this page has heard of the return to the foreground.
+// The pager may call this before the page is notified of the return to the foreground.
 void RouteDetailViewController::firstSelected() {
   DetailPageViewController::firstSelected();
-  if (!date_) date_ = tempDate_;
+  day_.putBack();
   load();
 }
 
 void RouteDetailViewController::receivedNotification(const Notification& notification) {
-  const auto* day = std::any_cast<std::string>(&notification.object);
-  if (!day) return;
-  date_ = *day;
-  load();
+  if (day_.receive(notification.object)) load();
 }
 
-// Without a trip to the background there is nothing to put back.
-void RouteDetailViewController::wilEnterForeground() {
-  if (tempDate_) date_ = tempDate_;
-}
-
-// Emptied twice in a row, the day is still the one from before.
 void RouteDetailViewController::clearView() {
-  if (date_) tempDate_ = std::exchange(date_, std::nullopt);
+  day_.putAside();
   setLoading(false);
   items_ = {};
   itemsTableView_.reloadData();
@@ -78,17 +66,17 @@ void RouteDetailViewController::clearView() {
 
 void RouteDetailViewController::load() {
   items_ = RouteResponse::initForLoading();
-  loadItems(date_);
+  loadItems(date());
   itemsTableView_.reloadData();
 }
 
 void RouteDetailViewController::loadItems(const std::optional<std::string>& day) {
-  if (!day || (isLoading() && day == date_)) return;
+  if (!day || (isLoading() && day == date())) return;
   setLoading(true);
   const auto self = sharedFrom(this);
-  API::getWithPath("/route", {{"vehid", vehicle().vehicleId}, {"date", *date_}}, modelClass<RouteResponse>,
-                   {}, [self, day](auto response, auto kind, long, auto&) {
-                     if (kind == ResponseKindSuccess && self->date_ == day) {
+  API::getWithPath("/route", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<RouteResponse>, {},
+                   [self, day](auto response, auto kind, long, auto&) {
+                     if (kind == ResponseKindSuccess && self->date() == day) {
                        // A quick trip to the background can make two answers of one day.
                        self->items_ = RouteResponse::initForLoading();
                        self->items_.nextResult(*response);

@@ -6,6 +6,7 @@
 
 #include "service/envelopes.h"
 #include "ui/table_view.h"
+#include "vehicle/chosen_day.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
@@ -13,12 +14,11 @@ namespace fleetor {
 /// The vehicle's trips and stops of one day as a list in "itemsTableView": today's at first, then those of
 /// the day chosen in the pager while this page is visible. The whole day comes in one request.
 ///
-/// The loading flag is the only guard: a day chosen while a request is out is not loaded, and the answer,
-/// which belongs to another day, leaves the list empty until the next selection or day. While the service
-/// claims more items than it sent, the loading row stays. A request in flight keeps the page alive.
+/// The loading flag is the only guard: a day chosen while a request is in flight is not loaded, and the
+/// answer, which belongs to another day, leaves the list empty until the next selection or day. While the
+/// service claims more items than it sent, the loading row stays. A request in flight keeps the page alive.
 ///
-/// The page hears of the program's trips to the background from loading until it first disappears, and not
-/// again after that.
+/// The page follows the program to the background and back only until it first disappears.
 class RouteDetailViewController final : public DetailPageViewController,
                                         public TableViewDataSource,
                                         public TableViewDelegate {
@@ -29,7 +29,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   const RouteResponse& items() const { return items_; }
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
-  const std::optional<std::string>& date() const { return date_; }
+  const std::optional<std::string>& date() const { return day_.date(); }
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -37,7 +37,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   void firstSelected() override;
   void receivedNotification(const Notification& notification);
 
-  /// Empties the list; the day is put back on the return to the foreground.
+  /// Empties the list and puts the day aside until the return to the foreground.
   void clearView();
 
   int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
@@ -47,18 +47,17 @@ class RouteDetailViewController final : public DetailPageViewController,
 
  private:
   void didEnterBackground() { clearView(); }
-  void wilEnterForeground();
+  void wilEnterForeground() { day_.putBack(); }
 
   /// Shows the loading row and asks for the day.
   void load();
 
-  /// Without a day nothing is asked.
+  /// Without a day nothing is requested.
   void loadItems(const std::optional<std::string>& day);
   int numberOfItems() const { return items_.route ? static_cast<int>(items_.route->size()) : 0; }
 
   TableView itemsTableView_;
-  std::optional<std::string> tempDate_;
-  std::optional<std::string> date_;
+  ChosenDay day_;
   RouteResponse items_;
 };
 

@@ -17,8 +17,7 @@ namespace fleetor {
 ///
 /// Until there is something to show, the map is covered and follows the positions that the pager receives.
 ///
-/// The page hears of the program's trips to the background from loading until it first disappears, and not
-/// again after that.
+/// The page follows the program to the background and back only until it first disappears.
 class TrackPageViewController : public DetailPageViewController, public MapViewDelegate {
  public:
   explicit TrackPageViewController(Environment& environment);
@@ -28,7 +27,7 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
   ActivityIndicator& loadingIndicator() { return loadingIndicator_; }
   Label& noteLabel() { return noteLabel_; }
 
-  /// The line on the map; none: no line.
+  /// The line on the map, or null.
   const std::shared_ptr<MapPolyline>& polyline() const { return polyline_; }
   const std::shared_ptr<MapPolylineRenderer>& polylineRenderer() const { return polylineRenderer_; }
 

@@ -29,7 +29,7 @@ constexpr std::array<PageEntry, VehicleViewController::pageCount> pageTable{{
     {"LiveDetailVC", "TabLive", "Live"},
     {"MapDetailVC", "TabMap", "Map"},
     {"RouteDetailVC", "TabRoute", "Trips"},
-    {"AboutDetailVC", "TabAbout", "About"},
+    {"AboutDetailVC", "TabAbout", "About|vehicle"},
 }};
 
 }  // namespace
@@ -156,7 +156,7 @@ void VehicleViewController::didEnterBackground() {
 }
 
 void VehicleViewController::wilEnterForeground() {
-  // A poll still to come keeps a screen that was left alive for a while; a new loop would keep it for ever.
+  // A pending poll keeps a screen that was left alive for a while; a new loop would never end.
   if (!parentViewController() && appearanceState() == AppearanceState::disappeared) return;
   refreshFlag_ = true;
   loadItems();
@@ -164,7 +164,7 @@ void VehicleViewController::wilEnterForeground() {
 }
 
 void VehicleViewController::showDatePicker(Component& sender) {
-  const auto self = sharedFrom(this);  // until the picker goes
+  const auto self = sharedFrom(this);  // until the picker is released
   ActionSheetDatePicker::showPickerWithTitle(
       environment(), localized("Choose date"), DatePickerMode::date, date_,
       [self](Date chosen) {

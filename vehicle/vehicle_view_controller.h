@@ -14,11 +14,11 @@
 namespace fleetor {
 
 /// The vehicle pager: five pages about one vehicle over a tab bar. It owns the one polling loop and the
-/// chosen day and tells the pages of both through notifications (vehicle/notifications.h).
+/// chosen day and reports both to the pages by notifications (vehicle/notifications.h).
 ///
 /// The loop polls 15 seconds after each answer while the screen is visible and the program is in the
-/// foreground. A poll in flight and a poll still to come keep the screen alive; neither is ever cancelled, so
-/// a quick return runs two loops side by side, which the loading flag alone keeps from overlapping. Once the
+/// foreground. A poll in flight and a pending one keep the screen alive and are never cancelled. So a quick
+/// return runs two loops side by side; only the loading flag keeps their requests from overlapping. Once the
 /// session has ended, neither does anything.
 class VehicleViewController final : public PageViewController,
                                     public SwipeTabBarControllerDelegate,
@@ -30,14 +30,14 @@ class VehicleViewController final : public PageViewController,
 
   bool refreshFlag() const { return refreshFlag_; }
 
-  /// Set by whoever opens the pager, before it loads.
+  /// Set before the pager loads.
   const Vehicle& vehicle() const { return vehicle_; }
   void setVehicle(Vehicle vehicle) { vehicle_ = std::move(vehicle); }
 
   TabBar& pagesTabBar() { return pagesTabBar_; }
   Date date() const { return date_; }
 
-  /// The embedded pager, which the storyboard has made the last child; none before loading.
+  /// The embedded pager, the last child; null before loading.
   const std::shared_ptr<SwipeTabBarController>& swipeTabBarController() const {
     return swipeTabBarController_;
   }
@@ -54,7 +54,7 @@ class VehicleViewController final : public PageViewController,
 
   void showDatePicker(Component& sender);
 
-  /// One poll, unless one is on its way or the session has ended.
+  /// One poll, unless one is in flight or the session has ended.
   void loadItems();
 
  private:

@@ -50,6 +50,9 @@ QString LabelItem::text() const {
 QUrl ImageViewItem::source() const {
   return read<ImageView>([](ImageView& c) { return Adapters::imageUrl(c.image()); });
 }
+QUrl ImageViewItem::darkSource() const {
+  return read<ImageView>([](ImageView& c) { return Adapters::imageUrl("dark/" + c.image()); });
+}
 
 bool ActivityIndicatorItem::animating() const {
   return read<ActivityIndicator>([](ActivityIndicator& c) { return c.isAnimating(); });
@@ -112,12 +115,11 @@ void TextFieldItem::pressReturn() {
 }
 
 QString WebViewItem::document() const {
+  // Only resources of the program are shown; nothing is ever fetched for this view.
   const QString url = read<WebView>([](WebView& c) { return QString::fromStdString(c.url()); });
-  if (url.isEmpty()) return {};
-  // Documents of the program lie among its resources or beside it; nothing is ever fetched for this view.
   const QString prefix = QStringLiteral("file://");
   if (!url.startsWith(prefix)) return {};
-  QFile file(QUrl::fromPercentEncoding(url.mid(prefix.size()).toUtf8()));
+  QFile file(url.mid(prefix.size()));
   return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 void WebViewItem::tapLink(const QString& url) {

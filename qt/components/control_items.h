@@ -38,10 +38,12 @@ class ImageViewItem : public fleetor::ComponentItem {
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QUrl source READ source NOTIFY changed)
+  Q_PROPERTY(QUrl darkSource READ darkSource NOTIFY changed)  ///< for the dark appearance; empty without one
 
  public:
   using ComponentItem::ComponentItem;
   QUrl source() const;
+  QUrl darkSource() const;
 };
 
 class ActivityIndicatorItem : public fleetor::ComponentItem {

@@ -217,9 +217,8 @@ void RevealControllerItem::beginPan() {
   refresh();
 }
 
-void RevealControllerItem::pan(bool open) {
-  if (auto* container = as<SWRevealViewController>())
-    container->pan(open ? FrontViewPosition::right : FrontViewPosition::left);
+void RevealControllerItem::endPan(double x) {
+  if (auto* container = as<SWRevealViewController>()) container->endPan(x);
 }
 
 bool RevealControllerItem::tapShouldBegin() const {

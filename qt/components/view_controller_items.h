@@ -136,7 +136,7 @@ class RevealControllerItem : public fleetor::ViewControllerItem {
 
   Q_INVOKABLE bool panShouldBegin(double x) const;
   Q_INVOKABLE void beginPan();
-  Q_INVOKABLE void pan(bool open);
+  Q_INVOKABLE void endPan(double x);
   Q_INVOKABLE bool tapShouldBegin() const;
   Q_INVOKABLE void tapFront();
 };

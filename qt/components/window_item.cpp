@@ -14,32 +14,6 @@ std::vector<std::shared_ptr<ViewController>> presentedFrom(const Window& window)
   return screens;
 }
 
-/// Goes one step back within that screen or in what it contains.
-bool stepBack(ViewController& screen) {
-  if (auto* stack = dynamic_cast<NavigationController*>(&screen)) {
-    if (stepBack(*stack->topViewController())) return true;
-    if (stack->viewControllers().size() < 2 && !stack->presentingViewController()) return false;
-    const auto& left = stack->topViewController()->navigationItem().leftBarButtonItems();
-    if (!left.empty())
-      left.front()->tap();
-    else
-      stack->popViewControllerAnimated(true);
-    return true;
-  }
-  if (auto* container = dynamic_cast<SWRevealViewController*>(&screen)) {
-    if (container->tapShouldBegin()) {
-      container->tapFront();
-      return true;
-    }
-    return container->frontViewController() && stepBack(*container->frontViewController());
-  }
-  if (auto* cancel = dynamic_cast<Button*>(screen.findOutlet("cancelButton"))) {
-    cancel->tap();
-    return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 WindowItem::WindowItem(Component& component, Adapters& registry)
@@ -112,20 +86,7 @@ void WindowItem::setKeyboardHeight(double points) {
 
 bool WindowItem::goBack() {
   auto* window = as<Window>();
-  if (!window) return false;
-  if (!window->alerts().empty()) {
-    const auto alert = window->alerts().back();
-    alert->tapButton(0);
-    return true;
-  }
-  if (const auto picker = window->datePicker()) {
-    picker->cancel();
-    return true;
-  }
-  ViewController* top = window->topViewController();
-  if (!top) return false;
-  const auto kept = top->shared_from_this();
-  return stepBack(*kept);
+  return window && window->goBack();
 }
 
 void WindowItem::setSize(double width, double height) {

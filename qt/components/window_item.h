@@ -47,8 +47,7 @@ class WindowItem : public fleetor::ComponentItem {
   double keyboardHeight() const;
   void setKeyboardHeight(double points);
 
-  /// The user wants to go back: cancels the alert or the picker, closes the menu, or presses the way back of
-  /// the screen on top. False: there is nothing to go back to.
+  /// The user wants to go back. False: there is nothing to go back from.
   Q_INVOKABLE bool goBack();
 
   void setSize(double width, double height);

@@ -60,7 +60,7 @@ void BaseViewController::showErrorToast(const std::string& message) {
   environment().window->showToast(message, toastSeconds, false);
 }
 
-// Looks like an error on purpose; screens still say which of the two they mean.
+// Same appearance as an error; callers still state which of the two they mean.
 void BaseViewController::showSuccessToast(const std::string& message) {
   environment().window->showToast(message, toastSeconds, false);
 }
@@ -83,7 +83,8 @@ void BaseViewController::hideKeyboard(Component&) {
 }
 
 std::string BaseViewController::localized(const std::string& key) const {
-  return environment().device.localizedString(key);
+  const std::string text = environment().device.localizedString(key);
+  return text == key ? text.substr(0, text.find('|')) : text;
 }
 
 void BaseViewController::addObserver(const std::string& name, NotificationCenter::Handler handler) {

@@ -20,8 +20,7 @@ class BaseViewController : public ViewController {
   explicit BaseViewController(Environment& environment) : ViewController(environment) {}
   ~BaseViewController() override;
 
-  /// True while a request of this screen's own is in flight; every way in which that request can end clears
-  /// it.
+  /// True while a request of this screen is in flight; each completion clears it.
   bool isLoading() const { return loading_; }
   void setLoading(bool loading) { loading_ = loading; }
 
@@ -57,15 +56,15 @@ class BaseViewController : public ViewController {
   void hideKeyboard(Component& sender);
 
  protected:
-  /// The text for people behind an English key.
+  /// The text in the user's language for an English one; the English one without a translation. What follows
+  /// a "|" is not shown: it separates texts that are the same in English ("About|vehicle").
   std::string localized(const std::string& key) const;
 
   /// Subscribes this screen; all its subscriptions end together.
   void addObserver(const std::string& name, NotificationCenter::Handler handler);
   void removeFromNotificationCenter();
 
-  /// The screen for a call that comes later and keeps it alive until then: `const auto self =
-  /// sharedFrom(this);`
+  /// Keeps the screen alive until a later call: `const auto self = sharedFrom(this);`
   template <class Screen>
   static std::shared_ptr<Screen> sharedFrom(Screen* screen) {
     return std::static_pointer_cast<Screen>(screen->shared_from_this());

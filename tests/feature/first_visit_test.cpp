@@ -29,10 +29,10 @@ TEST(FirstVisit, LeadsFromTheTermsOverTheSignInAndThePagesOfTheListToReadingsTha
   // The terms, presented once. A link in them opens outside.
   auto* terms = client.find<TermsViewController>();
   ASSERT_TRUE(terms);
-  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee%20tor/tos.html");
+  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee tor/tos.html");
   terms->tosWebView().tapLink("http://elsewhere.test/");
   EXPECT_THAT(phone.device.openedURLs, ElementsAre("http://elsewhere.test/"));
-  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee%20tor/tos.html");
+  EXPECT_EQ(terms->tosWebView().url(), "file:///opt/flee tor/tos.html");
   std::set<const ViewController*> presented;
   auto* launch = client.root<LaunchViewController>();
   const Connection onLaunch = launch->changed.connect([&presented, launch] {
@@ -105,13 +105,7 @@ TEST(LaterVisit, FindsTheUserSignedInUntilTheTabletSignsOut) {
     client.advance(0.1);
     ASSERT_TRUE(client.root<MainViewController>());
 
-    auto* list = client.find<VehiclesTableViewController>();
-    list->navigationItem().leftBarButtonItems().at(0)->tap();
-    const auto& alert = client.application.window().alerts().at(0);
-    EXPECT_EQ(alert->message(), "Are you sure you want to log out?");
-    alert->tapButton(0);
-    EXPECT_TRUE(API::isLogged());
-    list->navigationItem().leftBarButtonItems().at(0)->tap();
+    client.tapLeftButtonOf(*client.find<VehiclesTableViewController>());
     client.transport.leaveOpen("/logout");  // nobody waits for the service here
     client.takeRequests();
     client.application.window().alerts().at(0)->tapButton(1);

@@ -25,7 +25,7 @@ class Maps : public testing::Test {
     Viewport eyes(client.find<VehiclesTableViewController>()->itemsTableView());
     client.settle();
     client.transport.answer("/live", [this](const HttpRequest& request) {
-      lat += drives ? 0.0001 : 0;
+      lat += 0.0001;
       return std::optional(liveReply(numberOf(request.url, "vehid"), 57, std::to_string(lat)));
     });
     client.transport.answer("/map", [this](const HttpRequest& request) {
@@ -62,7 +62,6 @@ class Maps : public testing::Test {
   LiveDetailViewController* live = nullptr;
   MapDetailViewController* map = nullptr;
   double lat = 50;
-  bool drives = true;
   std::vector<std::string> asked;
 };
 
@@ -79,28 +78,7 @@ TEST_F(Maps, OpenAtTheLastPositionThatThePagerReceivedOfItsVehicle) {
   EXPECT_FALSE(live->mapView().isCovered());
 }
 
-TEST_F(Maps, TheTrailGrowsWithEachPollThatMovesWhileItIsWatched) {
-  show(liveTab);
-  EXPECT_EQ(drawn(*live), std::pair(0ul, 0ul));
-  client.advance(45);
-  EXPECT_EQ(drawn(*live), std::pair(3ul, 1ul));
-  drives = false;
-  client.advance(60);
-  EXPECT_EQ(drawn(*live), std::pair(3ul, 1ul));
-  drives = true;
-  client.transport.answerOnce("/live", failedReply(url_error::notConnectedToInternet));
-  client.advance(30);
-  EXPECT_EQ(drawn(*live), std::pair(4ul, 1ul));
-  show(aboutTab);
-  client.advance(600);
-  EXPECT_EQ(drawn(*live), std::pair(4ul, 1ul));
-  show(liveTab);
-  client.advance(15);
-  EXPECT_EQ(drawn(*live), std::pair(5ul, 1ul));  // one long step
-  EXPECT_THAT(asked, IsEmpty());
-}
-
-TEST_F(Maps, ADayOfChoosingDaysDrawsEachAndComesBackToItFromTheBackground) {
+TEST_F(Maps, AMonthOfChoosingDaysDrawsEachAndKeepsTheLastWhileAnotherPageShows) {
   show(mapTab);
   EXPECT_EQ(drawn(*map), std::pair(10ul, 10ul));
   for (int day = 1; day < 30; ++day) {
@@ -113,16 +91,7 @@ TEST_F(Maps, ADayOfChoosingDaysDrawsEachAndComesBackToItFromTheBackground) {
   EXPECT_THAT(asked, Each(testing::MatchesRegex("/map\\?date=2026-03-[0-3][0-9]&vehid=2")));
   asked.clear();
 
-  client.application.didEnterBackground();
-  EXPECT_EQ(drawn(*map), std::pair(0ul, 0ul));
-  client.advance(3600);
-  client.application.willEnterForeground();
-  client.settle();
-  EXPECT_EQ(drawn(*map), std::pair(29ul, 29ul));
-  EXPECT_THAT(asked, ElementsAre("/map?date=2026-03-29&vehid=2"));
-  asked.clear();
-
-  // From another page the picture stays through the background, and the day is asked for again.
+  // On another page neither a chosen day nor a trip to the background reaches the map.
   show(aboutTab);
   choose(5);
   client.application.didEnterBackground();

@@ -31,7 +31,7 @@ const Trouble troubles[] = {{"not running", failedReply(url_error::cannotConnect
                             {"refusing", jsonReply(envelope(0, "", 500)), dataMessage}};
 
 // One message each, and everything goes on when the service is back.
-void expectToldOnceOnEveryScreen(const Trouble& trouble) {
+void expectShownOnceOnEveryScreen(const Trouble& trouble) {
   SCOPED_TRACE(trouble.name);
   Client client;
   client.start("");
@@ -72,12 +72,12 @@ void expectToldOnceOnEveryScreen(const Trouble& trouble) {
   EXPECT_THAT(client.takeMessages(), IsEmpty());
 }
 
-TEST(AnyTrouble, IsToldOnceOnEveryScreenAndPassesWithTheService) {
+TEST(AnyTrouble, IsShownOnceOnEveryScreenAndEndsWithTheService) {
   for (const Trouble& trouble : troubles)
-    expectToldOnceOnEveryScreen(trouble);
+    expectShownOnceOnEveryScreen(trouble);
 }
 
-TEST(WrongPassword, IsToldByTheSignInScreenAlone) {
+TEST(WrongPassword, IsShownByTheSignInScreenAlone) {
   Client client;
   client.start("");
   client.transport.answer("/token", reply(400, "application/json", R"({"error":"invalid_grant"})"));
@@ -178,18 +178,6 @@ TEST(EndedSession, ReachesTheNextUserNeitherWithAPollNorWithAnAnswer) {
       client.center.removeObserver(&posts);
     }
   }
-}
-
-TEST(EmptyAccount, ShowsAnEmptyListAndNoMessage) {
-  Client client;
-  serveFleet(client.transport, 0, 0);
-  client.start();
-  auto& table = client.vehicles();
-  Viewport eyes(table);
-  client.settle();
-  EXPECT_EQ(table.numberOfRows(), 0);
-  EXPECT_EQ(client.takeRequests().size(), 1u);
-  EXPECT_THAT(client.takeMessages(), IsEmpty());
 }
 
 }  // namespace

@@ -1,11 +1,8 @@
 #include <gmock/gmock.h>
 
-#include <any>
 #include <cmath>
 
 #include "support/client.h"
-#include "ui/action_sheet_date_picker.h"
-#include "vehicle/notifications.h"
 
 namespace fleetor::test {
 namespace {
@@ -27,7 +24,7 @@ class Watching : public testing::Test {
       return answers ? std::optional(liveReply(numberOf(request.url, "vehid"), 57)) : std::nullopt;
     });
     client.takeRequests();
-    pager = client.open(1);
+    client.open(1);
   }
 
   /// Goes to that second after the first poll.
@@ -35,27 +32,14 @@ class Watching : public testing::Test {
     client.advance(opened + static_cast<double>(second) - client.queues.elapsed().count());
   }
 
-  void choose(Date day) {
-    pager->navigationItem().rightBarButtonItems().at(0)->tap();
-    const auto picker = client.application.window().datePicker();
-    picker->setSelectedDate(day);
-    picker->done();
-  }
-
   Client client;
-  VehicleViewController* pager = nullptr;
   double opened = 0;
   bool answers = true;
   std::vector<long> polls;
 };
 
-TEST_F(Watching, ADayOfPollingWithTripsToTheBackgroundAndChosenDaysSendsEachPollInItsSecond) {
-  std::vector<std::string> chosen;
-  client.center.addObserver(this, kFleetorNotificationDate, [&](const Notification& notification) {
-    chosen.push_back(std::any_cast<std::string>(notification.object));
-  });
+TEST_F(Watching, ADayOfPollingWithTripsToTheBackgroundSendsEachPollInItsSecond) {
   std::vector<long> expected;
-  std::vector<std::string> days;
   for (long hour = 0; hour < 24; ++hour) {
     const long start = hour * 3600;
     for (long second = start; second <= start + 2985; second += 15)
@@ -63,8 +47,6 @@ TEST_F(Watching, ADayOfPollingWithTripsToTheBackgroundAndChosenDaysSendsEachPoll
     expected.push_back(
         start + 3000);  // was due already when the client went to the background; its answer is dropped
 
-    choose(client.queues.now() + std::chrono::hours(24 * hour));
-    days.push_back(client.queues.day(client.queues.now() + std::chrono::hours(24 * hour)));
     goTo(start + 2990);
     client.application.didEnterBackground();
     goTo(start + 3600);
@@ -74,8 +56,6 @@ TEST_F(Watching, ADayOfPollingWithTripsToTheBackgroundAndChosenDaysSendsEachPoll
   expected.push_back(24L * 3600);
   EXPECT_EQ(polls, expected);
   EXPECT_THAT(client.takeRequests(), Each("GET /live?vehid=2"));
-  EXPECT_EQ(chosen, days);
-  client.center.removeObserver(this);
 }
 
 TEST_F(Watching, AQuickReturnRunsTwoLoopsThatNeverOverlap) {
@@ -95,27 +75,6 @@ TEST_F(Watching, AQuickReturnRunsTwoLoopsThatNeverOverlap) {
   client.transport.answerOpen("/live", liveReply(2, 57));
   goTo(115);
   EXPECT_THAT(std::vector(polls.begin() + 8, polls.end()), ElementsAre(70, 99, 114));
-}
-
-TEST(LongList, TenThousandVehiclesArriveInOrderWithOneRequestAPage) {
-  Client client;
-  serveFleet(client.transport, 10'000, 10'000);
-  client.start();
-  auto& table = client.vehicles();
-  Viewport eyes(table);
-  client.settle();
-  while (table.numberOfRows() < 10'000) {
-    const int before = table.numberOfRows();
-    eyes.scrollToEnd();
-    client.queues.runUntilIdle();
-    ASSERT_GT(table.numberOfRows(), before - 1);
-    ASSERT_LE(client.transport.count("/vehicles"), 500u);
-  }
-  const auto requests = client.takeRequests();
-  ASSERT_EQ(requests.size(), 500u);
-  for (std::size_t page = 0; page < requests.size(); ++page)
-    EXPECT_EQ(requests[page], "GET /vehicles?limit=20&offset=" + std::to_string(page * 20));
-  EXPECT_EQ(client.textOfRow(table, 9'999), "Vehicle 10000\nKR 10000");
 }
 
 }  // namespace

@@ -15,7 +15,6 @@ class FollowingScreen : public BaseViewController {
 
   void viewDidLoad() override {
     setScrollViewBottomConstraint(bottom);
-    outlet("field", field);
     setHandleKeyboard(true);
     BaseViewController::viewDidLoad();
     EXPECT_FALSE(isHandlingKeyboard());
@@ -24,7 +23,6 @@ class FollowingScreen : public BaseViewController {
   }
 
   std::shared_ptr<LayoutConstraint> bottom = std::make_shared<LayoutConstraint>();
-  TextField field{environment()};
   std::vector<double> layouts;
 
  private:
@@ -58,28 +56,6 @@ TEST_F(Base, ContentIsLiftedByTheFirstKeyboardAndComesBackToItsRestingPlace) {
   EXPECT_EQ(screen->bottom->constant(), 12);
 }
 
-TEST_F(Base, AFieldGetsOneToolbarWhoseButtonClosesTheKeyboard) {
-  const auto screen = std::make_shared<FollowingScreen>(client.environment);
-  client.application.window().setRootViewController(screen);
-  screen->accessoryViewForTextField(screen->field);
-  const auto toolbar = screen->field.inputAccessoryView();
-  screen->accessoryViewForTextField(screen->field);
-  EXPECT_EQ(screen->field.inputAccessoryView(), toolbar);
-  EXPECT_EQ(toolbar->frame(), (Rect{0, 0, 320, 44}));
-  ASSERT_EQ(toolbar->items().size(), 2u);
-  screen->field.becomeFirstResponder();
-  toolbar->items()[1]->tap();
-  EXPECT_FALSE(client.application.window().keyboard().visible());
-}
-
-TEST_F(Base, TasksForTheMainThreadWaitForTheirTurn) {
-  std::string order;
-  FollowingScreen(client.environment).runOnMainThread([&] { order += "task "; });
-  order += "caller ";
-  client.queues.runUntilIdle();
-  EXPECT_EQ(order, "caller task ");
-}
-
 TEST_F(Base, OnlyOldSystemsHaveBarsThatAreSetOneByOne) {
   for (const double version : {7.1, 8.0}) {
     client.machine.device.version = version;
@@ -88,7 +64,6 @@ TEST_F(Base, OnlyOldSystemsHaveBarsThatAreSetOneByOne) {
         client.environment, std::make_shared<FollowingScreen>(client.environment));
     navigation->topViewController()->loadViewIfNeeded();
     EXPECT_EQ(navigation->navigationBar().translucent(), version == 8.0);
-    EXPECT_EQ(navigation->preferredStatusBarStyle(), StatusBarStyle::lightContent);
   }
 }
 

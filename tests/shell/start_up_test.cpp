@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "shell/about_view_controller.h"
 #include "shell/choose_vehicle_table_view_controller.h"
 #include "shell/empty_view_controller.h"
 #include "shell/launch_image.h"
@@ -51,14 +50,8 @@ TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
   EXPECT_TRUE(std::dynamic_pointer_cast<MenuViewController>(container.rearViewController()));
   EXPECT_TRUE(container.panShouldBegin(120));
   EXPECT_FALSE(container.panShouldBegin(121));
-  auto* list = client.find<VehiclesTableViewController>();
-  EXPECT_EQ(list->title(), "My Vehicles");
-  EXPECT_TRUE(list->navigationItem().rightBarButtonItems().empty());
-  client.tapLeftButtonOf(*list);
+  client.tapLeftButtonOf(*client.find<VehiclesTableViewController>());
   EXPECT_EQ(container.frontViewPosition(), FrontViewPosition::right);
-  container.tapFront();
-  client.settle();
-  EXPECT_EQ(container.frontViewPosition(), FrontViewPosition::left);
 }
 
 TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
@@ -70,7 +63,6 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
   auto& container = *client.root<MainViewController>();
   const Rect beside{300, 0, 724, 768};
   EXPECT_EQ(container.frontViewController()->view().frame(), beside);
-  EXPECT_EQ(container.rearViewController()->view().frame(), (Rect{0, 0, 300, 768}));
   EXPECT_EQ(client.find<EmptyViewController>()->launchImageView().image(), "2048x1536.png");
   auto* list = client.find<VehiclesTableViewController>();
   EXPECT_EQ(list->appearanceState(), ViewController::AppearanceState::appeared);
@@ -89,7 +81,6 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
   client.advance(31);
   EXPECT_TRUE(first.expired());
   client.application.window().setSize({1200, 700});
-  EXPECT_EQ(container.frontViewController()->view().frame(), (Rect{300, 0, 900, 700}));
   EXPECT_EQ(container.rearViewController()->view().frame(), (Rect{0, 0, 300, 700}));
   client.open(2);
   EXPECT_EQ(container.frontViewController()->view().frame(), (Rect{300, 0, 900, 700}));
@@ -103,19 +94,14 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
     EXPECT_EQ(sheet->modalPresentationStyle(), ModalPresentationStyle::formSheet);
     auto& page = *sheet->childViewControllers().at(0);
     EXPECT_EQ(page.storyboardIdentifier(), i == 0 ? "AccountVC" : "AboutVC");
-    if (auto* about = dynamic_cast<AboutViewController*>(&page)) {
-      EXPECT_EQ(about->aboutWebView().url(), "") << "this device has no such document";
-    }
-    ASSERT_EQ(page.navigationItem().leftBarButtonItems().size(), 1U);
-    EXPECT_EQ(page.navigationItem().leftBarButtonItems()[0]->systemItem(), SystemItem::cancel);
     client.tapLeftButtonOf(page);
     EXPECT_FALSE(container.presentedViewController());
   }
 
-  // A new root starts in the window as it is now, not in the screen that the device has.
   client.delegate.showMainOrLogin();
   EXPECT_EQ(client.root<MainViewController>()->frontViewController()->view().frame(),
-            (Rect{300, 0, 900, 700}));
+            (Rect{300, 0, 900, 700}))
+      << "the size of the window, not of the device";
 }
 
 TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
@@ -159,8 +145,6 @@ TEST(Widget, WaitsForTheTermsAndGivesWayToWhatIsPresentedAlready) {
   client.find<TermsViewController>()->agreeButton().tap();
   client.find<TermsViewController>()->agreeButton().tap();  // an impatient second tap
   client.settle();
-  auto* container = client.root<MainViewController>();
-  ASSERT_TRUE(container);
   auto* chooser = client.find<ChooseVehicleTableViewController>();
   ASSERT_TRUE(chooser);
   EXPECT_EQ(chooser->modalPresentationStyle(), ModalPresentationStyle::formSheet);
@@ -173,9 +157,6 @@ TEST(Widget, WaitsForTheTermsAndGivesWayToWhatIsPresentedAlready) {
   client.settle();
   EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
   EXPECT_FALSE(client.delegate.showChooser());
-  client.delegate.showMainOrLogin();
-  client.settle();
-  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
 }
 
 TEST(Chooser, StoresTheVehicleForTheWidgetOrNothing) {
@@ -191,9 +172,7 @@ TEST(Chooser, StoresTheVehicleForTheWidgetOrNothing) {
   Viewport eyes(chooser->itemsTableView());
   client.settle();
   EXPECT_EQ(client.textOfRow(chooser->itemsTableView(), 3), "Vehicle 4");
-  chooser->itemsTableView().tap(20);  // the loading row
-  client.settle();
-  ASSERT_EQ(client.find<ChooseVehicleTableViewController>(), chooser);
+  EXPECT_EQ(chooser->itemsTableView().cellForRow(3)->detailTextLabel().text(), "");
   chooser->itemsTableView().tap(3);
   client.settle();
   EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());

@@ -10,7 +10,6 @@
 
 #include "service/api.h"
 #include "shell/app_delegate.h"
-#include "shell/base/vehicle_table_view_cell.h"
 #include "shell/launch_view_controller.h"
 #include "shell/login_view_controller.h"
 #include "shell/main_storyboard.h"
@@ -26,6 +25,7 @@
 #include "ui/appearance.h"
 #include "ui/navigation_controller.h"
 #include "vehicle/info_detail_view_controller.h"
+#include "vehicle/vehicle_table_view_cell.h"
 #include "vehicle/vehicle_view_controller.h"
 
 namespace fleetor::test {

@@ -6,13 +6,18 @@
 
 namespace fleetor::test {
 
-/// Whether the German table has that English text; the tables are tested to hold the same ones.
+/// Whether that English text has translations or is listed as lacking some. The German table stands for all:
+/// tests/resources/languages_test.cpp compares them.
 inline bool isTranslated(const std::string& key) {
-  static const std::string table = [] {
-    std::ifstream file(FLEETOR_GERMAN_TABLE);
-    return std::string(std::istreambuf_iterator<char>(file), {});
+  static const std::string texts = [] {
+    std::string all;
+    for (const char* path : {FLEETOR_GERMAN_TABLE, FLEETOR_UNTRANSLATED}) {
+      std::ifstream file(path);
+      all.append(std::istreambuf_iterator<char>(file), {});
+    }
+    return all;
   }();
-  return table.find('"' + key + "\": ") != std::string::npos;
+  return texts.find("\n  \"" + key + '"') != std::string::npos;
 }
 
 }  // namespace fleetor::test

@@ -8,7 +8,7 @@ namespace fleetor::test {
 
 class Components : public testing::Test, public World {};
 
-TEST_F(Components, TellOfAChangeOnlyWhenThereIsOne) {
+TEST_F(Components, ReportAChangeOnlyWhenThereIsOne) {
   auto button = std::make_unique<LoadingButton>();
   int changes = 0;
   int goodbyes = 0;
@@ -36,12 +36,10 @@ TEST_F(Components, ToastsShowOneAfterTheOther) {
   window.showToast("first", 3, true);
   window.showToast("second", 1, false);
   EXPECT_EQ(shown(), "first");
-  EXPECT_TRUE(window.toast()->rounded());
   queues.advance(Seconds(3.1));
   EXPECT_EQ(shown(), "first") << "it stays its seconds after it has faded in";
   queues.advance(Seconds(0.15));
   EXPECT_EQ(shown(), "second");
-  EXPECT_FALSE(window.toast()->rounded());
   queues.advance(Seconds(1.2));
   EXPECT_EQ(shown(), "-");
 
@@ -58,13 +56,14 @@ TEST_F(Components, ToastsShowOneAfterTheOther) {
   EXPECT_EQ(shown(), "-");
 }
 
-TEST_F(Components, AnAlertGoesBeforeItsAnswerIsHeardAndMayOutliveItsAsker) {
+TEST_F(Components, AnAlertClosesBeforeItAnswersAndMayOutliveItsDelegate) {
   struct Asker : AlertViewDelegate {
     Window& window;
-    std::string heard;
+    std::string answers;
     explicit Asker(Window& shownIn) : window(shownIn) {}
     void alertViewClickedButtonAtIndex(AlertView& alert, int index) override {
-      heard += alert.buttonTitles()[static_cast<std::size_t>(index)] + std::to_string(window.alerts().size());
+      answers +=
+          alert.buttonTitles()[static_cast<std::size_t>(index)] + std::to_string(window.alerts().size());
     }
   };
   auto asker = std::make_shared<Asker>(window);
@@ -74,7 +73,7 @@ TEST_F(Components, AnAlertGoesBeforeItsAnswerIsHeardAndMayOutliveItsAsker) {
   EXPECT_EQ(window.alerts().size(), 1u);
   alert->tapButton(1);
   alert->tapButton(1);
-  EXPECT_EQ(asker->heard, "Yes0") << "once, and with the alert gone";
+  EXPECT_EQ(asker->answers, "Yes0") << "once, after the alert has closed";
 
   alert->show();
   asker.reset();
@@ -87,14 +86,12 @@ TEST_F(Components, ADatePickerGivesOneAnswer) {
   const auto ask = [&] {
     return ActionSheetDatePicker::showPickerWithTitle(
         environment, "Choose", DatePickerMode::date, queues.now(),
-        [&](Date date) { diary.write("done " + queues.day(date)); }, [&] { diary.write("cancelled"); },
-        *origin);
+        [&](Date date) { diary.write("done " + queues.day(date)); }, [&] { diary.write("never"); }, *origin);
   };
   const auto replaced = ask();
   const auto picker = ask();
   replaced->done();
   EXPECT_EQ(window.datePicker(), picker);
-  EXPECT_EQ(picker->origin(), origin.get());
   origin.reset();
   EXPECT_EQ(picker->origin(), nullptr);
   picker->setSelectedDate(queues.now() + std::chrono::hours(24));
@@ -102,10 +99,6 @@ TEST_F(Components, ADatePickerGivesOneAnswer) {
   picker->cancel();
   EXPECT_EQ(diary.take(), "done 2026-03-11");
   EXPECT_EQ(window.datePicker(), nullptr);
-
-  origin = std::make_unique<Button>();
-  ask()->cancel();
-  EXPECT_EQ(diary.take(), "cancelled");
 }
 
 TEST_F(Components, TheKeyboardIsUpWhileAFieldHasTheFocus) {

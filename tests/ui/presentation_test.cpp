@@ -41,20 +41,6 @@ TEST_F(Presentation, AFormSheetLeavesItsPresenterVisibleOnATabletOnly) {
   }
 }
 
-TEST_F(Presentation, AScreenOfTheStoryboardIsAnnouncedEachTimeItHasAppeared) {
-  center.addObserver(this, ScreenDidAppearNotification, [this](const Notification& notification) {
-    diary.write(std::any_cast<const std::string&>(notification.object));
-  });
-  const auto first = storyboard.instantiateViewControllerWithIdentifier("FirstVC");
-  show(stackOf(first));
-  first->performSegueWithIdentifier("AskSegue");
-  EXPECT_EQ(diary.take(), "first:WD* next:L next:WA*");
-  EXPECT_EQ(after(duration::modal), "first:DD* next:DA* NextVC");
-  first->dismissViewControllerAnimated(false);
-  EXPECT_EQ(diary.take(), "next:WD first:WA next:DD first:DA FirstVC");
-  center.removeObserver(this);
-}
-
 TEST_F(Presentation, ASecondScreenOverOneThatPresentsIsRefused) {
   const auto main = show(screen("main"));
   const auto first = screen("first");
@@ -92,8 +78,7 @@ TEST_F(Presentation, AScreenThatIsStillComingMayBeDismissed) {
   main->presentViewController(screen("next"), true, [&] { diary.write("presented"); });
   diary.take();
   main->dismissViewControllerAnimated(true);
-  EXPECT_EQ(diary.take(), "main:DD* next:DA* presented next:WD* main:WA*");
-  EXPECT_EQ(after(Seconds(1)), "next:DD* main:DA*");
+  EXPECT_EQ(after(Seconds(1)), "main:DD* next:DA* presented next:WD* main:WA* next:DD* main:DA*");
 }
 
 TEST_F(Presentation, ANewRootReleasesTheOldOneWithEverythingOverIt) {
@@ -120,12 +105,6 @@ TEST_F(Presentation, ANewRootReleasesTheOldOneWithEverythingOverIt) {
   EXPECT_EQ(window.datePicker(), nullptr);
   EXPECT_TRUE(window.alerts().empty()) << "a question about the old screens would block the new one";
   EXPECT_EQ(after(Seconds(1)), "");
-
-  const auto held = window.rootViewController();
-  held->presentViewController(screen("x"), false);
-  over = held->presentedViewController();
-  window.setRootViewController(screen("main"));
-  EXPECT_TRUE(over.expired()) << "even when something keeps the old root alive";
 }
 
 TEST_F(Presentation, TheStoryboardMakesScreensAndTransitions) {
@@ -134,23 +113,25 @@ TEST_F(Presentation, TheStoryboardMakesScreensAndTransitions) {
     using Screen::Screen;
     std::string prepared;
     void prepareForSegue(Segue& segue, const std::any& sender) override {
-      prepared = segue.identifier + " from " +
-                 (segue.sourceViewController.get() == this ? "here" : "elsewhere") + " for " +
-                 std::to_string(std::any_cast<int>(sender));
+      prepared += segue.identifier + std::to_string(std::any_cast<int>(sender)) + " ";
+      EXPECT_EQ(segue.sourceViewController.get(), this);
       EXPECT_FALSE(segue.destinationViewController->isViewLoaded());
     }
   };
+  center.addObserver(this, ScreenDidAppearNotification, [this](const Notification& notification) {
+    diary.write(std::any_cast<const std::string&>(notification.object));
+  });
   const auto asking = std::make_shared<Asking>(environment, diary, "asking");
   asking->setStoryboard(&storyboard, "FirstVC");
   const auto stack = show(stackOf(asking));
   asking->performSegueWithIdentifier("NextSegue", 7);
-  EXPECT_EQ(asking->prepared, "NextSegue from here for 7");
-  EXPECT_EQ(diary.take(), "asking:WD* next:L next:WA*");
+  EXPECT_EQ(after(duration::navigation), "asking:WD* next:L next:WA* asking:DD* next:DA* NextVC");
   EXPECT_EQ(stack->topViewController()->storyboardIdentifier(), "NextVC");
   stack->popViewControllerAnimated(false);
   asking->performSegueWithIdentifier("AskSegue", 8);
+  EXPECT_EQ(asking->prepared, "NextSegue7 AskSegue8 ");
   ASSERT_NE(stack->presentedViewController(), nullptr);
-  EXPECT_EQ(stack->presentedViewController()->storyboardIdentifier(), "NextVC");
+  center.removeObserver(this);
 
   EXPECT_DEATH(storyboard.instantiateViewControllerWithIdentifier("NoVC"), "has no screen \"NoVC\"");
   EXPECT_DEATH(storyboard.segueWithIdentifier("NextSegue", "NextVC"), "no transition \"NextSegue\"");

@@ -23,7 +23,7 @@ TEST(Signal, CallsItsSlotsInOrderWhileTheyAreConnected) {
   EXPECT_EQ(heard, "a1b1a2c3");
 }
 
-TEST(Signal, BearsEverythingThatASlotMayDoToIt) {
+TEST(Signal, SurvivesWhateverASlotDoes) {
   auto signal = std::make_unique<Signal<>>();
   std::string heard;
   Connection later;

@@ -29,7 +29,7 @@ class Diary {
   std::string text_;
 };
 
-/// A screen or container that writes down what it hears.
+/// A screen or container that records its calls.
 template <class Base>
 class Noted : public Base {
  public:

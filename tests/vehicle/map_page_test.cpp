@@ -1,10 +1,5 @@
-#include <gmock/gmock.h>
-
-#include <any>
-
-#include "support/client.h"
+#include "lone_page.h"
 #include "vehicle/map_detail_view_controller.h"
-#include "vehicle/notifications.h"
 
 namespace fleetor::test {
 namespace {
@@ -12,33 +7,19 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// The map page of vehicle 7, alone in the window, without a pager. Requests stay open until they are
-/// answered.
-class MapPage : public testing::Test {
+/// Requests stay open until they are answered.
+class MapPage : public LonePage<MapDetailViewController> {
  protected:
   MapPage() {
-    Vehicle vehicle;
-    vehicle.vehicleId = 7;
-    vehicle.icon = "van";
-    vehicle.mapLineColor = "0f0";
-    page->setVehicle(vehicle);
-    API::setAPIBaseURLWithString(Client::baseURL());
     client.transport.leaveOpen("/map");
-    client.application.window().setRootViewController(page);
     map.moveCamera([](MapCamera& camera) { camera.setViewport(390, 780); });
   }
 
-  void choose(const std::any& day) { client.center.postNotificationName(kFleetorNotificationDate, day); }
-  void arrive(HttpReply reply) {
-    client.queues.runUntilIdle();
-    ASSERT_TRUE(client.transport.answerOpen("/map", std::move(reply)));
-    client.queues.runUntilIdle();
-  }
+  void arrive(HttpReply reply) { answer("/map", std::move(reply)); }
   /// The days asked for since the last time.
   std::vector<std::string> asked() {
-    client.queues.runUntilIdle();
     std::vector<std::string> days;
-    for (const auto& request : client.takeRequests()) {
+    for (const auto& request : requests()) {
       EXPECT_EQ(numberOf(request, "vehid"), 7) << request;
       days.push_back(parameterOf(request, "date"));
     }
@@ -62,10 +43,6 @@ class MapPage : public testing::Test {
     return page->isLoading();
   }
 
-  Machine phone;
-  Client client{phone};
-  std::shared_ptr<MapDetailViewController> page =
-      std::make_shared<MapDetailViewController>(client.environment);
   MapView& map = page->mapView();
 };
 
@@ -174,46 +151,25 @@ TEST_F(MapPage, NeitherLoadsADayChosenDuringALoadNorShowsTheOneFromBefore) {
   EXPECT_THAT(asked(), ElementsAre("2026-03-09"));
 }
 
-TEST_F(MapPage, EmptiesInTheBackgroundAndHasItsDayBackBeforeItAsksWhoeverComesFirst) {
+TEST_F(MapPage, EmptiesInTheBackgroundAndLoadsItsDayAgain) {
   choose(std::string("2026-03-05"));
   arrive(mapReply({"", ""}));
-  EXPECT_THAT(asked(), ElementsAre("2026-03-05"));
-  for (const bool pagerFirst : {true, false}) {
-    page->tabSelected();
-    EXPECT_TRUE(loading() || !pagerFirst);
-    asked();
-    client.application.didEnterBackground();
-    client.application.didEnterBackground();
-    page->clearTabSelected();
-    EXPECT_EQ(drawn(), "");
-    EXPECT_FALSE(page->polyline() || page->polylineRenderer() || page->date() || loading());
-    if (client.transport.openCount() > 0) arrive(mapReply({"", ""}));  // too late
-    EXPECT_EQ(drawn(), "");
-    if (pagerFirst) page->tabSelected();
-    client.application.willEnterForeground();
-    if (!pagerFirst) page->tabSelected();
-    EXPECT_THAT(asked(), ElementsAre("2026-03-05"));
-    arrive(mapReply({"", ""}));
-    EXPECT_EQ(drawn(), "flag0 van1* 2");
-  }
-}
-
-TEST_F(MapPage, HearsNeitherOfDaysWhileHiddenNorOfTheBackgroundAfterThat) {
-  client.application.willEnterForeground();  // there was no trip
-  EXPECT_EQ(page->date(), "2026-03-10");
   page->tabSelected();
-  client.application.window().setRootViewController(nullptr);
+  asked();
+  client.application.didEnterBackground();
+  page->clearTabSelected();
+  EXPECT_EQ(drawn(), "");
+  EXPECT_FALSE(page->polyline() || page->polylineRenderer() || page->date() || loading());
+  arrive(mapReply({"", ""}));  // too late
+  EXPECT_EQ(drawn(), "");
+  client.application.willEnterForeground();
+  page->tabSelected();
+  EXPECT_THAT(asked(), ElementsAre("2026-03-05"));
+  hide();
   arrive(mapReply({"", ""}));
   EXPECT_EQ(map.overlays().size(), 1u);
-  asked();
-  choose(std::string("2026-03-05"));
-  EXPECT_THAT(asked(), IsEmpty());
-  client.application.window().setRootViewController(page);
-  EXPECT_EQ(drawn(), "flag0 van1* 2");  // drawn while nobody looked
-  client.application.didEnterBackground();
-  client.application.willEnterForeground();
+  show();
   EXPECT_EQ(drawn(), "flag0 van1* 2");
-  EXPECT_EQ(page->date(), "2026-03-10");
 }
 
 }  // namespace

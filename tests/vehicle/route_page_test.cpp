@@ -1,9 +1,4 @@
-#include <gmock/gmock.h>
-
-#include <any>
-
-#include "support/client.h"
-#include "vehicle/notifications.h"
+#include "lone_page.h"
 #include "vehicle/route_detail_view_controller.h"
 
 namespace fleetor::test {
@@ -12,29 +7,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// The trips page of vehicle 7, alone in the window, without a pager. Requests stay open until they are
-/// answered.
-class RoutePage : public testing::Test {
+/// Requests stay open until they are answered.
+class RoutePage : public LonePage<RouteDetailViewController> {
  protected:
-  RoutePage() {
-    Vehicle vehicle;
-    vehicle.vehicleId = 7;
-    page->setVehicle(vehicle);
-    API::setAPIBaseURLWithString(Client::baseURL());
-    client.transport.leaveOpen("/route");
-    client.application.window().setRootViewController(page);
-  }
+  RoutePage() { client.transport.leaveOpen("/route"); }
 
-  void choose(const std::any& day) { client.center.postNotificationName(kFleetorNotificationDate, day); }
-  void arrive(HttpReply reply) {
-    client.queues.runUntilIdle();
-    ASSERT_TRUE(client.transport.answerOpen("/route", std::move(reply)));
-    client.queues.runUntilIdle();
-  }
-  std::vector<std::string> asked() {
-    client.queues.runUntilIdle();
-    return client.takeRequests();
-  }
+  void arrive(HttpReply reply) { answer("/route", std::move(reply)); }
 
   /// Each row as its height and what stands in it, the labels in the order of reading.
   std::vector<std::string> rows() {
@@ -53,9 +31,6 @@ class RoutePage : public testing::Test {
     return texts;
   }
 
-  Client client;
-  std::shared_ptr<RouteDetailViewController> page =
-      std::make_shared<RouteDetailViewController>(client.environment);
   TableView& table = page->itemsTableView();
 };
 
@@ -66,19 +41,19 @@ TEST_F(RoutePage, SpinsWhileItLoadsTodayAndThenListsTheTripsAsTheyWereSent) {
   EXPECT_THAT(rows(), IsEmpty());
   page->tabSelected();
   EXPECT_THAT(rows(), ElementsAre("60 ..."));
-  EXPECT_THAT(asked(), ElementsAre("GET /route?date=2026-03-10&vehid=7"));
+  EXPECT_THAT(requests(), ElementsAre("GET /route?date=2026-03-10&vehid=7"));
   arrive(routeReply(2));
   EXPECT_THAT(rows(), ElementsAre(drive, stop));
   table.tap(0);
   EXPECT_FALSE(table.indexPathForSelectedRow());
   page->tabSelected();
-  EXPECT_THAT(asked(), IsEmpty());
+  EXPECT_THAT(requests(), IsEmpty());
 
   choose(7);  // no day
-  EXPECT_THAT(asked(), IsEmpty());
+  EXPECT_THAT(requests(), IsEmpty());
   choose(std::string("2026-03-09"));
   EXPECT_THAT(rows(), ElementsAre("60 ..."));
-  EXPECT_THAT(asked(), ElementsAre("GET /route?date=2026-03-09&vehid=7"));
+  EXPECT_THAT(requests(), ElementsAre("GET /route?date=2026-03-09&vehid=7"));
   arrive(routeReply(0));
   EXPECT_THAT(rows(), IsEmpty());
 
@@ -86,7 +61,7 @@ TEST_F(RoutePage, SpinsWhileItLoadsTodayAndThenListsTheTripsAsTheyWereSent) {
   choose(std::string("2026-03-08"));
   arrive(routeReply(1, 2));
   EXPECT_THAT(rows(), ElementsAre(drive, "60 ..."));
-  EXPECT_EQ(asked().size(), 1u);
+  EXPECT_EQ(requests().size(), 1u);
 }
 
 TEST_F(RoutePage, IsEmptyAfterAFailureAndForADayChosenDuringALoad) {
@@ -96,7 +71,7 @@ TEST_F(RoutePage, IsEmptyAfterAFailureAndForADayChosenDuringALoad) {
 
   choose(std::string("2026-03-09"));
   choose(std::string("2026-03-08"));
-  EXPECT_EQ(asked().size(), 2u);  // today and the 9th
+  EXPECT_EQ(requests().size(), 2u);  // today and the 9th
   EXPECT_THAT(rows(), ElementsAre("60 ..."));
   arrive(routeReply(2));
   EXPECT_THAT(rows(), IsEmpty());
@@ -110,7 +85,7 @@ TEST_F(RoutePage, IsEmptyAfterAFailureAndForADayChosenDuringALoad) {
 TEST_F(RoutePage, EmptiesInTheBackgroundAndHasItsDayBackBeforeItAsksWhoeverComesFirst) {
   choose(std::string("2026-03-05"));
   for (const bool pagerFirst : {true, false}) {
-    asked();
+    requests();
     client.application.didEnterBackground();
     client.application.didEnterBackground();
     page->clearTabSelected();
@@ -119,7 +94,7 @@ TEST_F(RoutePage, EmptiesInTheBackgroundAndHasItsDayBackBeforeItAsksWhoeverComes
     if (pagerFirst) page->tabSelected();
     client.application.willEnterForeground();
     if (!pagerFirst) page->tabSelected();
-    EXPECT_THAT(asked(), ElementsAre("GET /route?date=2026-03-05&vehid=7"));
+    EXPECT_THAT(requests(), ElementsAre("GET /route?date=2026-03-05&vehid=7"));
   }
   // All three asked for that day and are answered; it is listed once.
   for (int i = 0; i < 3; ++i)
@@ -127,12 +102,12 @@ TEST_F(RoutePage, EmptiesInTheBackgroundAndHasItsDayBackBeforeItAsksWhoeverComes
   EXPECT_THAT(rows(), ElementsAre(drive, stop));
 
   // Hidden it hears of no day, and from then on of no trip to the background.
-  client.application.window().setRootViewController(nullptr);
-  asked();
+  hide();
+  requests();
   choose(std::string("2026-03-04"));
-  client.application.window().setRootViewController(page);
+  show();
   client.application.didEnterBackground();
-  EXPECT_THAT(asked(), IsEmpty());
+  EXPECT_THAT(requests(), IsEmpty());
   EXPECT_THAT(rows(), ElementsAre(drive, stop));
 }
 

@@ -94,10 +94,9 @@ FocusScope {
             }
             onMovedChanged: container.shift = Math.max(0, Math.min(container.reveal.rearWidth, drag.from + moved))
             onEnded: {
-                const open = container.shift > container.reveal.rearWidth / 2;
-                container.reveal.pan(open);
+                container.reveal.endPan(container.shift);
                 slide.duration = Theme.motion(200);
-                slide.to = open ? container.reveal.rearWidth : 0;
+                slide.to = container.place;
                 slide.restart();
             }
         }

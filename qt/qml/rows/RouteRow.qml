@@ -152,7 +152,7 @@ RowBody {
             width: parent.width - 2 * x
             height: Theme.large ? 2 * line : line
             Repeater {
-                model: [{ icon: "RowDuration", words: row.duration }, { icon: "RowDistance", words: row.distance }]
+                model: [{ icon: "qrc:/images/RowDuration.svg", words: row.duration }, { icon: "qrc:/images/RowDistance.svg", words: row.distance }]
                 delegate: Item {
                     id: measure
                     required property var modelData
@@ -163,7 +163,7 @@ RowBody {
                         anchors.verticalCenter: parent.verticalCenter
                         anchors.left: parent.left
                         anchors.leftMargin: -1
-                        source: "qrc:/images/" + measure.modelData.icon + ".svg"
+                        source: measure.modelData.icon
                         sourceSize { width: 22; height: 22 }
                     }
                     Text {

@@ -2,16 +2,16 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A vehicle: its picture, its name and, on a second line, its registration.
+// A vehicle: its picture, its name and its registration.
 RowBody {
     id: row
 
-    readonly property LabelItem nameLabel: cell?.outlet("nameLabel") as LabelItem
+    readonly property LabelItem fullName: cell?.outlet("nameLabel") as LabelItem
+    readonly property LabelItem name: cell?.outlet("textLabel") as LabelItem
+    readonly property LabelItem registration: cell?.outlet("detailTextLabel") as LabelItem
     readonly property ImageViewItem photo: cell?.outlet("photoImageView") as ImageViewItem
-    readonly property string name: nameLabel?.text ?? ""
-    readonly property int cut: name.indexOf("\n")
 
-    spoken: name.replace("\n", " ")
+    spoken: fullName?.text.replace("\n", " ") ?? ""
 
     Rectangle {
         id: disc
@@ -42,7 +42,8 @@ RowBody {
         Text {
             width: parent.width
             horizontalAlignment: Text.AlignLeft
-            text: row.cut < 0 ? row.name : row.name.substring(0, row.cut)
+            visible: text !== ""
+            text: row.name?.text ?? ""
             textFormat: Text.PlainText
             elide: Text.ElideRight
             wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
@@ -55,8 +56,8 @@ RowBody {
         Text {
             width: parent.width
             horizontalAlignment: Text.AlignLeft
-            visible: row.cut >= 0
-            text: row.name.substring(row.cut + 1)
+            visible: text !== ""
+            text: row.registration?.text ?? ""
             textFormat: Text.PlainText
             elide: Text.ElideRight
             wrapMode: Theme.large ? Text.Wrap : Text.NoWrap

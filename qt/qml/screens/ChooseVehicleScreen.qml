@@ -17,7 +17,7 @@ FocusScope {
         id: bar
         width: parent.width
         title: root.screen.title
-        leftItems: [root.screen.outlet("cancelButton")]
+        leftItems: root.screen?.leftItems ?? []
         z: 2
     }
 

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One picture that fills the screen; each has its like for the dark.
+// One picture that fills the screen, in a light and a dark version.
 Rectangle {
     id: root
 
@@ -16,7 +16,7 @@ Rectangle {
 
     Image {
         anchors.fill: parent
-        source: (root.picture?.source.toString() ?? "").replace("/images/", Theme.dark ? "/images/dark/" : "/images/")
+        source: (Theme.dark ? root.picture?.darkSource : root.picture?.source) ?? ""
         sourceSize { width: width; height: height }
         fillMode: Image.PreserveAspectCrop
     }

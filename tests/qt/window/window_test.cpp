@@ -218,8 +218,8 @@ TEST_F(WindowTest, TheMenuLeadsToTheAccountByTapAndToTheAboutPageByKey) {
 
   click("Menu");
   ASSERT_NE(labelled("About"), nullptr);
-  QTest::keyClick(&window(), Qt::Key_Down);
-  QTest::keyClick(&window(), Qt::Key_Down);
+  for (int entry = 0; entry < 4 && !labelled("About")->hasActiveFocus(); ++entry)
+    QTest::keyClick(&window(), Qt::Key_Down);
   QTest::keyClick(&window(), Qt::Key_Return);
   EXPECT_TRUE(waitFor("title", "About"));
 }

@@ -2,14 +2,19 @@
 
 #include <string>
 
+#include "model/vehicle_records.h"
 #include "ui/table_view_cell.h"
 
 namespace fleetor {
 
-/// The row of one vehicle: its picture ("photoImageView") and its name ("nameLabel").
+/// The row of one vehicle: its picture ("photoImageView") and its name, in full ("nameLabel") and as the two
+/// lines that are drawn ("textLabel" and "detailTextLabel").
 class VehicleTableViewCell final : public TableViewCell {
  public:
   explicit VehicleTableViewCell(std::string reuseIdentifier);
+
+  /// The registration, if it is shown, is the second line.
+  void show(const Vehicle& vehicle, bool withRegistration);
 
   ImageView& photoImageView() { return photoImageView_; }
   Label& nameLabel() { return nameLabel_; }
