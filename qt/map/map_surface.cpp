@@ -1,6 +1,11 @@
 #include "qt/map/map_surface.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
 #include <QQuickWindow>
+#include <QTouchEvent>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -11,6 +16,11 @@ namespace {
 
 constexpr double aFrame = 1.0 / 60;  // seconds, of the first step of a movement
 constexpr double longestStep = 0.1;  // after a hiccup a movement goes on where it was
+constexpr int mouseFinger = -1;      // the id of the mouse among the fingers
+
+ScreenPoint toScreen(QPointF point) {
+  return {point.x(), point.y()};
+}
 
 }  // namespace
 
@@ -124,7 +134,7 @@ bool MapSurface::layOut(double time) {
     Q_EMIT tilesChanged();
   lines_->update(camera);
   lineLayer_.show(frame_, *lines_);
-  const bool resting = !camera.moving() && !(gestures_.active() && gestures_.moved());
+  const bool resting = !camera.moving() && !gestures_.movesMap();
   const bool more = map_->placeMarkers(resting ? frame_.pixelRatio : 0);
   if (const auto wake = board_->wakeAt())
     retry_.start(static_cast<int>(std::ceil(std::clamp(*wake - time, 0.0, 3600.0) * 1000)));
@@ -166,39 +176,106 @@ void MapSurface::itemChange(ItemChange change, const ItemChangeData& data) {
   }
 }
 
-bool MapSurface::isAtEdge(QPointF point) const {
-  return point.x() < leftEdge_ || point.x() > width() - rightEdge_;
-}
-
-void MapSurface::follow(const std::vector<MapGestures::Finger>& fingers, double slop) {
-  MapView* const shown = view();
-  if (!shown) return;
-  const bool begins = !gestures_.active();
-  if (begins) sideways_ = fingers.size() == 1 && isAtEdge(fingers.front().position);
-  if (fingers.size() > 1) sideways_ = false;
-  if (sideways_ && !gestures_.moved() && fingers.size() == 1 && !begins) {
-    // Near an edge the map waits until it is clear that the finger does not go sideways.
-    const QPointF way = gestures_.travelled();
-    if (std::abs(way.y()) > slop && std::abs(way.y()) > std::abs(way.x())) sideways_ = false;
-  }
-  std::optional<MapGestures::Tap> tapped;
-  shown->moveCamera([&](MapCamera& camera) {
-    tapped = gestures_.update(fingers, sideways_ ? width() : slop, now(), camera);
-  });
-  setKeepMouseGrab(gestures_.active() && !sideways_);
-  setKeepTouchGrab(gestures_.active() && !sideways_);
-  if (tapped) tap(*tapped);
-}
-
-void MapSurface::tap(const MapGestures::Tap& tap) {
-  const ScreenPoint at{tap.position.x(), tap.position.y()};
-  if (tap.kind != MapGestures::TapKind::single) {
-    const double levels = tap.kind == MapGestures::TapKind::twice ? 1 : -1;
-    view()->moveCamera([&](MapCamera& camera) { camera.zoomSmoothlyBy(levels, at); });
+void MapSurface::touchEvent(QTouchEvent* event) {
+  if (event->type() == QEvent::TouchCancel) {
+    touchUngrabEvent();
     return;
   }
-  if (callout_ && callout_->isVisible() && callout_->contains(mapToItem(callout_, tap.position))) return;
-  if (map_->tap(tap.position)) gestures_.forgetTap();
+  std::vector<MapGestures::Finger> fingers;
+  for (const QEventPoint& point : event->points())
+    if (point.state() != QEventPoint::Released) fingers.push_back({point.id(), toScreen(point.position())});
+  follow(fingers, MapGestures::Pointer::finger);
+  event->accept();
+}
+
+void MapSurface::touchUngrabEvent() {
+  gestures_.cancel();
+  redraw();
+}
+
+void MapSurface::mousePressEvent(QMouseEvent* event) {
+  forceActiveFocus(Qt::MouseFocusReason);
+  mouseMoveEvent(event);
+}
+
+void MapSurface::mouseMoveEvent(QMouseEvent* event) {
+  follow({{mouseFinger, toScreen(event->position())}}, MapGestures::Pointer::mouse);
+}
+
+void MapSurface::mouseReleaseEvent(QMouseEvent*) {
+  follow({}, MapGestures::Pointer::mouse);
+}
+
+void MapSurface::mouseUngrabEvent() {
+  touchUngrabEvent();
+}
+
+void MapSurface::follow(const std::vector<MapGestures::Finger>& fingers, MapGestures::Pointer pointer) {
+  MapView* const shown = view();
+  if (!shown) return;
+  gestures_.setEdges({leftEdge_, rightEdge_});
+  std::optional<ScreenPoint> tapped;
+  shown->moveCamera([&](MapCamera& camera) { tapped = gestures_.update(fingers, pointer, now(), camera); });
+  setKeepMouseGrab(gestures_.holdsFingers());
+  setKeepTouchGrab(gestures_.holdsFingers());
+  if (!tapped) return;
+  const QPointF at(tapped->x, tapped->y);
+  if (callout_ && callout_->isVisible() && callout_->contains(mapToItem(callout_, at))) return;
+  if (map_->tap(at)) gestures_.forgetTap();
+}
+
+void MapSurface::wheelEvent(QWheelEvent* event) {
+  MapView* const shown = view();
+  if (!shown) return;
+  const ScreenPoint at = toScreen(event->position());
+  shown->moveCamera([&](MapCamera& camera) {
+    if (event->pixelDelta().isNull())
+      zoomByWheel(camera, event->angleDelta().y() / 120.0, at);
+    else
+      zoomByTouchpad(camera, event->pixelDelta().y(), at);
+  });
+  event->accept();
+}
+
+bool MapSurface::event(QEvent* event) {
+  if (event->type() != QEvent::NativeGesture) return QQuickItem::event(event);
+  const auto& gesture = static_cast<QNativeGestureEvent&>(*event);
+  MapView* const shown = view();
+  if (!shown || gesture.gestureType() != Qt::ZoomNativeGesture) return false;
+  shown->moveCamera(
+      [&](MapCamera& camera) { camera.zoomBy(1 + gesture.value(), toScreen(gesture.position())); });
+  return true;
+}
+
+void MapSurface::keyPressEvent(QKeyEvent* event) {
+  MapView* const shown = view();
+  if (!shown) return event->ignore();
+  const auto move = [shown](int east, int south) {
+    shown->moveCamera([=](MapCamera& camera) { moveBySteps(camera, east, south); });
+  };
+  switch (event->key()) {
+    case Qt::Key_Left:
+      return move(-1, 0);
+    case Qt::Key_Right:
+      return move(1, 0);
+    case Qt::Key_Up:
+      return move(0, -1);
+    case Qt::Key_Down:
+      return move(0, 1);
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      return shown->zoomBy(1);
+    case Qt::Key_Minus:
+      return shown->zoomBy(-1);
+    case Qt::Key_0:
+      return shown->showAll(true);
+    case Qt::Key_Escape:
+      if (map_->selected()) return map_->deselect();
+      break;
+    default:
+      break;
+  }
+  event->ignore();
 }
 
 }  // namespace fleetor

@@ -6,10 +6,11 @@
 #include <QTimer>
 #include <optional>
 #include <utility>
+#include <vector>
 
+#include "map/gestures.h"
 #include "map/tile_board.h"
 #include "qt/map/line_layer.h"
-#include "qt/map/map_gestures.h"
 #include "qt/map/map_lines.h"
 #include "qt/map/map_node.h"
 #include "qt/map/map_view_item.h"
@@ -75,9 +76,7 @@ class MapSurface : public QQuickItem {
   void frame();
   void takePosition(const MapCamera& camera);
   bool layOut(double now);  // true when there is more to lay out in the next frame
-  void follow(const std::vector<MapGestures::Finger>& fingers, double slop);
-  void tap(const MapGestures::Tap& tap);
-  bool isAtEdge(QPointF point) const;
+  void follow(const std::vector<MapGestures::Finger>& fingers, MapGestures::Pointer pointer);
 
   QPointer<MapViewItem> map_;
   bool dark_ = false;
@@ -90,7 +89,6 @@ class MapSurface : public QQuickItem {
   QElapsedTimer clock_;
   bool stale_ = true;      // the next frame looks different
   double steppedAt_ = -1;  // when the camera was last moved on; below 0 while it rests
-  bool sideways_ = false;  // the gesture may become somebody else's
   MapGestures gestures_;
   MapFrame frame_;
   std::pair<TileSight, MapStyle> tiles_;  // that the last frame showed
