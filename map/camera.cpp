@@ -53,22 +53,17 @@ WorldRect boundsOf(std::span<const Coordinate> coordinates) {
 
 void MapCamera::setViewport(double width, double height) {
   const bool usable = std::isfinite(width) && std::isfinite(height) && width > 0 && height > 0;
-  if (width == width_ && height == height_) {
-    return;  // an animation goes on
-  }
+  if (width == width_ && height == height_) return;  // an animation goes on
   width_ = usable ? width : 0;
   height_ = usable ? height : 0;
-  if (region_ && usable) {
+  if (region_ && usable)
     show(destination().center, *region_, false);
-  } else {
+  else
     position_ = limited(position_);
-  }
 }
 
 CameraPosition MapCamera::destination() const {
-  if (journey_) {
-    return limited(journey_->to);
-  }
+  if (journey_) return limited(journey_->to);
   return {position_.center, zoomGlide_ ? zoomGlide_->target : position_.zoom};
 }
 
@@ -92,17 +87,13 @@ WorldPoint MapCamera::worldPoint(ScreenPoint point) const {
 
 bool MapCamera::beginGesture() {
   journey_.reset();
-  if (!hasViewport()) {
-    return false;
-  }
+  if (!hasViewport()) return false;
   region_.reset();
   return true;
 }
 
 void MapCamera::panBy(double dx, double dy) {
-  if (!std::isfinite(dx) || !std::isfinite(dy) || !beginGesture()) {
-    return;
-  }
+  if (!std::isfinite(dx) || !std::isfinite(dy) || !beginGesture()) return;
   stop();
   const auto [x, y] = position_.center;
   position_ = limited({{x - dx / scale(), y - dy / scale()}, position_.zoom});
@@ -110,9 +101,7 @@ void MapCamera::panBy(double dx, double dy) {
 
 void MapCamera::fling(double velocityX, double velocityY) {
   const double speed = std::hypot(velocityX, velocityY);
-  if (!std::isfinite(speed) || !beginGesture()) {
-    return;
-  }
+  if (!std::isfinite(speed) || !beginGesture()) return;
   glide_.reset();
   if (speed >= slowestThrow) {
     const double factor = std::min(1.0, fastestThrow / speed);
@@ -129,9 +118,8 @@ void MapCamera::zoomBy(double factor, ScreenPoint around) {
 
 void MapCamera::zoomSmoothlyBy(double levels, ScreenPoint around) {
   const double from = destination().zoom;
-  if (std::isfinite(levels) && isFinite(around) && beginGesture()) {
+  if (std::isfinite(levels) && isFinite(around) && beginGesture())
     zoomGlide_ = ZoomGlide{limited({position_.center, from + levels}).zoom, around};
-  }
 }
 
 void MapCamera::stop() {
@@ -148,9 +136,7 @@ void MapCamera::moveTo(const CameraPosition& target, bool animated) {
 }
 
 void MapCamera::setCenter(WorldPoint center, bool animated) {
-  if (isFinite(center)) {
-    travel({center, destination().zoom}, animated);
-  }
+  if (isFinite(center)) travel({center, destination().zoom}, animated);
 }
 
 void MapCamera::setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres,
@@ -162,9 +148,7 @@ void MapCamera::setRegion(Coordinate center, double latitudinalMetres, double lo
 }
 
 void MapCamera::fit(std::span<const Coordinate> coordinates, double padding, bool animated) {
-  if (coordinates.empty() || !std::isfinite(padding)) {
-    return;
-  }
+  if (coordinates.empty() || !std::isfinite(padding)) return;
   const WorldRect bounds = boundsOf(coordinates);
   const WorldPoint middle{(bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2};
   const double least = leastMetresFitted / metresPerWorldUnit(unproject(middle).latitude);
@@ -172,9 +156,7 @@ void MapCamera::fit(std::span<const Coordinate> coordinates, double padding, boo
 }
 
 bool MapCamera::advance(double seconds) {
-  if (!std::isfinite(seconds) || seconds <= 0) {
-    return moving();
-  }
+  if (!std::isfinite(seconds) || seconds <= 0) return moving();
   if (glide_) {
     // The exact integral of a speed that falls off exponentially: no frame rate changes where it ends.
     const double decay = std::exp(-seconds / glideSeconds);
@@ -183,25 +165,19 @@ bool MapCamera::advance(double seconds) {
     position_ =
         limited({{x - glide_->velocityX * travelled, y - glide_->velocityY * travelled}, position_.zoom});
     glide_ = Glide{glide_->velocityX * decay, glide_->velocityY * decay};
-    if (std::hypot(glide_->velocityX, glide_->velocityY) < restingSpeed) {
-      glide_.reset();
-    }
+    if (std::hypot(glide_->velocityX, glide_->velocityY) < restingSpeed) glide_.reset();
   }
   if (zoomGlide_) {
     const auto [target, around] = *zoomGlide_;
     const double left = (target - position_.zoom) * std::exp(-seconds / zoomGlideSeconds);
     const bool arrived = std::abs(left) < restingZoom;
     zoomTo(arrived ? target : target - left, around);
-    if (arrived) {
-      zoomGlide_.reset();
-    }
+    if (arrived) zoomGlide_.reset();
   }
   if (journey_) {
     journey_->elapsed += seconds;
     position_ = limited(along(*journey_));
-    if (journey_->elapsed >= journey_->duration) {
-      journey_.reset();
-    }
+    if (journey_->elapsed >= journey_->duration) journey_.reset();
   }
   return moving();
 }
@@ -209,9 +185,7 @@ bool MapCamera::advance(double seconds) {
 CameraPosition MapCamera::limited(CameraPosition position) const {
   double& x = position.center.x;
   x -= std::floor(x);
-  if (x >= 1) {  // what was a hair's breadth below 0
-    x = 0;
-  }
+  if (x >= 1) x = 0;  // -1e-20 rounds to 1
   if (hasViewport()) {
     const double worldFills = std::log2(std::max(width_, height_) / pointsPerWorldUnit(0));
     const double minimum = std::max(minimumZoom, worldFills);
@@ -277,9 +251,7 @@ void MapCamera::travel(const CameraPosition& target, bool animated) {
 CameraPosition MapCamera::along(const Journey& journey) const {
   const auto& [from, to, duration, elapsed, length, start] = journey;
   const double time = elapsed / duration;
-  if (time >= 1) {
-    return to;
-  }
+  if (time >= 1) return to;
   // A short way starts at once: steps that follow each other quickly, as of a key held down, flow together.
   const double change = std::abs(to.zoom - from.zoom);
   const bool isShort = length == 0 && change < 2;

@@ -9,16 +9,16 @@
 namespace fleetor {
 namespace {
 
-constexpr int kAtOnce = 6;
-constexpr double kFade = 0.2;         // seconds
-constexpr double kLongestPause = 60;  // seconds
-constexpr double kMissingFor = 600;   // seconds
-constexpr std::size_t kMostFaults = 1000;
-constexpr double kLongAgo = -std::numeric_limits<double>::infinity();
-constexpr int kFinerLevels = 2;  // how many the finer tiles that stand in may lie below: two make 16 a tile
+constexpr int mostAtOnce = 6;
+constexpr double fadeSeconds = 0.2;
+constexpr double longestPauseSeconds = 60;
+constexpr double missingForSeconds = 600;
+constexpr std::size_t mostFaults = 1000;
+constexpr double longAgo = -std::numeric_limits<double>::infinity();
+constexpr int finerLevels = 2;  // how many the finer tiles that stand in may lie below: two make 16 a tile
 
 double pauseAfter(int failures) {
-  return std::min(kLongestPause, std::exp2(std::min(failures, 10) - 1));
+  return std::min(longestPauseSeconds, std::exp2(std::min(failures, 10) - 1));
 }
 
 TileKey coarser(TileKey key, int levels) {
@@ -94,7 +94,7 @@ void TileBoard::retry() {
   servers_.clear();
   sight_ = TileSight::awaited;
   for (auto& [key, fault] : faults_)
-    if (!fault.missing) fault.until = kLongAgo;
+    if (!fault.missing) fault.until = longAgo;
   if (wakeAt_ && onChange) onChange();
 }
 
@@ -111,7 +111,7 @@ void TileBoard::suspend() {
 
 void TileBoard::takeArrivals(double now) {
   std::erase_if(faults_, [now](const auto& item) { return item.second.missing && item.second.until <= now; });
-  if (faults_.size() > kMostFaults) faults_.clear();
+  if (faults_.size() > mostFaults) faults_.clear();
 
   for (Arrival& arrival : std::exchange(arrivals_, {})) {
     const TileKey& key = arrival.key;
@@ -141,10 +141,10 @@ void TileBoard::takeSuccess(const TileKey& key, bool missing, double now) {
   Server& server = servers_[key.style];
   if (server.pauses > 0)
     for (auto& [other, fault] : faults_)
-      if (other.style == key.style && !fault.missing) fault.until = kLongAgo;
+      if (other.style == key.style && !fault.missing) fault.until = longAgo;
   server = {};
   faults_.erase(key);
-  if (missing) faults_[key] = {.missing = true, .until = now + kMissingFor};
+  if (missing) faults_[key] = {.missing = true, .until = now + missingForSeconds};
 }
 
 void TileBoard::takeFailure(const TileKey& key, double now) {
@@ -213,7 +213,7 @@ void TileBoard::want(const TileKey& key, bool onScreen) {
   if (entry && (!tile.image || tile.stale)) {
     tile.image = entry->image;
     tile.stale = entry->stale;
-    if (isNew) tile.shownSince = kLongAgo;
+    if (isNew) tile.shownSince = longAgo;
   }
 }
 
@@ -224,14 +224,14 @@ void TileBoard::request(double now) {
   const auto fromNetwork = std::count_if(tiles_.begin(), tiles_.end(), [](const auto& item) {
     return item.second.underWay && item.second.fromNetwork;
   });
-  auto allowed = server.pauses > 0 ? 1 - fromNetwork : kAtOnce;
+  auto allowed = server.pauses > 0 ? 1 - fromNetwork : mostAtOnce;
   bool complete = true;
   for (const TileKey& key : order_) {
     Tile& tile = tiles_[key];
     if (!tile.onScreen && (!complete || server.pauses > 0)) break;
     if ((tile.image && !tile.stale) || isMissing(key)) continue;
     const auto fault = faults_.find(key);
-    const double from = std::max(server.pausedUntil, fault == faults_.end() ? kLongAgo : fault->second.until);
+    const double from = std::max(server.pausedUntil, fault == faults_.end() ? longAgo : fault->second.until);
     if (tile.onScreen && from <= now) complete = false;
     if (tile.onScreen && from > now) wakeAt_ = std::min(from, wakeAt_.value_or(from));
     if (tile.underWay) continue;
@@ -246,7 +246,7 @@ void TileBoard::request(double now) {
 }
 
 bool TileBoard::makeRoomFor(const Tile& tile) {
-  if (underWay_ < kAtOnce) return true;
+  if (underWay_ < mostAtOnce) return true;
   if (!tile.onScreen) return false;
   const auto given = std::find_if(tiles_.begin(), tiles_.end(), [](const auto& item) {
     return item.second.underWay && !item.second.onScreen;
@@ -292,11 +292,11 @@ void TileBoard::draw(const Grid& grid, double now) {
       if (const auto tile = tiles_.find(key); image && tile != tiles_.end()) {
         auto& since = tile->second.shownSince;
         if (!since) since = now;
-        opacity = std::min(1.0, (now - *since) / kFade);
+        opacity = std::min(1.0, (now - *since) / fadeSeconds);
       }
       if (opacity < 1) {
         drawCoarser(key, origin, size);
-        drawFiner(key, origin, size, kFinerLevels);
+        drawFiner(key, origin, size, finerLevels);
       }
       if (!image) continue;
       fading_ = fading_ || opacity < 1;
@@ -330,11 +330,10 @@ void TileBoard::drawFiner(const TileKey& key, WorldPoint origin, double size, in
       TileKey quarter = key;
       quarter.id = {key.id.zoom + 1, 2 * key.id.x + x, 2 * key.id.y + y};
       const WorldPoint corner{origin.x + x * half, origin.y + y * half};
-      if (const auto image = imageOf(quarter)) {
+      if (const auto image = imageOf(quarter))
         drawn_.push_back({.key = quarter, .image = image, .origin = corner, .size = half});
-      } else {
+      else
         drawFiner(quarter, corner, half, levels - 1);
-      }
     }
   }
 }

@@ -29,10 +29,9 @@ class StripWriter {
 
   /// Both edges at a point; along moves them on in the direction of the line, in half widths.
   void pair(const TrackVertex& at, LineDirection direction, float across, float along) {
-    for (const float side : {-1.0F, 1.0F}) {
+    for (const float side : {-1.0F, 1.0F})
       *out_++ = {at.x, at.y, -direction.y * across * side + direction.x * along,
                  direction.x * across * side + direction.y * along, side};
-    }
   }
 
  private:

@@ -60,9 +60,8 @@ TEST(Mercator, KeepsEveryNumberOnTheMap) {
   EXPECT_EQ(project({-1e300, 10}).y, 1);
   EXPECT_NEAR(project({0, 190}).x, project({0, -170}).x, 1e-12);
   EXPECT_NEAR(project({0, -890}).x, project({0, -170}).x, 1e-12);
-  for (const double odd : {notANumber, endless, 90.0, -1e300}) {
+  for (const double odd : {notANumber, endless, 90.0, -1e300})
     EXPECT_GT(metresPerWorldUnit(odd), 3.4e6);
-  }
 }
 
 TEST(GreatCircle, MeetsPublishedDistances) {

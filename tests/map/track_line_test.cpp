@@ -49,19 +49,17 @@ double pointsFromSegment(WorldPoint point, WorldPoint from, WorldPoint to, int l
 double pointsFromLine(WorldPoint point, const std::vector<TrackPiece>& pieces, int level) {
   double nearest = std::numeric_limits<double>::infinity();
   for (const TrackPiece& piece : pieces) {
-    for (std::size_t i = 1; i < piece.chunk->vertices.size(); ++i) {
+    for (std::size_t i = 1; i < piece.chunk->vertices.size(); ++i)
       nearest = std::min(nearest,
                          pointsFromSegment(point, place(piece, i - 1, level), place(piece, i, level), level));
-    }
   }
   return nearest;
 }
 
 std::size_t verticesOf(const std::vector<TrackPiece>& pieces) {
   std::size_t count = 0;
-  for (const TrackPiece& piece : pieces) {
+  for (const TrackPiece& piece : pieces)
     count += piece.chunk->vertices.size();
-  }
   return count;
 }
 
@@ -73,9 +71,8 @@ TEST(TrackLine, LeavesOutOnlyWhatNobodySees) {
   for (int level = 1; level <= 20; ++level) {
     const auto pieces = line.pieces(everywhere, level);
     double worst = 0;
-    for (std::size_t i = 0; i < track.size(); ++i) {
+    for (std::size_t i = 0; i < track.size(); ++i)
       worst = std::max(worst, pointsFromLine(line.points()[i], pieces, level));
-    }
     EXPECT_LE(worst, 1.5) << "level " << level;
     EXPECT_GE(verticesOf(pieces), before);
     before = verticesOf(pieces);
@@ -85,9 +82,8 @@ TEST(TrackLine, LeavesOutOnlyWhatNobodySees) {
 
 TEST(TrackLine, IsCutIntoChunksWithoutGaps) {
   std::vector<Coordinate> zigzag(2000);  // in steps of 3 km, 37,000 points at this level
-  for (std::size_t i = 0; i < zigzag.size(); ++i) {
+  for (std::size_t i = 0; i < zigzag.size(); ++i)
     zigzag[i] = {50 + 0.01 * static_cast<double>(i % 2), 0.05 * static_cast<double>(i)};
-  }
   constexpr int level = 20;
   constexpr double rounding = 1.0 / 64;  // points
   for (const auto& track : {drive(20000), zigzag}) {
@@ -125,17 +121,15 @@ TEST(TrackLine, GrowsAtItsEndOnly) {
     grown.append(track[i]);
     const auto after = grown.pieces(everywhere, 17);
     ASSERT_GE(after.size(), before.size());
-    for (std::size_t p = 0; p + 1 < before.size(); ++p) {
+    for (std::size_t p = 0; p + 1 < before.size(); ++p)
       ASSERT_EQ(after[p].chunk, before[p].chunk);
-    }
   }
   TrackLine whole(track);
   const auto expected = whole.pieces(everywhere, 17);
   const auto actual = grown.pieces(everywhere, 17);
   ASSERT_EQ(actual.size(), expected.size());
-  for (std::size_t p = 0; p < actual.size(); ++p) {
+  for (std::size_t p = 0; p < actual.size(); ++p)
     EXPECT_EQ(actual[p].chunk->vertices, expected[p].chunk->vertices);
-  }
 }
 
 TEST(TrackLine, CrossesTheAntimeridianTheShortWay) {
@@ -164,9 +158,8 @@ TEST(TrackLine, StaysExactInTheMiddleOfALongSegment) {
       const auto pieces = line.pieces(view, 20);
       ASSERT_EQ(pieces.size(), 2U) << "out and back";
       EXPECT_LT(pointsFromLine(middle, pieces, 20), 0.02);
-      for (const TrackPiece& piece : pieces) {
+      for (const TrackPiece& piece : pieces)
         EXPECT_LT(std::hypot(piece.chunk->vertices.back().x, piece.chunk->vertices.back().y), 65536);
-      }
     }
   }
   EXPECT_TRUE(line.pieces({0.9, 0.1, 0.9001, 0.1001}, 20).empty());
@@ -191,9 +184,8 @@ TEST(TrackLine, TakesAnyNumberOfAnyPoints) {
   }
   for (const int level : {1, 20}) {
     for (const auto& [chunk, shift] : line.pieces({0, 0, 1, 1}, level)) {
-      for (const auto& [x, y] : chunk->vertices) {
+      for (const auto& [x, y] : chunk->vertices)
         EXPECT_TRUE(std::isfinite(x) && std::isfinite(y));
-      }
     }
   }
 
@@ -217,9 +209,8 @@ TEST(TrackLine, TakesALevelThatWasMadeElsewhere) {
   TrackLine line{std::span(track).first(20000)};
   std::shared_ptr<TrackLevel> made;
   std::jthread elsewhere([&made, points = line.points()] { made = TrackLine::makeLevel(points, 16); });
-  for (std::size_t i = 20000; i < track.size(); ++i) {
+  for (std::size_t i = 20000; i < track.size(); ++i)
     line.append(track[i]);
-  }
   elsewhere.join();
   EXPECT_EQ(line.nearestLevel(16), std::nullopt);
   line.adopt(made);
