@@ -16,7 +16,7 @@ struct ScreenPoint {
 };
 
 struct CameraPosition {
-  WorldPoint center{0.5, 0.5};  ///< x from 0 to below 1
+  WorldPoint centre{0.5, 0.5};  ///< x from 0 to below 1
   double zoom = 0;              ///< the world is 256 * 2^zoom points wide
 
   friend bool operator==(const CameraPosition&, const CameraPosition&) = default;
@@ -41,7 +41,7 @@ class MapCamera {
   double height() const { return height_; }
 
   const CameraPosition& position() const { return position_; }
-  WorldPoint center() const { return position_.center; }
+  WorldPoint centre() const { return position_.centre; }
   double zoom() const { return position_.zoom; }
   /// Where the animation under way will end, the zoom of a zoom that glides; else position().
   CameraPosition destination() const;
@@ -73,10 +73,10 @@ class MapCamera {
   /// that rises until both would be in view; at most 1.5 seconds.
   void moveTo(const CameraPosition& target, bool animated);
   /// The zoom stays, or the one on its way.
-  void setCenter(WorldPoint center, bool animated);
+  void setCentre(WorldPoint centre, bool animated);
 
   /// The closest zoom that shows that many metres, north to south and west to east, about a centre.
-  void setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres, bool animated);
+  void setRegion(Coordinate centre, double latitudinalMetres, double longitudinalMetres, bool animated);
   /// The closest that shows all of the coordinates, `padding` points from every edge, but not less than 300
   /// metres; across the antimeridian where that is shorter. No coordinates: nothing changes.
   void fit(std::span<const Coordinate> coordinates, double padding, bool animated);
@@ -113,7 +113,7 @@ class MapCamera {
   double zoomToShow(const Region& region) const;
   void zoomTo(double zoom, ScreenPoint around);
   bool beginGesture();
-  void show(WorldPoint center, const Region& region, bool animated);
+  void show(WorldPoint centre, const Region& region, bool animated);
   void travel(const CameraPosition& target, bool animated);
   CameraPosition along(const Journey& journey) const;
 

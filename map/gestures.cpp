@@ -33,11 +33,11 @@ MapGestures::Sample MapGestures::measure(const std::vector<Finger>& fingers, dou
   Sample sample{now, {}, 0};
   const auto count = static_cast<double>(fingers.size());
   for (const Finger& finger : fingers) {
-    sample.center.x += finger.position.x / count;
-    sample.center.y += finger.position.y / count;
+    sample.centre.x += finger.position.x / count;
+    sample.centre.y += finger.position.y / count;
   }
   for (const Finger& finger : fingers)
-    sample.spread += distance(finger.position, sample.center) / count;
+    sample.spread += distance(finger.position, sample.centre) / count;
   return sample;
 }
 
@@ -72,14 +72,14 @@ std::optional<ScreenPoint> MapGestures::update(const std::vector<Finger>& finger
 void MapGestures::begin(const Sample& sample, MapCamera& camera) {
   most_ = 0;
   moved_ = false;
-  undecided_ = sample.center.x < edges_.left || sample.center.x > camera.width() - edges_.right;
+  undecided_ = sample.centre.x < edges_.left || sample.centre.x > camera.width() - edges_.right;
   held_ = camera.moving() && sample.time - lastZoom_ > 2 * longestPause;  // taps that zoom add up
   if (held_) camera.stop();
 }
 
 bool MapGestures::leavesSlop(const Sample& sample, double slop) {
-  const double across = std::abs(sample.center.x - anchor_.center.x);
-  const double down = std::abs(sample.center.y - anchor_.center.y);
+  const double across = std::abs(sample.centre.x - anchor_.centre.x);
+  const double down = std::abs(sample.centre.y - anchor_.centre.y);
   // Near an edge the map waits until it is clear that the finger does not go sideways.
   if (undecided_ && (down <= slop || down <= across)) return false;
   undecided_ = false;
@@ -88,8 +88,8 @@ bool MapGestures::leavesSlop(const Sample& sample, double slop) {
 
 void MapGestures::drag(const Sample& sample, MapCamera& camera) {
   const Sample& before = recent_.back();
-  camera.panBy(sample.center.x - before.center.x, sample.center.y - before.center.y);
-  if (before.spread > 0 && sample.spread > 0) camera.zoomBy(sample.spread / before.spread, sample.center);
+  camera.panBy(sample.centre.x - before.centre.x, sample.centre.y - before.centre.y);
+  if (before.spread > 0 && sample.spread > 0) camera.zoomBy(sample.spread / before.spread, sample.centre);
   recent_.push_back(sample);
   while (recent_.size() > 2 && sample.time - recent_.front().time > velocitySpan)
     recent_.pop_front();
@@ -101,10 +101,10 @@ void MapGestures::letGo(double now, MapCamera& camera) {
   const double time = last.time - first.time;
   if (time <= 0 || now - last.time > restBeforeLift) return;
   if (ids_.size() == 1) {
-    camera.fling((last.center.x - first.center.x) / time, (last.center.y - first.center.y) / time);
+    camera.fling((last.centre.x - first.centre.x) / time, (last.centre.y - first.centre.y) / time);
   } else if (first.spread > 0 && last.spread > 0) {
     const double speed = std::log2(last.spread / first.spread) / time;
-    if (std::abs(speed) > slowestPinch) camera.zoomSmoothlyBy(speed * pinchCarry, last.center);
+    if (std::abs(speed) > slowestPinch) camera.zoomSmoothlyBy(speed * pinchCarry, last.centre);
   }
 }
 
@@ -113,15 +113,15 @@ std::optional<ScreenPoint> MapGestures::end(double now, MapCamera& camera) {
   const auto before = std::exchange(lastTap_, std::nullopt);
   if (moved_ || now - start_.time > longestTap || most_ > 2) return std::nullopt;
   const bool second = before && now - before->time < longestPause + longestTap &&
-                      distance(before->center, start_.center) < doubleTapReach;
+                      distance(before->centre, start_.centre) < doubleTapReach;
   if (most_ == 2 || second) {
     lastZoom_ = now;
-    camera.zoomSmoothlyBy(most_ == 2 ? -1 : 1, start_.center);
+    camera.zoomSmoothlyBy(most_ == 2 ? -1 : 1, start_.centre);
     return std::nullopt;
   }
-  lastTap_ = Sample{now, start_.center, 0};
+  lastTap_ = Sample{now, start_.centre, 0};
   if (held_) return std::nullopt;
-  return start_.center;
+  return start_.centre;
 }
 
 void MapGestures::cancel() {
@@ -140,9 +140,9 @@ void zoomByTouchpad(MapCamera& camera, double points, ScreenPoint around) {
 }
 
 void moveBySteps(MapCamera& camera, int east, int south) {
-  const auto [center, zoom] = camera.destination();
+  const auto [centre, zoom] = camera.destination();
   const double step = keyStep / pointsPerWorldUnit(zoom);
-  camera.setCenter({center.x + east * step, center.y + south * step}, true);
+  camera.setCentre({centre.x + east * step, centre.y + south * step}, true);
 }
 
 }  // namespace fleetor

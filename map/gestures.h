@@ -47,7 +47,7 @@ class MapGestures {
  private:
   struct Sample {
     double time = 0;
-    ScreenPoint center;
+    ScreenPoint centre;
     double spread = 0;  ///< mean distance of the fingers from their centre
   };
 

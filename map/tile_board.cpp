@@ -13,7 +13,7 @@ constexpr int mostAtOnce = 6;
 constexpr double fadeSeconds = 0.2;
 constexpr double longestPauseSeconds = 60;
 constexpr double missingForSeconds = 600;
-constexpr std::size_t mostFaults = 1000;
+constexpr std::size_t mostFailures = 1000;
 constexpr double longAgo = -std::numeric_limits<double>::infinity();
 constexpr int finerLevels = 2;  // how many the finer tiles that stand in may lie below: two make 16 a tile
 
@@ -60,11 +60,11 @@ std::optional<TileBoard::Grid> TileBoard::gridUnder(const TileView& view, int mi
 
 void TileBoard::update(const TileView& view, double now) {
   takeArrivals(now);
-  if (std::exchange(style_, view.style) != view.style) sight_ = TileSight::awaited;
+  if (std::exchange(style_, view.style) != view.style) state_ = TileState::awaited;
   const auto grid = gridUnder(view, loader_.minimumZoom(), loader_.maximumZoom());
   if (grid && loader_.serves(view.style)) return show(*grid, now);
   suspend();
-  if (grid) sight_ = TileSight::unavailable;
+  if (grid) state_ = TileState::unavailable;
 }
 
 void TileBoard::show(const Grid& grid, double now) {
@@ -75,26 +75,26 @@ void TileBoard::show(const Grid& grid, double now) {
     return !item.second.onScreen || isHopeless(item.first, item.second);
   };
   if (!drawn_.empty())
-    sight_ = TileSight::shown;
+    state_ = TileState::shown;
   else if (std::ranges::all_of(tiles_, isHopelessOrAhead))
-    sight_ = TileSight::unavailable;
-  else if (sight_ == TileSight::shown)
-    sight_ = TileSight::awaited;
+    state_ = TileState::unavailable;
+  else if (state_ == TileState::shown)
+    state_ = TileState::awaited;
 }
 
 /// Its server has failed, or has no such tile, and the disk has none.
 bool TileBoard::isHopeless(const TileKey& key, const Tile& tile) const {
   if (isMissing(key)) return true;
   const auto server = servers_.find(key.style);
-  const bool fails = faults_.contains(key) || (server != servers_.end() && server->second.pauses > 0);
+  const bool fails = failures_.contains(key) || (server != servers_.end() && server->second.pauses > 0);
   return fails && (!tile.underWay || tile.fromNetwork);
 }
 
 void TileBoard::retry() {
   servers_.clear();
-  sight_ = TileSight::awaited;
-  for (auto& [key, fault] : faults_)
-    if (!fault.missing) fault.until = longAgo;
+  state_ = TileState::awaited;
+  for (auto& [key, failure] : failures_)
+    if (!failure.missing) failure.until = longAgo;
   if (wakeAt_ && onChange) onChange();
 }
 
@@ -104,14 +104,15 @@ void TileBoard::suspend() {
   tiles_.clear();
   order_.clear();
   drawn_.clear();
-  sight_ = TileSight::awaited;
+  state_ = TileState::awaited;
   fading_ = false;
   wakeAt_.reset();
 }
 
 void TileBoard::takeArrivals(double now) {
-  std::erase_if(faults_, [now](const auto& item) { return item.second.missing && item.second.until <= now; });
-  if (faults_.size() > mostFaults) faults_.clear();
+  std::erase_if(failures_,
+                [now](const auto& item) { return item.second.missing && item.second.until <= now; });
+  if (failures_.size() > mostFailures) failures_.clear();
 
   for (Arrival& arrival : std::exchange(arrivals_, {})) {
     const TileKey& key = arrival.key;
@@ -140,16 +141,16 @@ void TileBoard::takeArrivals(double now) {
 void TileBoard::takeSuccess(const TileKey& key, bool missing, double now) {
   Server& server = servers_[key.style];
   if (server.pauses > 0)
-    for (auto& [other, fault] : faults_)
-      if (other.style == key.style && !fault.missing) fault.until = longAgo;
+    for (auto& [other, failure] : failures_)
+      if (other.style == key.style && !failure.missing) failure.until = longAgo;
   server = {};
-  faults_.erase(key);
-  if (missing) faults_[key] = {.missing = true, .until = now + missingForSeconds};
+  failures_.erase(key);
+  if (missing) failures_[key] = {.missing = true, .until = now + missingForSeconds};
 }
 
 void TileBoard::takeFailure(const TileKey& key, double now) {
-  Fault& fault = faults_[key];
-  fault.until = now + pauseAfter(++fault.count);
+  Failure& failure = failures_[key];
+  failure.until = now + pauseAfter(++failure.count);
   Server& server = servers_[key.style];
   const bool serverFails = server.pauses > 0 || (server.lastFailure && *server.lastFailure != key);
   server.lastFailure = key;
@@ -158,8 +159,8 @@ void TileBoard::takeFailure(const TileKey& key, double now) {
 }
 
 bool TileBoard::isMissing(const TileKey& key) const {
-  const auto fault = faults_.find(key);
-  return fault != faults_.end() && fault->second.missing;
+  const auto failure = failures_.find(key);
+  return failure != failures_.end() && failure->second.missing;
 }
 
 void TileBoard::choose(const Grid& grid) {
@@ -176,9 +177,9 @@ void TileBoard::choose(const Grid& grid) {
       TileKey key = grid.key(column, row);
       while (isMissing(key) && key.id.zoom > loader_.minimumZoom())
         key = coarser(key, 1);
-      const auto fault = faults_.find(key);
+      const auto failure = failures_.find(key);
       const bool ring = column < grid.left || column > grid.right || row < grid.top || row > grid.bottom;
-      cells.push_back({ring, fault == faults_.end() ? 0 : fault->second.count,
+      cells.push_back({ring, failure == failures_.end() ? 0 : failure->second.count,
                        std::hypot(column + 0.5 - grid.centreX, row + 0.5 - grid.centreY), key});
     }
   }
@@ -230,8 +231,9 @@ void TileBoard::request(double now) {
     Tile& tile = tiles_[key];
     if (!tile.onScreen && (!complete || server.pauses > 0)) break;
     if ((tile.image && !tile.stale) || isMissing(key)) continue;
-    const auto fault = faults_.find(key);
-    const double from = std::max(server.pausedUntil, fault == faults_.end() ? longAgo : fault->second.until);
+    const auto failure = failures_.find(key);
+    const double from =
+        std::max(server.pausedUntil, failure == failures_.end() ? longAgo : failure->second.until);
     if (tile.onScreen && from <= now) complete = false;
     if (tile.onScreen && from > now) wakeAt_ = std::min(from, wakeAt_.value_or(from));
     if (tile.underWay) continue;

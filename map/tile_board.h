@@ -40,7 +40,7 @@ struct DrawnTile {
 };
 
 /// What has become of the tiles of a view.
-enum class TileSight {
+enum class TileState {
   awaited,      ///< none has come yet
   shown,        ///< at least one, of whatever age
   unavailable,  ///< none can be had: there are none, or their server fails and the disk has none
@@ -79,7 +79,7 @@ class TileBoard {
   const std::vector<DrawnTile>& drawn() const { return drawn_; }
 
   /// From the last update() on. Unavailable tiles stay so until one has come, retry() or suspend().
-  TileSight sight() const { return sight_; }
+  TileState state() const { return state_; }
 
   /// Whether the next frame differs though nothing else changes.
   bool isFading() const { return fading_; }
@@ -113,7 +113,7 @@ class TileBoard {
     TileLoader::Result result;
   };
 
-  struct Fault {
+  struct Failure {
     int count = 0;
     bool missing = false;
     double until = 0;  // not asked for before
@@ -160,13 +160,13 @@ class TileBoard {
   std::map<TileKey, Tile> tiles_;
   std::vector<TileKey> order_;  // of tiles_, in which they are asked for
   std::vector<Arrival> arrivals_;
-  std::map<TileKey, Fault> faults_;
+  std::map<TileKey, Failure> failures_;
   std::map<MapStyle, Server> servers_;
   int underWay_ = 0;
   std::uint64_t round_ = 0;
   std::vector<DrawnTile> drawn_;
-  TileSight sight_ = TileSight::awaited;
-  MapStyle style_ = MapStyle::standard;  // of sight_
+  TileState state_ = TileState::awaited;
+  MapStyle style_ = MapStyle::standard;  // of state_
   bool fading_ = false;
   std::optional<double> wakeAt_;
 };

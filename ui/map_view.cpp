@@ -23,15 +23,15 @@ void MapView::setDelegate(MapViewDelegate* delegate) {
   if (newRenderers) overlaysChanged.emit();
 }
 
-void MapView::setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres,
+void MapView::setRegion(Coordinate centre, double latitudinalMetres, double longitudinalMetres,
                         bool animated) {
-  camera_.setRegion(center, latitudinalMetres, longitudinalMetres, animated);
+  camera_.setRegion(centre, latitudinalMetres, longitudinalMetres, animated);
   assign(placed_, true);
   cameraChanged.emit();
 }
 
-void MapView::setCenterCoordinate(Coordinate center, bool animated) {
-  camera_.setCenter(project(center), animated);
+void MapView::setCenterCoordinate(Coordinate centre, bool animated) {
+  camera_.setCentre(project(centre), animated);
   assign(placed_, true);
   cameraChanged.emit();
 }

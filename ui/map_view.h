@@ -62,9 +62,9 @@ class MapView : public Component {
   bool isPlaced() const { return placed_; }
 
   // What is shown. An animation takes place as somebody advances the camera, and on no map without a size.
-  void setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres, bool animated);
-  Coordinate centerCoordinate() const { return unproject(camera_.center()); }  ///< at this moment
-  void setCenterCoordinate(Coordinate center, bool animated);                  ///< the zoom stays
+  void setRegion(Coordinate centre, double latitudinalMetres, double longitudinalMetres, bool animated);
+  Coordinate centerCoordinate() const { return unproject(camera_.centre()); }  ///< at this moment
+  void setCenterCoordinate(Coordinate centre, bool animated);                  ///< the zoom stays
 
   /// Fits the map to those annotations, which must be on it. None: it stays where it is.
   void showAnnotations(const MapAnnotations& annotations, bool animated);

@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "qt/map/line_node.h"
+#include "qt/map/map_frame.h"
 #include "qt/map/map_lines.h"
-#include "qt/map/map_node.h"
 
 namespace fleetor {
 

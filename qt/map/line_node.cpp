@@ -3,7 +3,7 @@
 #include <QMatrix4x4>
 #include <cmath>
 
-#include "qt/map/map_node.h"
+#include "qt/map/map_frame.h"
 
 namespace fleetor {
 
@@ -107,7 +107,7 @@ void LineNode::takePieces(const DrawnLine& line, WorldPoint origin) {
 }
 
 void LineNode::update(const MapFrame& frame, const DrawnLine& line) {
-  if (line.version != version_) takePieces(line, frame.camera.center);
+  if (line.version != version_) takePieces(line, frame.camera.centre);
 
   const double scale = std::exp2(frame.camera.zoom - level_);
   const LineMaterial::Look look{line.color, static_cast<float>(line.width / 2),

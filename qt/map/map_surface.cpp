@@ -14,9 +14,9 @@ namespace fleetor {
 
 namespace {
 
-constexpr double aFrame = 1.0 / 60;  // seconds, of the first step of a movement
-constexpr double longestStep = 0.1;  // after a hiccup a movement goes on where it was
-constexpr int mouseFinger = -1;      // the id of the mouse among the fingers
+constexpr double frameSeconds = 1.0 / 60;  // seconds, of the first step of a movement
+constexpr double longestStep = 0.1;        // after a hiccup a movement goes on where it was
+constexpr int mouseFinger = -1;            // the id of the mouse among the fingers
 
 ScreenPoint toScreen(QPointF point) {
   return {point.x(), point.y()};
@@ -68,11 +68,11 @@ void MapSurface::setDark(bool dark) {
 }
 
 QString MapSurface::attribution() const {
-  return map_ && tiles_.first == TileSight::shown ? map_->attribution() : QString();
+  return map_ && tiles_.first == TileState::shown ? map_->attribution() : QString();
 }
 
 QString MapSurface::message() const {
-  return map_ && tiles_.first == TileSight::unavailable ? map_->noTilesMessage() : QString();
+  return map_ && tiles_.first == TileState::unavailable ? map_->noTilesMessage() : QString();
 }
 
 void MapSurface::redraw() {
@@ -86,7 +86,7 @@ void MapSurface::frame() {
   if (!stale_ || !isVisible() || !shown || !window()) return;
   const double time = now();
   if (shown->camera().moving()) {
-    const double step = steppedAt_ < 0 ? aFrame : std::min(time - steppedAt_, longestStep);
+    const double step = steppedAt_ < 0 ? frameSeconds : std::min(time - steppedAt_, longestStep);
     steppedAt_ = time;
     shown->moveCamera([step](MapCamera& camera) { camera.advance(step); });
   }
@@ -110,13 +110,13 @@ void MapSurface::takePosition(const MapCamera& camera) {
   frame_.size = size;
   frame_.camera = position;
   if (!frame_.steady) {
-    steadyAt_ = position.center;
+    steadyAt_ = position.centre;
     return;
   }
   const double scale = pointsPerWorldUnit(position.zoom);
-  frame_.camera.center = {
-      steadyAt_.x + onPixels((position.center.x - steadyAt_.x) * scale, pixelRatio) / scale,
-      steadyAt_.y + onPixels((position.center.y - steadyAt_.y) * scale, pixelRatio) / scale};
+  frame_.camera.centre = {
+      steadyAt_.x + onPixels((position.centre.x - steadyAt_.x) * scale, pixelRatio) / scale,
+      steadyAt_.y + onPixels((position.centre.y - steadyAt_.y) * scale, pixelRatio) / scale};
 }
 
 bool MapSurface::layOut(double time) {
@@ -128,9 +128,9 @@ bool MapSurface::layOut(double time) {
   const MapStyle style = map_->satellite() ? MapStyle::satellite
                          : dark_           ? MapStyle::dark
                                            : MapStyle::standard;
-  board_->update({camera.center(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
+  board_->update({camera.centre(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
                  time);
-  if (const std::pair seen(board_->sight(), style); std::exchange(tiles_, seen) != seen)
+  if (const std::pair seen(board_->state(), style); std::exchange(tiles_, seen) != seen)
     Q_EMIT tilesChanged();
   lines_->update(camera);
   lineLayer_.show(frame_, *lines_);
@@ -148,7 +148,7 @@ QSGNode* MapSurface::updatePaintNode(QSGNode* before, UpdatePaintNodeData*) {
     delete before;
     return nullptr;
   }
-  auto* const node = before ? static_cast<MapNode*>(before) : new MapNode;
+  auto* const node = before ? static_cast<BaseMapNode*>(before) : new BaseMapNode;
   if (node->update(frame_, board_->drawn(), *window()))
     QMetaObject::invokeMethod(this, &MapSurface::redraw, Qt::QueuedConnection);
   return node;

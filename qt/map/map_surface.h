@@ -10,9 +10,9 @@
 
 #include "map/gestures.h"
 #include "map/tile_board.h"
+#include "qt/map/base_map_node.h"
 #include "qt/map/line_layer.h"
 #include "qt/map/map_lines.h"
-#include "qt/map/map_node.h"
 #include "qt/map/map_view_item.h"
 
 namespace fleetor {
@@ -91,7 +91,7 @@ class MapSurface : public QQuickItem {
   double steppedAt_ = -1;  // when the camera was last moved on; below 0 while it rests
   MapGestures gestures_;
   MapFrame frame_;
-  std::pair<TileSight, MapStyle> tiles_;  // that the last frame showed
+  std::pair<TileState, MapStyle> tiles_;  // that the last frame showed
   WorldPoint steadyAt_;                   // where the camera was when the zoom was last changed
   std::optional<TileBoard> board_;
   std::optional<MapLines> lines_;

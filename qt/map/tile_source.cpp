@@ -108,10 +108,10 @@ class TileSource::Worker final : public QObject {
   std::unordered_map<Handle, QNetworkReply*> replies_;
 };
 
-TileSource::TileSource(TileServer server, const QString& folder)
+TileSource::TileSource(TileAddresses server, const QString& folder)
     : TileSource(std::move(server), folder, Limits{}) {}
 
-TileSource::TileSource(TileServer server, const QString& folder, Limits limits)
+TileSource::TileSource(TileAddresses server, const QString& folder, Limits limits)
     : server_(std::move(server)),
       memory_(limits.memoryBytes),
       thread_(std::make_unique<QThread>()),

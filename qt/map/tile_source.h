@@ -9,7 +9,7 @@
 
 #include "map/tile_loader.h"
 #include "map/tile_memory.h"
-#include "qt/map/tile_server.h"
+#include "qt/map/tile_addresses.h"
 #include "ui/signal.h"
 
 class QThread;
@@ -37,8 +37,8 @@ class TileSource final : public TileLoader {
   };
 
   /// The folder belongs to the source alone; it is made when there is something to keep.
-  TileSource(TileServer server, const QString& folder);
-  TileSource(TileServer server, const QString& folder, Limits limits);
+  TileSource(TileAddresses server, const QString& folder);
+  TileSource(TileAddresses server, const QString& folder, Limits limits);
 
   /// Ends what is under way, without calling anybody, and waits for the thread.
   ~TileSource() override;
@@ -66,7 +66,7 @@ class TileSource final : public TileLoader {
  private:
   class Worker;
 
-  TileServer server_;
+  TileAddresses server_;
   TileMemory memory_;
   std::unordered_map<Handle, Done> waiting_;
   Handle lastHandle_ = 0;

@@ -48,7 +48,7 @@ TEST_F(MapCameraTest, FindsPlacesOnTheScreenAlsoAcrossTheAntimeridian) {
   EXPECT_GT(camera.visibleRect().right, 1);
 
   camera.panBy(-pointsPerDegree, 0);
-  EXPECT_NEAR(unproject(camera.center()).longitude, -179.1, 1e-9);
+  EXPECT_NEAR(unproject(camera.centre()).longitude, -179.1, 1e-9);
   expectAt(camera.screenPoint(project({0, 179.9})), {195 - pointsPerDegree, 390});
 }
 
@@ -77,7 +77,7 @@ TEST_F(MapCameraTest, MeasuresARegionWhenItsViewportIsKnown) {
   EXPECT_NEAR(metresAcross(), 2000, 1);
   early.setViewport(780, 390);
   EXPECT_NEAR(metresAcross(), 4000, 1) << "the height is the narrow side now";
-  early.setCenter(project({48.2, 11.6}), false);
+  early.setCentre(project({48.2, 11.6}), false);
   EXPECT_NEAR(metresAcross(), 4000, 10) << "only the centre moves";
 
   early.setRegion(munich, 2000, 2000, true);
@@ -129,7 +129,7 @@ TEST_F(MapCameraTest, KeepsThePlaceUnderTheFingers) {
 }
 
 TEST_F(MapCameraTest, GlidesOnWhenThrown) {
-  const WorldPoint place = camera.center();
+  const WorldPoint place = camera.centre();
   camera.fling(900, -1200);
   std::vector<double> steps;
   double gone = 0;
@@ -151,22 +151,22 @@ TEST_F(MapCameraTest, GlidesOnWhenThrown) {
   for (int i = 0; i < frames / 8; ++i) {
     camera.advance(8 * frame);  // a device that drops frames
   }
-  expectAt(camera.screenPoint(smooth.center), {195, 390}, 1);
+  expectAt(camera.screenPoint(smooth.centre), {195, 390}, 1);
 
   camera.stop();
   camera.fling(10, 10);
   EXPECT_FALSE(camera.moving()) << "a finger that came to rest does not throw";
   camera.fling(1e9, 0);
   camera.advance(frame);
-  EXPECT_LT(std::abs(camera.screenPoint(smooth.center).x - 195), 200) << "still to be followed by eye";
+  EXPECT_LT(std::abs(camera.screenPoint(smooth.centre).x - 195), 200) << "still to be followed by eye";
   camera.panBy(1, 0);
   EXPECT_FALSE(camera.advance(frame)) << "a finger holds it";
 }
 
 TEST_F(MapCameraTest, MovesStraightToANearbyPlace) {
-  const WorldPoint next{camera.center().x + 150 / camera.scale(), camera.center().y};
-  camera.setCenter(next, true);
-  EXPECT_EQ(camera.destination().center, next);
+  const WorldPoint next{camera.centre().x + 150 / camera.scale(), camera.centre().y};
+  camera.setCentre(next, true);
+  EXPECT_EQ(camera.destination().centre, next);
   double left = 150;
   const int frames = run([&] {
     EXPECT_EQ(camera.zoom(), 14);
@@ -174,10 +174,10 @@ TEST_F(MapCameraTest, MovesStraightToANearbyPlace) {
     EXPECT_LT(now, left);
     left = now;
   });
-  EXPECT_EQ(camera.center(), next);
+  EXPECT_EQ(camera.centre(), next);
   EXPECT_LE(frames, 20);
 
-  const WorldPoint west{camera.center().x - 100 / camera.scale(), camera.center().y};
+  const WorldPoint west{camera.centre().x - 100 / camera.scale(), camera.centre().y};
   camera.moveTo({west, 15}, true);
   camera.advance(frame);
   camera.moveTo({west, 15.5}, true);
@@ -195,15 +195,15 @@ TEST_F(MapCameraTest, FliesToAFarPlaceTheShortWay) {
   const int frames = run([&] {
     const CameraPosition now = camera.position();
     lowest = std::min(lowest, now.zoom);
-    const double dx = std::remainder(now.center.x - before.center.x, 1);
+    const double dx = std::remainder(now.centre.x - before.centre.x, 1);
     const double moved =
-        std::hypot(dx, now.center.y - before.center.y) * pointsPerWorldUnit(std::min(now.zoom, before.zoom));
+        std::hypot(dx, now.centre.y - before.centre.y) * pointsPerWorldUnit(std::min(now.zoom, before.zoom));
     widest = std::max(widest, moved);
     steepest = std::max(steepest, std::abs(now.zoom - before.zoom));
     EXPECT_GE(dx, -1e-12) << "eastwards over the antimeridian";
     before = now;
   });
-  EXPECT_NEAR(camera.center().x, project(apia).x, 1e-12);
+  EXPECT_NEAR(camera.centre().x, project(apia).x, 1e-12);
   EXPECT_EQ(camera.zoom(), 13);
   EXPECT_LE(frames, 91);
   EXPECT_TRUE(lowest > 5 && lowest < 9) << "rises until both are in view, no higher: " << lowest;
@@ -224,7 +224,7 @@ TEST_F(MapCameraTest, TakesNoHarmFromNumbersThatAreNone) {
     camera.zoomSmoothlyBy(1, {0, odd});
     camera.moveTo({{odd, 0}, 4}, false);
     camera.moveTo({{0.5, 0.5}, odd}, true);
-    camera.setCenter({0, odd}, true);
+    camera.setCentre({0, odd}, true);
     camera.setRegion(munich, odd, 1, false);
     camera.advance(odd);
     camera.advance(frame);

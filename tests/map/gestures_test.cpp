@@ -177,11 +177,11 @@ TEST_F(MapGesturesTest, LeavesASidewaysDragFromAnEdgeToThePages) {
                                          {47, 40, 30, false},
                                          {47, 30, 40, true},
                                          {377, 0, 7, false}}) {
-    const WorldPoint before = camera.center();
+    const WorldPoint before = camera.centre();
     touch({{x, 300}});
     slide({x, 300}, dx, dy);
     EXPECT_EQ(gestures.holdsFingers(), holds) << x << " " << dx << " " << dy;
-    EXPECT_EQ(camera.center() != before, holds);
+    EXPECT_EQ(camera.centre() != before, holds);
     gestures.cancel();
   }
   touch({{47, 300}});
@@ -198,7 +198,7 @@ TEST_F(MapGesturesTest, FollowsTheWheelTheTouchpadAndTheArrows) {
   zoomByTouchpad(camera, -50, middle);
   EXPECT_NEAR(levels(), 0.5, 1e-9);
   wait(5);
-  const WorldPoint before = camera.center();
+  const WorldPoint before = camera.centre();
   moveBySteps(camera, 1, 0);
   wait(0.05);
   moveBySteps(camera, 1, -1);

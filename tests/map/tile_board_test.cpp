@@ -330,11 +330,11 @@ TEST_F(TileBoardTest, AsksForNoTileWhereThereAreNone) {
   show(what);
   EXPECT_THAT(loader.open, IsEmpty());
   EXPECT_EQ(board.wakeAt(), std::nullopt);
-  EXPECT_EQ(board.sight(), TileSight::unavailable);
+  EXPECT_EQ(board.state(), TileState::unavailable);
   what.style = MapStyle::satellite;
   show(what);
   EXPECT_THAT(loader.open, SizeIs(6));
-  EXPECT_EQ(board.sight(), TileSight::awaited);
+  EXPECT_EQ(board.state(), TileState::awaited);
 }
 
 TEST_F(TileBoardTest, KnowsWhenTilesShowAndWhenNoneCanBeHad) {
@@ -343,26 +343,26 @@ TEST_F(TileBoardTest, KnowsWhenTilesShowAndWhenNoneCanBeHad) {
   show(what);
   loader.answerAll(failure, network);
   show(what);
-  EXPECT_EQ(board.sight(), TileSight::awaited) << "there may be some on the disk";
+  EXPECT_EQ(board.state(), TileState::awaited) << "there may be some on the disk";
   while (loader.underWay(cache) > 0) {
     loader.answerAll(failure, cache);
     show(what);
   }
-  EXPECT_EQ(board.sight(), TileSight::unavailable);
+  EXPECT_EQ(board.state(), TileState::unavailable);
   now = *board.wakeAt();
   show(view(15, {downtown.x + 0.01, downtown.y}));
   EXPECT_GT(loader.open.size(), 0u);
-  EXPECT_EQ(board.sight(), TileSight::unavailable) << "further tries are no news";
+  EXPECT_EQ(board.state(), TileState::unavailable) << "further tries are no news";
   board.retry();
   show(what);
-  EXPECT_EQ(board.sight(), TileSight::awaited);
+  EXPECT_EQ(board.state(), TileState::awaited);
   loadAll(what);
-  EXPECT_EQ(board.sight(), TileSight::shown);
+  EXPECT_EQ(board.state(), TileState::shown);
 
   const TileView ocean = view(15, {0.1, 0.6});
   for (show(ocean); !loader.open.empty(); show(ocean))
     loader.answerAll(noSuchTile);
-  EXPECT_EQ(board.sight(), TileSight::unavailable);
+  EXPECT_EQ(board.state(), TileState::unavailable);
 }
 
 TEST(TileMemory, ForgetsWhatWasNotLookedForTheLongest) {

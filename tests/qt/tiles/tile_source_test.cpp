@@ -68,13 +68,13 @@ std::function<void(RawServer::Peer&)> always(std::string bytes) {
 struct TileSourceTest : testing::Test {
   QTemporaryDir folder;
 
-  TileServer at(const std::string& pattern) const {
-    TileServer tiles;
+  TileAddresses at(const std::string& pattern) const {
+    TileAddresses tiles;
     tiles.standard = pattern;
     tiles.userAgent = "Fleetor/test";
     return tiles;
   }
-  TileServer at(const RawServer& server) const { return at(server.url("/{z}/{x}/{y}?scale={scale}")); }
+  TileAddresses at(const RawServer& server) const { return at(server.url("/{z}/{x}/{y}?scale={scale}")); }
 
   static TileLoader::Result get(TileSource& source, TileLoader::Source from = network,
                                 const TileKey& key = anyTile) {
@@ -95,7 +95,7 @@ TEST_F(TileSourceTest, AsksAsItIsToldToAndGivesNothingAwayOfThePerson) {
       always(answer("no", "Set-Cookie: a=b\r\nWWW-Authenticate: Basic realm=\"x\"\r\n", "401 No")));
   auto withSecret = server.url("/{z}/{x}/{y}{r}.png?scale={scale}");
   withSecret.replace(0, 7, "http://user:secret@");
-  TileServer tiles = at(withSecret);
+  TileAddresses tiles = at(withSecret);
   const TileSource plain(tiles, folder.path());
   EXPECT_TRUE(plain.serves(MapStyle::dark) && !plain.serves(MapStyle::satellite));
   tiles.satellite = server.url("/sat/{z}/{x}/{y}");
@@ -189,7 +189,7 @@ TEST_F(TileSourceTest, TakesNothingForATileThatIsNone) {
       {"no such tile", answer("no", "", "404 Not Found"), missing},
       {"no longer", answer("no", fresh, "410 Gone"), missing},
       {"empty", "HTTP/1.1 204 No Content\r\n\r\n", missing},
-      {"fault", answer(png, fresh, "500 Oops"), failed},
+      {"failed", answer(png, fresh, "500 Oops"), failed},
       {"too many", answer(png, "Retry-After: 3\r\n", "429 Slow down"), failed},
       {"led elsewhere", answer("", "Location: " + elsewhere.url("/") + "\r\n", "302 Found"), failed},
       {"led around", answer("", "Location: /again\r\n", "302 Found"), failed},

@@ -316,10 +316,10 @@ TEST_F(MapPageTest, ZoomsByDoubleTapWheelPinchAndKey) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(camera().zoom() - away - 1) < 0.01; }));
   ASSERT_TRUE(waitForRest());
 
-  const WorldPoint center = camera().center();
+  const WorldPoint centre = camera().centre();
   QTest::keyClick(&window_, Qt::Key_Plus);
   QTest::keyClick(&window_, Qt::Key_Right);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return camera().center().x > center.x; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return camera().centre().x > centre.x; }));
 }
 
 TEST_F(MapPageTest, ATapOnAMarkerOpensItsCalloutAndATapOnTheMapClosesIt) {
