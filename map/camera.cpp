@@ -79,12 +79,6 @@ ScreenPoint MapCamera::screenPoint(WorldPoint point) const {
           height_ / 2 + (point.y - position_.centre.y) * scale()};
 }
 
-WorldPoint MapCamera::worldPoint(ScreenPoint point) const {
-  const double x = position_.centre.x + (point.x - width_ / 2) / scale();
-  const double y = position_.centre.y + (point.y - height_ / 2) / scale();
-  return {x - std::floor(x), std::clamp(y, 0.0, 1.0)};
-}
-
 bool MapCamera::beginGesture() {
   journey_.reset();
   if (!hasViewport()) return false;

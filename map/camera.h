@@ -52,8 +52,6 @@ class MapCamera {
   WorldRect visibleRect() const;
   /// Of the copy of the world that is nearest to the centre.
   ScreenPoint screenPoint(WorldPoint point) const;
-  /// Within the unit square.
-  WorldPoint worldPoint(ScreenPoint point) const;
 
   /// A finger drags the map along. Every gesture ends an animation and lets go of the region asked for.
   void panBy(double dx, double dy);

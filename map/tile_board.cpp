@@ -218,6 +218,8 @@ void TileBoard::want(const TileKey& key, bool onScreen) {
   }
 }
 
+// Asks in the order of order_: the screen first, then the ring, once nothing on the screen is missing. A server
+// that fails gets one request at a time. A tile that must wait is taken from the disk until then.
 void TileBoard::request(double now) {
   wakeAt_.reset();
   if (order_.empty()) return;

@@ -20,7 +20,7 @@ struct TileView {
   double zoom = 0;        ///< the world is 256 * 2^zoom points wide
   double width = 0;       ///< of the map, points
   double height = 0;      ///< points
-  double pixelRatio = 1;  ///< pixels a point; above 1 the finer images are taken
+  double pixelRatio = 1;  ///< pixels a point; above 1, images for high-DPI displays
   MapStyle style = MapStyle::standard;
 };
 

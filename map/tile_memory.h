@@ -27,8 +27,6 @@ class TileMemory {
 
   void put(Entry entry);
 
-  std::size_t sizeInBytes() const { return size_; }
-
  private:
   std::size_t limit_;
   std::size_t size_ = 0;

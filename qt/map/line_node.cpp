@@ -57,16 +57,18 @@ QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk) {
   geometry->setDrawingMode(QSGGeometry::DrawTriangleStrip);
   StripWriter strip(static_cast<LineVertex*>(geometry->vertexData()));
   strip.pair(points.front(), directions.front(), 1, -1);
+  // A gentle turn is a mitre: its pair lies across the mean direction, further out by 1 / cos(turn / 2), so that
+  // both edges keep their distance from the line. At a sharp turn both segments end in a straight cap.
   for (std::size_t i = 1; i + 1 < points.size(); ++i) {
     const auto& before = directions[i - 1];
     const auto& after = directions[i];
     const float cosine = before.x * after.x + before.y * after.y;
     if (cosine < sharpTurn) {
-      const float over = cosine < 0 ? 1.0F : 0.5F;  // covers the outside of the turn
+      const float over = cosine < 0 ? 1.0F : 0.5F;  // the length of a cap, which covers the outside of the turn
       strip.pair(points[i], before, 1, over);
       strip.pair(points[i], after, 1, -over);
     } else {
-      const float half = std::sqrt((1 + cosine) / 2);
+      const float half = std::sqrt((1 + cosine) / 2);  // cos(turn / 2)
       const LineDirection middle{(before.x + after.x) / (2 * half), (before.y + after.y) / (2 * half)};
       strip.pair(points[i], middle, 1 / half, 0);
     }

@@ -61,7 +61,7 @@ class MapGesturesTest : public testing::Test {
   int taps = 0;
 };
 
-TEST_F(MapGesturesTest, TellsTapsApartByTheirTimePlaceAndNumberOfFingers) {
+TEST_F(MapGesturesTest, RecognisesTapsByTheirTimePlaceAndNumberOfFingers) {
   struct Tap {
     double pause = 0;
     double hold = 0.1;
@@ -83,7 +83,6 @@ TEST_F(MapGesturesTest, TellsTapsApartByTheirTimePlaceAndNumberOfFingers) {
       {"slow double", {{}, {.pause = 0.6}}, 2, 0},
       {"close", {{}, {.pause = 0.1, .beside = 39}}, 1, 1},
       {"apart", {{}, {.pause = 0.1, .beside = 41}}, 2, 0},
-      {"three in a row", {{}, {.pause = 0.1}, {.pause = 0.1}}, 2, 1},
       {"two doubles", {{}, {.pause = 0.1}, {.pause = 0.1}, {.pause = 0.1}}, 2, 2},
       {"double after a long one", {{}, {.pause = 0.1, .hold = 0.4}, {.pause = 0.1}}, 2, 0},
       {"two fingers", {{.fingers = 2}}, 0, -1},
@@ -111,16 +110,14 @@ TEST_F(MapGesturesTest, TellsTapsApartByTheirTimePlaceAndNumberOfFingers) {
     EXPECT_EQ(taps, c.taps) << c.name;
     EXPECT_NEAR(levels(), c.levels, 1e-9) << c.name;
   }
-  for (const int expected : {1, 2}) {
-    taps = 0;
-    for (int i = 0; i < 2; ++i) {
-      touch({middle});
-      lift();
-      if (expected == 2) gestures.forgetTap();
-    }
-    EXPECT_EQ(taps, expected) << "a forgotten tap is not the first one of two";
-    wait(5);
+  wait(5);
+  taps = 0;
+  for (int i = 0; i < 2; ++i) {
+    touch({middle});
+    lift();
+    gestures.forgetTap();
   }
+  EXPECT_EQ(taps, 2) << "a forgotten tap is not the first one of two";
 }
 
 TEST_F(MapGesturesTest, DragsThrowsAndHoldsTheMap) {
