@@ -15,7 +15,6 @@ namespace {
 
 constexpr double furthestOrigin = 512;  // points from the middle of the map
 constexpr double margin = 64;           // of what is drawn of a marker and its callout
-constexpr double revealedInset = 72;    // points from an edge
 constexpr double chosenAhead = 0.25;    // of the map, beyond each edge, from a crowd of markers
 constexpr int newMarkersPerFrame = 24;  // a few milliseconds' work
 
@@ -159,12 +158,7 @@ void MapViewItem::reveal(MapMarkerItem* marker) {
   auto* const map = as<MapView>();
   const auto* const view = marker ? marker->as<MapAnnotationView>() : nullptr;
   if (!map || !view || !view->annotation()) return;
-  map->setCurrentAnnotation(view->annotation());
-  const MapCamera& camera = map->camera();
-  const ScreenPoint at = camera.screenPoint(project(view->annotation()->coordinate()));
-  const bool inSight = at.x >= revealedInset && at.x <= camera.width() - revealedInset &&
-                       at.y >= revealedInset && at.y <= camera.height() - revealedInset;
-  if (!inSight) map->setCenterCoordinate(view->annotation()->coordinate(), true);
+  map->focusAnnotation(view->annotation());
 }
 
 bool MapViewItem::tap(QPointF point) {
