@@ -15,7 +15,7 @@ constexpr double longestPauseSeconds = 60;
 constexpr double missingForSeconds = 600;
 constexpr std::size_t mostFailures = 1000;
 constexpr double longAgo = -std::numeric_limits<double>::infinity();
-constexpr int finerLevels = 2;  // how many the finer tiles that stand in may lie below: two make 16 a tile
+constexpr int finerLevels = 2;  // of finer tiles that stand in: up to 16 for one tile
 
 double pauseAfter(int failures) {
   return std::min(longestPauseSeconds, std::exp2(std::min(failures, 10) - 1));
@@ -154,7 +154,7 @@ void TileBoard::takeFailure(const TileKey& key, double now) {
   Server& server = servers_[key.style];
   const bool serverFails = server.pauses > 0 || (server.lastFailure && *server.lastFailure != key);
   server.lastFailure = key;
-  // Those that were under way together fail together: they make one pause.
+  // Requests that were under way together fail together, and cause one pause.
   if (serverFails && now >= server.pausedUntil) server.pausedUntil = now + pauseAfter(++server.pauses);
 }
 
@@ -205,11 +205,11 @@ void TileBoard::choose(const Grid& grid) {
 void TileBoard::want(const TileKey& key, bool onScreen) {
   const auto [item, isNew] = tiles_.try_emplace(key);
   Tile& tile = item->second;
-  if (tile.round == round_) return;  // in sight twice, across the antimeridian
+  if (tile.round == round_) return;  // visible twice, across the antimeridian
   tile.round = round_;
   tile.onScreen = onScreen;
   order_.push_back(key);
-  // Looked for every time, so that the memory keeps what is in sight.
+  // Looked up every time, so that the memory keeps what is visible.
   const TileMemory::Entry* const entry = memory_.find(key);
   if (entry && (!tile.image || tile.stale)) {
     tile.image = entry->image;
@@ -218,8 +218,8 @@ void TileBoard::want(const TileKey& key, bool onScreen) {
   }
 }
 
-// Asks in the order of order_: the screen first, then the ring, once nothing on the screen is missing. A server
-// that fails gets one request at a time. A tile that must wait is taken from the disk until then.
+// Follows order_: the screen first, then the ring, once nothing on the screen is missing. A server that fails
+// gets one request at a time. A tile that must wait is taken from the disk until then.
 void TileBoard::request(double now) {
   wakeAt_.reset();
   if (order_.empty()) return;

@@ -98,7 +98,7 @@ double MapLines::pixels() const {
   return sum;
 }
 
-// One level at a time for each line: when it comes, the camera says which one is wanted by then.
+// One level at a time for each line: when it is ready, the camera determines the next one.
 void MapLines::build(const DrawnLine& drawn, int level) {
   if (std::ranges::find(underWay_, drawn.line) != underWay_.end()) return;
   underWay_.push_back(drawn.line);

@@ -80,7 +80,7 @@ void MapSurface::redraw() {
   if (isVisible()) update();
 }
 
-// Comes right before a frame is put together, so that what it shows is what the camera says at that moment.
+// Called right before a frame is composed, so that it shows the camera as it is at that moment.
 void MapSurface::frame() {
   MapView* const shown = view();
   if (!stale_ || !isVisible() || !shown || !window()) return;
@@ -99,7 +99,7 @@ void MapSurface::frame() {
   window()->update();  // the item's own update() asks for this frame, which is under way already
 }
 
-// While the zoom stays, the map moves by whole pixels: nothing in it blurs or trembles.
+// While the zoom stays, the map moves by whole pixels, so that it neither blurs nor trembles.
 void MapSurface::takePosition(const MapCamera& camera) {
   const CameraPosition position = camera.position();
   const double pixelRatio = window()->effectiveDevicePixelRatio();

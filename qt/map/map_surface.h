@@ -17,9 +17,9 @@
 
 namespace fleetor {
 
-/// A map under the user's fingers: draws the ground, the tiles and the lines, and places the markers, which
-/// others draw. One, two or no fingers, a mouse and its wheel, and the keyboard move it. It draws a frame
-/// when something has changed, and none otherwise. Main thread only.
+/// A map in the window: draws the ground, the tiles and the lines, and places the markers, which QML draws.
+/// Fingers, a mouse and its wheel, and the keyboard move it. It draws a frame only if something has changed.
+/// Main thread only.
 class MapSurface : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT
@@ -27,13 +27,14 @@ class MapSurface : public QQuickItem {
   Q_PROPERTY(bool dark MEMBER dark_ WRITE setDark NOTIFY darkChanged)
   Q_PROPERTY(QColor ground MEMBER ground_ NOTIFY darkChanged)  ///< where there is no tile
   Q_PROPERTY(QColor grid MEMBER grid_ NOTIFY darkChanged)
-  /// So far from the left and the right edge a sideways drag is not the map's.
+  /// Within that distance from the left and the right edge, a sideways drag does not belong to the map.
   Q_PROPERTY(double leftEdge MEMBER leftEdge_ NOTIFY edgesChanged)
   Q_PROPERTY(double rightEdge MEMBER rightEdge_ NOTIFY edgesChanged)
-  /// The attribution of the tiles, empty while none shows; a message, empty unless none can be had.
+  /// The attribution of the tiles, empty while none shows; a message, empty unless none are available.
   Q_PROPERTY(QString attribution READ attribution NOTIFY tilesChanged)
   Q_PROPERTY(QString message READ message NOTIFY tilesChanged)
-  Q_PROPERTY(QQuickItem* callout MEMBER callout_ NOTIFY calloutChanged)  ///< a tap on it is no tap on the map
+  /// A tap on it does not reach the map.
+  Q_PROPERTY(QQuickItem* callout MEMBER callout_ NOTIFY calloutChanged)
 
  public:
   explicit MapSurface(QQuickItem* parent = nullptr);
@@ -63,7 +64,7 @@ class MapSurface : public QQuickItem {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent*) override {}  // follows the second press, which said it all
+  void mouseDoubleClickEvent(QMouseEvent*) override {}  // comes after the second press, which suffices
   void mouseUngrabEvent() override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -87,7 +88,7 @@ class MapSurface : public QQuickItem {
   QPointer<QQuickItem> callout_;
 
   QElapsedTimer clock_;
-  bool stale_ = true;      // the next frame looks different
+  bool stale_ = true;      // the next frame differs
   double steppedAt_ = -1;  // when the camera was last moved on; below 0 while it rests
   MapGestures gestures_;
   MapFrame frame_;

@@ -6,7 +6,7 @@
 
 namespace fleetor {
 
-/// The addresses of the tiles and what their owners ask for in return.
+/// The addresses of the tiles and what their owners require in return.
 struct TileAddresses {
   /// Templates: {z}, {x} and {y} stand for the tile, {scale} for 1 or 2, {r} for nothing or "@2x". An empty
   /// one means that there are no such tiles.
@@ -15,7 +15,7 @@ struct TileAddresses {
   std::string satellite;
   std::string attribution;  ///< of the standard and the dark tiles; must be seen beside them
   std::string satelliteAttribution;
-  std::string userAgent;  ///< the name under which the tiles are asked for
+  std::string userAgent;  ///< sent with each request
   int maximumZoom = 19;
 
   /// What the program was built with: the FLEETOR_TILES_ variables of the build. {service} in a template
