@@ -73,7 +73,7 @@ struct TileBoardTest : testing::Test {
 
   void show(const TileView& what) { board.update(what, now); }
 
-  // Until nothing more is asked for, and all has faded in.
+  // Until nothing more is requested, and all has faded in.
   void loadAll(const TileView& what) {
     for (show(what); !loader.open.empty(); show(what))
       loader.answerAll(someImage);
@@ -81,7 +81,7 @@ struct TileBoardTest : testing::Test {
     show(what);
   }
 
-  // How much of the view has something opaque to show, 0 ... 1; also checks that every image lies where its
+  // The share of the view that something opaque covers, 0 ... 1; also checks that every image lies where its
   // tile is in the world.
   double covered(const TileView& what) const {
     const double perPoint = 1 / pointsPerWorldUnit(what.zoom);
