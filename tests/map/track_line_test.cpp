@@ -142,6 +142,8 @@ TEST(TrackLine, CrossesTheAntimeridianTheShortWay) {
     }
     EXPECT_TRUE(line.pieces({0.49, 0, 0.51, 1}, level).empty()) << "nothing on the other side of the world";
   }
+  TrackLine around(std::vector<Coordinate>{{0, 0}, {0, 120}, {0, -120}, {0, 0}});
+  EXPECT_FALSE(around.pieces({0.99, 0.4, 1.01, 0.6}, 3).empty()) << "round the world";
 }
 
 TEST(TrackLine, StaysExactInTheMiddleOfALongSegment) {
@@ -208,6 +210,10 @@ TEST(TrackLine, TakesALevelThatWasMadeElsewhere) {
   EXPECT_EQ(line.nearestLevel(14), 16);
   EXPECT_LT(pointsFromLine(line.points()[29999], line.pieces(everywhere, 16), 16), 0.01)
       << "with what was appended meanwhile";
+
+  for (const int level : {3, 4, 5})
+    line.pieces(everywhere, level);
+  EXPECT_EQ(line.nearestLevel(16), 5) << "only the latest levels are kept";
 
   EXPECT_EQ(TrackLine::levelFor(15.01), 16);
   EXPECT_EQ(TrackLine::levelFor(16), 16);
