@@ -125,7 +125,7 @@ std::optional<ScreenPoint> MapGestures::end(double now, MapCamera& camera) {
 }
 
 void MapGestures::cancel() {
-  if (ids_.empty()) return;  // the fingers of a gesture that has ended are taken over, too
+  if (ids_.empty()) return;  // called after the end of a gesture, too: its tap may be the first of two
   ids_.clear();
   dragging_ = false;
   lastTap_.reset();
