@@ -30,7 +30,7 @@ Client::Client(Setup setup)
       transport_(std::in_place),
       reportPost_(std::in_place, *queues_, *transport_, setup.reports),
       usage_(setup.reports, clock_.now()),
-      tiles_(TileServer::compiledIn(serviceURL_), QString::fromStdString(setup.tileFolder)),
+      tiles_(TileAddresses::compiledIn(serviceURL_), QString::fromStdString(setup.tileFolder)),
       environment_{*queues_, device_, clock_, notificationCenter_, appearance_},
       storyboard_(makeMainStoryboard(environment_, standardSettings_, sharedSettings_)),
       delegate_(environment_, standardSettings_, serviceURL_) {

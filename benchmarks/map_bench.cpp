@@ -75,7 +75,7 @@ struct Stage {
   explicit Stage(const QString& service)
       : tiles(
             [&service] {
-              TileServer server;
+              TileAddresses server;
               if (!service.isEmpty())
                 server.standard = service.toStdString() + "/tiles/standard/{z}/{x}/{y}.png?scale={scale}";
               return server;

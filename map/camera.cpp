@@ -53,66 +53,49 @@ WorldRect boundsOf(std::span<const Coordinate> coordinates) {
 
 void MapCamera::setViewport(double width, double height) {
   const bool usable = std::isfinite(width) && std::isfinite(height) && width > 0 && height > 0;
-  if (width == width_ && height == height_) {
-    return;  // an animation goes on
-  }
+  if (width == width_ && height == height_) return;  // an animation goes on
   width_ = usable ? width : 0;
   height_ = usable ? height : 0;
-  if (region_ && usable) {
-    show(destination().center, *region_, false);
-  } else {
+  if (region_ && usable)
+    show(destination().centre, *region_, false);
+  else
     position_ = limited(position_);
-  }
 }
 
 CameraPosition MapCamera::destination() const {
-  if (journey_) {
-    return limited(journey_->to);
-  }
-  return {position_.center, zoomGlide_ ? zoomGlide_->target : position_.zoom};
+  if (journey_) return limited(journey_->to);
+  return {position_.centre, zoomGlide_ ? zoomGlide_->target : position_.zoom};
 }
 
 WorldRect MapCamera::visibleRect() const {
   const double halfWidth = width_ / 2 / scale();
   const double halfHeight = height_ / 2 / scale();
-  const auto [x, y] = position_.center;
+  const auto [x, y] = position_.centre;
   return {x - halfWidth, y - halfHeight, x + halfWidth, y + halfHeight};
 }
 
 ScreenPoint MapCamera::screenPoint(WorldPoint point) const {
-  return {width_ / 2 + shortWay(point.x - position_.center.x) * scale(),
-          height_ / 2 + (point.y - position_.center.y) * scale()};
-}
-
-WorldPoint MapCamera::worldPoint(ScreenPoint point) const {
-  const double x = position_.center.x + (point.x - width_ / 2) / scale();
-  const double y = position_.center.y + (point.y - height_ / 2) / scale();
-  return {x - std::floor(x), std::clamp(y, 0.0, 1.0)};
+  return {width_ / 2 + shortWay(point.x - position_.centre.x) * scale(),
+          height_ / 2 + (point.y - position_.centre.y) * scale()};
 }
 
 bool MapCamera::beginGesture() {
   journey_.reset();
-  if (!hasViewport()) {
-    return false;
-  }
+  if (!hasViewport()) return false;
   region_.reset();
   return true;
 }
 
 void MapCamera::panBy(double dx, double dy) {
-  if (!std::isfinite(dx) || !std::isfinite(dy) || !beginGesture()) {
-    return;
-  }
+  if (!std::isfinite(dx) || !std::isfinite(dy) || !beginGesture()) return;
   stop();
-  const auto [x, y] = position_.center;
+  const auto [x, y] = position_.centre;
   position_ = limited({{x - dx / scale(), y - dy / scale()}, position_.zoom});
 }
 
 void MapCamera::fling(double velocityX, double velocityY) {
   const double speed = std::hypot(velocityX, velocityY);
-  if (!std::isfinite(speed) || !beginGesture()) {
-    return;
-  }
+  if (!std::isfinite(speed) || !beginGesture()) return;
   glide_.reset();
   if (speed >= slowestThrow) {
     const double factor = std::min(1.0, fastestThrow / speed);
@@ -129,9 +112,8 @@ void MapCamera::zoomBy(double factor, ScreenPoint around) {
 
 void MapCamera::zoomSmoothlyBy(double levels, ScreenPoint around) {
   const double from = destination().zoom;
-  if (std::isfinite(levels) && isFinite(around) && beginGesture()) {
-    zoomGlide_ = ZoomGlide{limited({position_.center, from + levels}).zoom, around};
-  }
+  if (std::isfinite(levels) && isFinite(around) && beginGesture())
+    zoomGlide_ = ZoomGlide{limited({position_.centre, from + levels}).zoom, around};
 }
 
 void MapCamera::stop() {
@@ -141,30 +123,26 @@ void MapCamera::stop() {
 }
 
 void MapCamera::moveTo(const CameraPosition& target, bool animated) {
-  if (isFinite(target.center) && std::isfinite(target.zoom)) {
+  if (isFinite(target.centre) && std::isfinite(target.zoom)) {
     region_.reset();
     travel(target, animated);
   }
 }
 
-void MapCamera::setCenter(WorldPoint center, bool animated) {
-  if (isFinite(center)) {
-    travel({center, destination().zoom}, animated);
-  }
+void MapCamera::setCentre(WorldPoint centre, bool animated) {
+  if (isFinite(centre)) travel({centre, destination().zoom}, animated);
 }
 
-void MapCamera::setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres,
+void MapCamera::setRegion(Coordinate centre, double latitudinalMetres, double longitudinalMetres,
                           bool animated) {
   if (std::isfinite(latitudinalMetres) && std::isfinite(longitudinalMetres)) {
-    const double metres = metresPerWorldUnit(center.latitude);
-    show(project(center), {longitudinalMetres / metres, latitudinalMetres / metres, 0}, animated);
+    const double metres = metresPerWorldUnit(centre.latitude);
+    show(project(centre), {longitudinalMetres / metres, latitudinalMetres / metres, 0}, animated);
   }
 }
 
 void MapCamera::fit(std::span<const Coordinate> coordinates, double padding, bool animated) {
-  if (coordinates.empty() || !std::isfinite(padding)) {
-    return;
-  }
+  if (coordinates.empty() || !std::isfinite(padding)) return;
   const WorldRect bounds = boundsOf(coordinates);
   const WorldPoint middle{(bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2};
   const double least = leastMetresFitted / metresPerWorldUnit(unproject(middle).latitude);
@@ -172,52 +150,42 @@ void MapCamera::fit(std::span<const Coordinate> coordinates, double padding, boo
 }
 
 bool MapCamera::advance(double seconds) {
-  if (!std::isfinite(seconds) || seconds <= 0) {
-    return moving();
-  }
+  if (!std::isfinite(seconds) || seconds <= 0) return moving();
   if (glide_) {
     // The exact integral of a speed that falls off exponentially: no frame rate changes where it ends.
     const double decay = std::exp(-seconds / glideSeconds);
     const double travelled = glideSeconds * (1 - decay) / scale();
-    const auto [x, y] = position_.center;
+    const auto [x, y] = position_.centre;
     position_ =
         limited({{x - glide_->velocityX * travelled, y - glide_->velocityY * travelled}, position_.zoom});
     glide_ = Glide{glide_->velocityX * decay, glide_->velocityY * decay};
-    if (std::hypot(glide_->velocityX, glide_->velocityY) < restingSpeed) {
-      glide_.reset();
-    }
+    if (std::hypot(glide_->velocityX, glide_->velocityY) < restingSpeed) glide_.reset();
   }
   if (zoomGlide_) {
     const auto [target, around] = *zoomGlide_;
     const double left = (target - position_.zoom) * std::exp(-seconds / zoomGlideSeconds);
     const bool arrived = std::abs(left) < restingZoom;
     zoomTo(arrived ? target : target - left, around);
-    if (arrived) {
-      zoomGlide_.reset();
-    }
+    if (arrived) zoomGlide_.reset();
   }
   if (journey_) {
     journey_->elapsed += seconds;
     position_ = limited(along(*journey_));
-    if (journey_->elapsed >= journey_->duration) {
-      journey_.reset();
-    }
+    if (journey_->elapsed >= journey_->duration) journey_.reset();
   }
   return moving();
 }
 
 CameraPosition MapCamera::limited(CameraPosition position) const {
-  double& x = position.center.x;
+  double& x = position.centre.x;
   x -= std::floor(x);
-  if (x >= 1) {  // what was a hair's breadth below 0
-    x = 0;
-  }
+  if (x >= 1) x = 0;  // -1e-20 rounds to 1
   if (hasViewport()) {
     const double worldFills = std::log2(std::max(width_, height_) / pointsPerWorldUnit(0));
     const double minimum = std::max(minimumZoom, worldFills);
     position.zoom = std::clamp(position.zoom, minimum, std::max(minimum, maximumZoom));
     const double halfHeight = std::min(0.5, height_ / 2 / pointsPerWorldUnit(position.zoom));
-    position.center.y = std::clamp(position.center.y, halfHeight, 1 - halfHeight);
+    position.centre.y = std::clamp(position.centre.y, halfHeight, 1 - halfHeight);
   }
   return position;
 }
@@ -232,15 +200,15 @@ double MapCamera::zoomToShow(const Region& region) const {
 
 void MapCamera::zoomTo(double zoom, ScreenPoint around) {
   const double before = scale();
-  const double after = pointsPerWorldUnit(limited({position_.center, zoom}).zoom);
+  const double after = pointsPerWorldUnit(limited({position_.centre, zoom}).zoom);
   const double shift = 1 / before - 1 / after;
-  const auto [x, y] = position_.center;
+  const auto [x, y] = position_.centre;
   position_ = limited({{x + (around.x - width_ / 2) * shift, y + (around.y - height_ / 2) * shift}, zoom});
 }
 
-void MapCamera::show(WorldPoint center, const Region& region, bool animated) {
+void MapCamera::show(WorldPoint centre, const Region& region, bool animated) {
   region_ = region;
-  travel({center, hasViewport() ? zoomToShow(region) : position_.zoom}, animated);
+  travel({centre, hasViewport() ? zoomToShow(region) : position_.zoom}, animated);
 }
 
 void MapCamera::travel(const CameraPosition& target, bool animated) {
@@ -251,10 +219,10 @@ void MapCamera::travel(const CameraPosition& target, bool animated) {
     position_ = to;
     return;
   }
-  to.center.x = from.center.x + shortWay(to.center.x - from.center.x);
+  to.centre.x = from.centre.x + shortWay(to.centre.x - from.centre.x);
   Journey journey{from, to, 0, 0, 0, 0};
 
-  const double distance = std::hypot(to.center.x - from.center.x, to.center.y - from.center.y);
+  const double distance = std::hypot(to.centre.x - from.centre.x, to.centre.y - from.centre.y);
   const double size = std::max(width_, height_);
   const double fromView = size / pointsPerWorldUnit(from.zoom);
   const double toView = size / pointsPerWorldUnit(to.zoom);
@@ -277,9 +245,7 @@ void MapCamera::travel(const CameraPosition& target, bool animated) {
 CameraPosition MapCamera::along(const Journey& journey) const {
   const auto& [from, to, duration, elapsed, length, start] = journey;
   const double time = elapsed / duration;
-  if (time >= 1) {
-    return to;
-  }
+  if (time >= 1) return to;
   // A short way starts at once: steps that follow each other quickly, as of a key held down, flow together.
   const double change = std::abs(to.zoom - from.zoom);
   const bool isShort = length == 0 && change < 2;
@@ -295,8 +261,8 @@ CameraPosition MapCamera::along(const Journey& journey) const {
     // About the one point that keeps its place on the screen: no swerving.
     done = (std::exp2(-from.zoom) - std::exp2(-zoom)) / (std::exp2(-from.zoom) - std::exp2(-to.zoom));
   }
-  return {{from.center.x + (to.center.x - from.center.x) * done,
-           from.center.y + (to.center.y - from.center.y) * done},
+  return {{from.centre.x + (to.centre.x - from.centre.x) * done,
+           from.centre.y + (to.centre.y - from.centre.y) * done},
           zoom};
 }
 

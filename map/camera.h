@@ -16,72 +16,69 @@ struct ScreenPoint {
 };
 
 struct CameraPosition {
-  WorldPoint center{0.5, 0.5};  ///< x from 0 to below 1
+  WorldPoint centre{0.5, 0.5};  ///< x from 0 to below 1
   double zoom = 0;              ///< the world is 256 * 2^zoom points wide
 
   friend bool operator==(const CameraPosition&, const CameraPosition&) = default;
 };
 
-/// What of the world a map shows: a centre, a zoom, and how both move under a finger and in time. It has no
-/// clock: whoever draws calls advance() once a frame while it says so.
+/// The part of the world that a map shows, as a centre and a zoom, and how gestures and animations move them.
+/// It has no clock: the caller calls advance() once per frame while it returns true.
 ///
 /// The world always fills the viewport: it repeats to both sides, and nothing north or south of it ever
-/// shows. So centre and zoom are what was asked for as far as that allows.
+/// shows. Centre and zoom are limited accordingly.
 ///
-/// Without a viewport nothing animates; a region asked for is kept and measured when the viewport becomes
-/// known, and again when it changes, until a gesture or moveTo() takes its place.
+/// Without a viewport nothing is animated. A requested region is kept and applied when the viewport becomes
+/// known and whenever it changes, until a gesture or moveTo() replaces it.
 ///
 /// One thread. Numbers that are not finite are ignored.
 class MapCamera {
  public:
-  /// Points. Centre and zoom stay, or the region asked for. An empty viewport counts as missing.
+  /// In points. Keeps the requested region, or else centre and zoom. An empty viewport counts as missing.
   void setViewport(double width, double height);
   bool hasViewport() const { return width_ > 0; }
   double width() const { return width_; }
   double height() const { return height_; }
 
   const CameraPosition& position() const { return position_; }
-  WorldPoint center() const { return position_.center; }
+  WorldPoint centre() const { return position_.centre; }
   double zoom() const { return position_.zoom; }
-  /// Where the animation under way will end, the zoom of a zoom that glides; else position().
+  /// Where the animation under way ends; position() without one.
   CameraPosition destination() const;
 
   double scale() const { return pointsPerWorldUnit(position_.zoom); }  ///< points for one world unit
 
   /// About the centre: left may be below 0, right above 1.
   WorldRect visibleRect() const;
-  /// Of the copy of the world that is nearest to the centre.
+  /// In the copy of the world that is nearest to the centre.
   ScreenPoint screenPoint(WorldPoint point) const;
-  /// Within the unit square.
-  WorldPoint worldPoint(ScreenPoint point) const;
 
-  /// A finger drags the map along. Every gesture ends an animation and lets go of the region asked for.
+  /// Moves the map with a finger. Every gesture ends an animation and drops the requested region.
   void panBy(double dx, double dy);
-  /// The finger lets go at that many points a second: the map glides on, slowing down. A slow finger does not
-  /// throw.
+  /// A finger leaves the map at that speed, in points per second: the map glides on and slows down. A slow
+  /// finger does not throw it.
   void fling(double velocityX, double velocityY);
-  /// 2 is one zoom level closer; what is at `around` stays there.
+  /// A factor of 2 is one zoom level closer; the place at `around` stays there.
   void zoomBy(double factor, ScreenPoint around);
-  /// Glides that many levels closer (below 0: away); several in quick succession add up. It starts at ten
-  /// times as many levels a second, so that a pinch of that speed goes over into it without a jerk. Glides of
-  /// both kinds go together.
+  /// Animates a zoom by that many levels (below 0: out); calls in quick succession add up. It starts at ten
+  /// times as many levels per second, so that it continues a pinch without a jerk. A fling goes on meanwhile.
   void zoomSmoothlyBy(double levels, ScreenPoint around);
-  /// A finger on a moving map holds it.
+  /// Ends all movement.
   void stop();
 
   /// Animated, it takes the short way round the world: straight to a place nearby, to a far one in a flight
   /// that rises until both would be in view; at most 1.5 seconds.
   void moveTo(const CameraPosition& target, bool animated);
-  /// The zoom stays, or the one on its way.
-  void setCenter(WorldPoint center, bool animated);
+  /// Keeps the zoom, or the one that an animation leads to.
+  void setCentre(WorldPoint centre, bool animated);
 
   /// The closest zoom that shows that many metres, north to south and west to east, about a centre.
-  void setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres, bool animated);
+  void setRegion(Coordinate centre, double latitudinalMetres, double longitudinalMetres, bool animated);
   /// The closest that shows all of the coordinates, `padding` points from every edge, but not less than 300
   /// metres; across the antimeridian where that is shorter. No coordinates: nothing changes.
   void fit(std::span<const Coordinate> coordinates, double padding, bool animated);
 
-  /// Moves on in time, the same in many steps as in one. True while there is more to come.
+  /// Advances the animations; the number of steps makes no difference. True while something moves.
   bool advance(double seconds);
   bool moving() const { return glide_ || zoomGlide_ || journey_; }
 
@@ -99,7 +96,7 @@ class MapCamera {
     double target = 0;
     ScreenPoint around;
   };
-  /// Of a flight: a hyperbola in the plane of place and height above it; a straight journey has no length.
+  /// A flight is a hyperbola in the plane of place and height; a straight journey has the length 0.
   struct Journey {
     CameraPosition from;
     CameraPosition to;  ///< x so that the difference is the short way
@@ -113,7 +110,7 @@ class MapCamera {
   double zoomToShow(const Region& region) const;
   void zoomTo(double zoom, ScreenPoint around);
   bool beginGesture();
-  void show(WorldPoint center, const Region& region, bool animated);
+  void show(WorldPoint centre, const Region& region, bool animated);
   void travel(const CameraPosition& target, bool animated);
   CameraPosition along(const Journey& journey) const;
 

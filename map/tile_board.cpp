@@ -9,16 +9,16 @@
 namespace fleetor {
 namespace {
 
-constexpr int kAtOnce = 6;
-constexpr double kFade = 0.2;         // seconds
-constexpr double kLongestPause = 60;  // seconds
-constexpr double kMissingFor = 600;   // seconds
-constexpr std::size_t kMostFaults = 1000;
-constexpr double kLongAgo = -std::numeric_limits<double>::infinity();
-constexpr int kFinerLevels = 2;  // how many the finer tiles that stand in may lie below: two make 16 a tile
+constexpr int mostAtOnce = 6;
+constexpr double fadeSeconds = 0.2;
+constexpr double longestPauseSeconds = 60;
+constexpr double missingForSeconds = 600;
+constexpr std::size_t mostFailures = 1000;
+constexpr double longAgo = -std::numeric_limits<double>::infinity();
+constexpr int finerLevels = 2;  // of finer tiles that stand in: up to 16 for one tile
 
 double pauseAfter(int failures) {
-  return std::min(kLongestPause, std::exp2(std::min(failures, 10) - 1));
+  return std::min(longestPauseSeconds, std::exp2(std::min(failures, 10) - 1));
 }
 
 TileKey coarser(TileKey key, int levels) {
@@ -60,11 +60,11 @@ std::optional<TileBoard::Grid> TileBoard::gridUnder(const TileView& view, int mi
 
 void TileBoard::update(const TileView& view, double now) {
   takeArrivals(now);
-  if (std::exchange(style_, view.style) != view.style) sight_ = TileSight::awaited;
+  if (std::exchange(style_, view.style) != view.style) state_ = TileState::awaited;
   const auto grid = gridUnder(view, loader_.minimumZoom(), loader_.maximumZoom());
   if (grid && loader_.serves(view.style)) return show(*grid, now);
   suspend();
-  if (grid) sight_ = TileSight::unavailable;
+  if (grid) state_ = TileState::unavailable;
 }
 
 void TileBoard::show(const Grid& grid, double now) {
@@ -75,26 +75,26 @@ void TileBoard::show(const Grid& grid, double now) {
     return !item.second.onScreen || isHopeless(item.first, item.second);
   };
   if (!drawn_.empty())
-    sight_ = TileSight::shown;
+    state_ = TileState::shown;
   else if (std::ranges::all_of(tiles_, isHopelessOrAhead))
-    sight_ = TileSight::unavailable;
-  else if (sight_ == TileSight::shown)
-    sight_ = TileSight::awaited;
+    state_ = TileState::unavailable;
+  else if (state_ == TileState::shown)
+    state_ = TileState::awaited;
 }
 
 /// Its server has failed, or has no such tile, and the disk has none.
 bool TileBoard::isHopeless(const TileKey& key, const Tile& tile) const {
   if (isMissing(key)) return true;
   const auto server = servers_.find(key.style);
-  const bool fails = faults_.contains(key) || (server != servers_.end() && server->second.pauses > 0);
+  const bool fails = failures_.contains(key) || (server != servers_.end() && server->second.pauses > 0);
   return fails && (!tile.underWay || tile.fromNetwork);
 }
 
 void TileBoard::retry() {
   servers_.clear();
-  sight_ = TileSight::awaited;
-  for (auto& [key, fault] : faults_)
-    if (!fault.missing) fault.until = kLongAgo;
+  state_ = TileState::awaited;
+  for (auto& [key, failure] : failures_)
+    if (!failure.missing) failure.until = longAgo;
   if (wakeAt_ && onChange) onChange();
 }
 
@@ -104,14 +104,15 @@ void TileBoard::suspend() {
   tiles_.clear();
   order_.clear();
   drawn_.clear();
-  sight_ = TileSight::awaited;
+  state_ = TileState::awaited;
   fading_ = false;
   wakeAt_.reset();
 }
 
 void TileBoard::takeArrivals(double now) {
-  std::erase_if(faults_, [now](const auto& item) { return item.second.missing && item.second.until <= now; });
-  if (faults_.size() > kMostFaults) faults_.clear();
+  std::erase_if(failures_,
+                [now](const auto& item) { return item.second.missing && item.second.until <= now; });
+  if (failures_.size() > mostFailures) failures_.clear();
 
   for (Arrival& arrival : std::exchange(arrivals_, {})) {
     const TileKey& key = arrival.key;
@@ -140,26 +141,26 @@ void TileBoard::takeArrivals(double now) {
 void TileBoard::takeSuccess(const TileKey& key, bool missing, double now) {
   Server& server = servers_[key.style];
   if (server.pauses > 0)
-    for (auto& [other, fault] : faults_)
-      if (other.style == key.style && !fault.missing) fault.until = kLongAgo;
+    for (auto& [other, failure] : failures_)
+      if (other.style == key.style && !failure.missing) failure.until = longAgo;
   server = {};
-  faults_.erase(key);
-  if (missing) faults_[key] = {.missing = true, .until = now + kMissingFor};
+  failures_.erase(key);
+  if (missing) failures_[key] = {.missing = true, .until = now + missingForSeconds};
 }
 
 void TileBoard::takeFailure(const TileKey& key, double now) {
-  Fault& fault = faults_[key];
-  fault.until = now + pauseAfter(++fault.count);
+  Failure& failure = failures_[key];
+  failure.until = now + pauseAfter(++failure.count);
   Server& server = servers_[key.style];
   const bool serverFails = server.pauses > 0 || (server.lastFailure && *server.lastFailure != key);
   server.lastFailure = key;
-  // Those that were under way together fail together: they make one pause.
+  // Requests that were under way together fail together, and cause one pause.
   if (serverFails && now >= server.pausedUntil) server.pausedUntil = now + pauseAfter(++server.pauses);
 }
 
 bool TileBoard::isMissing(const TileKey& key) const {
-  const auto fault = faults_.find(key);
-  return fault != faults_.end() && fault->second.missing;
+  const auto failure = failures_.find(key);
+  return failure != failures_.end() && failure->second.missing;
 }
 
 void TileBoard::choose(const Grid& grid) {
@@ -176,9 +177,9 @@ void TileBoard::choose(const Grid& grid) {
       TileKey key = grid.key(column, row);
       while (isMissing(key) && key.id.zoom > loader_.minimumZoom())
         key = coarser(key, 1);
-      const auto fault = faults_.find(key);
+      const auto failure = failures_.find(key);
       const bool ring = column < grid.left || column > grid.right || row < grid.top || row > grid.bottom;
-      cells.push_back({ring, fault == faults_.end() ? 0 : fault->second.count,
+      cells.push_back({ring, failure == failures_.end() ? 0 : failure->second.count,
                        std::hypot(column + 0.5 - grid.centreX, row + 0.5 - grid.centreY), key});
     }
   }
@@ -204,19 +205,21 @@ void TileBoard::choose(const Grid& grid) {
 void TileBoard::want(const TileKey& key, bool onScreen) {
   const auto [item, isNew] = tiles_.try_emplace(key);
   Tile& tile = item->second;
-  if (tile.round == round_) return;  // in sight twice, across the antimeridian
+  if (tile.round == round_) return;  // visible twice, across the antimeridian
   tile.round = round_;
   tile.onScreen = onScreen;
   order_.push_back(key);
-  // Looked for every time, so that the memory keeps what is in sight.
+  // Looked up every time, so that the memory keeps what is visible.
   const TileMemory::Entry* const entry = memory_.find(key);
   if (entry && (!tile.image || tile.stale)) {
     tile.image = entry->image;
     tile.stale = entry->stale;
-    if (isNew) tile.shownSince = kLongAgo;
+    if (isNew) tile.shownSince = longAgo;
   }
 }
 
+// Follows order_: the screen first, then the ring, once nothing on the screen is missing. A server that fails
+// gets one request at a time. A tile that must wait is taken from the disk until then.
 void TileBoard::request(double now) {
   wakeAt_.reset();
   if (order_.empty()) return;
@@ -224,14 +227,15 @@ void TileBoard::request(double now) {
   const auto fromNetwork = std::count_if(tiles_.begin(), tiles_.end(), [](const auto& item) {
     return item.second.underWay && item.second.fromNetwork;
   });
-  auto allowed = server.pauses > 0 ? 1 - fromNetwork : kAtOnce;
+  auto allowed = server.pauses > 0 ? 1 - fromNetwork : mostAtOnce;
   bool complete = true;
   for (const TileKey& key : order_) {
     Tile& tile = tiles_[key];
     if (!tile.onScreen && (!complete || server.pauses > 0)) break;
     if ((tile.image && !tile.stale) || isMissing(key)) continue;
-    const auto fault = faults_.find(key);
-    const double from = std::max(server.pausedUntil, fault == faults_.end() ? kLongAgo : fault->second.until);
+    const auto failure = failures_.find(key);
+    const double from =
+        std::max(server.pausedUntil, failure == failures_.end() ? longAgo : failure->second.until);
     if (tile.onScreen && from <= now) complete = false;
     if (tile.onScreen && from > now) wakeAt_ = std::min(from, wakeAt_.value_or(from));
     if (tile.underWay) continue;
@@ -246,7 +250,7 @@ void TileBoard::request(double now) {
 }
 
 bool TileBoard::makeRoomFor(const Tile& tile) {
-  if (underWay_ < kAtOnce) return true;
+  if (underWay_ < mostAtOnce) return true;
   if (!tile.onScreen) return false;
   const auto given = std::find_if(tiles_.begin(), tiles_.end(), [](const auto& item) {
     return item.second.underWay && !item.second.onScreen;
@@ -292,11 +296,11 @@ void TileBoard::draw(const Grid& grid, double now) {
       if (const auto tile = tiles_.find(key); image && tile != tiles_.end()) {
         auto& since = tile->second.shownSince;
         if (!since) since = now;
-        opacity = std::min(1.0, (now - *since) / kFade);
+        opacity = std::min(1.0, (now - *since) / fadeSeconds);
       }
       if (opacity < 1) {
         drawCoarser(key, origin, size);
-        drawFiner(key, origin, size, kFinerLevels);
+        drawFiner(key, origin, size, finerLevels);
       }
       if (!image) continue;
       fading_ = fading_ || opacity < 1;
@@ -330,11 +334,10 @@ void TileBoard::drawFiner(const TileKey& key, WorldPoint origin, double size, in
       TileKey quarter = key;
       quarter.id = {key.id.zoom + 1, 2 * key.id.x + x, 2 * key.id.y + y};
       const WorldPoint corner{origin.x + x * half, origin.y + y * half};
-      if (const auto image = imageOf(quarter)) {
+      if (const auto image = imageOf(quarter))
         drawn_.push_back({.key = quarter, .image = image, .origin = corner, .size = half});
-      } else {
+      else
         drawFiner(quarter, corner, half, levels - 1);
-      }
     }
   }
 }

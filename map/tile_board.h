@@ -20,14 +20,14 @@ struct TileView {
   double zoom = 0;        ///< the world is 256 * 2^zoom points wide
   double width = 0;       ///< of the map, points
   double height = 0;      ///< points
-  double pixelRatio = 1;  ///< pixels a point; above 1 the finer images are taken
+  double pixelRatio = 1;  ///< pixels a point; above 1, images for high-DPI displays
   MapStyle style = MapStyle::standard;
 };
 
 /// An image, or a part of one, at its place in the world.
 struct DrawnTile {
   TileKey key;                             ///< whose image it is
-  std::shared_ptr<const TileImage> image;  ///< never none
+  std::shared_ptr<const TileImage> image;  ///< never null
   /// The north-western corner of the place to fill, in the copy of the world that the view shows: x lies
   /// outside 0 ... 1 beyond the antimeridian.
   WorldPoint origin;
@@ -39,25 +39,25 @@ struct DrawnTile {
   double opacity = 1;  ///< 0 ... 1, below 1 while it fades in
 };
 
-/// What has become of the tiles of a view.
-enum class TileSight {
-  awaited,      ///< none has come yet
+/// Whether a map has tiles to show.
+enum class TileState {
+  awaited,      ///< none is there yet
   shown,        ///< at least one, of whatever age
-  unavailable,  ///< none can be had: there are none, or their server fails and the disk has none
+  unavailable,  ///< there are none, or their server fails and the disk has none either
 };
 
-/// Knows which tiles a map needs, has them loaded, and says what to draw meanwhile.
+/// Decides which tiles a map needs, loads them, and decides what to draw until they are there.
 ///
 /// Tiles are taken at the whole zoom nearest to the view's, so that their images are scaled by at most a
-/// factor of 1.42 and not at all at rest on a whole zoom. The nearest to the centre is asked for first, at
-/// most six are asked for at once, and those that leave the screen (and the ring of one tile around it, which
-/// is fetched ahead once nothing on the screen is missing) are cancelled. Until a tile has come and faded in,
-/// the part of a coarser one or the finer ones beneath it stand in.
+/// factor of 1.42 and not at all at rest on a whole zoom. The nearest to the centre is requested first, at
+/// most six at once, and those that leave the screen (and the ring of one tile around it, which is fetched
+/// ahead once nothing on the screen is missing) are cancelled. Until a tile has come and faded in, the part
+/// of a coarser one or the finer ones beneath it stand in.
 ///
-/// A tile that the server does not have is left alone for ten minutes; its coarser one is asked for instead.
-/// A tile that fails otherwise waits 1, 2, 4 ... 60 seconds. When two different ones fail with no success in
-/// between, it is the server that fails: then all wait, as long each time, and after each wait a single
-/// tile tries. Who waits is shown as it was kept on the disk, however old, if it was.
+/// A tile that the server does not have is not requested again for ten minutes; its coarser one takes its
+/// place. A tile that fails otherwise waits 1, 2, 4 ... 60 seconds. If two different tiles fail without a
+/// success in between, the server fails: all tiles wait, with the same pauses, and after each pause a single
+/// one is requested. A waiting tile is shown from the disk, however old.
 ///
 /// Main thread only. Has no clock: time is handed in, in seconds from any origin, never going back.
 class TileBoard {
@@ -78,10 +78,10 @@ class TileBoard {
   /// What to draw, in that order: from the last update() on, to the next one.
   const std::vector<DrawnTile>& drawn() const { return drawn_; }
 
-  /// From the last update() on. Unavailable tiles stay so until one has come, retry() or suspend().
-  TileSight sight() const { return sight_; }
+  /// As of the last update(). It stays `unavailable` until a tile has come, retry() or suspend().
+  TileState state() const { return state_; }
 
-  /// Whether the next frame differs though nothing else changes.
+  /// Whether a tile fades in, so that the next frame differs.
   bool isFading() const { return fading_; }
 
   /// When a failed tile is to be tried again; none when no tile waits for that.
@@ -91,7 +91,7 @@ class TileBoard {
   /// update.
   void retry();
 
-  /// For a map out of sight: cancels everything that is under way and draws nothing until the next update().
+  /// For a hidden map: cancels all requests and draws nothing until the next update().
   void suspend();
 
  private:
@@ -113,16 +113,16 @@ class TileBoard {
     TileLoader::Result result;
   };
 
-  struct Fault {
+  struct Failure {
     int count = 0;
     bool missing = false;
-    double until = 0;  // not asked for before
+    double until = 0;  // not requested before
   };
 
-  // How the server of one style is doing.
+  // The state of the server of one style.
   struct Server {
     std::optional<TileKey> lastFailure;  // none since the last success
-    int pauses = 0;                      // since the last success; 0: it is well
+    int pauses = 0;                      // since the last success; 0: it works
     double pausedUntil = -std::numeric_limits<double>::infinity();
   };
 
@@ -158,15 +158,15 @@ class TileBoard {
   TileLoader& loader_;
   TileMemory& memory_;
   std::map<TileKey, Tile> tiles_;
-  std::vector<TileKey> order_;  // of tiles_, in which they are asked for
+  std::vector<TileKey> order_;  // of tiles_, in which they are requested
   std::vector<Arrival> arrivals_;
-  std::map<TileKey, Fault> faults_;
+  std::map<TileKey, Failure> failures_;
   std::map<MapStyle, Server> servers_;
   int underWay_ = 0;
   std::uint64_t round_ = 0;
   std::vector<DrawnTile> drawn_;
-  TileSight sight_ = TileSight::awaited;
-  MapStyle style_ = MapStyle::standard;  // of sight_
+  TileState state_ = TileState::awaited;
+  MapStyle style_ = MapStyle::standard;  // of state_
   bool fading_ = false;
   std::optional<double> wakeAt_;
 };

@@ -21,7 +21,7 @@ struct TileId {
 /// A set of tiles, drawn in one style.
 enum class MapStyle { standard, dark, satellite };
 
-/// What one image of a tile is known by.
+/// Identifies one image of a tile.
 struct TileKey {
   MapStyle style = MapStyle::standard;
   int scale = 1;  ///< 1 for images of 256 pixels a side, 2 for 512
@@ -30,7 +30,7 @@ struct TileKey {
   friend auto operator<=>(const TileKey&, const TileKey&) = default;
 };
 
-/// The image of a tile, known in full only to who loads and draws it. Immutable, and so free for any thread.
+/// The image of a tile; its type is known where it is loaded and drawn. Immutable: for any thread.
 class TileImage {
  public:
   virtual ~TileImage() = default;
@@ -41,13 +41,13 @@ class TileImage {
 class TileLoader {
  public:
   enum class Source {
-    network,  ///< the server, or what it has said not to ask for again yet
-    cache,    ///< only what was kept of earlier answers, however old; quick, and asks nobody
+    network,  ///< the server, or its earlier answer while that is fresh
+    cache,    ///< only the disk, however old the tile is; quick, without a request
   };
 
   struct Result {
-    std::shared_ptr<const TileImage> image;  ///< null when it could not be had, for any reason
-    bool missing = false;                    ///< the server is well and has no such tile
+    std::shared_ptr<const TileImage> image;  ///< null on any failure
+    bool missing = false;                    ///< the server answered that it has no such tile
   };
 
   using Handle = std::uint64_t;
@@ -58,10 +58,10 @@ class TileLoader {
   /// Calls `done` once on the main thread, later (never before load() has returned), unless it is cancelled.
   virtual Handle load(const TileKey& key, Source source, Done done) = 0;
 
-  /// From then on `done` is not called any more. A handle that is done with is no harm.
+  /// `done` is not called any more. A handle that has ended is ignored.
   virtual void cancel(Handle handle) = 0;
 
-  /// Whether there are tiles of that style; load() is for such alone.
+  /// Whether there are tiles of that style. Without them load() must not be called.
   virtual bool serves(MapStyle style) const = 0;
 
   /// The zooms at which there are tiles, both ends included.

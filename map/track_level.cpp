@@ -42,21 +42,18 @@ std::optional<TrackCutter::Segment> clipped(const TrackCutter::Segment& segment,
   double enters = 0;
   double leaves = 1;
   const auto against = [&](double direction, double room) {
-    if (direction < 0) {
+    if (direction < 0)
       enters = std::max(enters, room / direction);
-    } else if (direction > 0) {
+    else if (direction > 0)
       leaves = std::min(leaves, room / direction);
-    } else if (room < 0) {
+    else if (room < 0)
       leaves = -1;
-    }
   };
   against(-dx, from.x - window.left);
   against(dx, window.right - from.x);
   against(-dy, from.y - window.top);
   against(dy, window.bottom - from.y);
-  if (enters >= leaves) {
-    return std::nullopt;
-  }
+  if (enters >= leaves) return std::nullopt;
   return TrackCutter::Segment{{from.x + dx * enters, from.y + dy * enters},
                               {from.x + dx * leaves, from.y + dy * leaves}};
 }
@@ -98,9 +95,7 @@ void TrackCutter::keep(WorldPoint vertex) {
 }
 
 void TrackCutter::close() {
-  if (stretch_.vertices.size() > 1) {
-    chunks_.push_back(std::make_shared<const TrackChunk>(stretch_));
-  }
+  if (stretch_.vertices.size() > 1) chunks_.push_back(std::make_shared<const TrackChunk>(stretch_));
 }
 
 void TrackCutter::start(WorldPoint vertex) {
@@ -112,9 +107,7 @@ void TrackCutter::start(WorldPoint vertex) {
 void TrackCutter::add(WorldPoint vertex) {
   const WorldPoint offset = offsetInPoints(stretch_.origin, vertex, scale_);
   const TrackVertex rounded{static_cast<float>(offset.x), static_cast<float>(offset.y)};
-  if (rounded == stretch_.vertices.back()) {
-    return;
-  }
+  if (rounded == stretch_.vertices.back()) return;
   stretch_.vertices.push_back(rounded);
   WorldRect& bounds = stretch_.bounds;
   bounds = {std::min(bounds.left, vertex.x), std::min(bounds.top, vertex.y), std::max(bounds.right, vertex.x),
@@ -142,21 +135,15 @@ inline void TrackLevel::Sleeve::take(WorldPoint point) {
   const double aside = sleeveRadius;
   const WorldPoint left{offset.x * along + offset.y * aside, offset.y * along - offset.x * aside};
   const WorldPoint right{offset.x * along - offset.y * aside, offset.y * along + offset.x * aside};
-  if (!isBounded_ || cross(left_, left) > 0) {
-    left_ = left;
-  }
-  if (!isBounded_ || cross(right, right_) > 0) {
-    right_ = right;
-  }
+  if (!isBounded_ || cross(left_, left) > 0) left_ = left;
+  if (!isBounded_ || cross(right, right_) > 0) right_ = right;
   isBounded_ = true;
   const double least = std::sqrt(squared) - overshoot;
   leastSquared_ = std::max(leastSquared_, least * least);
 }
 
 void TrackLevel::catchUp(const TrackPoints& points) {
-  if (taken_ >= points.size()) {
-    return;
-  }
+  if (taken_ >= points.size()) return;
   if (taken_ == 0) {
     done_.keep(points[0]);
     sleeve_ = Sleeve(points[0], scale_);
@@ -182,22 +169,18 @@ std::vector<TrackPiece> TrackLevel::pieces(const WorldRect& view) {
   for (const TrackCutter* part : {&done_, &tail_}) {
     for (const auto& chunk : part->chunks()) {
       const WorldRect& bounds = chunk->bounds;
-      if (bounds.bottom < view.top || bounds.top > view.bottom) {
-        continue;
-      }
+      if (bounds.bottom < view.top || bounds.top > view.bottom) continue;
       const auto [first, last] = copiesIn(view, bounds.left, bounds.right);
-      for (int copy = first; copy <= last; ++copy) {
+      for (int copy = first; copy <= last; ++copy)
         found.push_back({chunk, static_cast<double>(copy)});
-      }
     }
   }
   const bool windowHolds = window_ && window_->left <= view.left && window_->right >= view.right &&
                            window_->top <= view.top && window_->bottom >= view.bottom &&
                            window_->width() <= 4 * view.width();
-  if (!windowHolds) {
+  if (!windowHolds)
     cutLongSegments({view.left - view.width(), view.top - view.height(), view.right + view.width(),
                      view.bottom + view.height()});
-  }
   found.insert(found.end(), longPieces_.begin(), longPieces_.end());
   return found;
 }
@@ -210,9 +193,7 @@ void TrackLevel::cutLongSegments(const WorldRect& window) {
       const auto [first, last] = copiesIn(window, std::min(from.x, to.x), std::max(from.x, to.x));
       for (int copy = first; copy <= last; ++copy) {
         const auto inWindow = clipped({{from.x + copy, from.y}, {to.x + copy, to.y}}, window);
-        if (!inWindow) {
-          continue;
-        }
+        if (!inWindow) continue;
         const auto [start, end] = *inWindow;
         const WorldPoint offset = offsetInPoints(start, end, scale_);
         const TrackVertex vertex{static_cast<float>(offset.x), static_cast<float>(offset.y)};

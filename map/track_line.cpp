@@ -20,19 +20,15 @@ TrackLine& TrackLine::operator=(TrackLine&&) noexcept = default;
 TrackLine::~TrackLine() = default;
 
 TrackLine::TrackLine(std::span<const Coordinate> coordinates) {
-  for (const Coordinate& coordinate : coordinates) {
+  for (const Coordinate& coordinate : coordinates)
     append(coordinate);
-  }
 }
 
 void TrackLine::append(Coordinate coordinate) {
   WorldPoint point = project(coordinate);
-  if (points_.size_ > 0) {
-    point.x += std::round(points_[points_.size_ - 1].x - point.x);
-  }
-  if (points_.size_ % TrackPoints::blockSize == 0) {
+  if (points_.size_ > 0) point.x += std::round(points_[points_.size_ - 1].x - point.x);
+  if (points_.size_ % TrackPoints::blockSize == 0)
     points_.blocks_.push_back(std::make_shared<TrackPoints::Block>());
-  }
   (*points_.blocks_.back())[points_.size_ % TrackPoints::blockSize] = point;
   ++points_.size_;
 }
@@ -61,11 +57,10 @@ void TrackLine::adopt(std::shared_ptr<TrackLevel> level) {
 
 std::vector<TrackPiece> TrackLine::pieces(const WorldRect& view, int level) {
   const auto made = std::ranges::find(levels_, level, [](const auto& kept) { return kept->level(); });
-  if (made == levels_.end()) {
+  if (made == levels_.end())
     adopt(makeLevel(points_, level));
-  } else {
+  else
     std::rotate(levels_.begin(), made, made + 1);
-  }
   levels_.front()->catchUp(points_);
   return levels_.front()->pieces(view);
 }

@@ -38,16 +38,15 @@ struct TrackVertex {
 };
 
 /// A stretch of a line, ready to draw: at least two vertices, no two neighbours equal, all within 65,536
-/// points of the origin, so that a float tells 1/128 of a point. A stretch starts with the vertex that the
-/// one before ended with. Never changes: a line that changed has another chunk in its place, and the address
-/// tells them apart.
+/// points of the origin, so that a float resolves 1/128 of a point. A stretch starts with the vertex that the
+/// one before ended with. Immutable: a line that changes gets another chunk, at another address.
 struct TrackChunk {
   WorldPoint origin;
   WorldRect bounds;
   std::vector<TrackVertex> vertices;
 };
 
-/// A chunk to draw `shift` worlds east of where it says.
+/// A chunk, to be drawn `shift` worlds east of its origin.
 struct TrackPiece {
   std::shared_ptr<const TrackChunk> chunk;
   double shift = 0;
@@ -55,12 +54,12 @@ struct TrackPiece {
 
 class TrackLevel;
 
-/// A polyline made ready for drawing at any zoom: simplified for each integer zoom so that nothing left out
+/// A polyline prepared for drawing at any zoom: simplified for each integer zoom so that no omitted point
 /// lies further than 1.5 points from what is drawn, and cut into chunks of at most 512 vertices.
 ///
-/// Levels are made when first asked for, and the ones used lately are kept. A cold level of a long line can
-/// be made elsewhere: hand points() to makeLevel() on any thread, and the outcome to adopt(). Everything
-/// else: one thread at a time. Fewer than two different points leave nothing to draw.
+/// Levels are made when first needed, and the most recently used ones are kept. A missing level of a long
+/// line can be made in advance: pass points() to makeLevel() on any thread, and the result to adopt().
+/// Everything else: one thread at a time. Fewer than two different points leave nothing to draw.
 class TrackLine {
  public:
   TrackLine();
@@ -78,16 +77,15 @@ class TrackLine {
   /// The level to draw at a camera's zoom: the next integer zoom, so that the tolerance holds; 1 to 20.
   static int levelFor(double zoom);
 
-  /// Of the levels that pieces() has at hand, the one to draw until `level` is made; none if there is no
-  /// level yet.
+  /// The existing level to draw until `level` is made; nothing if there is no level yet.
   std::optional<int> nearestLevel(int level) const;
   /// Any thread.
   static std::shared_ptr<TrackLevel> makeLevel(const TrackPoints& points, int level);
-  /// Points that were appended since it was made are caught up with. It must come from this line's points.
+  /// Points appended since it was made are added to it. It must come from this line's points.
   void adopt(std::shared_ptr<TrackLevel> level);
 
-  /// What to draw where `view`, grown by the width of the line, shows. Makes the level if it is missing,
-  /// which costs 1 to 3 ms for 100,000 points, and takes up what was appended.
+  /// What to draw in `view`, grown by the width of the line. Makes the level if it is missing, which costs 1
+  /// to 3 ms for 100,000 points, and takes up what was appended.
   std::vector<TrackPiece> pieces(const WorldRect& view, int level);
 
  private:

@@ -11,7 +11,7 @@
 
 namespace fleetor {
 
-/// A place that a map marks. Whatever it says must not change while it is on a map.
+/// A place that a map marks. It must not change while it is on a map.
 class MapAnnotation {
  public:
   virtual ~MapAnnotation() = default;
@@ -19,7 +19,7 @@ class MapAnnotation {
   virtual std::string title() const = 0;     ///< first line of the callout; may be empty
   virtual std::string subtitle() const = 0;  ///< second line; may be empty
 
-  /// What is at the place. Not empty when a later annotation may show the same thing at another place.
+  /// What is at the place. Set it if a later annotation may show the same thing at another place.
   virtual std::string subject() const { return {}; }
 };
 
@@ -32,9 +32,9 @@ class MapAnnotationView : public Component {
  public:
   explicit MapAnnotationView(std::string reuseIdentifier) : reuseIdentifier_(std::move(reuseIdentifier)) {}
 
-  const std::string& reuseIdentifier() const { return reuseIdentifier_; }  ///< empty: never used again
+  const std::string& reuseIdentifier() const { return reuseIdentifier_; }  ///< empty: never reused
 
-  /// None while the view waits to be used again.
+  /// Null while the view waits to be reused.
   const std::shared_ptr<MapAnnotation>& annotation() const { return annotation_; }
   void setAnnotation(std::shared_ptr<MapAnnotation> annotation) {
     assign(annotation_, std::move(annotation));

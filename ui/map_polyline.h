@@ -22,11 +22,11 @@ class MapPolyline {
   /// `earlier` off its map before.
   static std::shared_ptr<MapPolyline> polylineByAppendingCoordinate(MapPolyline& earlier, Coordinate next);
 
-  /// A queue, for it grows without moving.
+  /// A deque, which grows without moving its elements.
   const std::deque<Coordinate>& coordinates() const { return coordinates_; }
 
-  /// The line made ready for drawing; never none. The drawer's own: it makes levels in it as it needs them.
-  /// A line that takes over from an earlier one goes on with the same object, grown.
+  /// The line prepared for drawing; never null. Only the drawing code uses it and makes levels in it. A line
+  /// that takes over from an earlier one continues the same object.
   const std::shared_ptr<TrackLine>& line() const { return line_; }
 
  private:

@@ -5,6 +5,12 @@
 
 namespace fleetor {
 
+namespace {
+
+constexpr double focusInset = 72;  // points from an edge
+
+}  // namespace
+
 void MapView::setDelegate(MapViewDelegate* delegate) {
   delegate_ = delegate;
   if (!delegate_) return;
@@ -23,15 +29,15 @@ void MapView::setDelegate(MapViewDelegate* delegate) {
   if (newRenderers) overlaysChanged.emit();
 }
 
-void MapView::setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres,
+void MapView::setRegion(Coordinate centre, double latitudinalMetres, double longitudinalMetres,
                         bool animated) {
-  camera_.setRegion(center, latitudinalMetres, longitudinalMetres, animated);
+  camera_.setRegion(centre, latitudinalMetres, longitudinalMetres, animated);
   assign(placed_, true);
   cameraChanged.emit();
 }
 
-void MapView::setCenterCoordinate(Coordinate center, bool animated) {
-  camera_.setCenter(project(center), animated);
+void MapView::setCenterCoordinate(Coordinate centre, bool animated) {
+  camera_.setCentre(project(centre), animated);
   assign(placed_, true);
   cameraChanged.emit();
 }
@@ -150,6 +156,14 @@ void MapView::selectAnnotation(const std::shared_ptr<MapAnnotation>& annotation)
 
 std::shared_ptr<MapAnnotation> MapView::currentAnnotation() const {
   return current_ || annotations_.empty() ? current_ : annotations_.front();
+}
+
+void MapView::focusAnnotation(const std::shared_ptr<MapAnnotation>& annotation) {
+  assign(current_, annotation);
+  const auto [x, y] = camera_.screenPoint(project(annotation->coordinate()));
+  const bool isInSight = x >= focusInset && x <= camera_.width() - focusInset && y >= focusInset &&
+                         y <= camera_.height() - focusInset;
+  if (camera_.hasViewport() && !isInSight) setCenterCoordinate(annotation->coordinate(), true);
 }
 
 void MapView::addOverlay(std::shared_ptr<MapPolyline> overlay) {

@@ -21,14 +21,14 @@ class MapViewDelegate {
  public:
   virtual ~MapViewDelegate() = default;
 
-  /// The marker of an annotation, fresh or dequeued from the map; none: a marker without an image.
+  /// The marker of an annotation, new or dequeued from the map; null: a marker without an image.
   virtual std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
       MapView& mapView, const std::shared_ptr<MapAnnotation>& annotation) = 0;
 
   /// These markers have just been put on the map.
   virtual void mapViewDidAddAnnotationViews(MapView& /*mapView*/, const MapAnnotationViews& /*views*/) {}
 
-  /// How an overlay is drawn; none: not at all.
+  /// How an overlay is drawn; null: not at all.
   virtual std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(
       MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) = 0;
 };
@@ -37,9 +37,9 @@ class MapViewDelegate {
 ///
 /// The delegate is asked for each annotation's view and each overlay's renderer once, when they are added;
 /// without a delegate, when one is set again. What the delegate gave stays drawn when it is taken away. Of a
-/// crowd of annotations it is asked only for those that somebody is about to draw.
+/// crowd of annotations it is asked only for those that are about to be drawn.
 ///
-/// Signals are fine, so that a pan looks at no marker: `cameraChanged` for what is shown,
+/// There are several signals, so that a pan does not visit the markers: `cameraChanged` for what is shown,
 /// `annotationsChanged` and `overlaysChanged` for the lists and for what belongs to them, `changed` for the
 /// type and the callout.
 class MapView : public Component {
@@ -47,7 +47,7 @@ class MapView : public Component {
   static constexpr double fitPadding = 64;   ///< points between the edges and what is shown
   static constexpr std::size_t crowd = 300;  ///< more annotations than that are a crowd
 
-  /// Weak: must outlive the map or be taken back.
+  /// Weak: must outlive the map or be removed.
   void setDelegate(MapViewDelegate* delegate);
   MapViewDelegate* delegate() const { return delegate_; }
 
@@ -61,10 +61,10 @@ class MapView : public Component {
   /// Whether a region, a centre or something to fit was ever set; before that it shows the whole world.
   bool isPlaced() const { return placed_; }
 
-  // What is shown. An animation takes place as somebody advances the camera, and on no map without a size.
-  void setRegion(Coordinate center, double latitudinalMetres, double longitudinalMetres, bool animated);
-  Coordinate centerCoordinate() const { return unproject(camera_.center()); }  ///< at this moment
-  void setCenterCoordinate(Coordinate center, bool animated);                  ///< the zoom stays
+  // What is shown. Animations run as the camera is advanced; a map without a size has none.
+  void setRegion(Coordinate centre, double latitudinalMetres, double longitudinalMetres, bool animated);
+  Coordinate centerCoordinate() const { return unproject(camera_.centre()); }  ///< at this moment
+  void setCenterCoordinate(Coordinate centre, bool animated);                  ///< the zoom stays
 
   /// Fits the map to those annotations, which must be on it. None: it stays where it is.
   void showAnnotations(const MapAnnotations& annotations, bool animated);
@@ -72,13 +72,12 @@ class MapView : public Component {
   /// Fits the map to all annotations and lines on it. None: it stays where it is.
   void showAll(bool animated);
 
-  /// Glides that many levels closer (below 0: away).
+  /// Zooms in by that many levels, animated (below 0: out).
   void zoomBy(double levels);
 
   const MapCamera& camera() const { return camera_; }
 
-  /// The user's fingers, the size of the map and the frames of an animation: `move` does with the camera what
-  /// it likes.
+  /// For gestures, changes of size and the frames of an animation: `move` changes the camera.
   template <class Move>
   void moveCamera(Move&& move) {
     move(camera_);
@@ -94,35 +93,34 @@ class MapView : public Component {
   /// Removes all and adds these. An open callout moves to the first of these that has the same subject.
   void replaceAnnotations(const MapAnnotations& annotations);
 
-  /// Somebody is about to draw the markers of these annotations, which are on this map.
+  /// Makes the missing markers of these annotations, which are on this map and about to be drawn.
   void needViews(const MapAnnotations& annotations);
 
-  /// The marker of an annotation; none while the map has had no delegate to ask or nobody needs it, or not on
-  /// this map.
+  /// The marker of an annotation; null before a delegate has made it, and if it is not on this map.
   std::shared_ptr<MapAnnotationView> viewForAnnotation(const MapAnnotation& annotation) const;
 
-  /// A marker that was taken off the map, on the ground again; or none.
+  /// A marker that was removed from the map, with its height and offset reset; or null.
   std::shared_ptr<MapAnnotationView> dequeueReusableAnnotationViewWithIdentifier(
       const std::string& identifier);
 
   /// Opens the callout, and closes any other. A marker that is not enabled or has no callout does nothing.
   void selectAnnotation(const std::shared_ptr<MapAnnotation>& annotation);
   void deselectAnnotation() { assign(selected_, {}); }
-  const std::shared_ptr<MapAnnotation>& selectedAnnotation() const { return selected_; }  ///< or none
+  const std::shared_ptr<MapAnnotation>& selectedAnnotation() const { return selected_; }  ///< or null
 
   /// The annotation whose marker is the tab stop of all markers: the one that had the focus last, or the
   /// first one. None on an empty map.
   std::shared_ptr<MapAnnotation> currentAnnotation() const;
-  void setCurrentAnnotation(std::shared_ptr<MapAnnotation> annotation) {
-    assign(current_, std::move(annotation));
-  }
+  /// The marker of that annotation, which is on this map, has got the focus: makes it the current one, and
+  /// centres the map on it unless it shows well within the edges.
+  void focusAnnotation(const std::shared_ptr<MapAnnotation>& annotation);
 
   // Lines.
   const std::vector<std::shared_ptr<MapPolyline>>& overlays() const { return overlays_; }  ///< lowest first
   void addOverlay(std::shared_ptr<MapPolyline> overlay);
-  void removeOverlay(const std::shared_ptr<MapPolyline>& overlay);  ///< none, or not on this map: nothing
+  void removeOverlay(const std::shared_ptr<MapPolyline>& overlay);  ///< null, or not on this map: nothing
 
-  /// None while the map has had no delegate to ask, or the delegate had none to give.
+  /// Null without a delegate, or if that gave none.
   std::shared_ptr<MapPolylineRenderer> rendererForOverlay(const MapPolyline& overlay) const;
 
   Signal<> cameraChanged;

@@ -62,7 +62,7 @@ bool LineLayer::shows(const MapFrame& frame, const MapLines& lines) const {
       drawn_.pixelRatio != frame.pixelRatio || drawn_.camera.zoom != frame.camera.zoom)
     return false;
   const QPointF away =
-      drawn_.screenPoint(frame.camera.center) - QPointF(drawn_.size.width() / 2, drawn_.size.height() / 2);
+      drawn_.screenPoint(frame.camera.centre) - QPointF(drawn_.size.width() / 2, drawn_.size.height() / 2);
   const QSizeF margin = marginOf(frame);
   return std::abs(away.x()) <= margin.width() && std::abs(away.y()) <= margin.height();
 }
@@ -72,7 +72,7 @@ void LineLayer::show(const MapFrame& frame, const MapLines& lines) {
   const QSizeF whole(wholeInPixels(frame.size.width()) + 2 * margin.width(),
                      wholeInPixels(frame.size.height()) + 2 * margin.height());
   const QSizeF pixels = whole * frame.pixelRatio;
-  const bool moves = lines_ == &lines && drawn_.camera.center != frame.camera.center;
+  const bool moves = lines_ == &lines && drawn_.camera.centre != frame.camera.centre;
   const bool keep = frame.steady && (kept_ || moves) &&
                     std::max(pixels.width(), pixels.height()) <= longestSide &&
                     pixels.width() * pixels.height() <= mostPixels &&
@@ -89,8 +89,8 @@ void LineLayer::show(const MapFrame& frame, const MapLines& lines) {
   }
   if (keep) {
     const double scale = pointsPerWorldUnit(frame.camera.zoom);
-    const WorldPoint from = drawn_.camera.center;
-    const WorldPoint to = frame.camera.center;
+    const WorldPoint from = drawn_.camera.centre;
+    const WorldPoint to = frame.camera.centre;
     setPosition({onPixels((from.x - to.x) * scale, frame.pixelRatio) - margin.width(),
                  onPixels((from.y - to.y) * scale, frame.pixelRatio) - margin.height()});
   } else {

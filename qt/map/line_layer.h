@@ -4,19 +4,18 @@
 #include <cstdint>
 
 #include "qt/map/line_node.h"
+#include "qt/map/map_frame.h"
 #include "qt/map/map_lines.h"
-#include "qt/map/map_node.h"
 
 namespace fleetor {
 
-/// The lines on a map. As soon as the map is moved and as long as it is not zoomed, many of them are kept as
-/// a picture that reaches beyond the map's edges: a frame then costs the same whatever is drawn, until the
-/// map leaves the picture or the lines change. A few lines are drawn afresh in every frame, which costs less
-/// than the picture. So are all on a map that nobody moves: the first frame of a long line costs least
-/// without one.
+/// The lines on a map. While the map is moved and not zoomed, many of them are kept as a picture that reaches
+/// beyond the map's edges: a frame then costs the same whatever is drawn, until the map leaves the picture or
+/// the lines change. A few lines are drawn in every frame, which costs less than the picture. So are all
+/// lines until the map is moved: without a picture the first frame of a long line costs least.
 ///
 /// The picture takes at most 64 MB, and as much again for what draws it; for a phone of 390 x 780 points with
-/// 3 pixels each it is 22 MB. It goes when the map is hidden. Main thread only.
+/// 3 pixels each it is 22 MB. It is freed when the map is hidden. Main thread only.
 class LineLayer final : public QQuickItem {
   Q_OBJECT
 

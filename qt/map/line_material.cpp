@@ -31,21 +31,22 @@ class LineShader final : public QSGMaterialShader {
   }
 
   bool updateUniformData(RenderState& state, QSGMaterial* material, QSGMaterial*) override {
-    const auto& look = static_cast<LineMaterial*>(material)->look;
+    const auto& style = static_cast<LineMaterial*>(material)->style;
     LineUniforms uniforms;
     std::memcpy(uniforms.matrix, state.combinedMatrix().constData(), sizeof uniforms.matrix);
-    const float opacity = static_cast<float>(look.color.alphaF()) * state.opacity();
-    uniforms.color[0] = static_cast<float>(look.color.redF()) * opacity;
-    uniforms.color[1] = static_cast<float>(look.color.greenF()) * opacity;
-    uniforms.color[2] = static_cast<float>(look.color.blueF()) * opacity;
+    const float opacity = static_cast<float>(style.color.alphaF()) * state.opacity();
+    uniforms.color[0] = static_cast<float>(style.color.redF()) * opacity;
+    uniforms.color[1] = static_cast<float>(style.color.greenF()) * opacity;
+    uniforms.color[2] = static_cast<float>(style.color.blueF()) * opacity;
     uniforms.color[3] = opacity;
-    const double luma = 0.299 * look.color.redF() + 0.587 * look.color.greenF() + 0.114 * look.color.blueF();
+    const double luma =
+        0.299 * style.color.redF() + 0.587 * style.color.greenF() + 0.114 * style.color.blueF();
     std::fill_n(uniforms.casing, 3, luma > lightLine ? 0.0F : casingOpacity * opacity);
     uniforms.casing[3] = casingOpacity * opacity;
-    uniforms.halfWidth = look.halfWidth;
+    uniforms.halfWidth = style.halfWidth;
     uniforms.casingWidth = casingWidth;
-    uniforms.pixel = look.pixel;
-    uniforms.scale = look.scale;
+    uniforms.pixel = style.pixel;
+    uniforms.scale = style.scale;
     std::memcpy(state.uniformData()->data(), &uniforms, sizeof uniforms);
     return true;
   }
@@ -68,7 +69,7 @@ QSGMaterialShader* LineMaterial::createShader(QSGRendererInterface::RenderMode) 
 }
 
 int LineMaterial::compare(const QSGMaterial* other) const {
-  if (look == static_cast<const LineMaterial*>(other)->look) return 0;
+  if (style == static_cast<const LineMaterial*>(other)->style) return 0;
   return this < other ? -1 : 1;
 }
 

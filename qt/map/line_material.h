@@ -20,13 +20,13 @@ struct LineVertex {
 /// that sets it off from streets and aerial pictures. Render thread.
 class LineMaterial final : public QSGMaterial {
  public:
-  struct Look {
+  struct Style {
     QColor color;
     float halfWidth = 1;  ///< points
     float pixel = 1;      ///< points
     float scale = 1;      ///< points for one unit of the vertices
 
-    friend bool operator==(const Look&, const Look&) = default;
+    friend bool operator==(const Style&, const Style&) = default;
   };
 
   LineMaterial();
@@ -36,7 +36,7 @@ class LineMaterial final : public QSGMaterial {
 
   static const QSGGeometry::AttributeSet& attributes();
 
-  Look look;
+  Style style;
 };
 
 }  // namespace fleetor

@@ -3,7 +3,7 @@
 #include <QMatrix4x4>
 #include <cmath>
 
-#include "qt/map/map_node.h"
+#include "qt/map/map_frame.h"
 
 namespace fleetor {
 
@@ -29,10 +29,9 @@ class StripWriter {
 
   /// Both edges at a point; along moves them on in the direction of the line, in half widths.
   void pair(const TrackVertex& at, LineDirection direction, float across, float along) {
-    for (const float side : {-1.0F, 1.0F}) {
+    for (const float side : {-1.0F, 1.0F})
       *out_++ = {at.x, at.y, -direction.y * across * side + direction.x * along,
                  direction.x * across * side + direction.y * along, side};
-    }
   }
 
  private:
@@ -58,16 +57,18 @@ QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk) {
   geometry->setDrawingMode(QSGGeometry::DrawTriangleStrip);
   StripWriter strip(static_cast<LineVertex*>(geometry->vertexData()));
   strip.pair(points.front(), directions.front(), 1, -1);
+  // A gentle turn is a mitre: its pair lies across the mean direction, further out by 1 / cos(turn / 2), so
+  // that both edges keep their distance from the line. At a sharp turn both segments end in a straight cap.
   for (std::size_t i = 1; i + 1 < points.size(); ++i) {
     const auto& before = directions[i - 1];
     const auto& after = directions[i];
     const float cosine = before.x * after.x + before.y * after.y;
     if (cosine < sharpTurn) {
-      const float over = cosine < 0 ? 1.0F : 0.5F;  // covers the outside of the turn
+      const float over = cosine < 0 ? 1.0F : 0.5F;  // of the caps: they cover the outside of the turn
       strip.pair(points[i], before, 1, over);
       strip.pair(points[i], after, 1, -over);
     } else {
-      const float half = std::sqrt((1 + cosine) / 2);
+      const float half = std::sqrt((1 + cosine) / 2);  // cos(turn / 2)
       const LineDirection middle{(before.x + after.x) / (2 * half), (before.y + after.y) / (2 * half)};
       strip.pair(points[i], middle, 1 / half, 0);
     }
@@ -108,13 +109,13 @@ void LineNode::takePieces(const DrawnLine& line, WorldPoint origin) {
 }
 
 void LineNode::update(const MapFrame& frame, const DrawnLine& line) {
-  if (line.version != version_) takePieces(line, frame.camera.center);
+  if (line.version != version_) takePieces(line, frame.camera.centre);
 
   const double scale = std::exp2(frame.camera.zoom - level_);
-  const LineMaterial::Look look{line.color, static_cast<float>(line.width / 2),
-                                static_cast<float>(1 / frame.pixelRatio), static_cast<float>(scale)};
-  if (look != material_.look) {
-    material_.look = look;
+  const LineMaterial::Style style{line.color, static_cast<float>(line.width / 2),
+                                  static_cast<float>(1 / frame.pixelRatio), static_cast<float>(scale)};
+  if (style != material_.style) {
+    material_.style = style;
     for (const auto& [key, strip] : strips_)
       strip.node->markDirty(DirtyMaterial);
   }

@@ -9,7 +9,7 @@ namespace fleetor {
 namespace {
 
 constexpr std::size_t shortLine = 20'000;  // points that are simplified in a fraction of a millisecond
-constexpr double pixelsAVertex = 16;       // that could be filled in its time
+constexpr double pixelsPerVertex = 16;     // that could be filled in its time
 
 bool contains(const WorldRect& outer, const WorldRect& inner) {
   return outer.left <= inner.left && outer.right >= inner.right && outer.top <= inner.top &&
@@ -39,7 +39,7 @@ double pixelsOf(const DrawnLine& line) {
       const double share =
           std::min(shareWithin(before.x, x, left, right), shareWithin(before.y, y, top, bottom));
       if (share > 0)
-        pixels += pixelsAVertex + (line.width + 1) * share * std::hypot(x - before.x, y - before.y);
+        pixels += pixelsPerVertex + (line.width + 1) * share * std::hypot(x - before.x, y - before.y);
     }
   }
   return pixels;
@@ -98,7 +98,7 @@ double MapLines::pixels() const {
   return sum;
 }
 
-// One level at a time for each line: when it comes, the camera says which one is wanted by then.
+// One level at a time for each line: when it is ready, the camera determines the next one.
 void MapLines::build(const DrawnLine& drawn, int level) {
   if (std::ranges::find(underWay_, drawn.line) != underWay_.end()) return;
   underWay_.push_back(drawn.line);

@@ -22,14 +22,14 @@ struct DrawnLine {
   WorldRect window;  ///< all pieces that show in there, in the same copy of the world
   std::vector<TrackPiece> pieces;
   double pixels = 0;          ///< about what the pieces cost to draw, as points that they fill
-  std::uint64_t version = 0;  ///< other pieces, another version
+  std::uint64_t version = 0;  ///< changes with the pieces
 };
 
 /// Chooses what of the lines on a map is drawn. A long line that needs simplifying for a zoom is simplified
 /// on the global queue, and stays drawn as it was until then. Main thread only.
 class MapLines {
  public:
-  static constexpr double ahead = 0.2;  ///< of the map's size: so far beyond its edges lines are chosen
+  static constexpr double ahead = 0.2;  ///< of the map's size: how far beyond its edges lines are chosen
 
   /// `onReady` is called when a simplified line has come and update() is due.
   MapLines(Queues& queues, std::function<void()> onReady);
@@ -40,8 +40,8 @@ class MapLines {
   void update(const MapCamera& camera);
 
   const std::vector<DrawnLine>& drawn() const { return drawn_; }  ///< lowest first
-  std::uint64_t version() const { return versions_; }  ///< another one when anything drawn has changed
-  double pixels() const;                               ///< of all lines
+  std::uint64_t version() const { return versions_; }             ///< changes with anything drawn
+  double pixels() const;                                          ///< of all lines
 
  private:
   void choose(DrawnLine& line, const MapCamera& camera);
@@ -52,7 +52,7 @@ class MapLines {
   std::vector<DrawnLine> drawn_;
   std::uint64_t versions_ = 0;
   std::vector<std::shared_ptr<TrackLine>> underWay_;  // being simplified
-  std::shared_ptr<MapLines*> self_;                   // what a simplified line comes home to
+  std::shared_ptr<MapLines*> self_;  // shows a simplified line whether this object still exists
 };
 
 }  // namespace fleetor

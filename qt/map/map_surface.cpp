@@ -1,6 +1,11 @@
 #include "qt/map/map_surface.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
 #include <QQuickWindow>
+#include <QTouchEvent>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -9,8 +14,13 @@ namespace fleetor {
 
 namespace {
 
-constexpr double aFrame = 1.0 / 60;  // seconds, of the first step of a movement
-constexpr double longestStep = 0.1;  // after a hiccup a movement goes on where it was
+constexpr double frameSeconds = 1.0 / 60;  // seconds, of the first step of a movement
+constexpr double longestStep = 0.1;        // after a hiccup a movement goes on where it was
+constexpr int mouseFinger = -1;            // the id of the mouse among the fingers
+
+ScreenPoint toScreen(QPointF point) {
+  return {point.x(), point.y()};
+}
 
 }  // namespace
 
@@ -58,11 +68,11 @@ void MapSurface::setDark(bool dark) {
 }
 
 QString MapSurface::attribution() const {
-  return map_ && tiles_.first == TileSight::shown ? map_->attribution() : QString();
+  return map_ && tiles_.first == TileState::shown ? map_->attribution() : QString();
 }
 
 QString MapSurface::message() const {
-  return map_ && tiles_.first == TileSight::unavailable ? map_->noTilesMessage() : QString();
+  return map_ && tiles_.first == TileState::unavailable ? map_->noTilesMessage() : QString();
 }
 
 void MapSurface::redraw() {
@@ -70,13 +80,13 @@ void MapSurface::redraw() {
   if (isVisible()) update();
 }
 
-// Comes right before a frame is put together, so that what it shows is what the camera says at that moment.
+// Called right before a frame is composed, so that it shows the camera as it is at that moment.
 void MapSurface::frame() {
   MapView* const shown = view();
   if (!stale_ || !isVisible() || !shown || !window()) return;
   const double time = now();
   if (shown->camera().moving()) {
-    const double step = steppedAt_ < 0 ? aFrame : std::min(time - steppedAt_, longestStep);
+    const double step = steppedAt_ < 0 ? frameSeconds : std::min(time - steppedAt_, longestStep);
     steppedAt_ = time;
     shown->moveCamera([step](MapCamera& camera) { camera.advance(step); });
   }
@@ -89,7 +99,7 @@ void MapSurface::frame() {
   window()->update();  // the item's own update() asks for this frame, which is under way already
 }
 
-// While the zoom stays, the map moves by whole pixels: nothing in it blurs or trembles.
+// While the zoom stays, the map moves by whole pixels, so that it neither blurs nor trembles.
 void MapSurface::takePosition(const MapCamera& camera) {
   const CameraPosition position = camera.position();
   const double pixelRatio = window()->effectiveDevicePixelRatio();
@@ -100,13 +110,13 @@ void MapSurface::takePosition(const MapCamera& camera) {
   frame_.size = size;
   frame_.camera = position;
   if (!frame_.steady) {
-    steadyAt_ = position.center;
+    steadyAt_ = position.centre;
     return;
   }
   const double scale = pointsPerWorldUnit(position.zoom);
-  frame_.camera.center = {
-      steadyAt_.x + onPixels((position.center.x - steadyAt_.x) * scale, pixelRatio) / scale,
-      steadyAt_.y + onPixels((position.center.y - steadyAt_.y) * scale, pixelRatio) / scale};
+  frame_.camera.centre = {
+      steadyAt_.x + onPixels((position.centre.x - steadyAt_.x) * scale, pixelRatio) / scale,
+      steadyAt_.y + onPixels((position.centre.y - steadyAt_.y) * scale, pixelRatio) / scale};
 }
 
 bool MapSurface::layOut(double time) {
@@ -118,13 +128,13 @@ bool MapSurface::layOut(double time) {
   const MapStyle style = map_->satellite() ? MapStyle::satellite
                          : dark_           ? MapStyle::dark
                                            : MapStyle::standard;
-  board_->update({camera.center(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
+  board_->update({camera.centre(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
                  time);
-  if (const std::pair seen(board_->sight(), style); std::exchange(tiles_, seen) != seen)
+  if (const std::pair seen(board_->state(), style); std::exchange(tiles_, seen) != seen)
     Q_EMIT tilesChanged();
   lines_->update(camera);
   lineLayer_.show(frame_, *lines_);
-  const bool resting = !camera.moving() && !(gestures_.active() && gestures_.moved());
+  const bool resting = !camera.moving() && !gestures_.movesMap();
   const bool more = map_->placeMarkers(resting ? frame_.pixelRatio : 0);
   if (const auto wake = board_->wakeAt())
     retry_.start(static_cast<int>(std::ceil(std::clamp(*wake - time, 0.0, 3600.0) * 1000)));
@@ -138,7 +148,7 @@ QSGNode* MapSurface::updatePaintNode(QSGNode* before, UpdatePaintNodeData*) {
     delete before;
     return nullptr;
   }
-  auto* const node = before ? static_cast<MapNode*>(before) : new MapNode;
+  auto* const node = before ? static_cast<BaseMapNode*>(before) : new BaseMapNode;
   if (node->update(frame_, board_->drawn(), *window()))
     QMetaObject::invokeMethod(this, &MapSurface::redraw, Qt::QueuedConnection);
   return node;
@@ -166,39 +176,106 @@ void MapSurface::itemChange(ItemChange change, const ItemChangeData& data) {
   }
 }
 
-bool MapSurface::isAtEdge(QPointF point) const {
-  return point.x() < leftEdge_ || point.x() > width() - rightEdge_;
-}
-
-void MapSurface::follow(const std::vector<MapGestures::Finger>& fingers, double slop) {
-  MapView* const shown = view();
-  if (!shown) return;
-  const bool begins = !gestures_.active();
-  if (begins) sideways_ = fingers.size() == 1 && isAtEdge(fingers.front().position);
-  if (fingers.size() > 1) sideways_ = false;
-  if (sideways_ && !gestures_.moved() && fingers.size() == 1 && !begins) {
-    // Near an edge the map waits until it is clear that the finger does not go sideways.
-    const QPointF way = gestures_.travelled();
-    if (std::abs(way.y()) > slop && std::abs(way.y()) > std::abs(way.x())) sideways_ = false;
-  }
-  std::optional<MapGestures::Tap> tapped;
-  shown->moveCamera([&](MapCamera& camera) {
-    tapped = gestures_.update(fingers, sideways_ ? width() : slop, now(), camera);
-  });
-  setKeepMouseGrab(gestures_.active() && !sideways_);
-  setKeepTouchGrab(gestures_.active() && !sideways_);
-  if (tapped) tap(*tapped);
-}
-
-void MapSurface::tap(const MapGestures::Tap& tap) {
-  const ScreenPoint at{tap.position.x(), tap.position.y()};
-  if (tap.kind != MapGestures::TapKind::single) {
-    const double levels = tap.kind == MapGestures::TapKind::twice ? 1 : -1;
-    view()->moveCamera([&](MapCamera& camera) { camera.zoomSmoothlyBy(levels, at); });
+void MapSurface::touchEvent(QTouchEvent* event) {
+  if (event->type() == QEvent::TouchCancel) {
+    touchUngrabEvent();
     return;
   }
-  if (callout_ && callout_->isVisible() && callout_->contains(mapToItem(callout_, tap.position))) return;
-  if (map_->tap(tap.position)) gestures_.forgetTap();
+  std::vector<MapGestures::Finger> fingers;
+  for (const QEventPoint& point : event->points())
+    if (point.state() != QEventPoint::Released) fingers.push_back({point.id(), toScreen(point.position())});
+  follow(fingers, MapGestures::Pointer::finger);
+  event->accept();
+}
+
+void MapSurface::touchUngrabEvent() {
+  gestures_.cancel();
+  redraw();
+}
+
+void MapSurface::mousePressEvent(QMouseEvent* event) {
+  forceActiveFocus(Qt::MouseFocusReason);
+  mouseMoveEvent(event);
+}
+
+void MapSurface::mouseMoveEvent(QMouseEvent* event) {
+  follow({{mouseFinger, toScreen(event->position())}}, MapGestures::Pointer::mouse);
+}
+
+void MapSurface::mouseReleaseEvent(QMouseEvent*) {
+  follow({}, MapGestures::Pointer::mouse);
+}
+
+void MapSurface::mouseUngrabEvent() {
+  touchUngrabEvent();
+}
+
+void MapSurface::follow(const std::vector<MapGestures::Finger>& fingers, MapGestures::Pointer pointer) {
+  MapView* const shown = view();
+  if (!shown) return;
+  gestures_.setEdges({leftEdge_, rightEdge_});
+  std::optional<ScreenPoint> tapped;
+  shown->moveCamera([&](MapCamera& camera) { tapped = gestures_.update(fingers, pointer, now(), camera); });
+  setKeepMouseGrab(gestures_.holdsFingers());
+  setKeepTouchGrab(gestures_.holdsFingers());
+  if (!tapped) return;
+  const QPointF at(tapped->x, tapped->y);
+  if (callout_ && callout_->isVisible() && callout_->contains(mapToItem(callout_, at))) return;
+  if (map_->tap(at)) gestures_.forgetTap();
+}
+
+void MapSurface::wheelEvent(QWheelEvent* event) {
+  MapView* const shown = view();
+  if (!shown) return;
+  const ScreenPoint at = toScreen(event->position());
+  shown->moveCamera([&](MapCamera& camera) {
+    if (event->pixelDelta().isNull())
+      zoomByWheel(camera, event->angleDelta().y() / 120.0, at);
+    else
+      zoomByTouchpad(camera, event->pixelDelta().y(), at);
+  });
+  event->accept();
+}
+
+bool MapSurface::event(QEvent* event) {
+  if (event->type() != QEvent::NativeGesture) return QQuickItem::event(event);
+  const auto& gesture = static_cast<QNativeGestureEvent&>(*event);
+  MapView* const shown = view();
+  if (!shown || gesture.gestureType() != Qt::ZoomNativeGesture) return false;
+  shown->moveCamera(
+      [&](MapCamera& camera) { camera.zoomBy(1 + gesture.value(), toScreen(gesture.position())); });
+  return true;
+}
+
+void MapSurface::keyPressEvent(QKeyEvent* event) {
+  MapView* const shown = view();
+  if (!shown) return event->ignore();
+  const auto move = [shown](int east, int south) {
+    shown->moveCamera([=](MapCamera& camera) { moveBySteps(camera, east, south); });
+  };
+  switch (event->key()) {
+    case Qt::Key_Left:
+      return move(-1, 0);
+    case Qt::Key_Right:
+      return move(1, 0);
+    case Qt::Key_Up:
+      return move(0, -1);
+    case Qt::Key_Down:
+      return move(0, 1);
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      return shown->zoomBy(1);
+    case Qt::Key_Minus:
+      return shown->zoomBy(-1);
+    case Qt::Key_0:
+      return shown->showAll(true);
+    case Qt::Key_Escape:
+      if (map_->selected()) return map_->deselect();
+      break;
+    default:
+      break;
+  }
+  event->ignore();
 }
 
 }  // namespace fleetor

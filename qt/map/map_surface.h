@@ -6,19 +6,20 @@
 #include <QTimer>
 #include <optional>
 #include <utility>
+#include <vector>
 
+#include "map/gestures.h"
 #include "map/tile_board.h"
+#include "qt/map/base_map_node.h"
 #include "qt/map/line_layer.h"
-#include "qt/map/map_gestures.h"
 #include "qt/map/map_lines.h"
-#include "qt/map/map_node.h"
 #include "qt/map/map_view_item.h"
 
 namespace fleetor {
 
-/// A map under the user's fingers: draws the ground, the tiles and the lines, and places the markers, which
-/// others draw. One, two or no fingers, a mouse and its wheel, and the keyboard move it. It draws a frame
-/// when something has changed, and none otherwise. Main thread only.
+/// A map in the window: draws the ground, the tiles and the lines, and places the markers, which QML draws.
+/// Fingers, a mouse and its wheel, and the keyboard move it. It draws a frame only if something has changed.
+/// Main thread only.
 class MapSurface : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT
@@ -26,13 +27,14 @@ class MapSurface : public QQuickItem {
   Q_PROPERTY(bool dark MEMBER dark_ WRITE setDark NOTIFY darkChanged)
   Q_PROPERTY(QColor ground MEMBER ground_ NOTIFY darkChanged)  ///< where there is no tile
   Q_PROPERTY(QColor grid MEMBER grid_ NOTIFY darkChanged)
-  /// So far from the left and the right edge a sideways drag is not the map's.
+  /// Within that distance from the left and the right edge, a sideways drag does not belong to the map.
   Q_PROPERTY(double leftEdge MEMBER leftEdge_ NOTIFY edgesChanged)
   Q_PROPERTY(double rightEdge MEMBER rightEdge_ NOTIFY edgesChanged)
-  /// The attribution of the tiles, empty while none shows; a message, empty unless none can be had.
+  /// The attribution of the tiles, empty while none shows; a message, empty unless none are available.
   Q_PROPERTY(QString attribution READ attribution NOTIFY tilesChanged)
   Q_PROPERTY(QString message READ message NOTIFY tilesChanged)
-  Q_PROPERTY(QQuickItem* callout MEMBER callout_ NOTIFY calloutChanged)  ///< a tap on it is no tap on the map
+  /// A tap on it does not reach the map.
+  Q_PROPERTY(QQuickItem* callout MEMBER callout_ NOTIFY calloutChanged)
 
  public:
   explicit MapSurface(QQuickItem* parent = nullptr);
@@ -62,7 +64,7 @@ class MapSurface : public QQuickItem {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent*) override {}  // follows the second press, which said it all
+  void mouseDoubleClickEvent(QMouseEvent*) override {}  // comes after the second press, which suffices
   void mouseUngrabEvent() override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -75,9 +77,7 @@ class MapSurface : public QQuickItem {
   void frame();
   void takePosition(const MapCamera& camera);
   bool layOut(double now);  // true when there is more to lay out in the next frame
-  void follow(const std::vector<MapGestures::Finger>& fingers, double slop);
-  void tap(const MapGestures::Tap& tap);
-  bool isAtEdge(QPointF point) const;
+  void follow(const std::vector<MapGestures::Finger>& fingers, MapGestures::Pointer pointer);
 
   QPointer<MapViewItem> map_;
   bool dark_ = false;
@@ -88,12 +88,11 @@ class MapSurface : public QQuickItem {
   QPointer<QQuickItem> callout_;
 
   QElapsedTimer clock_;
-  bool stale_ = true;      // the next frame looks different
+  bool stale_ = true;      // the next frame differs
   double steppedAt_ = -1;  // when the camera was last moved on; below 0 while it rests
-  bool sideways_ = false;  // the gesture may become somebody else's
   MapGestures gestures_;
   MapFrame frame_;
-  std::pair<TileSight, MapStyle> tiles_;  // that the last frame showed
+  std::pair<TileState, MapStyle> tiles_;  // that the last frame showed
   WorldPoint steadyAt_;                   // where the camera was when the zoom was last changed
   std::optional<TileBoard> board_;
   std::optional<MapLines> lines_;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "map/marker_choice.h"
+#include "qt/map/map_frame.h"
 
 namespace fleetor {
 
@@ -14,14 +15,8 @@ namespace {
 
 constexpr double furthestOrigin = 512;  // points from the middle of the map
 constexpr double margin = 64;           // of what is drawn of a marker and its callout
-constexpr double revealedInset = 72;    // points from an edge
 constexpr double chosenAhead = 0.25;    // of the map, beyond each edge, from a crowd of markers
-constexpr int newMarkersAFrame = 24;    // a few milliseconds' work
-
-QPointF snapped(QPointF point, double pixelRatio) {
-  if (pixelRatio <= 0) return point;
-  return {std::round(point.x() * pixelRatio) / pixelRatio, std::round(point.y() * pixelRatio) / pixelRatio};
-}
+constexpr int newMarkersPerFrame = 24;  // a few milliseconds' work
 
 }  // namespace
 
@@ -163,12 +158,7 @@ void MapViewItem::reveal(MapMarkerItem* marker) {
   auto* const map = as<MapView>();
   const auto* const view = marker ? marker->as<MapAnnotationView>() : nullptr;
   if (!map || !view || !view->annotation()) return;
-  map->setCurrentAnnotation(view->annotation());
-  const MapCamera& camera = map->camera();
-  const ScreenPoint at = camera.screenPoint(project(view->annotation()->coordinate()));
-  const bool inSight = at.x >= revealedInset && at.x <= camera.width() - revealedInset &&
-                       at.y >= revealedInset && at.y <= camera.height() - revealedInset;
-  if (!inSight) map->setCenterCoordinate(view->annotation()->coordinate(), true);
+  map->focusAnnotation(view->annotation());
 }
 
 bool MapViewItem::tap(QPointF point) {
@@ -196,22 +186,22 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
   if (markersStale_ || (!places_.empty() && (outside || windowZoom_ != std::ceil(camera.zoom()))))
     chooseMarkers(*map);
   if (!complete_) {
-    complete_ = markers_.update(wanted_, newMarkersAFrame);
+    complete_ = markers_.update(wanted_, newMarkersPerFrame);
     placedZoom_ = -1;
     Q_EMIT changed();  // the first marker may be another one
   }
   const auto middle = QPointF(camera.width() / 2, camera.height() / 2);
   const ScreenPoint origin = camera.screenPoint(origin_);
-  const bool onPixels = pixelRatio > 0;
+  const bool onWhole = pixelRatio > 0;
   QPointF moved(origin.x, origin.y);
   // Moving the map moves their origin alone, until that is far away.
   const QPointF away = moved - middle;
   if (placedZoom_ != camera.zoom() || std::hypot(away.x(), away.y()) > furthestOrigin ||
-      (onPixels && !placedOnPixels_)) {
-    origin_ = camera.center();
+      (onWhole && !placedOnPixels_)) {
+    origin_ = camera.centre();
     moved = middle;
     placedZoom_ = camera.zoom();
-    placedOnPixels_ = onPixels;
+    placedOnPixels_ = onWhole;
     for (const auto& marker : markers_.items()) {
       const auto* const view = marker ? marker->as<MapAnnotationView>() : nullptr;
       if (!view || !view->annotation()) continue;
@@ -220,11 +210,11 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
       const QPointF place = QPointF(at.x + offset.x, at.y + offset.y) - middle;
       const bool nearby = std::abs(place.x()) < camera.width() / 2 + furthestOrigin + margin &&
                           std::abs(place.y()) < camera.height() / 2 + furthestOrigin + margin;
-      marker->setPlace(snapped(place, pixelRatio), nearby);
+      marker->setPlace(onWhole ? onPixels(place, pixelRatio) : place, nearby);
     }
     stackMarkers();
   }
-  moved = snapped(moved, pixelRatio);
+  if (onWhole) moved = onPixels(moved, pixelRatio);
   if (moved != markerOrigin_) {
     markerOrigin_ = moved;
     Q_EMIT markersMoved();

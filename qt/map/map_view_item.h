@@ -77,7 +77,7 @@ class MapMarkerModel : public QAbstractListModel {
   Items items_;
 };
 
-/// A map, but for what MapSurface draws of it.
+/// The adapter of a map. MapSurface draws the map itself.
 class MapViewItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
@@ -108,17 +108,17 @@ class MapViewItem : public fleetor::ComponentItem {
   /// A tap on that marker opens its callout or closes it.
   Q_INVOKABLE void toggle(fleetor::MapMarkerItem* marker);
   Q_INVOKABLE void deselect();
-  /// That marker has the focus: makes it the current one and brings it well into sight.
+  /// That marker has got the focus; see MapView::focusAnnotation().
   Q_INVOKABLE void reveal(fleetor::MapMarkerItem* marker);
 
   /// A tap there opens a callout, or closes one (see MarkerStacks). False: it touches no marker.
   bool tap(QPointF point);
 
-  /// Takes up what has become of the annotations and puts the markers where the camera shows them. With a
-  /// pixel ratio above 0, onto whole pixels. Once a frame: a marker that is taken off and comes back in
-  /// between, as that of a moving vehicle does, keeps its drawing and the focus. Of a crowd only as many are
-  /// drawn as can be told apart, the first, the last, the one with the callout and the current one always
-  /// among them. True when more are to come in the next frame.
+  /// Applies changes of the annotations and puts the markers where the camera shows them; with a pixel ratio
+  /// above 0, onto whole pixels. Call it once per frame: a marker that is removed and added again in between,
+  /// as that of a moving vehicle, keeps its drawing and the focus. Of a crowd, only markers that can be
+  /// distinguished are drawn, among them always the first, the last, the one with the callout and the current
+  /// one. True if more follow in the next frame.
   bool placeMarkers(double pixelRatio);
 
   TileSource& tiles() const { return tiles_; }
@@ -144,10 +144,10 @@ class MapViewItem : public fleetor::ComponentItem {
   WorldRect window_;                // what wanted_ was chosen for, and for which whole zoom
   double windowZoom_ = -1;
   WorldPoint origin_;       // of markerOrigin_
-  double placedZoom_ = -1;  // for which the markers have their places; none have yet
+  double placedZoom_ = -1;  // for which the markers were placed; below 0: none yet
   bool placedOnPixels_ = false;
   QPointF markerOrigin_;
-  MapMarkerModel::Items touchable_;  // that a tap may touch, as stacks_ counts them
+  MapMarkerModel::Items touchable_;  // by their indices in stacks_
   MarkerStacks stacks_;
   std::vector<Connection> connections_;
 };

@@ -5,8 +5,8 @@
 
 namespace fleetor {
 
-/// Asks the system for a proxy, except for addresses of this machine.
-class SystemProxiesExceptHere final : public QNetworkProxyFactory {
+/// Asks the system for a proxy, except for loopback addresses.
+class SystemProxiesExceptLoopback final : public QNetworkProxyFactory {
  public:
   QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
     const QString host = query.peerHostName();

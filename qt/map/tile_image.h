@@ -21,8 +21,8 @@ class QtTileImage final : public TileImage {
   QImage image_;
 };
 
-/// The image that a tile server's answer holds; nothing when that is not a whole PNG, JPEG or WebP, has a
-/// side of more than `longestSide` pixels, or is a JPEG of more than 100 scans. Pure; any thread.
+/// The image in a tile server's answer; null if that is not a whole PNG, JPEG or WebP, has a side of more
+/// than `longestSide` pixels, or is a JPEG of more than 100 scans. Any thread.
 std::shared_ptr<const QtTileImage> decodeTile(QByteArray bytes, int longestSide);
 
 }  // namespace fleetor

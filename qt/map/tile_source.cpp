@@ -33,7 +33,7 @@ QUrl urlOf(const std::string& pattern, const TileKey& key) {
 
 }  // namespace
 
-// The inhabitant of the tile thread.
+// Lives on the tile thread.
 class TileSource::Worker final : public QObject {
  public:
   using Deliver = std::function<void(Handle, Result)>;
@@ -44,7 +44,7 @@ class TileSource::Worker final : public QObject {
     disk->setCacheDirectory(folder);
     disk->setMaximumCacheSize(limits.diskBytes);
     manager_.setCache(disk);
-    manager_.setProxyFactory(new SystemProxiesExceptHere);
+    manager_.setProxyFactory(new SystemProxiesExceptLoopback);
   }
 
   ~Worker() override {
@@ -93,7 +93,7 @@ class TileSource::Worker final : public QObject {
     if (!result.missing && reply.error() == QNetworkReply::NoError && status == 200) {
       const qint64 announced = reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
       const QByteArray body = reply.readAll();
-      // The manager at times takes a body for whole that is not.
+      // The manager sometimes reports a truncated body as complete.
       if (body.size() >= announced && body.size() <= limits_.bodyBytes)
         result.image = decodeTile(body, limits_.imageSide);
       if (!result.image) manager_.cache()->remove(reply.url());
@@ -108,10 +108,10 @@ class TileSource::Worker final : public QObject {
   std::unordered_map<Handle, QNetworkReply*> replies_;
 };
 
-TileSource::TileSource(TileServer server, const QString& folder)
+TileSource::TileSource(TileAddresses server, const QString& folder)
     : TileSource(std::move(server), folder, Limits{}) {}
 
-TileSource::TileSource(TileServer server, const QString& folder, Limits limits)
+TileSource::TileSource(TileAddresses server, const QString& folder, Limits limits)
     : server_(std::move(server)),
       memory_(limits.memoryBytes),
       thread_(std::make_unique<QThread>()),

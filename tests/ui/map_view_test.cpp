@@ -95,6 +95,19 @@ TEST_F(Map, AsksItsDelegateOnceAndKeepsWhatItGave) {
   EXPECT_FALSE(map.rendererForOverlay(*line));
 }
 
+TEST_F(Map, CentresOnAFocusedMarkerUnlessItShowsWellWithinTheEdges) {
+  map.setRegion({0, 20}, 1000, 1000, false);
+  const WorldRect seen = map.camera().visibleRect();
+  for (const auto& [pointsFromEdge, expected] : {std::pair{73, "c"}, std::pair{71, "cv"}}) {
+    const WorldPoint at{seen.right - pointsFromEdge / map.camera().scale(), 0.5};
+    map.addAnnotation(place("p", unproject(at)));
+    told.clear();
+    map.focusAnnotation(map.annotations().back());
+    EXPECT_EQ(take(told), expected);
+    EXPECT_EQ(map.currentAnnotation(), map.annotations().back());
+  }
+}
+
 TEST_F(Map, UsesMarkersAgainAndOpensOneCalloutAtATime) {
   auto a = place("a");
   const auto b = place("b");
@@ -103,7 +116,7 @@ TEST_F(Map, UsesMarkersAgainAndOpensOneCalloutAtATime) {
   EXPECT_EQ(viewOfA->accessibleName(), "a, here");
   viewOfA->setZPosition(1000);
   map.viewForAnnotation(*b)->setEnabled(false);
-  map.setCurrentAnnotation(a);
+  map.focusAnnotation(a);
   told.clear();
   map.selectAnnotation(a);
   map.selectAnnotation(b);

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// What a marker has to say, in a bubble that points at it and keeps within the map.
+// The callout of a marker: a bubble that points at the marker and stays within the map.
 Item {
     id: root
 

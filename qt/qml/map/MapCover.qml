@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The ground, over a map that has nothing to show: a spinner while something is to come, and a word.
+// Covers a map that has nothing to show yet: the ground, a spinner while something loads, and a note.
 Rectangle {
     id: root
 

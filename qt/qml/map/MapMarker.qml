@@ -2,13 +2,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One marker. The map sees to taps, so that a drag may start on it.
+// One marker. The map handles taps, so that a drag may start on a marker.
 Item {
     id: root
 
     required property MapMarkerItem marker
     property bool open: false
-    property bool tabStop: false // one for all markers; the arrows go on from there
+    property bool tabStop: false // one for all markers; the arrow keys go on from there
     readonly property string label: marker?.accessibleName ?? ""
 
     signal activated

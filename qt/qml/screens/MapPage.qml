@@ -2,8 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A map that fills its page, with its buttons and, where there is something to load, a spinner. The keyboard comes to the
-// buttons first, then to the map, then to its markers.
+// A map that fills its page, with its buttons and, where there is something to load, a spinner. The tab order is:
+// buttons, map, markers.
 FocusScope {
     id: root
 
@@ -70,7 +70,7 @@ FocusScope {
         dark: Theme.dark
         ground: Theme.mapGround
         grid: Theme.mapGrid
-        // The outer half of the wide one takes a screen off the stack.
+        // A drag from the outer half of the wide edge leaves the screen.
         leftEdge: Theme.mirrored ? 24 : 48
         rightEdge: Theme.mirrored ? 48 : 24
         callout: callout

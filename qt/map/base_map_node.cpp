@@ -1,4 +1,4 @@
-#include "qt/map/map_node.h"
+#include "qt/map/base_map_node.h"
 
 #include <QQuickWindow>
 #include <QSGFlatColorMaterial>
@@ -13,23 +13,13 @@ namespace fleetor {
 
 namespace {
 
-constexpr int texturesAFrame = 4;
+constexpr int texturesPerFrame = 4;
 constexpr std::uint64_t textureRounds = 120;  // updates for which a texture waits to be drawn again
 constexpr double gridStep = 64;               // points, at a whole zoom
 
 }  // namespace
 
-double onPixels(double points, double pixelRatio) {
-  return std::round(points * pixelRatio) / pixelRatio;
-}
-
-QPointF MapFrame::screenPoint(WorldPoint point) const {
-  const double scale = pointsPerWorldUnit(camera.zoom);
-  return {size.width() / 2 + (point.x - camera.center.x) * scale,
-          size.height() / 2 + (point.y - camera.center.y) * scale};
-}
-
-class MapNode::TileNode final : public QSGOpacityNode {
+class BaseMapNode::TileNode final : public QSGOpacityNode {
  public:
   TileNode() {
     picture_ = new QSGSimpleTextureNode;
@@ -51,7 +41,7 @@ class MapNode::TileNode final : public QSGOpacityNode {
   QSGSimpleTextureNode* picture_;
 };
 
-MapNode::MapNode() : ground_(new QSGSimpleRectNode), grid_(new QSGGeometryNode), tiles_(new QSGNode) {
+BaseMapNode::BaseMapNode() : ground_(new QSGSimpleRectNode), grid_(new QSGGeometryNode), tiles_(new QSGNode) {
   grid_->setGeometry(new QSGGeometry(QSGGeometry::defaultAttributes_Point2D(), 0));
   grid_->geometry()->setDrawingMode(QSGGeometry::DrawTriangles);
   grid_->setMaterial(new QSGFlatColorMaterial);
@@ -60,13 +50,13 @@ MapNode::MapNode() : ground_(new QSGSimpleRectNode), grid_(new QSGGeometryNode),
     appendChildNode(node);
 }
 
-bool MapNode::update(const MapFrame& frame, const std::vector<DrawnTile>& tiles, QQuickWindow& window) {
+bool BaseMapNode::update(const MapFrame& frame, const std::vector<DrawnTile>& tiles, QQuickWindow& window) {
   ++round_;
   drawGround(frame);
   return drawTiles(frame, tiles, window);
 }
 
-void MapNode::drawGround(const MapFrame& frame) {
+void BaseMapNode::drawGround(const MapFrame& frame) {
   ground_->setRect({{0, 0}, frame.size});
   ground_->setColor(frame.ground);
   auto* const material = static_cast<QSGFlatColorMaterial*>(grid_->material());
@@ -78,8 +68,8 @@ void MapNode::drawGround(const MapFrame& frame) {
   const double pixel = 1 / frame.pixelRatio;
   std::vector<QRectF> rects;
   const double scale = pointsPerWorldUnit(frame.camera.zoom);
-  const double left = frame.camera.center.x - frame.size.width() / 2 / scale;
-  const double top = frame.camera.center.y - frame.size.height() / 2 / scale;
+  const double left = frame.camera.centre.x - frame.size.width() / 2 / scale;
+  const double top = frame.camera.centre.y - frame.size.height() / 2 / scale;
   for (double x = std::ceil(left / step); (x * step - left) * scale < frame.size.width(); ++x)
     rects.emplace_back(onPixels((x * step - left) * scale, frame.pixelRatio), 0, pixel, frame.size.height());
   for (double y = std::ceil(top / step); (y * step - top) * scale < frame.size.height(); ++y)
@@ -94,8 +84,9 @@ void MapNode::drawGround(const MapFrame& frame) {
   grid_->markDirty(DirtyGeometry);
 }
 
-bool MapNode::drawTiles(const MapFrame& frame, const std::vector<DrawnTile>& tiles, QQuickWindow& window) {
-  int room = textures_.empty() ? static_cast<int>(tiles.size()) : texturesAFrame;
+bool BaseMapNode::drawTiles(const MapFrame& frame, const std::vector<DrawnTile>& tiles,
+                            QQuickWindow& window) {
+  int room = textures_.empty() ? static_cast<int>(tiles.size()) : texturesPerFrame;
   bool more = false;
   QSGNode* next = tiles_->firstChild();
   for (const DrawnTile& tile : tiles) {
@@ -114,8 +105,8 @@ bool MapNode::drawTiles(const MapFrame& frame, const std::vector<DrawnTile>& til
     QPointF from = frame.screenPoint(tile.origin);
     QPointF to = frame.screenPoint({tile.origin.x + tile.size, tile.origin.y + tile.size});
     if (frame.steady) {
-      from = {onPixels(from.x(), frame.pixelRatio), onPixels(from.y(), frame.pixelRatio)};
-      to = {onPixels(to.x(), frame.pixelRatio), onPixels(to.y(), frame.pixelRatio)};
+      from = onPixels(from, frame.pixelRatio);
+      to = onPixels(to, frame.pixelRatio);
     }
     auto* const node = next ? static_cast<TileNode*>(next) : new TileNode;
     node->show(*found->second.texture, {from, to}, tile);

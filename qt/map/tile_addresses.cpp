@@ -1,10 +1,10 @@
-#include "qt/map/tile_server.h"
+#include "qt/map/tile_addresses.h"
 
 #include <QString>
 
 namespace fleetor {
 
-TileServer TileServer::compiledIn(const std::string& serviceURL) {
+TileAddresses TileAddresses::compiledIn(const std::string& serviceURL) {
   const auto at = [service = QString::fromStdString(serviceURL)](const char* pattern) {
     return QString::fromUtf8(pattern).replace(QLatin1String("{service}"), service).toStdString();
   };
@@ -17,7 +17,7 @@ TileServer TileServer::compiledIn(const std::string& serviceURL) {
           .maximumZoom = FLEETOR_TILES_MAXIMUM_ZOOM};
 }
 
-const std::string& TileServer::urlTemplate(MapStyle style) const {
+const std::string& TileAddresses::urlTemplate(MapStyle style) const {
   if (style == MapStyle::satellite) return satellite;
   return style == MapStyle::dark && !dark.empty() ? dark : standard;
 }
