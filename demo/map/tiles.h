@@ -1,5 +1,7 @@
 #pragma once
 
+#include <httplib.h>
+
 #include <list>
 #include <map>
 #include <memory>
@@ -34,7 +36,7 @@ class Tiles {
   // The town must outlive this.
   Tiles(const Town& town, std::uint64_t seed) : town_(town), seed_(seed) {}
 
-  ServiceReply answer(const ServiceRequest& request);
+  ServiceReply answer(const httplib::Request& request);
 
  private:
   struct Map {

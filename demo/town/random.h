@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
 
 namespace fleetor::demo {
 
@@ -20,6 +23,20 @@ constexpr std::uint64_t hashOf(std::uint64_t first, Parts... parts) {
   std::uint64_t hash = mixBits(first);
   ((hash = mixBits(hash ^ static_cast<std::uint64_t>(parts))), ...);
   return hash;
+}
+
+constexpr std::uint64_t hashOfText(std::uint64_t seed, std::string_view text) {
+  std::uint64_t hash = hashOf(seed, text.size());
+  for (const char c : text)
+    hash = mixBits(hash ^ static_cast<unsigned char>(c));
+  return hash;
+}
+
+// 16 digits.
+inline std::string hexText(std::uint64_t value) {
+  char text[20];
+  std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(value));
+  return text;
 }
 
 class Random {

@@ -22,7 +22,7 @@ Point pointOf(const Json& record) {
 
 class DemoTrack : public testing::Test {
  protected:
-  DemoTrack() { service.signIn("demo"); }
+  DemoTrack() { service.signIn(); }
 
   Json map(int vehicle, const std::string& day) { return list("map", vehicle, day); }
   Json route(int vehicle, const std::string& day) { return list("route", vehicle, day); }
@@ -151,31 +151,11 @@ TEST_F(DemoTrack, EndsTodayAtThisMomentAndHasNoTomorrow) {
     }
 }
 
-TEST_F(DemoTrack, IsTheSameForTheSameSeedAndAnotherForAnother) {
+TEST_F(DemoTrack, IsTheSameForTheSameSeed) {
   RunningService twin;
   const std::string day = "/map?vehid=1004&date=2026-03-10";
-  EXPECT_EQ(twin.get(day, service.token).body, service.get(day).body);
-  const Town other(8);
-  const Town same(7);
-  EXPECT_EQ(same.streets().streets()[5].name,
-            service.service().movements().town().streets().streets()[5].name);
-  EXPECT_NE(other.streets().streets()[5].name, same.streets().streets()[5].name);
-}
-
-TEST_F(DemoTrack, HoldsAPointForEverySecondWhenDense) {
-  const Json sparse = route(1001, "2026-03-10");
-  service.post("/control/dense", "");
-  const Json points = map(1001, "2026-03-10");
-  const Instant begin = *parseInstant("2026-03-10");
-  ASSERT_EQ(points.size(), 86400u);
-  for (std::size_t i = 0; i < points.size(); i += 977)
-    EXPECT_EQ(timeOf(points[i], "dateTime"), begin + static_cast<Instant>(i));
-  const auto parkings = std::ranges::count_if(points, [](const Json& p) { return p["label"] == "Parking"; });
-  const auto stops =
-      std::ranges::count_if(sparse, [](const Json& item) { return item["status"] == "Parking"; });
-  EXPECT_EQ(parkings, stops);
-  service.remove("/control/dense");
-  EXPECT_LT(map(1001, "2026-03-10").size(), 10000u);
+  EXPECT_EQ(twin.get(day, RunningService::bearer(service.token)).body, service.get(day).body);
+  EXPECT_NE(Town(8).streets().streets()[5].name, Town(7).streets().streets()[5].name);
 }
 
 TEST_F(DemoTrack, CountsTheOdometerUpByWhatIsDrivenAndEmptiesTheTankOnTheWay) {
