@@ -5,8 +5,8 @@
 
 #include "demo/map/blocks.h"
 #include "demo/map/countryside.h"
-#include "demo/map/land_outlines.h"
 #include "demo/map/map_draft.h"
+#include "demo/map/world.h"
 
 namespace fleetor::demo {
 namespace {
@@ -28,7 +28,7 @@ RoadClass roadClass(StreetClass kind) {
 }
 
 double halfWidth(RoadClass kind) {
-  constexpr double halves[kRoadClasses] = {1.5, 2, 3.9, 5.2, 7, 9};
+  constexpr double halves[roadClasses] = {1.5, 2, 3.9, 5.2, 7, 9};
   return halves[static_cast<int>(kind)];
 }
 
@@ -349,57 +349,16 @@ class Cartographer : public MapDraft {
   std::vector<Shape> paths_;
 };
 
-// Where a sailor or a traveller would expect a name on a map of the whole.
-const struct {
-  const char* text;
-  NameKind kind;
-  int rank;
-  GeoPosition at;
-} kWideNames[] = {
-    {"North Sea", NameKind::sea, 2, {56.4, 3.4}},
-    {"Norwegian Sea", NameKind::sea, 5, {67.0, 2.0}},
-    {"Baltic Sea", NameKind::sea, 6, {56.3, 18.6}},
-    {"Bay of Biscay", NameKind::sea, 6, {45.6, -5.0}},
-    {"Mediterranean Sea", NameKind::sea, 5, {35.2, 18.5}},
-    {"Atlantic Ocean", NameKind::sea, 1, {38.0, -35.0}},
-    {"Pacific Ocean", NameKind::sea, 1, {5.0, -150.0}},
-    {"Indian Ocean", NameKind::sea, 1, {-20.0, 78.0}},
-    {"Black Sea", NameKind::sea, 6, {43.3, 34.5}},
-    {"London", NameKind::city, 21, {51.51, -0.13}},
-    {"Edinburgh", NameKind::city, 26, {55.95, -3.19}},
-    {"Newcastle", NameKind::city, 32, {54.97, -1.61}},
-    {"Hull", NameKind::city, 33, {53.75, -0.34}},
-    {"Norwich", NameKind::city, 34, {52.63, 1.30}},
-    {"Dublin", NameKind::city, 24, {53.35, -6.26}},
-    {"Amsterdam", NameKind::city, 23, {52.37, 4.90}},
-    {"Groningen", NameKind::city, 34, {53.22, 6.57}},
-    {"Brussels", NameKind::city, 25, {50.85, 4.35}},
-    {"Paris", NameKind::city, 21, {48.86, 2.35}},
-    {"Hamburg", NameKind::city, 26, {53.55, 9.99}},
-    {"Berlin", NameKind::city, 21, {52.52, 13.41}},
-    {"Copenhagen", NameKind::city, 23, {55.68, 12.57}},
-    {"Esbjerg", NameKind::city, 33, {55.48, 8.46}},
-    {"Oslo", NameKind::city, 23, {59.91, 10.75}},
-    {"Bergen", NameKind::city, 28, {60.39, 5.32}},
-    {"Stavanger", NameKind::city, 32, {58.97, 5.73}},
-    {"Stockholm", NameKind::city, 22, {59.33, 18.07}},
-    {"Warsaw", NameKind::city, 24, {52.23, 21.01}},
-    {"Vienna", NameKind::city, 25, {48.21, 16.37}},
-    {"Madrid", NameKind::city, 22, {40.42, -3.70}},
-    {"Rome", NameKind::city, 22, {41.90, 12.50}},
-    {"Lisbon", NameKind::city, 24, {38.72, -9.14}},
-    {"Aberdeen", NameKind::city, 32, {57.15, -2.09}},
-};
-
 }  // namespace
 
 Atlas::Atlas(const Town& town, std::uint64_t seed)
     : extent_(kIsland),
-      continents_(landOutlines()),
       areaIndex_(kIsland, 500),
       roadIndex_(kIsland, 400),
       buildingIndex_(kIsland, 150),
       treeIndex_(kIsland, 150) {
+  World world = drawWorld(hashOf(seed, 41));
+  continents_ = std::move(world.lands);
   Cartographer cartographer(town, hashOf(seed, 40));
   cartographer.draw();
   coast_ = std::move(cartographer.land.coast);
@@ -409,14 +368,7 @@ Atlas::Atlas(const Town& town, std::uint64_t seed)
   buildings_ = std::move(cartographer.buildings);
   trees_ = std::move(cartographer.trees);
   names_ = std::move(cartographer.names);
-  for (const auto& wide : kWideNames) {
-    Name name;
-    name.text = wide.text;
-    name.kind = wide.kind;
-    name.rank = wide.rank;
-    name.at = onSheet(wide.at);
-    names_.push_back(std::move(name));
-  }
+  std::ranges::move(world.names, std::back_inserter(names_));
   index();
 }
 

@@ -17,32 +17,7 @@ bool sideParts(const Shape& a, const Shape& b) {
   return false;
 }
 
-Shape counterClockwise(Shape shape) {
-  if (areaOf(shape) < 0) std::ranges::reverse(shape);
-  return shape;
-}
-
 }  // namespace
-
-Shape rectangleAt(const Station& station, double alongFrom, double alongTo, double acrossFrom,
-                  double acrossTo) {
-  const auto corner = [&](double along, double across) {
-    return station.at + station.direction * along + leftOf(station.direction) * across;
-  };
-  return counterClockwise({corner(alongFrom, acrossFrom), corner(alongTo, acrossFrom),
-                           corner(alongTo, acrossTo), corner(alongFrom, acrossTo)});
-}
-
-Station longestSide(const Shape& polygon) {
-  Point longest;
-  // Over a few points at once: a bent side is one side.
-  const std::size_t span = std::max<std::size_t>(1, polygon.size() / 6);
-  for (std::size_t i = 0; i < polygon.size(); ++i) {
-    const Point side = polygon[(i + span) % polygon.size()] - polygon[i];
-    if (lengthOf(side) > lengthOf(longest)) longest = side;
-  }
-  return {centroidOf(polygon), unitOf(longest)};
-}
 
 bool Builder::overlaps(const Shape& quad) const {
   for (const std::uint32_t id : index_.within(boxOf(quad))) {

@@ -54,10 +54,4 @@ class Builder {
   PlaceIndex index_;
 };
 
-// A rectangle: `along` and `across` are measured in the station's direction and to its left.
-Shape rectangleAt(const Station& station, double alongFrom, double alongTo, double acrossFrom,
-                  double acrossTo);
-// The direction of a polygon's longest side, and a rectangle in that direction around its middle.
-Station longestSide(const Shape& polygon);
-
 }  // namespace fleetor::demo

@@ -12,7 +12,7 @@ struct Lettered {
 };
 
 Lettered streetLettering(RoadClass road, int zoom) {
-  constexpr int kFirstZoom[kRoadClasses] = {99, 99, 15, 14, 13, 13};
+  constexpr int kFirstZoom[roadClasses] = {99, 99, 15, 14, 13, 13};
   if (zoom < kFirstZoom[static_cast<int>(road)]) return {};
   const double weight = road >= RoadClass::main ? 1 : road == RoadClass::collector ? 0.5 : 0;
   const double base = zoom <= 14   ? 9.6
@@ -244,7 +244,8 @@ const std::vector<NameBoard::PlacedName>& NameBoard::placedAt(int zoom) const {
   return level(zoom).names;
 }
 
-void NameBoard::paint(Canvas& canvas, const TileAddress& tile, MapLook look) const {
+void NameBoard::paint(Canvas& canvas, MapLook look) const {
+  const TileAddress& tile = canvas.tile();
   const Level& level = this->level(tile.zoom);
   const auto found = level.byTile.find(tileKey(tile.x, tile.y));
   if (found == level.byTile.end()) return;

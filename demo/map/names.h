@@ -18,7 +18,7 @@ class NameBoard {
  public:
   explicit NameBoard(const Atlas& atlas) : atlas_(atlas) {}
 
-  void paint(Canvas& canvas, const TileAddress& tile, MapLook look) const;
+  void paint(Canvas& canvas, MapLook look) const;
 
   struct PlacedLetter {
     const Lettering::Letter* letter = nullptr;

@@ -125,6 +125,31 @@ Shape smoothed(Shape line, bool closed) {
   return line;
 }
 
+Shape counterClockwise(Shape shape) {
+  if (areaOf(shape) < 0) std::ranges::reverse(shape);
+  return shape;
+}
+
+Shape rectangleAt(const Station& station, double alongFrom, double alongTo, double acrossFrom,
+                  double acrossTo) {
+  const auto corner = [&](double along, double across) {
+    return station.at + station.direction * along + leftOf(station.direction) * across;
+  };
+  return counterClockwise({corner(alongFrom, acrossFrom), corner(alongTo, acrossFrom),
+                           corner(alongTo, acrossTo), corner(alongFrom, acrossTo)});
+}
+
+Station longestSide(const Shape& polygon) {
+  Point longest;
+  // Over a few points at once: a bent side is one side.
+  const std::size_t span = std::max<std::size_t>(1, polygon.size() / 6);
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    const Point side = polygon[(i + span) % polygon.size()] - polygon[i];
+    if (lengthOf(side) > lengthOf(longest)) longest = side;
+  }
+  return {centroidOf(polygon), unitOf(longest)};
+}
+
 Walk::Walk(Shape line) : line_(std::move(line)), along_{0} {
   for (std::size_t i = 1; i < line_.size(); ++i)
     along_.push_back(along_.back() + distanceBetween(line_[i - 1], line_[i]));

@@ -28,6 +28,7 @@ inline Point unitOf(Point a) {
   return length > 0 ? a * (1 / length) : Point{1, 0};
 }
 
+Shape counterClockwise(Shape polygon);
 // Positive when the polygon runs counter-clockwise.
 double areaOf(const Shape& polygon);
 Point centroidOf(const Shape& polygon);
@@ -50,6 +51,12 @@ struct Station {
   Point at;
   Point direction;
 };
+
+// A rectangle: `along` and `across` are measured in the station's direction and to its left.
+Shape rectangleAt(const Station& station, double alongFrom, double alongTo, double acrossFrom,
+                  double acrossTo);
+// The direction of a polygon's longest side, and a rectangle in that direction around its middle.
+Station longestSide(const Shape& polygon);
 
 // A line that can be walked by metres.
 class Walk {

@@ -4,7 +4,6 @@
 #include <cstdio>
 
 #include "demo/map/map_painter.h"
-#include "demo/map/png.h"
 #include "demo/service/answers.h"
 #include "demo/town/random.h"
 
@@ -97,12 +96,9 @@ std::shared_ptr<const std::string> Tiles::fileOf(const TilePicture& picture) {
 std::string Tiles::drawn(const TilePicture& picture) {
   const Map& map = this->map();
   Canvas canvas(picture.address, picture.scale);
-  if (picture.look == MapLook::satellite)
-    paintAerial(canvas, picture.address, map.atlas);
-  else
-    paintMap(canvas, map.atlas, paletteOf(picture.look));
-  map.names.paint(canvas, picture.address, picture.look);
-  return pngOf(canvas.surface());
+  paintMap(canvas, map.atlas, paletteOf(picture.look));
+  map.names.paint(canvas, picture.look);
+  return canvas.png();
 }
 
 }  // namespace fleetor::demo
