@@ -11,8 +11,6 @@
 namespace fleetor::demo {
 namespace {
 
-constexpr Box kIsland{-24000, -24000, 24000, 24000};
-
 RoadClass roadClass(StreetClass kind) {
   switch (kind) {
     case StreetClass::ringRoad:
@@ -32,45 +30,35 @@ double halfWidth(RoadClass kind) {
   return halves[static_cast<int>(kind)];
 }
 
-Shape onSheet(const std::vector<Point>& inTown) {
-  Shape shape;
-  for (const Point p : inTown)
-    shape.push_back(demo::onSheet(p));
-  return shape;
-}
-
 // Everything between the plan of the town and the finished atlas.
 class Cartographer : public MapDraft {
  public:
   Cartographer(const Town& town, std::uint64_t seed)
-      : MapDraft(kIsland, hashOf(seed, 20)),
+      : MapDraft(hashOf(seed, 20)),
         town_(town),
         streets_(town.streets()),
         seed_(seed),
-        river_(onSheet(town.river())),
         plan_(planBlocks(town, hashOf(seed, 21))) {}
 
   void draw() {
-    land = drawCountryside(river_, plan_.outline, gates(), hashOf(seed_, 23));
+    land = drawCountryside(town_.river(), plan_.outline, gates(), hashOf(seed_, 23));
     areas = std::move(land.parcels);
     areas.push_back({LandUse::builtUp, 0, 0, plan_.outline});
     areas.push_back({LandUse::water, 0, 0, land.riverBanks});
     areas.push_back({LandUse::water, 0, 0, land.lake});
-    builder.reserve(land.river, Town::riverWidth / 2 + 16);
+    reserve(land.river, Town::riverWidth / 2 + 16);
     drawStreets();
     drawBlocks();
     drawParks();
     drawHouses();
     settleCountryside(*this, land);
     drawBanks();
-    takeBuilders();
+    std::erase_if(trees, [&](const Tree& tree) { return contains(land.lake, tree.at); });
     nameWaters();
     std::ranges::stable_sort(areas, {}, &Area::use);
   }
 
   Countryside land;
-  std::vector<Building> buildings;
-  std::vector<Tree> trees;
 
  private:
   // Where main roads meet the ring.
@@ -83,7 +71,7 @@ class Cartographer : public MapDraft {
         ring = ring || streets_.kindOf(streets_.edges()[edge]) == StreetClass::ringRoad;
         main = main || streets_.kindOf(streets_.edges()[edge]) == StreetClass::mainRoad;
       }
-      if (ring && main) found.push_back(demo::onSheet(junction.at));
+      if (ring && main) found.push_back(junction.at);
     }
     return found;
   }
@@ -92,18 +80,19 @@ class Cartographer : public MapDraft {
     std::vector<std::vector<const StreetEdge*>> edgesOf(streets_.streets().size());
     for (const StreetEdge& edge : streets_.edges()) {
       edgesOf[edge.street].push_back(&edge);
-      roads.push_back({roadClass(streets_.kindOf(edge)), edge.bridge, true, onSheet(edge.shape)});
+      roads.push_back({roadClass(streets_.kindOf(edge)), edge.bridge, true, edge.line.line()});
     }
     for (std::size_t i = 0; i < edgesOf.size(); ++i) {
       std::ranges::sort(edgesOf[i], {}, &StreetEdge::houseOffset);
       Shape line;
       for (const StreetEdge* edge : edgesOf[i]) {
-        const Shape part = onSheet(edge->shape);
+        const Shape& part = edge->line.line();
         line.insert(line.end(), part.begin() + (line.empty() ? 0 : 1), part.end());
       }
       const Street& street = streets_.streets()[i];
-      nameLine(NameKind::street, roadClass(street.kind), street.name, std::move(line),
-               100 - 10 * static_cast<int>(roadClass(street.kind)));
+      const RoadClass kind = roadClass(street.kind);
+      const int firstZoom = kind == RoadClass::residential ? 15 : kind == RoadClass::collector ? 14 : 13;
+      nameLine(NameKind::street, firstZoom, street.name, std::move(line), 100 - 10 * static_cast<int>(kind));
     }
   }
 
@@ -123,12 +112,12 @@ class Cartographer : public MapDraft {
         if (zone == block.zone)
           areas.push_back({use, static_cast<std::uint8_t>(random.below(256)), 0, block.outline});
       const Point middle = centroidOf(block.outline);
-      if (block.zone == Zone::retail) builder.fillBlock(block.outline, 58, 34, 26, 0.6);
+      if (block.zone == Zone::retail) fillBlock(block.outline, 58, 34, 26, 0.6);
       if (block.zone == Zone::retail || block.zone == Zone::parking) layParking(block.outline);
-      if (block.zone == Zone::industry) builder.fillBlock(block.outline, 46, 30, 15, 0.72);
+      if (block.zone == Zone::industry) fillBlock(block.outline, 46, 30, 15, 0.72);
       if (block.zone == Zone::school) {
         layPitch(block.outline, 0.22);
-        builder.fillBlock(block.outline, 54, 15, 18, 0.55);
+        fillBlock(block.outline, 54, 15, 18, 0.55);
         constexpr const char* kinds[] = {"School", "College", "Grammar School"};
         name(NameKind::landmark, std::string(kinds[schools++ % 3]), middle, 60);
       }
@@ -144,7 +133,7 @@ class Cartographer : public MapDraft {
       }
       if (block.zone == Zone::suburb || block.zone == Zone::terraces) layCourt(block);
       if (block.zone == Zone::square) {
-        builder.fillBlock(block.outline, 34, 22, 60, 0.5);
+        fillBlock(block.outline, 34, 22, 60, 0.5);
         name(NameKind::landmark, "Market Square", middle, 40);
       }
     }
@@ -175,7 +164,7 @@ class Cartographer : public MapDraft {
     const Shape pitch = rectangleAt(side, -half, half, room * shift - half * 0.6, room * shift + half * 0.6);
     for (const Point corner : pitch)
       if (!contains(block, corner) || distanceTo(block, corner, true) < 14) return;
-    builder.reserve({lerp(pitch[0], pitch[3], 0.5), lerp(pitch[1], pitch[2], 0.5)}, half * 0.6 + 5);
+    reserve({lerp(pitch[0], pitch[3], 0.5), lerp(pitch[1], pitch[2], 0.5)}, half * 0.6 + 5);
     areas.push_back(
         {LandUse::pitch, 0, static_cast<float>(std::atan2(side.direction.y, side.direction.x)), pitch});
   }
@@ -187,7 +176,7 @@ class Cartographer : public MapDraft {
         const Point at{x + random.between(0, spacing), y + random.between(0, spacing)};
         const bool clump = fractalNoise(hashOf(seed_, 24), at.x / 130, at.y / 130) < share;
         if (clump && contains(ground, at) && distanceTo(ground, at, true) > 13 && clearOfPaths(at))
-          builder.plant(at, 2.2, 5);
+          plant(at, 2.2, 5);
       }
   }
   bool clearOfPaths(Point at) const {
@@ -235,7 +224,7 @@ class Cartographer : public MapDraft {
 
   void drawParks() {
     for (const Park& park : town_.parks()) {
-      const Shape outline = onSheet(park.outline);
+      const Shape& outline = park.outline;
       areas.push_back({LandUse::park, 0, 0, outline});
       name(NameKind::park, park.name, centroidOf(outline), 20);
       // A main road may run through: then each part is laid out on its own.
@@ -251,21 +240,21 @@ class Cartographer : public MapDraft {
   }
 
   void layPond(Point middle) {
-    Shape pond;
-    for (int i = 0; i < 24; ++i) {
-      const double angle = 2 * std::numbers::pi * i / 24;
-      const Point ray{std::cos(angle), std::sin(angle)};
-      const double size = 30 + 75 * fractalNoise(hashOf(seed_, 25), ray.x + middle.x, ray.y + middle.y);
-      pond.push_back(middle + Point{ray.x * size * 1.25, ray.y * size * 0.8});
-    }
-    pond = smoothed(std::move(pond), true);
+    Shape pond = smoothed(ringAround(middle, 24,
+                                     [&](Point ray) {
+                                       const double size =
+                                           30 + 75 * fractalNoise(hashOf(seed_, 25), ray.x + middle.x,
+                                                                  ray.y + middle.y);
+                                       return Point{ray.x * size * 1.25, ray.y * size * 0.8};
+                                     }),
+                          true);
     for (const Point p : pond)
       if (distanceToRoads(p) < 16) return;
     std::erase_if(roads, [&](const Road& road) {
       return road.kind == RoadClass::path &&
              std::ranges::any_of(road.line, [&](Point p) { return contains(pond, p); });
     });
-    builder.reserve({middle + Point{-60, 0}, middle + Point{60, 0}}, 55);
+    reserve({middle + Point{-60, 0}, middle + Point{60, 0}}, 55);
     Shape around = pond;
     for (Point& p : around)
       p = middle + (p - middle) * 1.22;
@@ -281,7 +270,7 @@ class Cartographer : public MapDraft {
         const StreetEdge& edge = streets_.edges()[i];
         const RoadClass kind = roadClass(streets_.kindOf(edge));
         if (kind != wanted || edge.bridge) continue;
-        const Walk walk(onSheet(edge.shape));
+        const Walk& walk = edge.line;
         for (const std::size_t side : {0U, 1U}) {
           const std::uint32_t index = plan_.besides[i][side];
           if (index != BlockPlan::none) buildBeside(walk, edge, kind, side == 0, plan_.blocks[index]);
@@ -291,7 +280,7 @@ class Cartographer : public MapDraft {
     // Workshops and back houses in the yards of the old town.
     for (const Block& block : plan_.blocks)
       if (block.zone == Zone::oldTown) {
-        builder.fillBlock(insetOf(block.outline, 22), 15, 9, 9, 0.5, false);
+        fillBlock(insetOf(block.outline, 22), 15, 9, 9, 0.5, false);
         scatter(insetOf(block.outline, 18), 13, 0.42);
       }
   }
@@ -306,57 +295,43 @@ class Cartographer : public MapDraft {
     else if (block.zone != Zone::suburb && block.zone != Zone::riverside)
       return;
     if (kind == RoadClass::ring && frontage.housing == Housing::detached) frontage.halfWidth += 8;
-    builder.buildAlong(frontage);
+    buildAlong(frontage);
   }
 
   // Promenades on both banks through the town, with trees.
   void drawBanks() {
     for (const double side : {1.0, -1.0}) {
       Shape line;
-      for (const Point p : movedAside(river_, side * (Town::riverWidth / 2 + 9)))
+      for (const Point p : movedAside(town_.river(), side * (Town::riverWidth / 2 + 9)))
         if (contains(plan_.outline, p)) line.push_back(p);
       if (line.size() < 2) continue;
-      const std::size_t before = builder.trees.size();
+      const std::size_t before = trees.size();
       plantAlong(Walk(line), 4.5, side > 0, 14, 0.8);
       // None on a bridge.
-      const auto first = builder.trees.begin() + static_cast<std::ptrdiff_t>(before);
-      builder.trees.erase(std::remove_if(first, builder.trees.end(),
-                                         [this](const Tree& tree) { return distanceToRoads(tree.at) < 13; }),
-                          builder.trees.end());
+      const auto first = trees.begin() + static_cast<std::ptrdiff_t>(before);
+      trees.erase(std::remove_if(first, trees.end(),
+                                 [this](const Tree& tree) { return distanceToRoads(tree.at) < 13; }),
+                  trees.end());
       pave(std::move(line));
     }
-  }
-
-  void takeBuilders() {
-    buildings = std::move(builder.buildings);
-    trees = std::move(builder.trees);
-    std::ranges::move(builder.areas, std::back_inserter(areas));
-    std::ranges::move(builder.numbers, std::back_inserter(names));
-    std::erase_if(trees, [&](const Tree& tree) { return contains(land.lake, tree.at); });
   }
 
   void nameWaters() {
     name(NameKind::town, town_.name(), {0, 0}, 0);
     name(NameKind::water, "Vel Mere", centroidOf(land.lake), 15);
-    nameLine(NameKind::river, RoadClass::ring, "River Lark", land.river, 18);
+    nameLine(NameKind::river, 0, "River Lark", land.river, 18);
   }
 
   const Town& town_;
   const StreetNetwork& streets_;
   std::uint64_t seed_;
-  Shape river_;
   BlockPlan plan_;
   std::vector<Shape> paths_;
 };
 
 }  // namespace
 
-Atlas::Atlas(const Town& town, std::uint64_t seed)
-    : extent_(kIsland),
-      areaIndex_(kIsland, 500),
-      roadIndex_(kIsland, 400),
-      buildingIndex_(kIsland, 150),
-      treeIndex_(kIsland, 150) {
+Atlas::Atlas(const Town& town, std::uint64_t seed) {
   World world = drawWorld(hashOf(seed, 41));
   continents_ = std::move(world.lands);
   Cartographer cartographer(town, hashOf(seed, 40));

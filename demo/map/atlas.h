@@ -80,13 +80,13 @@ enum class NameKind : std::uint8_t {
 struct Name {
   std::string text;
   NameKind kind = NameKind::street;
-  RoadClass road = RoadClass::residential;
+  int firstZoom = 0;
   int rank = 0;  // the smaller, the earlier it is placed
   Point at;
   Shape line;
 };
 
-// Everything that the map shows, on the sheet. Read-only after construction, from any thread. One town and
+// Everything that the map shows. Read-only after construction, from any thread. One town and
 // seed make one atlas.
 class Atlas {
  public:
@@ -108,12 +108,11 @@ class Atlas {
   std::vector<std::uint32_t> buildingsIn(const Box& box) const { return buildingIndex_.within(box); }
   std::vector<std::uint32_t> treesIn(const Box& box) const { return treeIndex_.within(box); }
   // Whether anything but land and sea lies in the box.
-  bool touchesIsland(const Box& box) const { return box.meets(extent_); }
+  bool touchesIsland(const Box& box) const { return box.meets(boxOf(coast_)); }
 
  private:
   void index();
 
-  Box extent_;
   std::vector<Shape> continents_;
   Shape coast_;
   Shape shore_;
@@ -122,10 +121,10 @@ class Atlas {
   std::vector<Building> buildings_;
   std::vector<Tree> trees_;
   std::vector<Name> names_;
-  PlaceIndex areaIndex_;
-  PlaceIndex roadIndex_;
-  PlaceIndex buildingIndex_;
-  PlaceIndex treeIndex_;
+  PlaceIndex areaIndex_{500};
+  PlaceIndex roadIndex_{400};
+  PlaceIndex buildingIndex_{150};
+  PlaceIndex treeIndex_{150};
 };
 
 }  // namespace fleetor::demo

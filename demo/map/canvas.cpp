@@ -10,7 +10,7 @@ namespace fleetor::demo {
 Canvas::Canvas(const TileAddress& tile, int scale)
     : tile_(tile),
       box_(tile.box()),
-      metresPerPixel_(demo::metresPerPixel(tile.zoom)),
+      metresPerPixel_(tile.metres() / tilePixels),
       reach_(box_.grownBy(64 * metresPerPixel_)),
       surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, tilePixels * scale, tilePixels * scale)),
       cairo_(cairo_create(surface_.get())) {

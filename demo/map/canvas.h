@@ -10,8 +10,8 @@
 
 namespace fleetor::demo {
 
-// A tile to draw on. Shapes are given on the sheet, widths in pixels of scale 1. A shape beyond the border is
-// drawn just as on the neighbouring tile. For one thread.
+// A tile to draw on. Shapes are given in the town's plane, widths in pixels of scale 1. A shape beyond the
+// border is drawn just as on the neighbouring tile. For one thread.
 class Canvas {
  public:
   static constexpr int tilePixels = 256;
@@ -22,11 +22,11 @@ class Canvas {
   const TileAddress& tile() const { return tile_; }
   int zoom() const { return tile_.zoom; }
   const Box& box() const { return box_; }
-  // What this canvas shows of the sheet and a margin of 64 pixels.
+  // What this canvas shows of the plane and a margin of 64 pixels.
   const Box& reach() const { return reach_; }
   double pixels(double metres) const { return metres / metresPerPixel_; }
-  Point pixel(Point onSheet) const {
-    return {(onSheet.x - box_.left) / metresPerPixel_, (box_.top - onSheet.y) / metresPerPixel_};
+  Point pixel(Point inTown) const {
+    return {(inTown.x - box_.left) / metresPerPixel_, (box_.top - inTown.y) / metresPerPixel_};
   }
 
   // Into the current path.

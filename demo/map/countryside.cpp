@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kMeanRadius = 14500;
 constexpr double kTownRadius = 4700;
-constexpr int kCoastPoints = 1600;
+constexpr int coastPoints = 1600;
 
 class Surveyor {
  public:
@@ -40,18 +40,13 @@ class Surveyor {
   }
 
   void drawCoast() {
-    Shape shore;
-    for (int i = 0; i < kCoastPoints; ++i) {
-      const double angle = 2 * std::numbers::pi * i / kCoastPoints;
-      const Point ray{std::cos(angle), std::sin(angle)};
-      const double radius = coastRadius(angle);
-      const double sand =
-          130 * std::max(0.12, smoothNoise(hashOf(seed_, 4), 9 * ray.x, 9 * ray.y) * 1.6 - 0.5);
-      land_.coast.push_back(ray * radius);
-      shore.push_back(ray * (radius - sand));
-    }
-    land_.coast = smoothed(std::move(land_.coast), true);
-    land_.shore = smoothed(std::move(shore), true);
+    const auto radius = [this](Point ray) { return coastRadius(std::atan2(ray.y, ray.x)); };
+    land_.coast = smoothed(ringAround({}, coastPoints, [&](Point ray) { return ray * radius(ray); }), true);
+    const auto sand = [this](Point ray) {
+      return 130 * std::max(0.12, smoothNoise(hashOf(seed_, 4), 9 * ray.x, 9 * ray.y) * 1.6 - 0.5);
+    };
+    land_.shore = smoothed(
+        ringAround({}, coastPoints, [&](Point ray) { return ray * (radius(ray) - sand(ray)); }), true);
   }
 
   // Winds on from an end of the town's river, step by step, the slower to turn the nearer the town.
@@ -92,13 +87,14 @@ class Surveyor {
     land_.riverBanks.insert(land_.riverBanks.end(), right.rbegin(), right.rend());
 
     const Point middle = land_.river.front() + Point{-1100, 0};
-    for (int i = 0; i < 140; ++i) {
-      const double angle = 2 * std::numbers::pi * i / 140;
-      const Point ray{std::cos(angle), std::sin(angle)};
-      const double size = 0.6 + 0.8 * fractalNoise(hashOf(seed_, 8), 1.6 * ray.x + 5, 1.6 * ray.y + 5);
-      land_.lake.push_back(middle + Point{ray.x * 1350 * size, ray.y * 850 * size});
-    }
-    land_.lake = smoothed(std::move(land_.lake), true);
+    land_.lake = smoothed(ringAround(middle, 140,
+                                     [this](Point ray) {
+                                       const double size =
+                                           0.6 + 0.8 * fractalNoise(hashOf(seed_, 8), 1.6 * ray.x + 5,
+                                                                    1.6 * ray.y + 5);
+                                       return Point{ray.x * 1350, ray.y * 850} * size;
+                                     }),
+                          true);
   }
 
   void drawVillages() {

@@ -27,7 +27,7 @@ struct Countryside {
   std::vector<std::string> roadNames;
 };
 
-// `townOutline` and `gates`, where main roads leave the town, are on the sheet.
+// `townOutline` and `gates`, where main roads leave the town,.
 Countryside drawCountryside(const Shape& townRiver, const Shape& townOutline, const std::vector<Point>& gates,
                             std::uint64_t seed);
 

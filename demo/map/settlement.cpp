@@ -1,6 +1,7 @@
 #include <map>
 #include <numbers>
 
+#include "demo/map/countryside.h"
 #include "demo/map/map_draft.h"
 
 namespace fleetor::demo {
@@ -40,27 +41,23 @@ class Settler {
                                   village.at + ray * reach + leftOf(ray) * bend},
                                  false));
       }
-      Shape ground;
-      for (int i = 0; i < 40; ++i) {
-        const double angle = 2 * std::numbers::pi * i / 40;
-        const Point ray{std::cos(angle), std::sin(angle)};
+      Shape ground = ringAround(village.at, 40, [&](Point ray) {
         double reach = 70;
         for (double r = 70; r < 560; r += 25)
           if (std::ranges::any_of(lanes, [&](const Shape& lane) {
                 return distanceTo(lane, village.at + ray * r, false) < 62;
               }))
             reach = r;
-        ground.push_back(village.at + ray * reach);
-      }
+        return ray * reach;
+      });
       draft_.areas.push_back({LandUse::builtUp, 1, 0, smoothed(std::move(ground), true)});
       for (const Shape& lane : lanes)
-        draft_.builder.reserve(lane, 4.5);
+        draft_.reserve(lane, 4.5);
       for (std::size_t i = 0; i < lanes.size(); ++i) {
         if (i >= through) draft_.roads.push_back({RoadClass::residential, false, false, lanes[i]});
         const Walk walk(lanes[i]);
         for (const bool left : {true, false})
-          draft_.builder.buildAlong(
-              {walk, left, 0, i < through ? 5.2 : 3.9, Housing::detached, nullptr, false});
+          draft_.buildAlong({walk, left, 0, i < through ? 5.2 : 3.9, Housing::detached, nullptr, false});
       }
     }
   }
@@ -73,7 +70,7 @@ class Settler {
       Shape& line = whole[land_.roadNames[i]];
       const bool goesOn = !line.empty() && distanceBetween(line.back(), road.line.front()) < 1;
       if (!line.empty() && !goesOn) {
-        draft_.nameLine(NameKind::street, road.kind, land_.roadNames[i], line, 65);
+        draft_.nameLine(NameKind::street, 14, land_.roadNames[i], line, 65);
         line.clear();
       }
       line.insert(line.end(), road.line.begin(), road.line.end());
@@ -85,7 +82,7 @@ class Settler {
         if (draft_.random.chance(0.35)) draft_.plantAlong(walk, 9, left, 13, 0.6);
     }
     for (auto& [text, line] : whole)
-      draft_.nameLine(NameKind::street, RoadClass::collector, text, std::move(line), 65);
+      draft_.nameLine(NameKind::street, 14, text, std::move(line), 65);
   }
 
   void settleFarm(const Station& road) {
@@ -95,14 +92,14 @@ class Settler {
     if (std::ranges::any_of(land_.roads,
                             [&](const Road& other) { return distanceTo(other.line, yard.at, false) < 45; }))
       return;
-    if (!draft_.builder.build(rectangleAt(yard, -22, -8, -6, 6), 7, false, nullptr, 0)) return;
-    draft_.builder.build(rectangleAt(yard, 8, 18, -24, 14), 9, true, nullptr, 0);
-    draft_.builder.build(rectangleAt(yard, -20, 2, 22, 33), 8, true, nullptr, 0);
+    if (!draft_.build(rectangleAt(yard, -22, -8, -6, 6), 7, false, nullptr, 0)) return;
+    draft_.build(rectangleAt(yard, 8, 18, -24, 14), 9, true, nullptr, 0);
+    draft_.build(rectangleAt(yard, -20, 2, 22, 33), 8, true, nullptr, 0);
     draft_.areas.push_back({LandUse::garden, 90, 0, rectangleAt(yard, -34, 30, -32, 42)});
     for (int i = 0; i < 14; ++i) {
       const double angle = draft_.random.between(0, 2 * std::numbers::pi);
       const Point at = yard.at + Point{std::cos(angle), std::sin(angle)} * draft_.random.between(30, 48);
-      if (draft_.builder.isFree(at)) draft_.builder.plant(at, 2.5, 5);
+      if (draft_.isFree(at)) draft_.plant(at, 2.5, 5);
     }
     draft_.roads.push_back(
         {RoadClass::drive, false, false,

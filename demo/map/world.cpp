@@ -29,17 +29,12 @@ constexpr struct {
             {"Far Ocean", -6300, -1600, 1}};
 
 Shape drawLand(Point middle, double radius, std::uint64_t seed) {
-  Shape land;
-  const int points = 200 + static_cast<int>(radius / 500);
   const auto noise = [&](int salt, Point at) { return fractalNoise(hashOf(seed, salt), at.x, at.y) - 0.5; };
-  for (int i = 0; i < points; ++i) {
-    const double angle = 2 * std::numbers::pi * i / points;
-    const Point ray{std::cos(angle), std::sin(angle)};
+  return ringAround(middle, 200 + static_cast<int>(radius / 500), [&](Point ray) {
     const Point at = ray * (1 + 1.1 * noise(1, ray * 1.3));
     // Moved both along and across the ray: headlands and bays, not teeth.
-    land.push_back(middle + (at + Point{noise(2, at * 4.5), noise(3, at * 4.5)} * 0.5) * radius);
-  }
-  return land;
+    return (at + Point{noise(2, at * 4.5), noise(3, at * 4.5)} * 0.5) * radius;
+  });
 }
 
 }  // namespace
@@ -48,21 +43,22 @@ World drawWorld(std::uint64_t seed) {
   World world;
   StreetNames names(hashOf(seed, 1));
   Random random(hashOf(seed, 2));
-  const auto addName = [&](NameKind kind, std::string text, Point at, int rank) {
-    world.names.push_back({std::move(text), kind, RoadClass::path, rank, at, {}});
-  };
   for (const auto& [x, y, radius, ports] : masses) {
     const Point middle = Point{x, y} * 1000;
     world.lands.push_back(drawLand(middle, radius * 1000, hashOf(seed, 3, world.lands.size())));
     for (int port = 0; port < ports; ++port) {
       const Shape& coast = world.lands.back();
       const Point at = coast[random.below(static_cast<std::uint32_t>(coast.size()))];
-      addName(NameKind::city, names.nextVillage(), lerp(middle, at, random.between(0.5, 0.93)),
-              21 + 4 * port);
+      world.names.push_back({names.nextVillage(),
+                             NameKind::city,
+                             3 + port,
+                             21 + 4 * port,
+                             lerp(middle, at, random.between(0.5, 0.93)),
+                             {}});
     }
   }
   for (const auto& [name, x, y, rank] : seas)
-    addName(NameKind::sea, name, Point{x, y} * 1000, rank);
+    world.names.push_back({name, NameKind::sea, 0, rank, Point{x, y} * 1000, {}});
   return world;
 }
 

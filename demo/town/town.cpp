@@ -24,7 +24,7 @@ void Town::choosePlaces(std::uint64_t seed) {
     const StreetEdge& edge = streets_.edges()[index];
     const StreetClass kind = streets_.kindOf(edge);
     const bool quiet = kind == StreetClass::residential || kind == StreetClass::collector;
-    if (taken[index] || edge.bridge || !quiet || edge.length() < 60) continue;
+    if (taken[index] || edge.bridge || !quiet || edge.line.length() < 60) continue;
     taken[index] = true;
     junctions.push_back(streets_.splitEdge(index, random.between(0.3, 0.7)));
   }

@@ -88,12 +88,12 @@ class Draughtsman {
     return onPlane(gridOf(index)) + jitter_[static_cast<std::size_t>(index)];
   }
 
-  std::vector<Point> sideShape(const Side& side) const {
+  Shape sideShape(const Side& side) const {
     const GridPoint a = gridOf(side.fromNode);
     const GridPoint b = gridOf(side.toNode);
     const Point shiftA = jitter_[static_cast<std::size_t>(side.fromNode)];
     const Point shiftB = jitter_[static_cast<std::size_t>(side.toNode)];
-    std::vector<Point> shape;
+    Shape shape;
     for (int i = 0; i <= kShapeSteps; ++i) {
       const double t = static_cast<double>(i) / kShapeSteps;
       shape.push_back(onPlane({std::lerp(a.u, b.u, t), std::lerp(a.v, b.v, t)}) + lerp(shiftA, shiftB, t));
@@ -208,7 +208,7 @@ class Draughtsman {
           const std::uint32_t edge = streets_.addEdge(junctionOf_[static_cast<std::size_t>(side.fromNode)],
                                                       junctionOf_[static_cast<std::size_t>(side.toNode)],
                                                       street, sideShape(side), houses, side.bridge);
-          houses += streets_.edges()[edge].length();
+          houses += streets_.edges()[edge].line.length();
         }
       }
   }

@@ -11,7 +11,7 @@ namespace fleetor::demo {
 struct TownPlan {
   StreetNetwork streets;
   std::vector<Park> parks;
-  std::vector<Point> river;
+  Shape river;
 };
 
 // A ring road around a bent grid: main roads through the middle, collectors between them, small blocks in the

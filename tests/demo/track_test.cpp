@@ -200,7 +200,7 @@ TEST_F(DemoTrack, ShowsSpeedHeadingAndEngineThatFitTheMovement) {
     EXPECT_NEAR(metres / 2 * 3.6, speed, 22);
     if (metres < 15) continue;
     ++moving;
-    const double heading = headingFromTo(pointOf(live), pointOf(later));
+    const double heading = headingOf(pointOf(later) - pointOf(live));
     const double off = std::abs(std::remainder(heading - std::stod(textOf(live, "direction")), 360));
     EXPECT_LT(off, 95) << live;
   }
