@@ -11,20 +11,6 @@
 namespace fleetor::demo {
 namespace {
 
-RoadClass roadClass(StreetClass kind) {
-  switch (kind) {
-    case StreetClass::ringRoad:
-      return RoadClass::ring;
-    case StreetClass::mainRoad:
-      return RoadClass::main;
-    case StreetClass::collector:
-      return RoadClass::collector;
-    case StreetClass::residential:
-      break;
-  }
-  return RoadClass::residential;
-}
-
 double halfWidth(RoadClass kind) {
   constexpr double halves[roadClasses] = {1.5, 2, 3.9, 5.2, 7, 9};
   return halves[static_cast<int>(kind)];
@@ -41,20 +27,15 @@ class Cartographer : public MapDraft {
         plan_(planBlocks(town, hashOf(seed, 21))) {}
 
   void draw() {
-    land = drawCountryside(town_.river(), plan_.outline, gates(), hashOf(seed_, 23));
-    areas = std::move(land.parcels);
+    land = drawCountryside(*this, town_.river(), plan_.outline, gates(), hashOf(seed_, 23));
     areas.push_back({LandUse::builtUp, 0, 0, plan_.outline});
-    areas.push_back({LandUse::water, 0, 0, land.riverBanks});
-    areas.push_back({LandUse::water, 0, 0, land.lake});
-    reserve(land.river, Town::riverWidth / 2 + 16);
+    name(NameKind::town, town_.name(), {0, 0}, 0);
     drawStreets();
     drawBlocks();
     drawParks();
     drawHouses();
-    settleCountryside(*this, land);
     drawBanks();
     std::erase_if(trees, [&](const Tree& tree) { return contains(land.lake, tree.at); });
-    nameWaters();
     std::ranges::stable_sort(areas, {}, &Area::use);
   }
 
@@ -68,8 +49,8 @@ class Cartographer : public MapDraft {
       bool ring = false;
       bool main = false;
       for (const std::uint32_t edge : junction.edges) {
-        ring = ring || streets_.kindOf(streets_.edges()[edge]) == StreetClass::ringRoad;
-        main = main || streets_.kindOf(streets_.edges()[edge]) == StreetClass::mainRoad;
+        ring = ring || streets_.kindOf(streets_.edges()[edge]) == RoadClass::ring;
+        main = main || streets_.kindOf(streets_.edges()[edge]) == RoadClass::main;
       }
       if (ring && main) found.push_back(junction.at);
     }
@@ -80,7 +61,7 @@ class Cartographer : public MapDraft {
     std::vector<std::vector<const StreetEdge*>> edgesOf(streets_.streets().size());
     for (const StreetEdge& edge : streets_.edges()) {
       edgesOf[edge.street].push_back(&edge);
-      roads.push_back({roadClass(streets_.kindOf(edge)), edge.bridge, true, edge.line.line()});
+      roads.push_back({streets_.kindOf(edge), edge.bridge, true, edge.line.line()});
     }
     for (std::size_t i = 0; i < edgesOf.size(); ++i) {
       std::ranges::sort(edgesOf[i], {}, &StreetEdge::houseOffset);
@@ -90,27 +71,22 @@ class Cartographer : public MapDraft {
         line.insert(line.end(), part.begin() + (line.empty() ? 0 : 1), part.end());
       }
       const Street& street = streets_.streets()[i];
-      const RoadClass kind = roadClass(street.kind);
+      const RoadClass kind = street.kind;
       const int firstZoom = kind == RoadClass::residential ? 15 : kind == RoadClass::collector ? 14 : 13;
       nameLine(NameKind::street, firstZoom, street.name, std::move(line), 100 - 10 * static_cast<int>(kind));
     }
   }
 
   void drawBlocks() {
-    const struct {
-      Zone zone;
-      LandUse use;
-    } grounds[] = {{Zone::oldTown, LandUse::oldTown},  {Zone::terraces, LandUse::housing},
-                   {Zone::suburb, LandUse::housing},   {Zone::riverside, LandUse::lawn},
-                   {Zone::square, LandUse::square},    {Zone::parking, LandUse::housing},
-                   {Zone::retail, LandUse::retail},    {Zone::industry, LandUse::industry},
-                   {Zone::school, LandUse::school},    {Zone::sports, LandUse::sports},
-                   {Zone::cemetery, LandUse::cemetery}};
+    // By Zone; a park is laid out separately.
+    constexpr LandUse grounds[] = {LandUse::oldTown,  LandUse::housing, LandUse::housing, LandUse::park,
+                                   LandUse::lawn,     LandUse::square,  LandUse::housing, LandUse::retail,
+                                   LandUse::industry, LandUse::school,  LandUse::sports,  LandUse::cemetery};
     int schools = 0;
     for (const Block& block : plan_.blocks) {
-      for (const auto& [zone, use] : grounds)
-        if (zone == block.zone)
-          areas.push_back({use, static_cast<std::uint8_t>(random.below(256)), 0, block.outline});
+      if (block.zone != Zone::park)
+        areas.push_back({grounds[static_cast<int>(block.zone)], static_cast<std::uint8_t>(random.below(256)),
+                         0, block.outline});
       const Point middle = centroidOf(block.outline);
       if (block.zone == Zone::retail) fillBlock(block.outline, 58, 34, 26, 0.6);
       if (block.zone == Zone::retail || block.zone == Zone::parking) layParking(block.outline);
@@ -192,9 +168,9 @@ class Cartographer : public MapDraft {
   void layPath(const Shape& ground) {
     const Point middle = centroidOf(ground);
     Shape round;
-    constexpr int kPoints = 14;
-    for (int i = 0; i < kPoints; ++i) {
-      const double angle = 2 * std::numbers::pi * i / kPoints;
+    constexpr int points = 14;
+    for (int i = 0; i < points; ++i) {
+      const double angle = 2 * std::numbers::pi * i / points;
       const Point ray{std::cos(angle), std::sin(angle)};
       double reach = 10;
       while (contains(ground, middle + ray * (reach + 10)))
@@ -268,7 +244,7 @@ class Cartographer : public MapDraft {
          {RoadClass::ring, RoadClass::main, RoadClass::collector, RoadClass::residential})
       for (std::size_t i = 0; i < streets_.edges().size(); ++i) {
         const StreetEdge& edge = streets_.edges()[i];
-        const RoadClass kind = roadClass(streets_.kindOf(edge));
+        const RoadClass kind = streets_.kindOf(edge);
         if (kind != wanted || edge.bridge) continue;
         const Walk& walk = edge.line;
         for (const std::size_t side : {0U, 1U}) {
@@ -314,12 +290,6 @@ class Cartographer : public MapDraft {
                   trees.end());
       pave(std::move(line));
     }
-  }
-
-  void nameWaters() {
-    name(NameKind::town, town_.name(), {0, 0}, 0);
-    name(NameKind::water, "Vel Mere", centroidOf(land.lake), 15);
-    nameLine(NameKind::river, 0, "River Lark", land.river, 18);
   }
 
   const Town& town_;

@@ -9,10 +9,6 @@
 
 namespace fleetor::demo {
 
-// In the order in which a map widens them.
-enum class RoadClass : std::uint8_t { path, drive, residential, collector, main, ring };
-inline constexpr int roadClasses = 6;
-
 struct Road {
   RoadClass kind = RoadClass::residential;
   bool bridge = false;

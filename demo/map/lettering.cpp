@@ -1,31 +1,33 @@
 #include "demo/map/lettering.h"
 
-#include <string>
+#include <algorithm>
 
 namespace fleetor::demo {
 namespace {
 
-constexpr double kDrawnSize = 200;
-constexpr std::u32string_view kCharacters =
-    U" ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-'.åäöæøÅÄÖÆØéè";
+constexpr double drawnSize = 200;
+constexpr std::string_view characters =
+    " ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-'.åäöæøÅÄÖÆØéè";
 
-std::string utf8Of(char32_t c) {
-  if (c < 0x80) return {static_cast<char>(c)};
-  return {static_cast<char>(0xc0 | (c >> 6)), static_cast<char>(0x80 | (c & 0x3f))};
+// Takes the first character, of one or two bytes, off the text.
+std::string takeCharacter(std::string_view& utf8) {
+  const std::size_t length = static_cast<unsigned char>(utf8[0]) < 0x80 ? 1 : 2;
+  std::string character(utf8.substr(0, length));
+  utf8.remove_prefix(std::min(utf8.size(), length));
+  return character;
 }
 
-Lettering::Letter drawnLetter(cairo_t* cairo, char32_t c) {
-  const std::string text = utf8Of(c);
+Lettering::Letter drawnLetter(cairo_t* cairo, const std::string& text) {
   cairo_text_extents_t extents;
   cairo_text_extents(cairo, text.c_str(), &extents);
   cairo_new_path(cairo);
   cairo_move_to(cairo, 0, 0);
   cairo_text_path(cairo, text.c_str());
   Lettering::Letter letter;
-  letter.advance = extents.x_advance / kDrawnSize;
-  if (c == U' ') return letter;
+  letter.advance = extents.x_advance / drawnSize;
+  if (text == " ") return letter;
   cairo_save(cairo);
-  cairo_scale(cairo, kDrawnSize, kDrawnSize);  // reads the path back in units of the size
+  cairo_scale(cairo, drawnSize, drawnSize);  // reads the path back in units of the size
   letter.outline.reset(cairo_copy_path(cairo), cairo_path_destroy);
   cairo_restore(cairo);
   return letter;
@@ -42,25 +44,23 @@ Lettering::Lettering() {
   cairo_font_options_set_hint_style(plain.get(), CAIRO_HINT_STYLE_NONE);
   cairo_font_options_set_hint_metrics(plain.get(), CAIRO_HINT_METRICS_OFF);
   cairo_set_font_options(cairo.get(), plain.get());
-  cairo_set_font_size(cairo.get(), kDrawnSize);
+  cairo_set_font_size(cairo.get(), drawnSize);
   for (const Face face : {Face::regular, Face::bold, Face::italic}) {
     cairo_select_font_face(cairo.get(), "Open Sans",
                            face == Face::italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
                            face == Face::bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    for (const char32_t c : kCharacters)
-      letters_.emplace(std::pair(face, c), drawnLetter(cairo.get(), c));
+    for (std::string_view rest = characters; !rest.empty();) {
+      const std::string character = takeCharacter(rest);
+      letters_.emplace(std::pair(face, character), drawnLetter(cairo.get(), character));
+    }
   }
 }
 
 std::vector<const Lettering::Letter*> Lettering::letters(std::string_view utf8, Face face) const {
   std::vector<const Letter*> found;
-  for (std::size_t i = 0; i < utf8.size(); ++i) {
-    auto c = static_cast<char32_t>(static_cast<unsigned char>(utf8[i]));
-    if (c >= 0xc0 && i + 1 < utf8.size())
-      c = ((c & 0x1f) << 6) | (static_cast<unsigned char>(utf8[++i]) & 0x3f);
-    if (const auto letter = letters_.find({face, c}); letter != letters_.end())
+  while (!utf8.empty())
+    if (const auto letter = letters_.find({face, takeCharacter(utf8)}); letter != letters_.end())
       found.push_back(&letter->second);
-  }
   return found;
 }
 

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -26,7 +27,7 @@ class Lettering {
   std::vector<const Letter*> letters(std::string_view utf8, Face face) const;
 
  private:
-  std::map<std::pair<Face, char32_t>, Letter> letters_;
+  std::map<std::pair<Face, std::string>, Letter> letters_;
 };
 
 }  // namespace fleetor::demo

@@ -3,16 +3,16 @@
 namespace fleetor::demo {
 namespace {
 
-constexpr double kMetresPerNumber = 17;
-constexpr double kPavement = 2.4;
+constexpr double metresPerNumber = 17;
+constexpr double pavement = 2.4;
 
 // Whether a line along one of a's sides has all of b beyond it.
 bool sideParts(const Shape& a, const Shape& b) {
-  constexpr double kTouch = 0.35;
+  constexpr double touch = 0.35;
   for (std::size_t i = 0, j = a.size() - 1; i < a.size(); j = i++) {
     const Point outward = unitOf(a[i] - a[j]);
     const Point normal{outward.y, -outward.x};
-    if (std::ranges::all_of(b, [&](Point p) { return dot(p - a[j], normal) > -kTouch; })) return true;
+    if (std::ranges::all_of(b, [&](Point p) { return dot(p - a[j], normal) > -touch; })) return true;
   }
   return false;
 }
@@ -75,7 +75,7 @@ void MapDraft::plant(Point at, double low, double high) {
 void MapDraft::buildRow(const Frontage& frontage, double middle, double width) {
   const double side = frontage.left ? 1 : -1;
   const std::uint32_t pieces = 2 + random.below(2);
-  const double front = frontage.halfWidth + kPavement + (frontage.housing == Housing::openRows ? 2.5 : 0.4);
+  const double front = frontage.halfWidth + pavement + (frontage.housing == Housing::openRows ? 2.5 : 0.4);
   for (std::uint32_t i = 0; i < pieces; ++i) {
     const double piece = width / pieces;
     const Station here = frontage.street.at(middle - width / 2 + (i + 0.5) * piece);
@@ -115,7 +115,7 @@ double MapDraft::lotDepth(const Frontage& frontage, double along, double longest
 std::optional<Point> MapDraft::buildHouse(const Frontage& frontage, double middle, double width) {
   const Station here = frontage.street.at(middle);
   const double side = frontage.left ? 1 : -1;
-  const double front = frontage.halfWidth + kPavement + random.between(5, 9);
+  const double front = frontage.halfWidth + pavement + random.between(5, 9);
   const double half = random.between(5, 8);
   const double depth = random.between(8.5, 12);
   const double shift = random.between(-1, 1) * (width / 2 - half - 3);
@@ -165,12 +165,12 @@ std::optional<Point> MapDraft::buildHouse(const Frontage& frontage, double middl
 void MapDraft::buildAlong(const Frontage& frontage) {
   // Odd numbers on the left, even ones on the right, as the addresses of the town count them.
   const double end = frontage.houseOffset + frontage.street.length();
-  int number = 1 + static_cast<int>(frontage.houseOffset / kMetresPerNumber);
+  int number = 1 + static_cast<int>(frontage.houseOffset / metresPerNumber);
   if ((number % 2 == 1) != frontage.left) ++number;
-  for (; (number - 0.5) * kMetresPerNumber < end; number += 2) {
-    const double middle = (number - 0.5) * kMetresPerNumber - frontage.houseOffset;
+  for (; (number - 0.5) * metresPerNumber < end; number += 2) {
+    const double middle = (number - 0.5) * metresPerNumber - frontage.houseOffset;
     if (middle < 6) continue;
-    const double width = 2 * kMetresPerNumber;
+    const double width = 2 * metresPerNumber;
     std::optional<Point> house;
     if (frontage.housing == Housing::detached) {
       house = buildHouse(frontage, middle, width - 1);

@@ -61,9 +61,4 @@ class MapDraft {
   PlaceIndex takenIndex_{60};
 };
 
-struct Countryside;
-
-// Builds the villages with their lanes, the roads between them, and farms along these.
-void settleCountryside(MapDraft& draft, const Countryside& land);
-
 }  // namespace fleetor::demo

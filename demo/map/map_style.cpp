@@ -111,29 +111,17 @@ const Palette& paletteOf(MapLook look) {
 }
 
 TextColours textColours(MapLook look, NameKind kind) {
-  const bool dark = look != MapLook::standard;
-  const Colour halo = look == MapLook::satellite ? 0x10181c : dark ? 0x171d25 : 0xffffff;
-  switch (kind) {
-    case NameKind::sea:
-    case NameKind::water:
-    case NameKind::river:
-      return dark ? TextColours{0x8fbede, 0x10222f} : TextColours{0x3f7da6, 0xcfe6f3};
-    case NameKind::park:
-      return {dark ? 0x93c9a2U : 0x3d7a3cU, halo};
-    case NameKind::landmark:
-      return {dark ? 0xb9b3cfU : 0x6f6187U, halo};
-    case NameKind::parking:
-      return {0xffffff, 0x4a78b8};
-    case NameKind::house:
-      return {dark ? 0x97a2b1U : 0x86796aU, halo};
-    case NameKind::town:
-    case NameKind::city:
-    case NameKind::village:
-      return {dark ? 0xeef2f7U : 0x2c2f36U, halo};
-    case NameKind::street:
-      break;
-  }
-  return {dark ? 0xd3dae3U : 0x55504aU, halo};
+  // Standard and dark, by NameKind.
+  constexpr Colour inks[][2] = {{0x2c2f36, 0xeef2f7}, {0x2c2f36, 0xeef2f7}, {0x3f7da6, 0x8fbede},
+                                {0x3f7da6, 0x8fbede}, {0x3d7a3c, 0x93c9a2}, {0x6f6187, 0xb9b3cf},
+                                {0x55504a, 0xd3dae3}, {0x86796a, 0x97a2b1}, {0xffffff, 0xffffff},
+                                {0x3f7da6, 0x8fbede}, {0x2c2f36, 0xeef2f7}};
+  constexpr Colour halos[] = {0xffffff, 0x171d25, 0x10181c};
+  constexpr Colour waterHalos[] = {0xcfe6f3, 0x10222f, 0x10222f};
+  const bool water = kind == NameKind::sea || kind == NameKind::water || kind == NameKind::river;
+  const auto index = static_cast<std::size_t>(look);
+  const Colour halo = water ? waterHalos[index] : kind == NameKind::parking ? 0x4a78b8 : halos[index];
+  return {inks[static_cast<std::size_t>(kind)][look == MapLook::standard ? 0 : 1], halo};
 }
 
 double roadWidth(RoadClass kind, int zoom) {

@@ -10,7 +10,7 @@
 namespace fleetor::demo {
 namespace {
 
-constexpr std::size_t kMostKeptBytes = std::size_t{64} << 20;
+constexpr std::size_t mostKeptBytes = std::size_t{64} << 20;
 
 ServiceReply refused(int status, std::string_view reason) {
   return {status, errorAnswer(status, reason)};
@@ -37,7 +37,7 @@ std::optional<TilePicture> requestedPicture(const httplib::Request& request) {
 }
 
 bool exists(const TileAddress& tile) {
-  if (tile.zoom < Tiles::kFirstZoom || tile.zoom > Tiles::kLastZoom) return false;
+  if (tile.zoom < Tiles::firstZoom || tile.zoom > Tiles::lastZoom) return false;
   const int count = 1 << tile.zoom;
   return tile.x >= 0 && tile.x < count && tile.y >= 0 && tile.y < count;
 }
@@ -73,23 +73,16 @@ const Tiles::Map& Tiles::map() {
 std::shared_ptr<const std::string> Tiles::fileOf(const TilePicture& picture) {
   {
     const std::lock_guard lock(mutex_);
-    if (const auto found = places_.find(picture); found != places_.end()) {
-      kept_.splice(kept_.begin(), kept_, found->second);
-      return kept_.front().file;
-    }
+    if (const auto found = kept_.find(picture); found != kept_.end()) return found->second;
   }
   auto file = std::make_shared<const std::string>(drawn(picture));
   const std::lock_guard lock(mutex_);
-  // Two threads may have drawn the same tile; one of them is enough.
-  if (places_.contains(picture)) return file;
-  kept_.push_front({picture, file});
-  places_[picture] = kept_.begin();
-  keptBytes_ += file->size();
-  while (keptBytes_ > kMostKeptBytes) {
-    keptBytes_ -= kept_.back().file->size();
-    places_.erase(kept_.back().picture);
-    kept_.pop_back();
+  if (keptBytes_ > mostKeptBytes) {
+    kept_.clear();
+    keptBytes_ = 0;
   }
+  // Two threads may have drawn the same tile.
+  if (kept_.emplace(picture, file).second) keptBytes_ += file->size();
   return file;
 }
 

@@ -2,7 +2,6 @@
 
 #include <httplib.h>
 
-#include <list>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -26,12 +25,12 @@ struct TilePicture {
 };
 
 // The map of the town as tiles: "/tiles/{standard|dark|satellite}/{zoom}/{x}/{y}.png?scale={1|2}". The atlas
-// is drawn up when the first tile is asked for; tiles are drawn in the threads that ask, and the latest are
-// kept. From any thread.
+// is drawn up when the first tile is asked for; tiles are drawn in the threads that ask, and kept for
+// a while. From any thread.
 class Tiles {
  public:
-  static constexpr int kFirstZoom = 3;
-  static constexpr int kLastZoom = 19;
+  static constexpr int firstZoom = 3;
+  static constexpr int lastZoom = 19;
 
   // The town must outlive this.
   Tiles(const Town& town, std::uint64_t seed) : town_(town), seed_(seed) {}
@@ -44,11 +43,6 @@ class Tiles {
     Atlas atlas;
     NameBoard names;
   };
-  struct Entry {
-    TilePicture picture;
-    std::shared_ptr<const std::string> file;
-  };
-
   const Map& map();
   std::shared_ptr<const std::string> fileOf(const TilePicture& picture);
   std::string drawn(const TilePicture& picture);
@@ -59,8 +53,7 @@ class Tiles {
   std::optional<Map> map_;
 
   std::mutex mutex_;
-  std::list<Entry> kept_;  // the latest first
-  std::map<TilePicture, std::list<Entry>::iterator> places_;
+  std::map<TilePicture, std::shared_ptr<const std::string>> kept_;
   std::size_t keptBytes_ = 0;
 };
 

@@ -100,7 +100,7 @@ ServiceReply Service::signIn(const httplib::Request& request) {
     if (!request.has_param(name.c_str())) return failed(400, "Parameter \"" + name + "\" is missing");
   const std::string user = request.get_param_value("username");
   const auto account = std::ranges::find(accounts_, user, &Account::user);
-  if (account == accounts_.end() || account->password != request.get_param_value("password"))
+  if (account == accounts_.end() || user != request.get_param_value("password"))
     return failed(400, "The user name or the password is wrong");
   return succeeded(tokenAnswer(tokens_.issue(user)));
 }

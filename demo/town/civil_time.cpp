@@ -32,7 +32,7 @@ std::tm localParts(Instant instant) {
   return parts;
 }
 
-Day dayOf(const std::tm& parts) {
+Day calendarDay(const std::tm& parts) {
   using namespace std::chrono;
   const sys_days day = year(parts.tm_year + 1900) / (parts.tm_mon + 1) / parts.tm_mday;
   return day.time_since_epoch().count();
@@ -42,7 +42,7 @@ Day dayOf(const std::tm& parts) {
 
 std::optional<Day> parseDay(std::string_view text) {
   const auto parts = parsed(text, "%Y-%m-%d");
-  return parts ? std::optional(dayOf(*parts)) : std::nullopt;
+  return parts ? std::optional(calendarDay(*parts)) : std::nullopt;
 }
 
 std::optional<Instant> parseInstant(std::string_view text) {
@@ -51,7 +51,7 @@ std::optional<Instant> parseInstant(std::string_view text) {
 }
 
 Day dayOf(Instant instant) {
-  return dayOf(localParts(instant));
+  return calendarDay(localParts(instant));
 }
 
 Instant beginningOf(Day day) {

@@ -53,15 +53,15 @@ void Drive::planSpeeds(const VehicleKind& kind, std::uint64_t seed) {
     const double bend = bendBetween(in, route_[i - 1].forward, out, route_[i].forward);
     passing[i] = std::min({cruise[i - 1], cruise[i], bendSpeed(bend)});
     const std::uint32_t junction = route_[i].forward ? out.from : out.to;
-    StreetClass busiest = StreetClass::residential;
+    RoadClass busiest = RoadClass::residential;
     for (const std::uint32_t edge : streets.junctions()[junction].edges)
-      busiest = std::min(busiest, streets.kindOf(streets.edges()[edge]));
+      busiest = std::max(busiest, streets.kindOf(streets.edges()[edge]));
     const bool crossing = streets.junctions()[junction].edges.size() > 2;
     const double luck = random.unit();
     const double wait = random.between(4, 38);
     if (!crossing) continue;
-    if (busiest == StreetClass::mainRoad && luck < 0.28) waits[i] = wait;
-    if (busiest == StreetClass::collector && luck < 0.12) waits[i] = wait / 3;
+    if (busiest == RoadClass::main && luck < 0.28) waits[i] = wait;
+    if (busiest == RoadClass::collector && luck < 0.12) waits[i] = wait / 3;
     if (waits[i] > 0) passing[i] = 0;
   }
   for (std::size_t i = count; i-- > 0;) {

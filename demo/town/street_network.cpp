@@ -8,22 +8,13 @@
 namespace fleetor::demo {
 namespace {
 
-constexpr double kMetresPerHouse = 17;
+constexpr double metresPerHouse = 17;
 
 }  // namespace
 
-double speedLimit(StreetClass kind) {
-  switch (kind) {
-    case StreetClass::ringRoad:
-      return 80 / 3.6;
-    case StreetClass::mainRoad:
-      return 60 / 3.6;
-    case StreetClass::collector:
-      return 50 / 3.6;
-    case StreetClass::residential:
-      break;
-  }
-  return 30 / 3.6;
+double speedLimit(RoadClass kind) {
+  constexpr double kilometresPerHour[roadClasses] = {5, 10, 30, 50, 60, 80};
+  return kilometresPerHour[static_cast<int>(kind)] / 3.6;
 }
 
 std::uint32_t StreetNetwork::addJunction(Point at) {
@@ -31,7 +22,7 @@ std::uint32_t StreetNetwork::addJunction(Point at) {
   return static_cast<std::uint32_t>(junctions_.size() - 1);
 }
 
-std::uint32_t StreetNetwork::addStreet(std::string name, StreetClass kind) {
+std::uint32_t StreetNetwork::addStreet(std::string name, RoadClass kind) {
   streets_.push_back({std::move(name), kind});
   return static_cast<std::uint32_t>(streets_.size() - 1);
 }
@@ -64,7 +55,7 @@ std::uint32_t StreetNetwork::splitEdge(std::uint32_t index, double fraction) {
 }
 
 RouteTree StreetNetwork::quickestFrom(std::uint32_t root) const {
-  constexpr double kCrossingSeconds = 4;
+  constexpr double crossingSeconds = 4;
   RouteTree tree;
   tree.root = root;
   tree.reach.assign(junctions_.size(), {std::numeric_limits<double>::infinity(), 0, RouteTree::none});
@@ -80,7 +71,7 @@ RouteTree StreetNetwork::quickestFrom(std::uint32_t root) const {
     for (const std::uint32_t index : junctions_[here].edges) {
       const StreetEdge& edge = edges_[index];
       const std::uint32_t there = edge.from == here ? edge.to : edge.from;
-      const double cost = seconds + edge.line.length() / speedLimit(kindOf(edge)) + kCrossingSeconds;
+      const double cost = seconds + edge.line.length() / speedLimit(kindOf(edge)) + crossingSeconds;
       if (cost >= tree.reach[there].seconds) continue;
       tree.reach[there] = {cost, tree.reach[here].metres + edge.line.length(), index};
       open.push({cost, there});
@@ -103,7 +94,7 @@ std::vector<RouteStep> StreetNetwork::route(const RouteTree& tree, std::uint32_t
 
 std::string StreetNetwork::address(const StreetEdge& edge, double metres) const {
   const double offset = edge.houseOffset + std::clamp(metres, 0.0, edge.line.length());
-  const int house = 1 + static_cast<int>(offset / kMetresPerHouse);
+  const int house = 1 + static_cast<int>(offset / metresPerHouse);
   return streets_[edge.street].name + " " + std::to_string(house);
 }
 

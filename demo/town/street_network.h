@@ -8,15 +8,16 @@
 
 namespace fleetor::demo {
 
-// From the fastest to the slowest; a map draws them in the opposite order.
-enum class StreetClass { ringRoad, mainRoad, collector, residential };
+// In the order in which a map draws them; the first two are not for driving through.
+enum class RoadClass : std::uint8_t { path, drive, residential, collector, main, ring };
+inline constexpr int roadClasses = 6;
 
 // Metres a second.
-double speedLimit(StreetClass kind);
+double speedLimit(RoadClass kind);
 
 struct Street {
   std::string name;
-  StreetClass kind = StreetClass::residential;
+  RoadClass kind = RoadClass::residential;
 };
 
 struct Junction {
@@ -60,7 +61,7 @@ struct RouteStep {
 class StreetNetwork {
  public:
   std::uint32_t addJunction(Point at);
-  std::uint32_t addStreet(std::string name, StreetClass kind);
+  std::uint32_t addStreet(std::string name, RoadClass kind);
   std::uint32_t addEdge(std::uint32_t from, std::uint32_t to, std::uint32_t street, Shape line,
                         double houseOffset, bool bridge);
   // Cuts the edge at a fraction of its length, in (0, 1), and returns the new junction between the halves.
@@ -69,7 +70,7 @@ class StreetNetwork {
   const std::vector<Junction>& junctions() const { return junctions_; }
   const std::vector<Street>& streets() const { return streets_; }
   const std::vector<StreetEdge>& edges() const { return edges_; }
-  StreetClass kindOf(const StreetEdge& edge) const { return streets_[edge.street].kind; }
+  RoadClass kindOf(const StreetEdge& edge) const { return streets_[edge.street].kind; }
 
   RouteTree quickestFrom(std::uint32_t junction) const;
   // From the tree's root to the target in driving order; empty when it is the root itself or cannot be

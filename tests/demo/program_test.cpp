@@ -2,6 +2,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
+#include <cstdio>
 
 #include <vector>
 
@@ -15,13 +16,12 @@ struct Ended {
   std::string output;
 };
 
-// The demo program itself, its standard output and error read through one pipe.
+// The demo program, its standard output and error read through one pipe.
 class Program {
  public:
   explicit Program(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), FLEETOR_DEMO_PROGRAM);
     std::vector<char*> pointers;
-    pointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments)
       pointers.push_back(argument.data());
     pointers.push_back(nullptr);
@@ -35,44 +35,37 @@ class Program {
       ::_exit(127);
     }
     ::close(ends[1]);
-    output_ = ends[0];
+    output_ = ::fdopen(ends[0], "r");
   }
   ~Program() {
-    if (child_ > 0) {
-      ::kill(child_, SIGKILL);
-      ::waitpid(child_, nullptr, 0);
-    }
-    ::close(output_);
+    if (child_ > 0) ::kill(child_, SIGKILL);
+    std::fclose(output_);
   }
 
-  std::string line() {
+  // Up to the next line break, or to the end of the output.
+  std::string read(char until = '\n') {
     std::string text;
-    for (char c = 0; ::read(output_, &c, 1) == 1 && c != '\n';)
-      text += c;
+    for (int c = 0; (c = std::fgetc(output_)) != EOF && c != until;)
+      text += static_cast<char>(c);
     return text;
   }
   void signal(int number) { ::kill(child_, number); }
   Ended end() {
-    Ended ended;
-    char buffer[4096];
-    for (ssize_t got = 0; (got = ::read(output_, buffer, sizeof buffer)) > 0;)
-      ended.output.append(buffer, static_cast<std::size_t>(got));
+    const std::string output = read('\0');
     int status = 0;
-    ::waitpid(child_, &status, 0);
-    child_ = -1;
-    ended.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return ended;
+    ::waitpid(std::exchange(child_, -1), &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
   }
 
  private:
   pid_t child_ = -1;
-  int output_ = -1;
+  std::FILE* output_ = nullptr;
 };
 
 TEST(DemoProgram, PrintsWhereItListensAndEndsCleanlyOnASignal) {
   Program program({"--port", "0", "--vehicles=3", "--seed", "9", "--fault=live=hang", "--fault", "info=500",
                    "--now", "2026-03-11 08:00:00"});
-  const std::string line = program.line();
+  const std::string line = program.read();
   const std::string announced = "Listening on http://127.0.0.1:";
   ASSERT_EQ(line.substr(0, announced.size()), announced);
   httplib::Client client("127.0.0.1", std::stoi(line.substr(announced.size())));
