@@ -12,7 +12,7 @@ namespace fleetor::demo {
 
 enum class Face { regular, bold, italic };
 
-// The outlines of a typeface's letters, so that names can bend along streets and look the same on every tile.
+// The outlines of a typeface's letters, so that names can bend along streets and are the same on every tile.
 // Read-only after construction, from any thread.
 class Lettering {
  public:

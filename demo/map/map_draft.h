@@ -35,7 +35,7 @@ class MapDraft {
   // Rows of buildings over a whole block where there is room, aligned with its longest side. `share` of the
   // places are built on.
   void fillBlock(const Shape& block, double width, double depth, double gap, double share, bool large = true);
-  // A building of its own when there is room for it.
+  // A single building. False when there is no room for it.
   bool build(const Shape& outline, double height, bool large, const Shape* block, double margin);
   // A tree with a crown of a radius between these.
   void plant(Point at, double low, double high);

@@ -105,12 +105,12 @@ constexpr double widths[roadClasses][10] = {
 
 }  // namespace
 
-const Palette& paletteOf(MapLook look) {
+const Palette& paletteOf(MapStyle style) {
   const Palette* const palettes[] = {&standardPalette, &darkPalette, &aerialPalette};
-  return *palettes[static_cast<int>(look)];
+  return *palettes[static_cast<int>(style)];
 }
 
-TextColours textColours(MapLook look, NameKind kind) {
+TextColours textColours(MapStyle style, NameKind kind) {
   // Standard and dark, by NameKind.
   constexpr Colour inks[][2] = {{0x2c2f36, 0xeef2f7}, {0x2c2f36, 0xeef2f7}, {0x3f7da6, 0x8fbede},
                                 {0x3f7da6, 0x8fbede}, {0x3d7a3c, 0x93c9a2}, {0x6f6187, 0xb9b3cf},
@@ -119,9 +119,9 @@ TextColours textColours(MapLook look, NameKind kind) {
   constexpr Colour halos[] = {0xffffff, 0x171d25, 0x10181c};
   constexpr Colour waterHalos[] = {0xcfe6f3, 0x10222f, 0x10222f};
   const bool water = kind == NameKind::sea || kind == NameKind::water || kind == NameKind::river;
-  const auto index = static_cast<std::size_t>(look);
+  const auto index = static_cast<std::size_t>(style);
   const Colour halo = water ? waterHalos[index] : kind == NameKind::parking ? 0x4a78b8 : halos[index];
-  return {inks[static_cast<std::size_t>(kind)][look == MapLook::standard ? 0 : 1], halo};
+  return {inks[static_cast<std::size_t>(kind)][style == MapStyle::standard ? 0 : 1], halo};
 }
 
 double roadWidth(RoadClass kind, int zoom) {

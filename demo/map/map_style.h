@@ -21,7 +21,7 @@ constexpr Colour mixed(Colour a, Colour b, double t) {
   return result;
 }
 
-enum class MapLook : std::uint8_t { standard, dark, satellite };
+enum class MapStyle : std::uint8_t { standard, dark, satellite };
 
 struct RoadColours {
   Colour surface;
@@ -52,8 +52,8 @@ struct Palette {
   std::array<RoadColours, roadClasses> roads{};
 };
 
-const Palette& paletteOf(MapLook look);
-TextColours textColours(MapLook look, NameKind kind);
+const Palette& paletteOf(MapStyle style);
+TextColours textColours(MapStyle style, NameKind kind);
 
 // Of the whole road in pixels; 0 where a map of this zoom leaves it out.
 double roadWidth(RoadClass kind, int zoom);

@@ -179,7 +179,7 @@ class NamePlacer {
 
 }  // namespace
 
-void NameBoard::paint(Canvas& canvas, MapLook look) const {
+void NameBoard::paint(Canvas& canvas, MapStyle style) const {
   const int zoom = canvas.zoom();
   Level& level = levels_[static_cast<std::size_t>(zoom)];
   std::call_once(level.once, [&] {
@@ -193,7 +193,7 @@ void NameBoard::paint(Canvas& canvas, MapLook look) const {
   for (const std::uint32_t id : level.index.within(canvas.box())) {
     const PlacedName& placed = level.names[id];
     const Name& name = *placed.name;
-    const TextColours colours = textColours(look, name.kind);
+    const TextColours colours = textColours(style, name.kind);
     if (hasDot(name, zoom)) {
       canvas.addDisc(name.at, name.kind == NameKind::town ? 4 : 2.6);
       canvas.use(colours.halo);

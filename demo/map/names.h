@@ -29,7 +29,7 @@ class NameBoard {
  public:
   explicit NameBoard(const Atlas& atlas) : atlas_(atlas) {}
 
-  void paint(Canvas& canvas, MapLook look) const;
+  void paint(Canvas& canvas, MapStyle style) const;
 
  private:
   struct Level {

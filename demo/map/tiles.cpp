@@ -19,17 +19,17 @@ ServiceReply refused(int status, std::string_view reason) {
 // What the path and the query ask for, whether or not there is such a tile; nothing when they are not valid.
 std::optional<TilePicture> requestedPicture(const httplib::Request& request) {
   TilePicture picture;
-  char style[10];
+  char name[10];
   int end = 0;
   TileAddress& tile = picture.address;
-  if (std::sscanf(request.path.c_str(), "/tiles/%9[a-z]/%9d/%9d/%9d.png%n", style, &tile.zoom, &tile.x,
+  if (std::sscanf(request.path.c_str(), "/tiles/%9[a-z]/%9d/%9d/%9d.png%n", name, &tile.zoom, &tile.x,
                   &tile.y, &end) != 4 ||
       static_cast<std::size_t>(end) != request.path.size())
     return std::nullopt;
   const std::string_view styles[] = {"standard", "dark", "satellite"};
-  const auto found = std::ranges::find(styles, std::string_view(style));
+  const auto found = std::ranges::find(styles, std::string_view(name));
   if (found == std::end(styles)) return std::nullopt;
-  picture.look = static_cast<MapLook>(found - styles);
+  picture.style = static_cast<MapStyle>(found - styles);
   const std::string scale = request.get_param_value("scale");
   picture.scale = scale == "2" ? 2 : 1;
   if (!scale.empty() && scale != "1" && scale != "2") return std::nullopt;
@@ -89,8 +89,8 @@ std::shared_ptr<const std::string> Tiles::fileOf(const TilePicture& picture) {
 std::string Tiles::drawn(const TilePicture& picture) {
   const Map& map = this->map();
   Canvas canvas(picture.address, picture.scale);
-  paintMap(canvas, map.atlas, paletteOf(picture.look));
-  map.names.paint(canvas, picture.look);
+  paintMap(canvas, map.atlas, paletteOf(picture.style));
+  map.names.paint(canvas, picture.style);
   return canvas.png();
 }
 

@@ -16,7 +16,7 @@ namespace fleetor::demo {
 
 // One picture that can be asked for.
 struct TilePicture {
-  MapLook look = MapLook::standard;
+  MapStyle style = MapStyle::standard;
   int scale = 1;
   TileAddress address;
 

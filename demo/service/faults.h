@@ -27,7 +27,7 @@ struct Fault {
 std::string faultKindsHelp();
 
 // "ENDPOINT=KIND[:ARG][*COUNT]", for instance "live=delay:500*3". Nothing when it is not valid; `problem`
-// then says why.
+// then gives the reason.
 std::optional<Fault> parseFault(std::string_view text, std::string& problem);
 
 void applyFault(const Fault& fault, ServiceReply& reply);

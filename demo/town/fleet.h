@@ -17,7 +17,7 @@ struct VehicleKind {
   double braking = 0;       // m/s2
   double idleRpm = 0;
   double topRpm = 0;
-  double tankLitres = 0;  // 0: no engine of its own
+  double tankLitres = 0;  // 0: no engine
   double rangeKm = 0;     // between two fillings
   double boardVolts = 0;
   int minTrips = 0;
@@ -52,7 +52,7 @@ struct FleetVehicle {
   std::uint64_t seed = 0;
 };
 
-// A customer of the service with vehicles of its own.
+// A customer of the service, with vehicles.
 struct Account {
   std::string user;  // and the password
   std::string name;

@@ -16,7 +16,7 @@ double odometerKm(const FleetVehicle& vehicle, double metres) {
 }
 
 // The tank empties with the kilometres; when a stop finds a filling due, it is filled there. So a drive goes
-// on with what it began with, and the level is the same whoever asks.
+// on with what it began with, and the level does not depend on the question.
 double fuelShare(const FleetVehicle& vehicle, const Whereabouts& where) {
   constexpr double full = 0.96;
   constexpr double reserve = 0.14;

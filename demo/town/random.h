@@ -8,7 +8,7 @@
 namespace fleetor::demo {
 
 // Repeatable randomness. Whatever the town and its fleet do is a function of the seed and of what is asked (a
-// vehicle, a day, a trip), never of the order of questions: each thing draws from a generator of its own,
+// vehicle, a day, a trip), never of the order of questions: each thing has a separate generator,
 // seeded by its hash.
 
 constexpr std::uint64_t mixBits(std::uint64_t value) {

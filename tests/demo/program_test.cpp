@@ -1,45 +1,23 @@
-#include <fcntl.h>
 #include <sys/wait.h>
-#include <unistd.h>
 #include <csignal>
 #include <cstdio>
-
-#include <vector>
 
 #include "running_service.h"
 
 namespace fleetor::demo {
 namespace {
 
-struct Ended {
-  int status = -1;
-  std::string output;
-};
-
 // The demo program, its standard output and error read through one pipe.
 class Program {
  public:
-  explicit Program(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), FLEETOR_DEMO_PROGRAM);
-    std::vector<char*> pointers;
-    for (std::string& argument : arguments)
-      pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    int ends[2];
-    EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-    child_ = ::fork();
-    if (child_ == 0) {
-      ::dup2(ends[1], STDOUT_FILENO);
-      ::dup2(ends[1], STDERR_FILENO);
-      ::execv(pointers[0], pointers.data());
-      ::_exit(127);
-    }
-    ::close(ends[1]);
-    output_ = ::fdopen(ends[0], "r");
+  // `arguments` as a shell reads them.
+  explicit Program(const std::string& arguments)
+      : output_(::popen(("echo $$; exec " FLEETOR_DEMO_PROGRAM " " + arguments + " 2>&1").c_str(), "r")) {
+    process_ = std::stoi(read());
   }
   ~Program() {
-    if (child_ > 0) ::kill(child_, SIGKILL);
-    std::fclose(output_);
+    if (output_) ::kill(process_, SIGKILL);
+    if (output_) ::pclose(output_);
   }
 
   // Up to the next line break, or to the end of the output.
@@ -49,22 +27,21 @@ class Program {
       text += static_cast<char>(c);
     return text;
   }
-  void signal(int number) { ::kill(child_, number); }
-  Ended end() {
-    const std::string output = read('\0');
-    int status = 0;
-    ::waitpid(std::exchange(child_, -1), &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+  void terminate() const { ::kill(process_, SIGTERM); }
+  // The exit status, when the program has ended.
+  int status() {
+    const int status = ::pclose(std::exchange(output_, nullptr));
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
  private:
-  pid_t child_ = -1;
-  std::FILE* output_ = nullptr;
+  std::FILE* output_;
+  pid_t process_ = 0;
 };
 
 TEST(DemoProgram, PrintsWhereItListensAndEndsCleanlyOnASignal) {
-  Program program({"--port", "0", "--vehicles=3", "--seed", "9", "--fault=live=hang", "--fault", "info=500",
-                   "--now", "2026-03-11 08:00:00"});
+  Program program(
+      "--port 0 --vehicles=3 --seed 9 --fault=live=hang --fault info=500 --now '2026-03-11 08:00:00'");
   const std::string line = program.read();
   const std::string announced = "Listening on http://127.0.0.1:";
   ASSERT_EQ(line.substr(0, announced.size()), announced);
@@ -85,40 +62,26 @@ TEST(DemoProgram, PrintsWhereItListensAndEndsCleanlyOnASignal) {
   EXPECT_EQ(get("/control/service"),
             Json({{"service", "fleetor-demo-service"}, {"version", FLEETOR_VERSION}}));
 
-  const Ended second = Program({"--port", line.substr(announced.size())}).end();
-  EXPECT_EQ(second.status, 1);
-  EXPECT_NE(second.output.find("port " + line.substr(announced.size())), std::string::npos) << second.output;
+  Program second("--port " + line.substr(announced.size()));
+  EXPECT_NE(second.read().find("port " + line.substr(announced.size())), std::string::npos);
+  EXPECT_EQ(second.status(), 1);
 
-  program.signal(SIGTERM);
-  EXPECT_EQ(program.end().status, 0);
+  program.terminate();
+  EXPECT_EQ(program.status(), 0);
 }
 
 TEST(DemoProgram, RefusesAWrongOptionWithAReasonAndItsUsage) {
-  const std::vector<std::string> cases[] = {{"--ports", "1"},
-                                            {"--port"},
-                                            {"--port=65536"},
-                                            {"--port=x"},
-                                            {"--vehicles=10001"},
-                                            {"--seed=first"},
-                                            {"--help=yes"},
-                                            {"--now=yesterday"},
-                                            {"--now=2026-13-01"},
-                                            {"--now=9999-01-01"},
-                                            {"--fault=lives"},
-                                            {"--state="},
-                                            {"demo"},
-                                            {"--now=2026-01-01 24:00:00"}};
-  for (const auto& arguments : cases) {
-    const Ended ended = Program(arguments).end();
-    EXPECT_EQ(ended.status, 2) << arguments[0];
-    const std::string name =
-        arguments[0].substr(0, arguments[0].find('=')).substr(arguments[0][0] == '-' ? 2 : 0);
-    EXPECT_NE(ended.output.substr(0, ended.output.find("Usage: ")).find(name), std::string::npos)
-        << ended.output;
+  for (const std::string arguments : {"--ports 1", "--port", "--port=65536", "--port=x", "--vehicles=10001",
+                                      "--seed=first", "--help=yes", "--now=2026-13-01", "--now=9999-01-01",
+                                      "--now='2026-01-01 24:00:00'", "--fault=lives", "--state=", "demo"}) {
+    Program program(arguments);
+    const std::string output = program.read('\0');
+    const std::size_t name = output.find(arguments.substr(0, arguments.find_first_of("= ")));
+    EXPECT_LT(name, output.find("Usage: fleetor-demo-service")) << output;
+    EXPECT_EQ(program.status(), 2) << arguments;
   }
-  const Ended help = Program({"--help"}).end();
-  EXPECT_EQ(help.status, 0);
-  EXPECT_NE(help.output.find("Usage: fleetor-demo-service"), std::string::npos);
+  Program help("--help");
+  EXPECT_EQ(help.read().find("Usage: fleetor-demo-service"), 0u);
 }
 
 }  // namespace

@@ -82,7 +82,7 @@ class RunningService {
   std::thread thread_;
 };
 
-// Every failure has the status in its envelope too, and a description that says why.
+// Every failure has the status in its envelope too, and a description of the reason.
 inline void expectFailure(const Answer& answer, int status, const std::string& mention) {
   EXPECT_EQ(answer.status, status) << answer.body;
   ASSERT_TRUE(answer.json.is_object()) << answer.body;

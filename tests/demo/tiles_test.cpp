@@ -53,17 +53,17 @@ class DemoTiles : public testing::Test {
     return map;
   }
 
-  static Canvas drawn(const TileAddress& tile, MapLook look, int scale = 1) {
+  static Canvas drawn(const TileAddress& tile, MapStyle style, int scale = 1) {
     Canvas canvas(tile, scale);
-    paintMap(canvas, map().atlas, paletteOf(look));
-    map().names.paint(canvas, look);
+    paintMap(canvas, map().atlas, paletteOf(style));
+    map().names.paint(canvas, style);
     return canvas;
   }
 };
 
 TEST_F(DemoTiles, JoinWithoutASeam) {
   constexpr std::size_t tileSide = Canvas::tilePixels;
-  for (const MapLook look : {MapLook::standard, MapLook::dark, MapLook::satellite})
+  for (const MapStyle style : {MapStyle::standard, MapStyle::dark, MapStyle::satellite})
     for (const int zoom : {5, 9, 12, 15, 17}) {
       double across = 0;  // what changes from one tile to the next
       double inside = 0;  // what changes from pixel to pixel on both sides of that border
@@ -71,9 +71,9 @@ TEST_F(DemoTiles, JoinWithoutASeam) {
         TileAddress tile = tileOver({0, 0}, zoom);
         tile.x += step;
         tile.y += step / 2;
-        const Pixels here = pixelsOf(drawn(tile, look).surface());
-        const Pixels east = pixelsOf(drawn({zoom, tile.x + 1, tile.y}, look).surface());
-        const Pixels south = pixelsOf(drawn({zoom, tile.x, tile.y + 1}, look).surface());
+        const Pixels here = pixelsOf(drawn(tile, style).surface());
+        const Pixels east = pixelsOf(drawn({zoom, tile.x + 1, tile.y}, style).surface());
+        const Pixels south = pixelsOf(drawn({zoom, tile.x, tile.y + 1}, style).surface());
         for (std::size_t i = 0; i < tileSide; ++i) {
           const std::size_t row = i * tileSide;
           across += difference(here[row + tileSide - 1], east[row]);
@@ -85,13 +85,13 @@ TEST_F(DemoTiles, JoinWithoutASeam) {
                     difference(south[i], south[i + tileSide]) / 2.0;
         }
       }
-      EXPECT_LE(across, 1.25 * inside + 2000) << "look " << static_cast<int>(look) << " zoom " << zoom;
+      EXPECT_LE(across, 1.25 * inside + 2000) << "style " << static_cast<int>(style) << " zoom " << zoom;
     }
 }
 
 TEST_F(DemoTiles, ShowTheTownThatTheFleetDrivesThrough) {
   const Town& town = map().town;
-  const Palette& palette = paletteOf(MapLook::standard);
+  const Palette& palette = paletteOf(MapStyle::standard);
   const auto colourAt = [&](Point at) {
     Canvas canvas(tileOver(at, 19), 1);
     paintMap(canvas, map().atlas, palette);
@@ -112,12 +112,12 @@ TEST_F(DemoTiles, ArriveAsPicturesThatACacheCanKeep) {
   RunningService service;  // its seed is the atlas's
   const TileAddress tile = tileOver({300, 300}, 16);
   const std::string place = "/16/" + std::to_string(tile.x) + "/" + std::to_string(tile.y) + ".png";
-  for (const auto& [style, look] : {std::pair("standard", MapLook::standard),
-                                    {"dark", MapLook::dark},
-                                    {"satellite", MapLook::satellite}}) {
-    const std::string path = std::string("/tiles/") + style + place;
+  for (const auto& [name, style] : {std::pair("standard", MapStyle::standard),
+                                    {"dark", MapStyle::dark},
+                                    {"satellite", MapStyle::satellite}}) {
+    const std::string path = std::string("/tiles/") + name + place;
     const Answer answer = service.get(path);
-    EXPECT_EQ(answer.body, drawn(tile, look).png()) << style;
+    EXPECT_EQ(answer.body, drawn(tile, style).png()) << name;
     EXPECT_EQ(answer.header("Content-Type"), "image/png");
     EXPECT_EQ(answer.header("Cache-Control"), "public, max-age=600");
     const Answer again = service.get(path, {{"If-None-Match", answer.header("ETag")}});
@@ -136,7 +136,7 @@ TEST_F(DemoTiles, ArriveAsPicturesThatACacheCanKeep) {
           return CAIRO_STATUS_SUCCESS;
         },
         &rest);
-    EXPECT_EQ(pixelsOf(picture), pixelsOf(drawn(tile, look, 2).surface())) << style;
+    EXPECT_EQ(pixelsOf(picture), pixelsOf(drawn(tile, style, 2).surface())) << name;
     cairo_surface_destroy(picture);
   }
 }
