@@ -61,7 +61,7 @@ class Cartographer : public MapDraft {
     std::vector<std::vector<const StreetEdge*>> edgesOf(streets_.streets().size());
     for (const StreetEdge& edge : streets_.edges()) {
       edgesOf[edge.street].push_back(&edge);
-      roads.push_back({streets_.kindOf(edge), edge.bridge, true, edge.line.line()});
+      roads.push_back({streets_.kindOf(edge), edge.bridge, edge.line.line()});
     }
     for (std::size_t i = 0; i < edgesOf.size(); ++i) {
       std::ranges::sort(edgesOf[i], {}, &StreetEdge::houseOffset);
@@ -161,7 +161,7 @@ class Cartographer : public MapDraft {
 
   void pave(Shape line) {
     paths_.push_back(line);
-    roads.push_back({RoadClass::path, false, true, std::move(line)});
+    roads.push_back({RoadClass::path, false, std::move(line)});
   }
 
   // A round way inside, and ways in from the border.

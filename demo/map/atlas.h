@@ -12,7 +12,6 @@ namespace fleetor::demo {
 struct Road {
   RoadClass kind = RoadClass::residential;
   bool bridge = false;
-  bool inTown = true;
   Shape line;
 };
 

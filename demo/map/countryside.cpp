@@ -190,8 +190,7 @@ class Surveyor {
       const bool last = metres + step >= walk.length();
       if ((over == bridge && !last) || metres <= begin) continue;
       const double end = last ? walk.length() : metres;
-      roads_.push_back(
-          {main ? RoadClass::main : RoadClass::collector, bridge, false, walk.between(begin, end)});
+      roads_.push_back({main ? RoadClass::main : RoadClass::collector, bridge, walk.between(begin, end)});
       begin = metres;
       bridge = over;
     }
@@ -237,7 +236,7 @@ class Surveyor {
     for (const Shape& lane : lanes)
       draft_.reserve(lane, 4.5);
     for (std::size_t i = 0; i < lanes.size(); ++i) {
-      if (i >= through) draft_.roads.push_back({RoadClass::residential, false, false, lanes[i]});
+      if (i >= through) draft_.roads.push_back({RoadClass::residential, false, lanes[i]});
       const Walk walk(lanes[i]);
       for (const bool left : {true, false})
         draft_.buildAlong({walk, left, 0, i < through ? 5.2 : 3.9, Housing::detached, nullptr, false});
@@ -270,7 +269,7 @@ class Surveyor {
       if (draft_.isFree(at)) draft_.plant(at, 2.5, 5);
     }
     draft_.roads.push_back(
-        {RoadClass::drive, false, false,
+        {RoadClass::drive, false,
          smoothed({road.at, lerp(road.at, yard.at, 0.6) + road.direction * 12, yard.at}, false)});
   }
 

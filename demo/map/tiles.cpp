@@ -36,12 +36,6 @@ std::optional<TilePicture> requestedPicture(const httplib::Request& request) {
   return picture;
 }
 
-bool exists(const TileAddress& tile) {
-  if (tile.zoom < Tiles::firstZoom || tile.zoom > Tiles::lastZoom) return false;
-  const int count = 1 << tile.zoom;
-  return tile.x >= 0 && tile.x < count && tile.y >= 0 && tile.y < count;
-}
-
 }  // namespace
 
 ServiceReply Tiles::answer(const httplib::Request& request) {
@@ -51,7 +45,9 @@ ServiceReply Tiles::answer(const httplib::Request& request) {
     return refused(400,
                    "A tile is /tiles/STYLE/ZOOM/X/Y.png, with STYLE one of standard, dark and satellite, and "
                    "optionally ?scale=2");
-  if (!exists(picture->address)) return refused(404, "There is no such tile");
+  const auto& [zoom, x, y] = picture->address;
+  if (zoom < firstZoom || zoom > lastZoom || std::min(x, y) < 0 || std::max(x, y) >= 1 << zoom)
+    return refused(404, "There is no such tile");
 
   const auto file = fileOf(*picture);
   const std::string tag = '"' + hexText(hashOfText(0, *file)) + '"';

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <charconv>
 #include <chrono>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -23,9 +24,15 @@ struct ServiceReply {
 };
 
 // What is not valid UTF-8 becomes a replacement character.
-std::string textOf(const Json& json);
+inline std::string textOf(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
 
 // A whole decimal number, an optional minus before it, that fits.
-std::optional<long long> parseNumber(std::string_view text);
+inline std::optional<long long> parseNumber(std::string_view text) {
+  long long value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
 
 }  // namespace fleetor::demo

@@ -30,11 +30,6 @@ constexpr const char* kindNames[][3] = {
 // always out.
 constexpr int fleetMix[] = {1, 0, 3, 4, 2, 1, 0, 5, 1, 6, 2, 0, 1, 3, 4};
 
-template <std::size_t N>
-std::string pick(Random& random, const char* const (&list)[N]) {
-  return list[random.below(static_cast<std::uint32_t>(N))];
-}
-
 FleetVehicle makeVehicle(std::uint64_t seed, std::int64_t id, int index) {
   FleetVehicle vehicle;
   vehicle.id = id;
@@ -42,7 +37,7 @@ FleetVehicle makeVehicle(std::uint64_t seed, std::int64_t id, int index) {
   Random random(hashOf(vehicle.seed, 11));
   const int kind = fleetMix[static_cast<std::size_t>(index) % std::size(fleetMix)];
   vehicle.kind = &vehicleKinds[static_cast<std::size_t>(kind)];
-  vehicle.name = pick(random, kindNames[kind]) + " " + std::to_string(index + 1);
+  vehicle.name = std::string(random.oneOf(kindNames[kind])) + " " + std::to_string(index + 1);
   char plate[32];
   std::snprintf(plate, sizeof plate, "LH %c%c %04u", static_cast<char>('A' + random.below(26)),
                 static_cast<char>('A' + random.below(26)), random.below(10000));
@@ -50,7 +45,8 @@ FleetVehicle makeVehicle(std::uint64_t seed, std::int64_t id, int index) {
   const bool plateless = kind == 6 || (kind == 5 && random.chance(0.5)) || random.chance(0.04);
   if (!plateless) vehicle.registration = plate;
   vehicle.colour = vehicleColours[static_cast<std::size_t>(index) % std::size(vehicleColours)];
-  vehicle.driver = pick(random, firstNames) + " " + pick(random, lastNames);
+  vehicle.driver = random.oneOf(firstNames);
+  vehicle.driver.append(" ").append(random.oneOf(lastNames));
   char phone[32];
   std::snprintf(phone, sizeof phone, "+00 555 %03u %03u", random.below(1000), random.below(1000));
   vehicle.driverPhone = phone;

@@ -51,6 +51,11 @@ class Random {
   constexpr std::uint32_t below(std::uint32_t count) { return static_cast<std::uint32_t>(next() % count); }
   constexpr bool chance(double probability) { return unit() < probability; }
 
+  template <std::size_t N>
+  constexpr const char* oneOf(const char* const (&list)[N]) {
+    return list[below(static_cast<std::uint32_t>(N))];
+  }
+
  private:
   std::uint64_t state_;
 };

@@ -1,7 +1,5 @@
 #include "demo/town/street_names.h"
 
-#include <iterator>
-
 namespace fleetor::demo {
 namespace {
 
@@ -15,16 +13,11 @@ constexpr const char* nameTails[] = {"bank", "brook", "croft", "dale", "fen",  "
 constexpr const char* residentialEndings[] = {"Street", "Street",  "Lane",    "Way",
                                               "Row",    "Gardens", "Terrace", "Walk"};
 
-template <std::size_t N>
-const char* oneOf(Random& random, const char* const (&list)[N]) {
-  return list[random.below(static_cast<std::uint32_t>(N))];
-}
-
 }  // namespace
 
 std::string StreetNames::nextStem() {
-  std::string stem = oneOf(random_, nameHeads);
-  return stem += oneOf(random_, nameTails);
+  const std::string head = random_.oneOf(nameHeads);
+  return head + random_.oneOf(nameTails);
 }
 
 std::string StreetNames::unique(const char* ending) {
@@ -40,7 +33,7 @@ std::string StreetNames::unique(const char* ending) {
 std::string StreetNames::nextStreet(RoadClass kind) {
   if (kind == RoadClass::ring) return unique("Ring");
   if (kind == RoadClass::main) return unique(random_.chance(0.5) ? "Avenue" : "Road");
-  return unique(kind == RoadClass::collector ? "Road" : oneOf(random_, residentialEndings));
+  return unique(kind == RoadClass::collector ? "Road" : random_.oneOf(residentialEndings));
 }
 
 std::string StreetNames::nextPark() {
