@@ -81,14 +81,14 @@ struct Name {
   Shape line;
 };
 
-// Everything that the map shows. Read-only after construction, from any thread. One town and
-// seed make one atlas.
+// Everything that the map shows. One town and seed make one atlas. Read-only after construction, from any
+// thread.
 class Atlas {
  public:
   Atlas(const Town& town, std::uint64_t seed);
 
   const std::vector<Shape>& continents() const { return continents_; }
-  // The island that the town lies on: its coast, the strip of sand inside it, and its islets.
+  // The island that the town lies on: its coast, and where the sand ends.
   const Shape& coast() const { return coast_; }
   const Shape& shore() const { return shore_; }
   const std::vector<Area>& areas() const { return areas_; }

@@ -23,7 +23,7 @@ double areaOf(const Shape& polygon) {
 }
 
 Point centroidOf(const Shape& polygon) {
-  // Relative to the first corner, since sheet coordinates may be large.
+  // Relative to the first corner, since coordinates may be large.
   Point sum;
   double twice = 0;
   for (std::size_t i = 1; i + 1 < polygon.size(); ++i) {

@@ -25,8 +25,8 @@ struct TilePicture {
 };
 
 // The map of the town as tiles: "/tiles/{standard|dark|satellite}/{zoom}/{x}/{y}.png?scale={1|2}". The atlas
-// is drawn up when the first tile is asked for; tiles are drawn in the threads that ask, and kept for
-// a while. From any thread.
+// is made when the first tile is requested; tiles are drawn in the requesting threads and cached. From any
+// thread.
 class Tiles {
  public:
   static constexpr int firstZoom = 3;

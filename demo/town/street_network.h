@@ -8,7 +8,7 @@
 
 namespace fleetor::demo {
 
-// In the order in which a map draws them; the first two are not for driving through.
+// In the order in which a map draws them; no vehicle of the fleet uses the first two.
 enum class RoadClass : std::uint8_t { path, drive, residential, collector, main, ring };
 inline constexpr int roadClasses = 6;
 
