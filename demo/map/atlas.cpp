@@ -5,72 +5,41 @@
 
 #include "demo/map/blocks.h"
 #include "demo/map/countryside.h"
-#include "demo/map/land_outlines.h"
 #include "demo/map/map_draft.h"
+#include "demo/map/world.h"
 
 namespace fleetor::demo {
 namespace {
 
-constexpr Box kIsland{-24000, -24000, 24000, 24000};
-
-RoadClass roadClass(StreetClass kind) {
-  switch (kind) {
-    case StreetClass::ringRoad:
-      return RoadClass::ring;
-    case StreetClass::mainRoad:
-      return RoadClass::main;
-    case StreetClass::collector:
-      return RoadClass::collector;
-    case StreetClass::residential:
-      break;
-  }
-  return RoadClass::residential;
-}
-
 double halfWidth(RoadClass kind) {
-  constexpr double halves[kRoadClasses] = {1.5, 2, 3.9, 5.2, 7, 9};
+  constexpr double halves[roadClasses] = {1.5, 2, 3.9, 5.2, 7, 9};
   return halves[static_cast<int>(kind)];
-}
-
-Shape onSheet(const std::vector<Point>& inTown) {
-  Shape shape;
-  for (const Point p : inTown)
-    shape.push_back(demo::onSheet(p));
-  return shape;
 }
 
 // Everything between the plan of the town and the finished atlas.
 class Cartographer : public MapDraft {
  public:
   Cartographer(const Town& town, std::uint64_t seed)
-      : MapDraft(kIsland, hashOf(seed, 20)),
+      : MapDraft(hashOf(seed, 20)),
         town_(town),
         streets_(town.streets()),
         seed_(seed),
-        river_(onSheet(town.river())),
         plan_(planBlocks(town, hashOf(seed, 21))) {}
 
   void draw() {
-    land = drawCountryside(river_, plan_.outline, gates(), hashOf(seed_, 23));
-    areas = std::move(land.parcels);
+    land = drawCountryside(*this, town_.river(), plan_.outline, gates(), hashOf(seed_, 23));
     areas.push_back({LandUse::builtUp, 0, 0, plan_.outline});
-    areas.push_back({LandUse::water, 0, 0, land.riverBanks});
-    areas.push_back({LandUse::water, 0, 0, land.lake});
-    builder.reserve(land.river, Town::riverWidth / 2 + 16);
+    name(NameKind::town, town_.name(), {0, 0}, 0);
     drawStreets();
     drawBlocks();
     drawParks();
     drawHouses();
-    settleCountryside(*this, land);
     drawBanks();
-    takeBuilders();
-    nameWaters();
+    std::erase_if(trees, [&](const Tree& tree) { return contains(land.lake, tree.at); });
     std::ranges::stable_sort(areas, {}, &Area::use);
   }
 
   Countryside land;
-  std::vector<Building> buildings;
-  std::vector<Tree> trees;
 
  private:
   // Where main roads meet the ring.
@@ -80,10 +49,10 @@ class Cartographer : public MapDraft {
       bool ring = false;
       bool main = false;
       for (const std::uint32_t edge : junction.edges) {
-        ring = ring || streets_.kindOf(streets_.edges()[edge]) == StreetClass::ringRoad;
-        main = main || streets_.kindOf(streets_.edges()[edge]) == StreetClass::mainRoad;
+        ring = ring || streets_.kindOf(streets_.edges()[edge]) == RoadClass::ring;
+        main = main || streets_.kindOf(streets_.edges()[edge]) == RoadClass::main;
       }
-      if (ring && main) found.push_back(demo::onSheet(junction.at));
+      if (ring && main) found.push_back(junction.at);
     }
     return found;
   }
@@ -92,43 +61,39 @@ class Cartographer : public MapDraft {
     std::vector<std::vector<const StreetEdge*>> edgesOf(streets_.streets().size());
     for (const StreetEdge& edge : streets_.edges()) {
       edgesOf[edge.street].push_back(&edge);
-      roads.push_back({roadClass(streets_.kindOf(edge)), edge.bridge, true, onSheet(edge.shape)});
+      roads.push_back({streets_.kindOf(edge), edge.bridge, edge.line.line()});
     }
     for (std::size_t i = 0; i < edgesOf.size(); ++i) {
       std::ranges::sort(edgesOf[i], {}, &StreetEdge::houseOffset);
       Shape line;
       for (const StreetEdge* edge : edgesOf[i]) {
-        const Shape part = onSheet(edge->shape);
+        const Shape& part = edge->line.line();
         line.insert(line.end(), part.begin() + (line.empty() ? 0 : 1), part.end());
       }
       const Street& street = streets_.streets()[i];
-      nameLine(NameKind::street, roadClass(street.kind), street.name, std::move(line),
-               100 - 10 * static_cast<int>(roadClass(street.kind)));
+      const RoadClass kind = street.kind;
+      const int firstZoom = kind == RoadClass::residential ? 15 : kind == RoadClass::collector ? 14 : 13;
+      nameLine(NameKind::street, firstZoom, street.name, std::move(line), 100 - 10 * static_cast<int>(kind));
     }
   }
 
   void drawBlocks() {
-    const struct {
-      Zone zone;
-      LandUse use;
-    } grounds[] = {{Zone::oldTown, LandUse::oldTown},  {Zone::terraces, LandUse::housing},
-                   {Zone::suburb, LandUse::housing},   {Zone::riverside, LandUse::lawn},
-                   {Zone::square, LandUse::square},    {Zone::parking, LandUse::housing},
-                   {Zone::retail, LandUse::retail},    {Zone::industry, LandUse::industry},
-                   {Zone::school, LandUse::school},    {Zone::sports, LandUse::sports},
-                   {Zone::cemetery, LandUse::cemetery}};
+    // By Zone; a park is laid out separately.
+    constexpr LandUse grounds[] = {LandUse::oldTown,  LandUse::housing, LandUse::housing, LandUse::park,
+                                   LandUse::lawn,     LandUse::square,  LandUse::housing, LandUse::retail,
+                                   LandUse::industry, LandUse::school,  LandUse::sports,  LandUse::cemetery};
     int schools = 0;
     for (const Block& block : plan_.blocks) {
-      for (const auto& [zone, use] : grounds)
-        if (zone == block.zone)
-          areas.push_back({use, static_cast<std::uint8_t>(random.below(256)), 0, block.outline});
+      if (block.zone != Zone::park)
+        areas.push_back({grounds[static_cast<int>(block.zone)], static_cast<std::uint8_t>(random.below(256)),
+                         0, block.outline});
       const Point middle = centroidOf(block.outline);
-      if (block.zone == Zone::retail) builder.fillBlock(block.outline, 58, 34, 26, 0.6);
+      if (block.zone == Zone::retail) fillBlock(block.outline, 58, 34, 26, 0.6);
       if (block.zone == Zone::retail || block.zone == Zone::parking) layParking(block.outline);
-      if (block.zone == Zone::industry) builder.fillBlock(block.outline, 46, 30, 15, 0.72);
+      if (block.zone == Zone::industry) fillBlock(block.outline, 46, 30, 15, 0.72);
       if (block.zone == Zone::school) {
         layPitch(block.outline, 0.22);
-        builder.fillBlock(block.outline, 54, 15, 18, 0.55);
+        fillBlock(block.outline, 54, 15, 18, 0.55);
         constexpr const char* kinds[] = {"School", "College", "Grammar School"};
         name(NameKind::landmark, std::string(kinds[schools++ % 3]), middle, 60);
       }
@@ -144,7 +109,7 @@ class Cartographer : public MapDraft {
       }
       if (block.zone == Zone::suburb || block.zone == Zone::terraces) layCourt(block);
       if (block.zone == Zone::square) {
-        builder.fillBlock(block.outline, 34, 22, 60, 0.5);
+        fillBlock(block.outline, 34, 22, 60, 0.5);
         name(NameKind::landmark, "Market Square", middle, 40);
       }
     }
@@ -175,7 +140,7 @@ class Cartographer : public MapDraft {
     const Shape pitch = rectangleAt(side, -half, half, room * shift - half * 0.6, room * shift + half * 0.6);
     for (const Point corner : pitch)
       if (!contains(block, corner) || distanceTo(block, corner, true) < 14) return;
-    builder.reserve({lerp(pitch[0], pitch[3], 0.5), lerp(pitch[1], pitch[2], 0.5)}, half * 0.6 + 5);
+    reserve({lerp(pitch[0], pitch[3], 0.5), lerp(pitch[1], pitch[2], 0.5)}, half * 0.6 + 5);
     areas.push_back(
         {LandUse::pitch, 0, static_cast<float>(std::atan2(side.direction.y, side.direction.x)), pitch});
   }
@@ -187,7 +152,7 @@ class Cartographer : public MapDraft {
         const Point at{x + random.between(0, spacing), y + random.between(0, spacing)};
         const bool clump = fractalNoise(hashOf(seed_, 24), at.x / 130, at.y / 130) < share;
         if (clump && contains(ground, at) && distanceTo(ground, at, true) > 13 && clearOfPaths(at))
-          builder.plant(at, 2.2, 5);
+          plant(at, 2.2, 5);
       }
   }
   bool clearOfPaths(Point at) const {
@@ -196,16 +161,16 @@ class Cartographer : public MapDraft {
 
   void pave(Shape line) {
     paths_.push_back(line);
-    roads.push_back({RoadClass::path, false, true, std::move(line)});
+    roads.push_back({RoadClass::path, false, std::move(line)});
   }
 
   // A round way inside, and ways in from the border.
   void layPath(const Shape& ground) {
     const Point middle = centroidOf(ground);
     Shape round;
-    constexpr int kPoints = 14;
-    for (int i = 0; i < kPoints; ++i) {
-      const double angle = 2 * std::numbers::pi * i / kPoints;
+    constexpr int points = 14;
+    for (int i = 0; i < points; ++i) {
+      const double angle = 2 * std::numbers::pi * i / points;
       const Point ray{std::cos(angle), std::sin(angle)};
       double reach = 10;
       while (contains(ground, middle + ray * (reach + 10)))
@@ -235,7 +200,7 @@ class Cartographer : public MapDraft {
 
   void drawParks() {
     for (const Park& park : town_.parks()) {
-      const Shape outline = onSheet(park.outline);
+      const Shape& outline = park.outline;
       areas.push_back({LandUse::park, 0, 0, outline});
       name(NameKind::park, park.name, centroidOf(outline), 20);
       // A main road may run through: then each part is laid out on its own.
@@ -251,21 +216,21 @@ class Cartographer : public MapDraft {
   }
 
   void layPond(Point middle) {
-    Shape pond;
-    for (int i = 0; i < 24; ++i) {
-      const double angle = 2 * std::numbers::pi * i / 24;
-      const Point ray{std::cos(angle), std::sin(angle)};
-      const double size = 30 + 75 * fractalNoise(hashOf(seed_, 25), ray.x + middle.x, ray.y + middle.y);
-      pond.push_back(middle + Point{ray.x * size * 1.25, ray.y * size * 0.8});
-    }
-    pond = smoothed(std::move(pond), true);
+    Shape pond = smoothed(ringAround(middle, 24,
+                                     [&](Point ray) {
+                                       const double size =
+                                           30 + 75 * fractalNoise(hashOf(seed_, 25), ray.x + middle.x,
+                                                                  ray.y + middle.y);
+                                       return Point{ray.x * size * 1.25, ray.y * size * 0.8};
+                                     }),
+                          true);
     for (const Point p : pond)
       if (distanceToRoads(p) < 16) return;
     std::erase_if(roads, [&](const Road& road) {
       return road.kind == RoadClass::path &&
              std::ranges::any_of(road.line, [&](Point p) { return contains(pond, p); });
     });
-    builder.reserve({middle + Point{-60, 0}, middle + Point{60, 0}}, 55);
+    reserve({middle + Point{-60, 0}, middle + Point{60, 0}}, 55);
     Shape around = pond;
     for (Point& p : around)
       p = middle + (p - middle) * 1.22;
@@ -279,9 +244,9 @@ class Cartographer : public MapDraft {
          {RoadClass::ring, RoadClass::main, RoadClass::collector, RoadClass::residential})
       for (std::size_t i = 0; i < streets_.edges().size(); ++i) {
         const StreetEdge& edge = streets_.edges()[i];
-        const RoadClass kind = roadClass(streets_.kindOf(edge));
+        const RoadClass kind = streets_.kindOf(edge);
         if (kind != wanted || edge.bridge) continue;
-        const Walk walk(onSheet(edge.shape));
+        const Walk& walk = edge.line;
         for (const std::size_t side : {0U, 1U}) {
           const std::uint32_t index = plan_.besides[i][side];
           if (index != BlockPlan::none) buildBeside(walk, edge, kind, side == 0, plan_.blocks[index]);
@@ -291,7 +256,7 @@ class Cartographer : public MapDraft {
     // Workshops and back houses in the yards of the old town.
     for (const Block& block : plan_.blocks)
       if (block.zone == Zone::oldTown) {
-        builder.fillBlock(insetOf(block.outline, 22), 15, 9, 9, 0.5, false);
+        fillBlock(insetOf(block.outline, 22), 15, 9, 9, 0.5, false);
         scatter(insetOf(block.outline, 18), 13, 0.42);
       }
   }
@@ -306,100 +271,39 @@ class Cartographer : public MapDraft {
     else if (block.zone != Zone::suburb && block.zone != Zone::riverside)
       return;
     if (kind == RoadClass::ring && frontage.housing == Housing::detached) frontage.halfWidth += 8;
-    builder.buildAlong(frontage);
+    buildAlong(frontage);
   }
 
   // Promenades on both banks through the town, with trees.
   void drawBanks() {
     for (const double side : {1.0, -1.0}) {
       Shape line;
-      for (const Point p : movedAside(river_, side * (Town::riverWidth / 2 + 9)))
+      for (const Point p : movedAside(town_.river(), side * (Town::riverWidth / 2 + 9)))
         if (contains(plan_.outline, p)) line.push_back(p);
       if (line.size() < 2) continue;
-      const std::size_t before = builder.trees.size();
+      const std::size_t before = trees.size();
       plantAlong(Walk(line), 4.5, side > 0, 14, 0.8);
       // None on a bridge.
-      const auto first = builder.trees.begin() + static_cast<std::ptrdiff_t>(before);
-      builder.trees.erase(std::remove_if(first, builder.trees.end(),
-                                         [this](const Tree& tree) { return distanceToRoads(tree.at) < 13; }),
-                          builder.trees.end());
+      const auto first = trees.begin() + static_cast<std::ptrdiff_t>(before);
+      trees.erase(std::remove_if(first, trees.end(),
+                                 [this](const Tree& tree) { return distanceToRoads(tree.at) < 13; }),
+                  trees.end());
       pave(std::move(line));
     }
-  }
-
-  void takeBuilders() {
-    buildings = std::move(builder.buildings);
-    trees = std::move(builder.trees);
-    std::ranges::move(builder.areas, std::back_inserter(areas));
-    std::ranges::move(builder.numbers, std::back_inserter(names));
-    std::erase_if(trees, [&](const Tree& tree) { return contains(land.lake, tree.at); });
-  }
-
-  void nameWaters() {
-    name(NameKind::town, town_.name(), {0, 0}, 0);
-    name(NameKind::water, "Vel Mere", centroidOf(land.lake), 15);
-    nameLine(NameKind::river, RoadClass::ring, "River Lark", land.river, 18);
   }
 
   const Town& town_;
   const StreetNetwork& streets_;
   std::uint64_t seed_;
-  Shape river_;
   BlockPlan plan_;
   std::vector<Shape> paths_;
 };
 
-// Where a sailor or a traveller would expect a name on a map of the whole.
-const struct {
-  const char* text;
-  NameKind kind;
-  int rank;
-  GeoPosition at;
-} kWideNames[] = {
-    {"North Sea", NameKind::sea, 2, {56.4, 3.4}},
-    {"Norwegian Sea", NameKind::sea, 5, {67.0, 2.0}},
-    {"Baltic Sea", NameKind::sea, 6, {56.3, 18.6}},
-    {"Bay of Biscay", NameKind::sea, 6, {45.6, -5.0}},
-    {"Mediterranean Sea", NameKind::sea, 5, {35.2, 18.5}},
-    {"Atlantic Ocean", NameKind::sea, 1, {38.0, -35.0}},
-    {"Pacific Ocean", NameKind::sea, 1, {5.0, -150.0}},
-    {"Indian Ocean", NameKind::sea, 1, {-20.0, 78.0}},
-    {"Black Sea", NameKind::sea, 6, {43.3, 34.5}},
-    {"London", NameKind::city, 21, {51.51, -0.13}},
-    {"Edinburgh", NameKind::city, 26, {55.95, -3.19}},
-    {"Newcastle", NameKind::city, 32, {54.97, -1.61}},
-    {"Hull", NameKind::city, 33, {53.75, -0.34}},
-    {"Norwich", NameKind::city, 34, {52.63, 1.30}},
-    {"Dublin", NameKind::city, 24, {53.35, -6.26}},
-    {"Amsterdam", NameKind::city, 23, {52.37, 4.90}},
-    {"Groningen", NameKind::city, 34, {53.22, 6.57}},
-    {"Brussels", NameKind::city, 25, {50.85, 4.35}},
-    {"Paris", NameKind::city, 21, {48.86, 2.35}},
-    {"Hamburg", NameKind::city, 26, {53.55, 9.99}},
-    {"Berlin", NameKind::city, 21, {52.52, 13.41}},
-    {"Copenhagen", NameKind::city, 23, {55.68, 12.57}},
-    {"Esbjerg", NameKind::city, 33, {55.48, 8.46}},
-    {"Oslo", NameKind::city, 23, {59.91, 10.75}},
-    {"Bergen", NameKind::city, 28, {60.39, 5.32}},
-    {"Stavanger", NameKind::city, 32, {58.97, 5.73}},
-    {"Stockholm", NameKind::city, 22, {59.33, 18.07}},
-    {"Warsaw", NameKind::city, 24, {52.23, 21.01}},
-    {"Vienna", NameKind::city, 25, {48.21, 16.37}},
-    {"Madrid", NameKind::city, 22, {40.42, -3.70}},
-    {"Rome", NameKind::city, 22, {41.90, 12.50}},
-    {"Lisbon", NameKind::city, 24, {38.72, -9.14}},
-    {"Aberdeen", NameKind::city, 32, {57.15, -2.09}},
-};
-
 }  // namespace
 
-Atlas::Atlas(const Town& town, std::uint64_t seed)
-    : extent_(kIsland),
-      continents_(landOutlines()),
-      areaIndex_(kIsland, 500),
-      roadIndex_(kIsland, 400),
-      buildingIndex_(kIsland, 150),
-      treeIndex_(kIsland, 150) {
+Atlas::Atlas(const Town& town, std::uint64_t seed) {
+  World world = drawWorld(hashOf(seed, 41));
+  continents_ = std::move(world.lands);
   Cartographer cartographer(town, hashOf(seed, 40));
   cartographer.draw();
   coast_ = std::move(cartographer.land.coast);
@@ -409,14 +313,7 @@ Atlas::Atlas(const Town& town, std::uint64_t seed)
   buildings_ = std::move(cartographer.buildings);
   trees_ = std::move(cartographer.trees);
   names_ = std::move(cartographer.names);
-  for (const auto& wide : kWideNames) {
-    Name name;
-    name.text = wide.text;
-    name.kind = wide.kind;
-    name.rank = wide.rank;
-    name.at = onSheet(wide.at);
-    names_.push_back(std::move(name));
-  }
+  std::ranges::move(world.names, std::back_inserter(names_));
   index();
 }
 

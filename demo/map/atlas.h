@@ -9,14 +9,9 @@
 
 namespace fleetor::demo {
 
-// In the order in which a map widens them.
-enum class RoadClass : std::uint8_t { path, drive, residential, collector, main, ring };
-inline constexpr int kRoadClasses = 6;
-
 struct Road {
   RoadClass kind = RoadClass::residential;
   bool bridge = false;
-  bool inTown = true;
   Shape line;
 };
 
@@ -80,20 +75,20 @@ enum class NameKind : std::uint8_t {
 struct Name {
   std::string text;
   NameKind kind = NameKind::street;
-  RoadClass road = RoadClass::residential;
+  int firstZoom = 0;
   int rank = 0;  // the smaller, the earlier it is placed
   Point at;
   Shape line;
 };
 
-// Everything that the map shows, on the sheet. Read-only after construction, from any thread. One town and
-// seed make one atlas.
+// Everything that the map shows. One town and seed make one atlas. Read-only after construction, from any
+// thread.
 class Atlas {
  public:
   Atlas(const Town& town, std::uint64_t seed);
 
   const std::vector<Shape>& continents() const { return continents_; }
-  // The island that the town lies on: its coast, the strip of sand inside it, and its islets.
+  // The island that the town lies on: its coast, and where the sand ends.
   const Shape& coast() const { return coast_; }
   const Shape& shore() const { return shore_; }
   const std::vector<Area>& areas() const { return areas_; }
@@ -108,12 +103,11 @@ class Atlas {
   std::vector<std::uint32_t> buildingsIn(const Box& box) const { return buildingIndex_.within(box); }
   std::vector<std::uint32_t> treesIn(const Box& box) const { return treeIndex_.within(box); }
   // Whether anything but land and sea lies in the box.
-  bool touchesIsland(const Box& box) const { return box.meets(extent_); }
+  bool touchesIsland(const Box& box) const { return box.meets(boxOf(coast_)); }
 
  private:
   void index();
 
-  Box extent_;
   std::vector<Shape> continents_;
   Shape coast_;
   Shape shore_;
@@ -122,10 +116,10 @@ class Atlas {
   std::vector<Building> buildings_;
   std::vector<Tree> trees_;
   std::vector<Name> names_;
-  PlaceIndex areaIndex_;
-  PlaceIndex roadIndex_;
-  PlaceIndex buildingIndex_;
-  PlaceIndex treeIndex_;
+  PlaceIndex areaIndex_{500};
+  PlaceIndex roadIndex_{400};
+  PlaceIndex buildingIndex_{150};
+  PlaceIndex treeIndex_{150};
 };
 
 }  // namespace fleetor::demo

@@ -34,8 +34,8 @@ class BlockFinder {
       for (HalfEdge half = first; !walked[half]; half = nextAlongBlock(half)) {
         walked[half] = true;
         sides.push_back(half);
-        for (std::size_t i = 0; i + 1 < edge(half).shape.size(); ++i)
-          outline.push_back(onSheet(point(half, i)));
+        for (std::size_t i = 0; i + 1 < edge(half).line.line().size(); ++i)
+          outline.push_back(point(half, i));
       }
       if (areaOf(outline) <= 0) {
         if (outline.size() > plan.outline.size()) plan.outline.assign(outline.rbegin(), outline.rend());
@@ -52,8 +52,8 @@ class BlockFinder {
   const StreetEdge& edge(HalfEdge half) const { return streets_.edges()[half / 2]; }
   std::uint32_t start(HalfEdge half) const { return half % 2 == 0 ? edge(half).from : edge(half).to; }
   Point point(HalfEdge half, std::size_t i) const {
-    const auto& shape = edge(half).shape;
-    return half % 2 == 0 ? shape[i] : shape[shape.size() - 1 - i];
+    const Shape& line = edge(half).line.line();
+    return half % 2 == 0 ? line[i] : line[line.size() - 1 - i];
   }
   // Turns as far left as it can, so that the block stays on the left.
   HalfEdge nextAlongBlock(HalfEdge half) const {
@@ -86,22 +86,15 @@ Zone zoneOf(const Shape& outline, Random random) {
 
 BlockPlan planBlocks(const Town& town, std::uint64_t seed) {
   BlockPlan plan = BlockFinder(town.streets()).find();
-  std::vector<Shape> parks;
-  for (const Park& park : town.parks()) {
-    parks.emplace_back();
-    for (const Point corner : park.outline)
-      parks.back().push_back(onSheet(corner));
-  }
-  Shape river;
-  for (const Point point : town.river())
-    river.push_back(onSheet(point));
-
   std::size_t central = 0;
   for (std::size_t i = 0; i < plan.blocks.size(); ++i) {
     Block& block = plan.blocks[i];
     const Point middle = centroidOf(block.outline);
-    const auto onBank = [&](Point p) { return distanceTo(river, p, false) < Town::riverWidth / 2 + 14; };
-    const bool inPark = std::ranges::any_of(parks, [&](const Shape& park) { return contains(park, middle); });
+    const auto onBank = [&](Point p) {
+      return distanceTo(town.river(), p, false) < Town::riverWidth / 2 + 14;
+    };
+    const bool inPark =
+        std::ranges::any_of(town.parks(), [&](const Park& park) { return contains(park.outline, middle); });
     if (inPark)
       block.zone = Zone::park;
     else if (onBank(middle) || std::ranges::any_of(block.outline, onBank))

@@ -41,7 +41,6 @@ struct BlockPlan {
   Shape outline;
 };
 
-// All in sheet coordinates.
 BlockPlan planBlocks(const Town& town, std::uint64_t seed);
 
 }  // namespace fleetor::demo

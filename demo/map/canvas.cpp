@@ -1,36 +1,32 @@
 #include "demo/map/canvas.h"
 
+#include <png.h>
+
+#include <new>
+#include <vector>
+
 namespace fleetor::demo {
 
 Canvas::Canvas(const TileAddress& tile, int scale)
-    : box_(tile.box()),
-      zoom_(tile.zoom),
-      metresPerPixel_(demo::metresPerPixel(tile.zoom)),
-      surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kTilePixels * scale, kTilePixels * scale)),
+    : tile_(tile),
+      box_(tile.box()),
+      metresPerPixel_(tile.metres() / tilePixels),
+      reach_(box_.grownBy(64 * metresPerPixel_)),
+      surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, tilePixels * scale, tilePixels * scale)),
       cairo_(cairo_create(surface_.get())) {
   cairo_scale(cairo_.get(), scale, scale);
   cairo_set_line_join(cairo_.get(), CAIRO_LINE_JOIN_ROUND);
   cairo_set_line_cap(cairo_.get(), CAIRO_LINE_CAP_ROUND);
-  // Cairo counts in 24 bits of whole pixels: what lies far off must be cut away first.
-  drawnBox_ = boxWithMargin(64);
 }
 
 void Canvas::addPolygon(const Shape& polygon) {
   const Box whole = boxOf(polygon);
-  if (polygon.size() < 3 || !whole.meets(drawnBox_)) return;
-  const bool inside =
-      drawnBox_.holds({whole.left, whole.bottom}) && drawnBox_.holds({whole.right, whole.top});
-  const Shape cut = inside ? Shape() : clipped(polygon, drawnBox_);
-  bool begun = false;
-  for (const Point p : inside ? polygon : cut) {
-    const Point at = pixel(p);
-    if (begun)
-      cairo_line_to(cairo(), at.x, at.y);
-    else
-      cairo_move_to(cairo(), at.x, at.y);
-    begun = true;
-  }
-  if (begun) cairo_close_path(cairo());
+  if (polygon.size() < 3 || !whole.meets(reach_)) return;
+  // Cairo counts in 24 bits of whole pixels: what lies far off must be cut away first.
+  const bool inside = reach_.holds({whole.left, whole.bottom}) && reach_.holds({whole.right, whole.top});
+  const Shape cut = inside ? Shape() : clipped(polygon, reach_);
+  addLine(inside ? polygon : cut);
+  if (inside || !cut.empty()) cairo_close_path(cairo());
 }
 
 void Canvas::addLine(const Shape& line) {
@@ -65,9 +61,39 @@ void Canvas::stroke(Colour colour, double width, double alpha) {
   cairo_stroke(cairo());
 }
 
-void Canvas::paint(Colour colour, double alpha) {
-  use(colour, alpha);
-  cairo_paint(cairo());
+void Canvas::fillAndStroke(Colour inside, Colour border, double width) {
+  use(inside);
+  cairo_fill_preserve(cairo());
+  stroke(border, width);
+}
+
+// Not cairo's own writer: that packs at zlib's highest level, which takes several times as long.
+std::string Canvas::png() {
+  cairo_surface_flush(surface());
+  png_struct* writer = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+  png_info* info = png_create_info_struct(writer);
+  std::string file;
+  png_set_write_fn(
+      writer, &file,
+      [](png_struct* to, png_byte* data, std::size_t size) {
+        static_cast<std::string*>(png_get_io_ptr(to))->append(reinterpret_cast<char*>(data), size);
+      },
+      nullptr);
+  const int side = cairo_image_surface_get_width(surface());
+  const auto size = static_cast<png_uint_32>(side);
+  png_set_IHDR(writer, info, size, size, 8, PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
+               PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+  png_set_compression_level(writer, 4);
+  png_set_filter(writer, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE | PNG_FILTER_SUB | PNG_FILTER_UP);
+  png_write_info(writer, info);
+  png_set_bgr(writer);
+  png_set_filler(writer, 0, PNG_FILLER_AFTER);
+  for (int y = 0; y < side; ++y)
+    png_write_row(writer, cairo_image_surface_get_data(surface()) +
+                              std::ptrdiff_t{y} * cairo_image_surface_get_stride(surface()));
+  png_write_end(writer, nullptr);
+  png_destroy_write_struct(&writer, &info);
+  return file;
 }
 
 }  // namespace fleetor::demo

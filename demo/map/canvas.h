@@ -3,42 +3,31 @@
 #include <cairo.h>
 
 #include <memory>
+#include <string>
 
+#include "demo/map/map_style.h"
 #include "demo/map/shapes.h"
 
 namespace fleetor::demo {
 
-// 0xrrggbb.
-using Colour = std::uint32_t;
-
-constexpr Colour mixed(Colour a, Colour b, double t) {
-  constexpr double half = 0.5;  // rounds: no part is below 0
-  Colour result = 0;
-  for (const int shift : {0, 8, 16}) {
-    const double from = (a >> shift) & 0xff;
-    const double to = (b >> shift) & 0xff;
-    result |= static_cast<Colour>(from + (to - from) * t + half) << shift;
-  }
-  return result;
-}
-
-// A tile to draw on. Shapes are given on the sheet, widths in pixels of scale 1. A shape beyond the border is
-// drawn just as on the neighbouring tile. For one thread.
+// A tile to draw on. Shapes are given in the town's plane, widths in pixels of scale 1. A shape beyond the
+// border is drawn just as on the neighbouring tile. For one thread.
 class Canvas {
  public:
-  static constexpr int kTilePixels = 256;
+  static constexpr int tilePixels = 256;
 
   // `scale` 1 or 2: how many pixels of the picture make one of the map.
   Canvas(const TileAddress& tile, int scale);
 
+  const TileAddress& tile() const { return tile_; }
+  int zoom() const { return tile_.zoom; }
   const Box& box() const { return box_; }
-  int zoom() const { return zoom_; }
+  // What this canvas shows of the plane and a margin of 64 pixels.
+  const Box& reach() const { return reach_; }
   double pixels(double metres) const { return metres / metresPerPixel_; }
-  Point pixel(Point onSheet) const {
-    return {(onSheet.x - box_.left) / metresPerPixel_, (box_.top - onSheet.y) / metresPerPixel_};
+  Point pixel(Point inTown) const {
+    return {(inTown.x - box_.left) / metresPerPixel_, (box_.top - inTown.y) / metresPerPixel_};
   }
-  // What this canvas shows of the sheet and a margin around, in pixels.
-  Box boxWithMargin(double pixels) const { return box_.grownBy(pixels * metresPerPixel_); }
 
   // Into the current path.
   void addPolygon(const Shape& polygon);
@@ -49,10 +38,12 @@ class Canvas {
   // Of the current path, which is gone afterwards.
   void fill(Colour colour, double alpha = 1);
   void stroke(Colour colour, double width, double alpha = 1);
-  void paint(Colour colour, double alpha = 1);
+  void fillAndStroke(Colour inside, Colour border, double width);
 
   cairo_t* cairo() { return cairo_.get(); }
   cairo_surface_t* surface() { return surface_.get(); }
+  // The picture as a PNG file.
+  std::string png();
 
  private:
   struct Destroy {
@@ -60,10 +51,10 @@ class Canvas {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
   };
 
+  TileAddress tile_;
   Box box_;
-  Box drawnBox_;
-  int zoom_;
   double metresPerPixel_;
+  Box reach_;
   std::unique_ptr<cairo_surface_t, Destroy> surface_;
   std::unique_ptr<cairo_t, Destroy> cairo_;
 };

@@ -1,14 +1,27 @@
 #pragma once
 
 #include <array>
-#include <string_view>
+#include <cstdint>
+#include <span>
 
 #include "demo/map/atlas.h"
-#include "demo/map/canvas.h"
 
 namespace fleetor::demo {
 
-enum class MapLook : std::uint8_t { standard, dark, satellite };
+// 0xrrggbb.
+using Colour = std::uint32_t;
+
+constexpr Colour mixed(Colour a, Colour b, double t) {
+  Colour result = 0;
+  for (const int shift : {0, 8, 16}) {
+    const double from = (a >> shift) & 0xff;
+    const double to = (b >> shift) & 0xff;
+    result |= static_cast<Colour>(from + (to - from) * t + 0.5) << shift;
+  }
+  return result;
+}
+
+enum class MapStyle : std::uint8_t { standard, dark, satellite };
 
 struct RoadColours {
   Colour surface;
@@ -20,25 +33,27 @@ struct TextColours {
   Colour halo;
 };
 
-// The colours of a map that is drawn rather than photographed.
 struct Palette {
-  Colour sea;
-  Colour land;
-  Colour sand;
-  std::array<Colour, 18> uses;  // by LandUse
-  std::array<Colour, 3> fields;
-  Colour hedge;
-  Colour wall;
-  Colour roof;
-  Colour largeRoof;
-  Colour tree;
-  Colour bay;     // the lines between parking bays
-  Colour bridge;  // the border of one
-  std::array<RoadColours, kRoadClasses> roads;
+  bool aerial = false;  // with shadows, textures and cars
+  Colour sea = 0;
+  Colour shallows = 0;
+  Colour land = 0;
+  Colour sand = 0;
+  std::array<Colour, 18> uses{};  // by LandUse
+  std::span<const Colour> fields;
+  Colour hedge = 0;
+  Colour bank = 0;
+  Colour wall = 0;
+  std::span<const Colour> roofs;
+  std::span<const Colour> largeRoofs;
+  std::span<const Colour> trees;
+  Colour bay = 0;     // the lines between parking bays
+  Colour bridge = 0;  // the border of one
+  std::array<RoadColours, roadClasses> roads{};
 };
 
-const Palette& paletteOf(MapLook look);
-TextColours textColours(MapLook look, NameKind kind);
+const Palette& paletteOf(MapStyle style);
+TextColours textColours(MapStyle style, NameKind kind);
 
 // Of the whole road in pixels; 0 where a map of this zoom leaves it out.
 double roadWidth(RoadClass kind, int zoom);

@@ -5,112 +5,96 @@
 namespace fleetor::demo {
 namespace {
 
+constexpr double drawnSize = 200;
+constexpr std::string_view characters =
+    " ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-'.åäöæøÅÄÖÆØéè";
+
+// Takes the first character, of one or two bytes, off the text.
+std::string takeCharacter(std::string_view& utf8) {
+  const std::size_t length = static_cast<unsigned char>(utf8[0]) < 0x80 ? 1 : 2;
+  std::string character(utf8.substr(0, length));
+  utf8.remove_prefix(std::min(utf8.size(), length));
+  return character;
+}
+
+Lettering::Letter drawnLetter(cairo_t* cairo, const std::string& text) {
+  cairo_text_extents_t extents;
+  cairo_text_extents(cairo, text.c_str(), &extents);
+  cairo_new_path(cairo);
+  cairo_move_to(cairo, 0, 0);
+  cairo_text_path(cairo, text.c_str());
+  Lettering::Letter letter;
+  letter.advance = extents.x_advance / drawnSize;
+  if (text == " ") return letter;
+  cairo_save(cairo);
+  cairo_scale(cairo, drawnSize, drawnSize);  // reads the path back in units of the size
+  letter.outline.reset(cairo_copy_path(cairo), cairo_path_destroy);
+  cairo_restore(cairo);
+  return letter;
+}
+
 struct Lettered {
   double size = 0;  // 0: not on a map of this zoom
   Face face = Face::regular;
   double spacing = 0;  // added between letters, in sizes
 };
 
-Lettered streetLettering(RoadClass road, int zoom) {
-  constexpr int kFirstZoom[kRoadClasses] = {99, 99, 15, 14, 13, 13};
-  if (zoom < kFirstZoom[static_cast<int>(road)]) return {};
-  const double weight = road >= RoadClass::main ? 1 : road == RoadClass::collector ? 0.5 : 0;
-  const double base = zoom <= 14   ? 9.6
-                      : zoom == 15 ? 9.8
-                      : zoom == 16 ? 10.4
-                      : zoom == 17 ? 11.5
-                      : zoom == 18 ? 13
-                                   : 15.5;
-  return {base + weight, Face::regular, 0.02};
-}
+// By NameKind. The size grows from the first zoom to the last.
+constexpr struct {
+  int firstZoom, lastZoom;
+  double firstSize, lastSize;
+  Face face;
+  double spacing;
+} letterings[] = {
+    {3, 13, 11.5, 21, Face::bold, 0.02},       // town
+    {11, 16, 10.5, 14, Face::regular, 0.02},   // village
+    {11, 17, 12, 13, Face::italic, 0.06},      // water
+    {12, 19, 10.5, 15, Face::italic, 0.12},    // river
+    {14, 19, 10.5, 13, Face::regular, 0.01},   // park
+    {15, 19, 10, 12, Face::regular, 0},        // landmark
+    {13, 19, 9.7, 15.5, Face::regular, 0.02},  // street
+    {18, 19, 8.8, 11.5, Face::regular, 0},     // house
+    {16, 19, 11, 12, Face::bold, 0},           // parking
+    {3, 8, 11.5, 14.5, Face::italic, 0.14},    // sea
+    {3, 9, 10, 12, Face::regular, 0},          // city
+};
 
 Lettered letteringOf(const Name& name, int zoom) {
-  const auto between = [zoom](int low, int high) { return zoom >= low && zoom <= high; };
-  switch (name.kind) {
-    case NameKind::town:
-      if (between(3, 13))
-        return {zoom < 6 ? 11.5 : zoom < 9 ? 13 : zoom < 11 ? 15 : zoom < 13 ? 18 : 21, Face::bold, 0.02};
-      break;
-    case NameKind::city:
-      if (between(name.rank <= 22 ? 3 : name.rank <= 26 ? 5 : 6, 9))
-        return {zoom < 6 ? 10.0 : 11.5, Face::regular, 0};
-      break;
-    case NameKind::sea:
-      if (between(3, 8)) return {zoom < 5 ? 11.5 : 14.0, Face::italic, 0.14};
-      break;
-    case NameKind::village:
-      if (between(11, 16)) return {zoom == 11 ? 10.5 : zoom < 14 ? 12.0 : 14, Face::regular, 0.02};
-      break;
-    case NameKind::water:
-      if (between(11, 17)) return {12, Face::italic, 0.06};
-      break;
-    case NameKind::river:
-      if (between(12, 19)) return {zoom < 15 ? 11.0 : 14, Face::italic, 0.12};
-      break;
-    case NameKind::park:
-      if (between(14, 19)) return {zoom < 16 ? 10.8 : 12.5, Face::regular, 0.01};
-      break;
-    case NameKind::landmark:
-      if (between(name.rank <= 40 ? 15 : 16, 19)) return {zoom < 17 ? 10.5 : 11.5, Face::regular, 0};
-      break;
-    case NameKind::parking:
-      if (between(16, 19)) return {11, Face::bold, 0};
-      break;
-    case NameKind::house:
-      if (between(18, 19)) return {zoom == 18 ? 8.8 : 11.5, Face::regular, 0};
-      break;
-    case NameKind::street:
-      return streetLettering(name.road, zoom);
-  }
-  return {};
+  const auto& [first, last, firstSize, lastSize, face, spacing] = letterings[static_cast<int>(name.kind)];
+  if (zoom < std::max(first, name.firstZoom) || zoom > last) return {};
+  const double t = static_cast<double>(zoom - first) / (last - first);
+  return {std::lerp(firstSize, lastSize, t * t), face, spacing};
 }
 
 bool hasDot(const Name& name, int zoom) {
   return name.kind == NameKind::city || (name.kind == NameKind::town && zoom <= 9);
 }
 
-std::uint64_t tileKey(int x, int y) {
-  return static_cast<std::uint64_t>(static_cast<std::uint32_t>(x)) << 32 | static_cast<std::uint32_t>(y);
-}
-
-}  // namespace
-
-// Lays out one zoom. Works in metres of the sheet; sizes are turned into them.
+// Lays out one zoom. Works in metres; sizes are turned into them.
 class NamePlacer {
  public:
   NamePlacer(const Atlas& atlas, const Lettering& lettering, int zoom)
-      : atlas_(atlas), lettering_(lettering), zoom_(zoom), pixel_(metresPerPixel(zoom)) {}
+      : atlas_(atlas),
+        lettering_(lettering),
+        zoom_(zoom),
+        pixel_(TileAddress{zoom, 0, 0}.metres() / Canvas::tilePixels),
+        takenIndex_(48 * pixel_) {}
 
-  void place(NameBoard::Level& level) {
+  std::vector<PlacedName> place() {
     std::vector<const Name*> order;
     for (const Name& name : atlas_.names())
       if (letteringOf(name, zoom_).size > 0) order.push_back(&name);
-    const auto rank = [](const Name* name) { return name->kind == NameKind::house ? 1000 : name->rank; };
-    std::ranges::stable_sort(order, {}, rank);
+    std::ranges::stable_sort(order, {}, &Name::rank);
     for (const Name* name : order) {
       if (name->line.empty())
         placeAtPoint(*name);
       else
         placeAlong(*name);
     }
-    level.names = std::move(placed_);
-    for (std::uint32_t i = 0; i < level.names.size(); ++i)
-      enter(level, i);
+    return std::move(placed_);
   }
 
  private:
-  void enter(NameBoard::Level& level, std::uint32_t id) const {
-    const TileAddress origin{zoom_, 0, 0};
-    const Point corner = origin.topLeft();
-    const Box box = level.names[id].box.grownBy(4 * pixel_);
-    const double side = origin.metres();
-    for (int y = static_cast<int>((corner.y - box.top) / side);
-         y <= static_cast<int>((corner.y - box.bottom) / side); ++y)
-      for (int x = static_cast<int>((box.left - corner.x) / side);
-           x <= static_cast<int>((box.right - corner.x) / side); ++x)
-        level.byTile[tileKey(x, y)].push_back(id);
-  }
-
   double widthOf(const std::vector<const Lettering::Letter*>& letters, const Lettered& type) const {
     double width = 0;
     for (const auto* letter : letters)
@@ -118,27 +102,13 @@ class NamePlacer {
     return width;
   }
 
-  template <class Visit>
-  bool visitCells(const Box& box, Visit visit) {
-    const double cell = 48 * pixel_;
-    for (auto y = static_cast<int>(std::floor(box.bottom / cell));
-         y <= static_cast<int>(std::floor(box.top / cell)); ++y)
-      for (auto x = static_cast<int>(std::floor(box.left / cell));
-           x <= static_cast<int>(std::floor(box.right / cell)); ++x)
-        if (!visit(cells_[tileKey(x, y)])) return false;
-    return true;
-  }
-
-  bool isFree(const Box& box) {
-    return visitCells(box, [&](const std::vector<Box>& taken) {
-      return std::ranges::none_of(taken, [&](const Box& other) { return other.meets(box); });
-    });
+  bool isFree(const Box& box) const {
+    return std::ranges::none_of(takenIndex_.within(box),
+                                [&](std::uint32_t id) { return taken_[id].meets(box); });
   }
   void take(const Box& box) {
-    visitCells(box, [&](std::vector<Box>& taken) {
-      taken.push_back(box);
-      return true;
-    });
+    takenIndex_.add(static_cast<std::uint32_t>(taken_.size()), box);
+    taken_.push_back(box);
   }
 
   void placeAtPoint(const Name& name) {
@@ -153,7 +123,7 @@ class NamePlacer {
     const double margin = (name.kind == NameKind::house ? 1.5 : 4) * pixel_;
     if (!isFree(box.grownBy(margin))) return;
     take(box);
-    NameBoard::PlacedName placed{&name, type.size, box, {}};
+    PlacedName placed{&name, type.size, box, {}};
     Point pen = start;
     for (const auto* letter : letters) {
       placed.letters.push_back({letter, pen, 0});
@@ -187,11 +157,11 @@ class NamePlacer {
       }
   }
 
-  std::optional<NameBoard::PlacedName> letteredLine(const Name& name, const Lettered& type,
-                                                    const std::vector<const Lettering::Letter*>& letters,
-                                                    const Walk& walk, double start) {
+  std::optional<PlacedName> letteredLine(const Name& name, const Lettered& type,
+                                         const std::vector<const Lettering::Letter*>& letters,
+                                         const Walk& walk, double start) {
     const double size = type.size * pixel_;
-    NameBoard::PlacedName placed{&name, type.size, {}, {}};
+    PlacedName placed{&name, type.size, {}, {}};
     std::vector<Box> boxes;
     double along = start;
     double first = 0;
@@ -230,30 +200,58 @@ class NamePlacer {
   const Lettering& lettering_;
   int zoom_;
   double pixel_;
-  std::vector<NameBoard::PlacedName> placed_;
-  std::unordered_map<std::uint64_t, std::vector<Box>> cells_;
+  std::vector<PlacedName> placed_;
+  std::vector<Box> taken_;
+  PlaceIndex takenIndex_;
 };
 
-const NameBoard::Level& NameBoard::level(int zoom) const {
+}  // namespace
+
+Lettering::Lettering() {
+  const std::unique_ptr<cairo_surface_t, void (*)(cairo_surface_t*)> surface(
+      cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1), cairo_surface_destroy);
+  const std::unique_ptr<cairo_t, void (*)(cairo_t*)> cairo(cairo_create(surface.get()), cairo_destroy);
+  const std::unique_ptr<cairo_font_options_t, void (*)(cairo_font_options_t*)> plain(
+      cairo_font_options_create(), cairo_font_options_destroy);
+  cairo_font_options_set_hint_style(plain.get(), CAIRO_HINT_STYLE_NONE);
+  cairo_font_options_set_hint_metrics(plain.get(), CAIRO_HINT_METRICS_OFF);
+  cairo_set_font_options(cairo.get(), plain.get());
+  cairo_set_font_size(cairo.get(), drawnSize);
+  for (const Face face : {Face::regular, Face::bold, Face::italic}) {
+    cairo_select_font_face(cairo.get(), "Open Sans",
+                           face == Face::italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+                           face == Face::bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+    for (std::string_view rest = characters; !rest.empty();) {
+      const std::string character = takeCharacter(rest);
+      letters_.emplace(std::pair(face, character), drawnLetter(cairo.get(), character));
+    }
+  }
+}
+
+std::vector<const Lettering::Letter*> Lettering::letters(std::string_view utf8, Face face) const {
+  std::vector<const Letter*> found;
+  while (!utf8.empty())
+    if (const auto letter = letters_.find({face, takeCharacter(utf8)}); letter != letters_.end())
+      found.push_back(&letter->second);
+  return found;
+}
+
+void NameBoard::paint(Canvas& canvas, MapStyle style) const {
+  const int zoom = canvas.zoom();
   Level& level = levels_[static_cast<std::size_t>(zoom)];
-  std::call_once(level.once, [&] { NamePlacer(atlas_, lettering_, zoom).place(level); });
-  return level;
-}
-
-const std::vector<NameBoard::PlacedName>& NameBoard::placedAt(int zoom) const {
-  return level(zoom).names;
-}
-
-void NameBoard::paint(Canvas& canvas, const TileAddress& tile, MapLook look) const {
-  const Level& level = this->level(tile.zoom);
-  const auto found = level.byTile.find(tileKey(tile.x, tile.y));
-  if (found == level.byTile.end()) return;
+  std::call_once(level.once, [&] {
+    level.names = NamePlacer(atlas_, lettering_, zoom).place();
+    level.index = PlaceIndex(canvas.tile().metres());
+    // With the halos that the letters have around them.
+    for (std::uint32_t i = 0; i < level.names.size(); ++i)
+      level.index.add(i, level.names[i].box.grownBy(canvas.tile().metres() / 64));
+  });
   cairo_t* cairo = canvas.cairo();
-  for (const std::uint32_t id : found->second) {
+  for (const std::uint32_t id : level.index.within(canvas.box())) {
     const PlacedName& placed = level.names[id];
     const Name& name = *placed.name;
-    const TextColours colours = textColours(look, name.kind);
-    if (hasDot(name, tile.zoom)) {
+    const TextColours colours = textColours(style, name.kind);
+    if (hasDot(name, zoom)) {
       canvas.addDisc(name.at, name.kind == NameKind::town ? 4 : 2.6);
       canvas.use(colours.halo);
       cairo_fill_preserve(cairo);

@@ -4,6 +4,17 @@
 
 namespace fleetor::demo {
 
+double TileAddress::metres() const {
+  return 2 * townPoint({0, townCentre.longitude + 180}).x / std::exp2(zoom);
+}
+
+Box TileAddress::box() const {
+  const Point middle = townPoint({0, 0});
+  const double half = metres() * std::exp2(zoom - 1);
+  const Point corner{middle.x - half + x * metres(), middle.y + half - y * metres()};
+  return {corner.x, corner.y - metres(), corner.x + metres(), corner.y};
+}
+
 double areaOf(const Shape& polygon) {
   double twice = 0;
   for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++)
@@ -12,7 +23,7 @@ double areaOf(const Shape& polygon) {
 }
 
 Point centroidOf(const Shape& polygon) {
-  // Relative to the first corner, since sheet coordinates may be large.
+  // Relative to the first corner, since coordinates may be large.
   Point sum;
   double twice = 0;
   for (std::size_t i = 1; i + 1 < polygon.size(); ++i) {
@@ -45,17 +56,6 @@ double distanceTo(const Shape& line, Point p, bool closed) {
     best = std::min(best, dot(gap, gap));
   }
   return std::sqrt(best);
-}
-
-bool crosses(const Shape& line, Point a, Point b) {
-  for (std::size_t i = 1; i < line.size(); ++i) {
-    const Point c = line[i - 1];
-    const Point d = line[i];
-    if ((cross(b - a, c - a) > 0) != (cross(b - a, d - a) > 0) &&
-        (cross(d - c, a - c) > 0) != (cross(d - c, b - c) > 0))
-      return true;
-  }
-  return false;
 }
 
 Shape clipped(const Shape& polygon, const Box& box) {
@@ -108,6 +108,15 @@ Shape insetOf(const Shape& polygon, double metres) {
   return inner;
 }
 
+Shape ringAround(Point middle, int points, const std::function<Point(Point)>& at) {
+  Shape ring;
+  for (int i = 0; i < points; ++i) {
+    const double angle = 2 * std::numbers::pi * i / points;
+    ring.push_back(middle + at({std::cos(angle), std::sin(angle)}));
+  }
+  return ring;
+}
+
 Shape smoothed(Shape line, bool closed) {
   for (int pass = 0; pass < 2 && line.size() > 2; ++pass) {
     Shape rounder;
@@ -125,26 +134,29 @@ Shape smoothed(Shape line, bool closed) {
   return line;
 }
 
-Walk::Walk(Shape line) : line_(std::move(line)), along_{0} {
-  for (std::size_t i = 1; i < line_.size(); ++i)
-    along_.push_back(along_.back() + distanceBetween(line_[i - 1], line_[i]));
+Shape counterClockwise(Shape shape) {
+  if (areaOf(shape) < 0) std::ranges::reverse(shape);
+  return shape;
 }
 
-Station Walk::at(double metres) const {
-  metres = std::clamp(metres, 0.0, length());
-  const auto next = std::upper_bound(along_.begin() + 1, along_.end() - 1, metres);
-  const auto i = static_cast<std::size_t>(next - along_.begin());
-  const double span = along_[i] - along_[i - 1];
-  const Point step = line_[i] - line_[i - 1];
-  return {line_[i - 1] + step * (span > 0 ? (metres - along_[i - 1]) / span : 0), unitOf(step)};
+Shape rectangleAt(const Station& station, double alongFrom, double alongTo, double acrossFrom,
+                  double acrossTo) {
+  const auto corner = [&](double along, double across) {
+    return station.at + station.direction * along + leftOf(station.direction) * across;
+  };
+  return counterClockwise({corner(alongFrom, acrossFrom), corner(alongTo, acrossFrom),
+                           corner(alongTo, acrossTo), corner(alongFrom, acrossTo)});
 }
 
-Shape Walk::between(double from, double to) const {
-  Shape stretch{at(from).at};
-  for (std::size_t i = 0; i < line_.size(); ++i)
-    if (along_[i] > from && along_[i] < to) stretch.push_back(line_[i]);
-  stretch.push_back(at(to).at);
-  return stretch;
+Station longestSide(const Shape& polygon) {
+  Point longest;
+  // Over a few points at once: a bent side is one side.
+  const std::size_t span = std::max<std::size_t>(1, polygon.size() / 6);
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    const Point side = polygon[(i + span) % polygon.size()] - polygon[i];
+    if (lengthOf(side) > lengthOf(longest)) longest = side;
+  }
+  return {centroidOf(polygon), unitOf(longest)};
 }
 
 double smoothNoise(std::uint64_t seed, double x, double y) {
@@ -169,41 +181,31 @@ double fractalNoise(std::uint64_t seed, double x, double y) {
   return sum;
 }
 
-PlaceIndex::PlaceIndex(const Box& extent, double cell)
-    : extent_(extent),
-      cell_(cell),
-      columns_(1 + static_cast<int>((extent.right - extent.left) / cell)),
-      rows_(1 + static_cast<int>((extent.top - extent.bottom) / cell)),
-      cells_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_)) {}
-
-PlaceIndex::Range PlaceIndex::rangeOf(const Box& box) const {
-  const auto held = [](double value, int count) {
-    return static_cast<int>(std::clamp(std::floor(value), 0.0, static_cast<double>(count - 1)));
-  };
-  return {
-      held((box.left - extent_.left) / cell_, columns_), held((box.bottom - extent_.bottom) / cell_, rows_),
-      held((box.right - extent_.left) / cell_, columns_), held((box.top - extent_.bottom) / cell_, rows_)};
+template <class Visit>
+void PlaceIndex::visitCells(const Box& box, Visit visit) const {
+  const auto cellOf = [this](double metres) { return static_cast<std::int32_t>(std::floor(metres / cell_)); };
+  for (std::int32_t y = cellOf(box.bottom); y <= cellOf(box.top); ++y)
+    for (std::int32_t x = cellOf(box.left); x <= cellOf(box.right); ++x)
+      visit(static_cast<std::uint64_t>(static_cast<std::uint32_t>(x)) << 32 | static_cast<std::uint32_t>(y));
 }
 
 void PlaceIndex::add(std::uint32_t id, const Box& box) {
-  const Range range = rangeOf(box);
-  for (int row = range.bottom; row <= range.top; ++row)
-    for (int column = range.left; column <= range.right; ++column)
-      cells_[cellAt(row, column)].push_back(id);
+  extent_.include({box.left, box.bottom});
+  extent_.include({box.right, box.top});
+  visitCells(box, [&](std::uint64_t cell) { cells_[cell].push_back(id); });
 }
 
 std::vector<std::uint32_t> PlaceIndex::within(const Box& box) const {
   std::vector<std::uint32_t> found;
   if (!box.meets(extent_)) return found;
-  const Range range = rangeOf(box);
-  for (int row = range.bottom; row <= range.top; ++row)
-    for (int column = range.left; column <= range.right; ++column) {
-      const auto& cell = cells_[cellAt(row, column)];
-      found.insert(found.end(), cell.begin(), cell.end());
-    }
+  const Box common{std::max(box.left, extent_.left), std::max(box.bottom, extent_.bottom),
+                   std::min(box.right, extent_.right), std::min(box.top, extent_.top)};
+  visitCells(common, [&](std::uint64_t cell) {
+    if (const auto entry = cells_.find(cell); entry != cells_.end())
+      found.insert(found.end(), entry->second.begin(), entry->second.end());
+  });
   std::ranges::sort(found);
-  const auto rest = std::unique(found.begin(), found.end());
-  found.erase(rest, found.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
   return found;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <list>
+#include <httplib.h>
+
 #include <map>
 #include <memory>
 #include <mutex>
@@ -15,7 +16,7 @@ namespace fleetor::demo {
 
 // One picture that can be asked for.
 struct TilePicture {
-  MapLook look = MapLook::standard;
+  MapStyle style = MapStyle::standard;
   int scale = 1;
   TileAddress address;
 
@@ -24,17 +25,17 @@ struct TilePicture {
 };
 
 // The map of the town as tiles: "/tiles/{standard|dark|satellite}/{zoom}/{x}/{y}.png?scale={1|2}". The atlas
-// is drawn up when the first tile is asked for; tiles are drawn in the threads that ask, and the latest are
-// kept. From any thread.
+// is made when the first tile is requested; tiles are drawn in the requesting threads and cached. From any
+// thread.
 class Tiles {
  public:
-  static constexpr int kFirstZoom = 3;
-  static constexpr int kLastZoom = 19;
+  static constexpr int firstZoom = 3;
+  static constexpr int lastZoom = 19;
 
   // The town must outlive this.
   Tiles(const Town& town, std::uint64_t seed) : town_(town), seed_(seed) {}
 
-  ServiceReply answer(const ServiceRequest& request);
+  ServiceReply answer(const httplib::Request& request);
 
  private:
   struct Map {
@@ -42,11 +43,6 @@ class Tiles {
     Atlas atlas;
     NameBoard names;
   };
-  struct Entry {
-    TilePicture picture;
-    std::shared_ptr<const std::string> file;
-  };
-
   const Map& map();
   std::shared_ptr<const std::string> fileOf(const TilePicture& picture);
   std::string drawn(const TilePicture& picture);
@@ -57,8 +53,7 @@ class Tiles {
   std::optional<Map> map_;
 
   std::mutex mutex_;
-  std::list<Entry> kept_;  // the latest first
-  std::map<TilePicture, std::list<Entry>::iterator> places_;
+  std::map<TilePicture, std::shared_ptr<const std::string>> kept_;
   std::size_t keptBytes_ = 0;
 };
 

@@ -1,297 +1,223 @@
 #include "demo/service/faults.h"
 
+#include <iconv.h>
+
 #include <algorithm>
-#include <array>
-#include <functional>
-#include <nlohmann/json.hpp>
 
 #include "demo/service/answers.h"
-#include "demo/service/charsets.h"
-#include "demo/service/json_writer.h"
 
 namespace fleetor::demo {
 namespace {
 
-using Json = nlohmann::ordered_json;
+constexpr std::string_view endpoints[] = {"token", "logout", "vehicles", "live", "map",
+                                          "route", "info",   "user",     "tiles"};
 
-constexpr std::array<std::string_view, 9> kEndpoints{"token", "logout", "vehicles", "live", "map",
-                                                     "route", "info",   "user",     "tiles"};
+// Nothing when there is no such character set. What it lacks becomes a similar character or a question mark.
+std::optional<std::string> encoded(std::string utf8, const std::string& charset) {
+  const iconv_t converter = iconv_open((charset + "//TRANSLIT").c_str(), "UTF-8");
+  if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
+  std::string result(4 * utf8.size() + 16, '\0');
+  char* from = utf8.data();
+  char* to = result.data();
+  std::size_t fromLeft = utf8.size();
+  std::size_t toLeft = result.size();
+  iconv(converter, &from, &fromLeft, &to, &toLeft);
+  iconv_close(converter);
+  result.resize(result.size() - toLeft);
+  return result;
+}
 
-enum class Argument { none, optionalNumber, number, optionalText, text, charset };
+// Calls `edit` with an answer's payload and its record, the first where the payload is a list.
+template <class Edit>
+void editRecord(ServiceReply& reply, Edit edit) {
+  Json document = Json::parse(reply.body, nullptr, false);
+  if (!document.is_object()) return;
+  for (auto& [key, value] : document.items()) {
+    if (key == "total" || key == "error") continue;
+    Json& record = value.is_array() && !value.empty() ? value.front() : value;
+    if (record.is_object() && !record.empty()) edit(value, record);
+  }
+  reply.body = textOf(document);
+}
+
+enum class Argument { none, number, charset, text };
 
 struct FaultKind {
   std::string_view name;
   Argument argument;
-  void (*apply)(const std::string& argument, ServiceReply& reply);
+  std::string_view help;
+  void (*apply)(ServiceReply& reply, const std::string& argument);
 };
 
-int numberOr(const std::string& argument, int fallback) {
-  const auto number = parseNumber(argument);
-  return number ? static_cast<int>(*number) : fallback;
-}
-
-// Changes the reply's JSON; a reply without JSON stays as it is.
-void editJson(ServiceReply& reply, const std::function<void(Json&)>& edit) {
-  Json document = Json::parse(reply.body, nullptr, false);
-  if (!document.is_object()) return;
-  edit(document);
-  reply.body = document.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
-Json* payloadOf(Json& document) {
-  for (auto& [key, value] : document.items())
-    if (key != "total" && key != "error") return &value;
-  return nullptr;
-}
-
-// The first place that holds the key, payload before envelope.
-Json* holderOf(Json& node, const std::string& key) {
-  if (node.is_object() && node.contains(key)) return &node;
-  if (node.is_structured())
-    for (Json& child : node)
-      if (Json* found = holderOf(child, key)) return found;
-  return nullptr;
-}
-
-struct Target {
-  Json* holder = nullptr;
-  std::string key;
-};
-
-// A dotted path from the envelope ("live.led.z8", "vehicles.0.name"), a key wherever it is, or the payload's
-// first key.
-Target findTarget(Json& document, const std::string& argument) {
-  Json* payload = payloadOf(document);
-  if (argument.empty()) {
-    Json* record = payload && payload->is_array() && !payload->empty() ? &payload->front() : payload;
-    if (record && record->is_object() && !record->empty()) return {record, record->begin().key()};
-    return {&document, "total"};
-  }
-  if (argument.find('.') == std::string::npos) {
-    Json* holder = payload ? holderOf(*payload, argument) : nullptr;
-    return {holder ? holder : holderOf(document, argument), argument};
-  }
-  Json* node = &document;
-  std::string_view rest = argument;
-  for (auto dot = rest.find('.'); dot != std::string_view::npos; dot = rest.find('.')) {
-    const std::string step(rest.substr(0, dot));
-    rest.remove_prefix(dot + 1);
-    const auto index = parseNumber(step);
-    if (node->is_object() && node->contains(step))
-      node = &(*node)[step];
-    else if (node->is_array() && index && *index >= 0 && static_cast<std::size_t>(*index) < node->size())
-      node = &(*node)[static_cast<std::size_t>(*index)];
-    else
-      return {};
-  }
-  return {node->is_object() && node->contains(std::string(rest)) ? node : nullptr, std::string(rest)};
-}
-
-void breakElement(const std::string& argument, ServiceReply& reply) {
-  editJson(reply, [&](Json& document) {
-    Json* list = payloadOf(document);
-    if (!list || !list->is_array() || list->empty()) return;
-    const auto middle = static_cast<int>(list->size() / 2);
-    const auto index = static_cast<std::size_t>(std::max(0, numberOr(argument, middle)));
-    if (index < list->size()) (*list)[index] = "broken";
-  });
-}
-
-void setStatus(ServiceReply& reply, int status) {
-  reply.status = status;
-  reply.contentType = ServiceReply().contentType;
-  reply.headers.clear();
-  reply.body = errorAnswer(status, "A fault was asked for");
-}
-
-constexpr FaultKind kKinds[] = {
-    {"delay", Argument::number,
-     [](const std::string& a, ServiceReply& r) { r.delayMilliseconds += numberOr(a, 0); }},
-    {"hang", Argument::none, [](const std::string&, ServiceReply& r) { r.delivery = Delivery::never; }},
-    {"cut", Argument::optionalNumber,
-     [](const std::string& a, ServiceReply& r) {
-       r.delivery = Delivery::cutShort;
-       const std::size_t most = r.body.empty() ? 0 : r.body.size() - 1;
-       r.deliverBytes =
-           std::min(most, static_cast<std::size_t>(numberOr(a, static_cast<int>(r.body.size() / 2))));
-     }},
-    {"truncated", Argument::none,
-     [](const std::string&, ServiceReply& r) { r.body.resize(r.body.size() / 2); }},
-    {"content-type", Argument::optionalText,
-     [](const std::string& a, ServiceReply& r) {
-       r.contentType = a.empty() ? "text/plain; charset=utf-8" : a;
-     }},
-    {"charset", Argument::charset,
-     [](const std::string& a, ServiceReply& r) {
-       r.body = encodeText(r.body, a);
+constexpr FaultKind kinds[] = {
+    {"delay", Argument::number, "answers so many milliseconds later",
+     [](ServiceReply& r, const std::string& a) { r.delay += std::chrono::milliseconds(std::stoi(a)); }},
+    {"hang", Argument::none, "never answers", [](ServiceReply& r, const std::string&) { r.hangs = true; }},
+    {"cut", Argument::none, "closes the connection in mid-body",
+     [](ServiceReply& r, const std::string&) { r.cutShort = true; }},
+    {"truncated", Argument::none, "half of the body, with a matching length",
+     [](ServiceReply& r, const std::string&) { r.body.resize(r.body.size() / 2); }},
+    {"content-type", Argument::none, "text/plain as the content type",
+     [](ServiceReply& r, const std::string&) { r.contentType = "text/plain; charset=utf-8"; }},
+    {"charset", Argument::charset, "the body in another character set, and named so",
+     [](ServiceReply& r, const std::string& a) {
+       r.body = encoded(r.body, a).value_or("");
        r.contentType = "application/json; charset=" + a;
      }},
-    {"charset-lie", Argument::charset,
-     [](const std::string& a, ServiceReply& r) { r.body = encodeText(r.body, a); }},
-    {"charset-name", Argument::text,
-     [](const std::string& a, ServiceReply& r) { r.contentType = "application/json; charset=" + a; }},
-    {"error-code", Argument::optionalNumber,
-     [](const std::string& a, ServiceReply& r) {
-       r.body = errorAnswer(numberOr(a, 500), "A fault was asked for");
+    {"charset-lie", Argument::charset, "the same, but named utf-8",
+     [](ServiceReply& r, const std::string& a) { r.body = encoded(r.body, a).value_or(""); }},
+    {"charset-name", Argument::text, "the body in utf-8, but named otherwise",
+     [](ServiceReply& r, const std::string& a) { r.contentType = "application/json; charset=" + a; }},
+    {"error-code", Argument::none, "HTTP 200 with an error code in the envelope",
+     [](ServiceReply& r, const std::string&) { r.body = errorAnswer(500, "Injected fault"); }},
+    {"status", Argument::number, "an HTTP status with an error envelope; status:500 is also written 500",
+     [](ServiceReply& r, const std::string& a) {
+       r = {std::stoi(a), errorAnswer(std::stoi(a), "Injected fault")};
      }},
-    {"status", Argument::number,
-     [](const std::string& a, ServiceReply& r) { setStatus(r, numberOr(a, 500)); }},
-    {"empty", Argument::none, [](const std::string&, ServiceReply& r) { r.body.clear(); }},
-    {"space", Argument::none, [](const std::string&, ServiceReply& r) { r.body = " "; }},
-    {"html", Argument::none,
-     [](const std::string&, ServiceReply& r) {
-       r.contentType = "text/html; charset=utf-8";
-       r.headers.clear();
-       r.body = "<!DOCTYPE html><html><head><title>Maintenance</title></head><body>Back soon.</body></html>";
+    {"empty", Argument::none, "an empty body", [](ServiceReply& r, const std::string&) { r.body.clear(); }},
+    {"space", Argument::none, "a single space", [](ServiceReply& r, const std::string&) { r.body = " "; }},
+    {"html", Argument::none, "an HTML page",
+     [](ServiceReply& r, const std::string&) {
+       r = {200, "<!DOCTYPE html><html><head><title>Maintenance</title></head></html>",
+            "text/html; charset=utf-8"};
      }},
-    {"total", Argument::optionalNumber,
-     [](const std::string& a, ServiceReply& r) {
-       editJson(r, [&](Json& d) { d["total"] = d.value("total", 0) + numberOr(a, 1); });
+    {"total", Argument::number, "\"total\" larger than it should be, by so much",
+     [](ServiceReply& r, const std::string& a) {
+       Json document = Json::parse(r.body, nullptr, false);
+       if (!document.is_object()) return;
+       document["total"] = document.value("total", 0) + std::stoi(a);
+       r.body = textOf(document);
      }},
-    {"null", Argument::optionalText,
-     [](const std::string& a, ServiceReply& r) {
-       editJson(r, [&](Json& d) {
-         if (const Target target = findTarget(d, a); target.holder) (*target.holder)[target.key] = nullptr;
+    {"null", Argument::none, "null in place of the record's first value",
+     [](ServiceReply& r, const std::string&) {
+       editRecord(r, [](Json&, Json& record) { record.front() = nullptr; });
+     }},
+    {"missing", Argument::none, "the record without its first key",
+     [](ServiceReply& r, const std::string&) {
+       editRecord(r, [](Json&, Json& record) { record.erase(record.begin()); });
+     }},
+    {"broken-element", Argument::none, "a text in place of the list's first record",
+     [](ServiceReply& r, const std::string&) {
+       editRecord(r, [](Json& payload, Json& record) {
+         if (payload.is_array()) record = "broken";
        });
      }},
-    {"missing", Argument::optionalText,
-     [](const std::string& a, ServiceReply& r) {
-       editJson(r, [&](Json& d) {
-         if (const Target target = findTarget(d, a); target.holder) target.holder->erase(target.key);
-       });
-     }},
-    {"broken-element", Argument::optionalNumber, breakElement},
 };
 
 const FaultKind* kindNamed(std::string_view name) {
-  const auto found = std::ranges::find(kKinds, name, &FaultKind::name);
-  return found == std::end(kKinds) ? nullptr : found;
+  const auto found = std::ranges::find(kinds, name, &FaultKind::name);
+  return found == std::end(kinds) ? nullptr : found;
 }
 
-// What is wrong with the argument; empty when nothing is.
-std::string argumentProblem(const FaultKind& kind, const std::string& argument) {
-  const std::string name(kind.name);
-  const auto number = parseNumber(argument);
-  const bool isStatus = name == "status";
+// Empty when the argument is valid.
+std::string problemOf(const FaultKind& kind, const std::string& argument) {
+  const std::string name = "\"" + std::string(kind.name) + "\" ";
   switch (kind.argument) {
     case Argument::none:
-      return argument.empty() ? "" : "\"" + name + "\" takes no argument";
-    case Argument::optionalNumber:
-    case Argument::number:
-      if (argument.empty() && kind.argument == Argument::optionalNumber) return "";
-      if (!number || *number < 0 || *number > 86400000)
-        return "\"" + name + "\" takes a number, for instance 500";
-      return isStatus && (*number < 200 || *number > 599) ? "an HTTP status lies between 200 and 599" : "";
+      return argument.empty() ? "" : name + "takes no argument";
+    case Argument::number: {
+      const bool status = kind.name == "status";
+      const long long low = status ? 200 : 0;
+      const long long high = status ? 599 : 86400000;
+      const auto number = parseNumber(argument);
+      return number && *number >= low && *number <= high
+                 ? ""
+                 : name + "takes a number from " + std::to_string(low) + " to " + std::to_string(high);
+    }
     case Argument::charset:
-      return canEncode(argument) ? "" : "\"" + name + "\" takes iso-8859-1, utf-16, utf-16le or utf-16be";
+      return encoded("", argument) ? "" : name + "takes a character set, for instance iso-8859-1";
     case Argument::text:
-      return argument.empty() ? "\"" + name + "\" takes a text" : "";
-    case Argument::optionalText:
       break;
   }
-  return "";
+  return argument.empty() ? name + "takes a text" : "";
 }
 
 }  // namespace
 
-bool isEndpoint(std::string_view name) {
-  return std::ranges::find(kEndpoints, name) != kEndpoints.end();
+std::string endpointNames() {
+  std::string names;
+  for (const std::string_view name : endpoints)
+    names.append(names.empty() ? "" : ", ").append(name);
+  return names;
 }
 
-std::string_view faultKindsHelp() {
-  return R"(  delay:MS           answers MS milliseconds later
-  hang               never answers
-  cut[:BYTES]        closes the connection in mid-body
-  truncated          half of the JSON, with a matching length
-  content-type[:T]   another content type, "text/plain" by default
-  charset:NAME       body in iso-8859-1, utf-16, utf-16le or utf-16be, and named so
-  charset-lie:NAME   the same, but named utf-8
-  charset-name:NAME  body in utf-8, named otherwise
-  error-code[:CODE]  HTTP 200 with an error code in the envelope
-  status:CODE        an HTTP status with an error envelope; 401, 403, 404 and 500 are short for it
-  empty, space       an empty body, a single space
-  html               an HTML page
-  total[:N]          "total" N larger than it should be
-  null[:KEY]         null in place of a value: a key, a dotted path, or the payload's first
-  missing[:KEY]      the same without the key
-  broken-element[:I] a text in place of element I of the list, the middle one by default
-)";
+bool isEndpoint(std::string_view name) {
+  return std::ranges::find(endpoints, name) != std::end(endpoints);
+}
+
+std::string faultKindsHelp() {
+  constexpr std::string_view arguments[] = {"", ":N", ":CHARSET", ":TEXT"};
+  std::string help;
+  for (const FaultKind& kind : kinds) {
+    std::string line = "  " + std::string(kind.name);
+    line += arguments[static_cast<int>(kind.argument)];
+    line.resize(23, ' ');
+    help.append(line).append(kind.help).append("\n");
+  }
+  return help;
 }
 
 std::optional<Fault> parseFault(std::string_view text, std::string& problem) {
   Fault fault;
   const std::size_t equals = text.find('=');
   fault.endpoint = text.substr(0, equals);
-  if (fault.endpoint.starts_with('/')) fault.endpoint.erase(0, 1);
   if (equals == std::string_view::npos || (fault.endpoint != "all" && !isEndpoint(fault.endpoint))) {
-    problem =
-        "a fault is ENDPOINT=KIND[:ARG][*COUNT], with ENDPOINT one of token, logout, vehicles, live, map, "
-        "route, "
-        "info, user, tiles, all";
+    problem = "expected ENDPOINT=KIND[:ARG][*COUNT], with ENDPOINT one of " + endpointNames() + " and all";
     return std::nullopt;
   }
   std::string_view rest = text.substr(equals + 1);
   if (const std::size_t star = rest.rfind('*'); star != std::string_view::npos) {
-    const auto count = parseNumber(rest.substr(star + 1));
-    if (!count || *count < 1) {
+    fault.remaining = parseNumber(rest.substr(star + 1)).value_or(0);
+    rest = rest.substr(0, star);
+    if (fault.remaining < 1) {
       problem = "the count after * must be a number from 1";
       return std::nullopt;
     }
-    fault.remaining = *count;
-    rest = rest.substr(0, star);
   }
   fault.kind = rest.substr(0, rest.find(':'));
   if (fault.kind.size() < rest.size()) fault.argument = rest.substr(fault.kind.size() + 1);
-  if (fault.kind == "401" || fault.kind == "403" || fault.kind == "404" || fault.kind == "500")
-    fault.argument = std::exchange(fault.kind, "status");
+  if (parseNumber(fault.kind)) fault.argument = std::exchange(fault.kind, "status");
   const FaultKind* kind = kindNamed(fault.kind);
-  problem = kind ? argumentProblem(*kind, fault.argument) : "there is no fault \"" + fault.kind + "\"";
+  problem = kind ? problemOf(*kind, fault.argument) : "unknown fault \"" + fault.kind + "\"";
   if (!problem.empty()) return std::nullopt;
   return fault;
 }
 
 void applyFault(const Fault& fault, ServiceReply& reply) {
-  if (const FaultKind* kind = kindNamed(fault.kind)) kind->apply(fault.argument, reply);
+  if (const FaultKind* kind = kindNamed(fault.kind)) kind->apply(reply, fault.argument);
 }
 
-std::int64_t FaultBox::add(Fault fault) {
+void FaultList::add(Fault fault) {
   const std::lock_guard lock(mutex_);
-  fault.id = ++lastId_;
   faults_.push_back(std::move(fault));
-  return lastId_;
 }
 
-bool FaultBox::remove(std::int64_t id) {
-  const std::lock_guard lock(mutex_);
-  return std::erase_if(faults_, [id](const Fault& fault) { return fault.id == id; }) > 0;
-}
-
-void FaultBox::clear() {
+void FaultList::clear() {
   const std::lock_guard lock(mutex_);
   faults_.clear();
 }
 
-std::vector<Fault> FaultBox::strike(std::string_view endpoint) {
-  std::vector<Fault> struck;
+std::vector<Fault> FaultList::take(std::string_view endpoint) {
+  std::vector<Fault> taken;
   const std::lock_guard lock(mutex_);
   for (Fault& fault : faults_) {
     if (fault.endpoint != "all" && fault.endpoint != endpoint) continue;
-    struck.push_back(fault);
+    taken.push_back(fault);
     if (fault.remaining > 0) --fault.remaining;
   }
   std::erase_if(faults_, [](const Fault& fault) { return fault.remaining == 0; });
-  return struck;
+  return taken;
 }
 
-std::string FaultBox::text() const {
-  JsonWriter json;
+Json FaultList::list() const {
+  Json list = Json::array();
   const std::lock_guard lock(mutex_);
-  json.beginObject().key("faults").beginArray();
-  for (const Fault& fault : faults_) {
-    json.beginObject().number("id", fault.id).member("endpoint", fault.endpoint).member("kind", fault.kind);
-    json.member("argument", fault.argument).number("remaining", fault.remaining).endObject();
-  }
-  return json.endArray().endObject().take();
+  for (const Fault& fault : faults_)
+    list.push_back(Json{{"endpoint", fault.endpoint},
+                        {"kind", fault.kind},
+                        {"argument", fault.argument},
+                        {"remaining", fault.remaining}});
+  return list;
 }
 
 }  // namespace fleetor::demo

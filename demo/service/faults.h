@@ -11,8 +11,8 @@
 
 namespace fleetor::demo {
 
-// The nine endpoints' names: "token", "logout", "vehicles", "live", "map", "route", "info", "user", and
-// "tiles" for everything below it.
+// The endpoints' names, separated by commas: "tiles" for everything below /tiles/.
+std::string endpointNames();
 bool isEndpoint(std::string_view name);
 
 // Something that goes wrong on purpose.
@@ -20,36 +20,31 @@ struct Fault {
   std::string endpoint;  // or "all"
   std::string kind;
   std::string argument;
-  std::int64_t remaining = -1;  // requests that it still strikes; negative: no end
-  std::int64_t id = 0;
+  std::int64_t remaining = -1;  // how many more requests it affects; negative: all
 };
 
-// One line a kind, for --help.
-std::string_view faultKindsHelp();
+// One line for each kind, for --help.
+std::string faultKindsHelp();
 
-// "ENDPOINT=KIND[:ARG][*COUNT]", for instance "live=delay:500*3". Gives the fault, or says in `problem` what
-// is wrong.
+// "ENDPOINT=KIND[:ARG][*COUNT]", for instance "live=delay:500*3". Nothing when it is not valid; `problem`
+// then gives the reason.
 std::optional<Fault> parseFault(std::string_view text, std::string& problem);
 
-// Does the fault to a reply. No reply and no argument makes it throw.
 void applyFault(const Fault& fault, ServiceReply& reply);
 
 // The faults in force. Safe from any thread.
-class FaultBox {
+class FaultList {
  public:
-  std::int64_t add(Fault fault);
-  // True when there was such a fault.
-  bool remove(std::int64_t id);
+  void add(Fault fault);
   void clear();
-  // Counts one request of the endpoint and gives the faults that strike it, oldest first.
-  std::vector<Fault> strike(std::string_view endpoint);
-  // {"faults": [{id, endpoint, kind, argument, remaining}]}
-  std::string text() const;
+  // Counts one request of the endpoint and gives the faults that affect it, oldest first.
+  std::vector<Fault> take(std::string_view endpoint);
+  // [{endpoint, kind, argument, remaining}]
+  Json list() const;
 
  private:
   mutable std::mutex mutex_;
   std::vector<Fault> faults_;
-  std::int64_t lastId_ = 0;
 };
 
 }  // namespace fleetor::demo

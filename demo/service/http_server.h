@@ -1,30 +1,37 @@
 #pragma once
 
-#include <memory>
-#include <string>
+#include <httplib.h>
+
+#include <condition_variable>
+#include <mutex>
 
 #include "demo/service/service.h"
 
 namespace fleetor::demo {
 
-// The service on a TCP port of 127.0.0.1, a thread a connection, so that a request that is never answered
-// holds up nobody. The service must outlive it.
+// The service on a TCP port of 127.0.0.1, with a thread for each connection, so that a request that is never
+// answered delays no other. The service must outlive it.
 class HttpServer {
  public:
   explicit HttpServer(Service& service);
-  ~HttpServer();
 
-  // 0 picks a free port. The port, or 0 when it cannot be had.
+  // 0 picks a free port. The port, or 0 when it is not available.
   int bind(int port);
   // Serves until stop(); blocks. Call after bind().
   void run();
-  // From any thread, also before run(). Open connections are closed at once, also those that wait for an
-  // answer.
+  // From any thread while run() is in progress or about to begin. Requests that wait for their answer get
+  // none.
   void stop();
 
  private:
-  class Implementation;
-  std::unique_ptr<Implementation> implementation_;
+  void serve(const httplib::Request& request, httplib::Response& response);
+  void wait(std::chrono::milliseconds time);
+
+  Service& service_;
+  httplib::Server server_;
+  std::mutex mutex_;
+  std::condition_variable stopped_;
+  bool stopping_ = false;
 };
 
 }  // namespace fleetor::demo

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cstddef>
-#include <map>
+#include <charconv>
+#include <chrono>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,41 +11,28 @@
 
 namespace fleetor::demo {
 
-// A request as the service sees it, free of any HTTP library.
-struct ServiceRequest {
-  std::string verb;
-  std::string path;
-  std::string query;  // without the question mark, as it was sent
-  std::vector<std::pair<std::string, std::string>> headers;
-  std::string body;
-
-  // The header's value whatever the case of its name; empty when missing.
-  std::string_view header(std::string_view name) const;
-};
-
-// How a reply leaves the house.
-enum class Delivery {
-  whole,
-  never,     // nothing is ever sent; the connection stays open
-  cutShort,  // the whole length is announced, `deliverBytes` are sent, and the connection is closed
-};
+using Json = nlohmann::ordered_json;
 
 struct ServiceReply {
   int status = 200;
-  std::string contentType = "application/json; charset=utf-8";
-  std::vector<std::pair<std::string, std::string>> headers;  // beside the content's type and length
   std::string body;
-  Delivery delivery = Delivery::whole;
-  std::size_t deliverBytes = 0;
-  int delayMilliseconds = 0;
+  std::string contentType = "application/json; charset=utf-8";
+  std::vector<std::pair<std::string, std::string>> headers = {};  // beside the content's type and length
+  std::chrono::milliseconds delay{0};
+  bool cutShort = false;  // half of the announced body is sent, then the connection closes
+  bool hangs = false;     // nothing is sent; the connection stays open
 };
 
-using Parameters = std::map<std::string, std::string, std::less<>>;
-
-// "a=1&b=two%20words": percent escapes and plus signs undone, the first of a repeated key kept.
-Parameters parseParameters(std::string_view text);
+// What is not valid UTF-8 becomes a replacement character.
+inline std::string textOf(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
 
 // A whole decimal number, an optional minus before it, that fits.
-std::optional<long long> parseNumber(std::string_view text);
+inline std::optional<long long> parseNumber(std::string_view text) {
+  long long value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
 
 }  // namespace fleetor::demo

@@ -1,8 +1,11 @@
 #pragma once
 
-#include <atomic>
+#include <httplib.h>
+
 #include <cstdint>
+#include <deque>
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,7 +14,6 @@
 #include "demo/map/tiles.h"
 #include "demo/service/faults.h"
 #include "demo/service/messages.h"
-#include "demo/service/request_log.h"
 #include "demo/service/tokens.h"
 #include "demo/town/movements.h"
 
@@ -20,7 +22,6 @@ namespace fleetor::demo {
 struct ServiceOptions {
   std::uint64_t seed = 1;
   int vehicles = 45;
-  bool dense = false;
   std::string stateFile;
   std::function<Instant()> now;
   std::string version = {};
@@ -31,24 +32,23 @@ class Service {
  public:
   explicit Service(ServiceOptions options);
 
-  ServiceReply answer(const ServiceRequest& request);
-  FaultBox& faults() { return faults_; }
-  const Movements& movements() const { return movements_; }
-  const std::vector<Account>& accounts() const { return accounts_; }
+  ServiceReply answer(const httplib::Request& request);
+  FaultList& faults() { return faults_; }
 
  private:
   struct Caller {
     const Account* account = nullptr;
-    std::string_view token;
+    std::string token;
   };
 
-  ServiceReply answerEndpoint(std::string_view endpoint, const ServiceRequest& request);
-  ServiceReply answerControl(const ServiceRequest& request);
-  ServiceReply signIn(const ServiceRequest& request);
-  ServiceReply signOut(const ServiceRequest& request, const Caller& caller);
-  ServiceReply listVehicles(const ServiceRequest& request, const Caller& caller);
-  ServiceReply vehicleAnswer(std::string_view endpoint, const ServiceRequest& request, const Caller& caller);
-  std::optional<Caller> callerOf(const ServiceRequest& request) const;
+  ServiceReply answerEndpoint(const std::string& endpoint, const httplib::Request& request);
+  ServiceReply answerControl(const httplib::Request& request);
+  ServiceReply signIn(const httplib::Request& request);
+  ServiceReply listVehicles(const httplib::Request& request, const Caller& caller) const;
+  ServiceReply vehicleAnswer(const std::string& endpoint, const httplib::Request& request,
+                             const Caller& caller) const;
+  std::optional<Caller> callerOf(const httplib::Request& request) const;
+  void log(const httplib::Request& request, int status);
 
   ServiceOptions options_;
   Town town_;
@@ -56,9 +56,10 @@ class Service {
   Tiles tiles_{town_, options_.seed};
   std::vector<Account> accounts_;
   Tokens tokens_;
-  FaultBox faults_;
-  RequestLog log_;
-  std::atomic<bool> dense_;
+  FaultList faults_;
+  std::mutex logMutex_;
+  std::deque<Json> requests_;  // the latest
+  std::int64_t requestCount_ = 0;
 };
 
 }  // namespace fleetor::demo

@@ -9,25 +9,24 @@
 
 namespace fleetor::demo {
 
-// Bearer tokens that outlive the process: each names its user and carries a seal that only this seed makes,
-// so nothing needs to be remembered but those that were revoked. A seal for a demo's users, no protection for
-// anybody's data. Safe from any thread.
+// Bearer tokens that outlive the process: each names its user and ends with a hash that depends on the seed,
+// so that only revoked ones need to be stored. Enough for a demo on loopback, but no protection. Safe from
+// any thread.
 class Tokens {
  public:
-  // `stateFile`: where revocations are kept, one line each, without the token itself; empty keeps them in
-  // memory.
+  // `stateFile`: keeps the hashes of revoked tokens, one a line; empty keeps them in memory.
   Tokens(std::uint64_t seed, std::string stateFile);
 
-  // A new one at every call.
+  // A different one at every call.
   std::string issue(std::string_view user) const;
-  // The user, or nothing for a token that is not ours or was revoked.
+  // The user; nothing for a forged or revoked token.
   std::optional<std::string> userOf(std::string_view token) const;
   void revoke(std::string_view token);
 
  private:
-  std::string seal(std::string_view text) const;
+  std::string hashText(std::string_view text) const;
 
-  std::uint64_t key_[2];
+  std::uint64_t seed_;
   std::string stateFile_;
   mutable std::mutex mutex_;
   std::set<std::string, std::less<>> revoked_;

@@ -13,9 +13,9 @@ using Instant = std::int64_t;
 // A day of the machine's local calendar, counted from 1970-01-01.
 using Day = std::int64_t;
 
-// "yyyy-MM-dd", years 1970 to 9999, a day that exists; nothing otherwise.
+// "yyyy-MM-dd", a day from 1970 to 9999.
 std::optional<Day> parseDay(std::string_view text);
-// "yyyy-MM-dd" or "yyyy-MM-dd HH:mm:ss", local time.
+// "yyyy-MM-dd HH:mm:ss", local time.
 std::optional<Instant> parseInstant(std::string_view text);
 
 Day dayOf(Instant instant);

@@ -8,14 +8,12 @@
 namespace fleetor::demo {
 namespace {
 
+// Degrees.
 double bendBetween(const StreetEdge& a, bool aForward, const StreetEdge& b, bool bForward) {
-  const auto& in = a.shape;
-  const auto& out = b.shape;
-  const double before = aForward ? headingFromTo(in[in.size() - 2], in.back()) : headingFromTo(in[1], in[0]);
-  const double after =
-      bForward ? headingFromTo(out[0], out[1]) : headingFromTo(out.back(), out[out.size() - 2]);
-  const double bend = std::abs(after - before);
-  return bend > 180 ? 360 - bend : bend;
+  const Point in = a.line.at(aForward ? a.line.length() : 0).direction;
+  const Point out = b.line.at(bForward ? 0 : b.line.length()).direction;
+  return std::abs(
+      std::remainder(headingOf(out * (bForward ? 1 : -1)) - headingOf(in * (aForward ? 1 : -1)), 360));
 }
 
 double bendSpeed(double degrees) {
@@ -29,7 +27,7 @@ Drive::Drive(const Town& town, std::vector<RouteStep> route, const VehicleKind& 
     : town_(&town), route_(std::move(route)) {
   stepStarts_.push_back(0);
   for (const RouteStep& step : route_)
-    stepStarts_.push_back(stepStarts_.back() + town_->streets().edges()[step.edge].length());
+    stepStarts_.push_back(stepStarts_.back() + town_->streets().edges()[step.edge].line.length());
   planSpeeds(kind, seed);
   seconds_ = static_cast<std::int64_t>(std::ceil(clock_));
   pieces_.push_back({clock_, metres(), 0, 0});
@@ -55,15 +53,15 @@ void Drive::planSpeeds(const VehicleKind& kind, std::uint64_t seed) {
     const double bend = bendBetween(in, route_[i - 1].forward, out, route_[i].forward);
     passing[i] = std::min({cruise[i - 1], cruise[i], bendSpeed(bend)});
     const std::uint32_t junction = route_[i].forward ? out.from : out.to;
-    StreetClass busiest = StreetClass::residential;
+    RoadClass busiest = RoadClass::residential;
     for (const std::uint32_t edge : streets.junctions()[junction].edges)
-      busiest = std::min(busiest, streets.kindOf(streets.edges()[edge]));
+      busiest = std::max(busiest, streets.kindOf(streets.edges()[edge]));
     const bool crossing = streets.junctions()[junction].edges.size() > 2;
     const double luck = random.unit();
     const double wait = random.between(4, 38);
     if (!crossing) continue;
-    if (busiest == StreetClass::mainRoad && luck < 0.28) waits[i] = wait;
-    if (busiest == StreetClass::collector && luck < 0.12) waits[i] = wait / 3;
+    if (busiest == RoadClass::main && luck < 0.28) waits[i] = wait;
+    if (busiest == RoadClass::collector && luck < 0.12) waits[i] = wait / 3;
     if (waits[i] > 0) passing[i] = 0;
   }
   for (std::size_t i = count; i-- > 0;) {
@@ -123,10 +121,10 @@ Motion Drive::at(double second) const {
   const StreetEdge& edge = town_->streets().edges()[step.edge];
   const double along = motion.metres - stepStarts_[index];
   motion.edge = step.edge;
-  motion.alongEdge = std::clamp(step.forward ? along : edge.length() - along, 0.0, edge.length());
-  const Spot spot = town_->streets().spotAt(edge, motion.alongEdge);
-  motion.at = spot.at;
-  motion.heading = step.forward ? spot.heading : std::fmod(spot.heading + 180, 360);
+  motion.alongEdge = std::clamp(step.forward ? along : edge.line.length() - along, 0.0, edge.line.length());
+  const Station here = edge.line.at(motion.alongEdge);
+  motion.at = here.at;
+  motion.heading = headingOf(step.forward ? here.direction : here.direction * -1);
   return motion;
 }
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "demo/town/fleet.h"
 #include "demo/town/town.h"
-#include "demo/town/vehicle_kind.h"
 
 namespace fleetor::demo {
 

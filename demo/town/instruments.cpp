@@ -16,14 +16,14 @@ double odometerKm(const FleetVehicle& vehicle, double metres) {
 }
 
 // The tank empties with the kilometres; when a stop finds a filling due, it is filled there. So a drive goes
-// on with what it began with, and the level is the same whoever asks.
+// on with what it began with, and the level does not depend on the question.
 double fuelShare(const FleetVehicle& vehicle, const Whereabouts& where) {
-  constexpr double kFull = 0.96;
-  constexpr double kReserve = 0.14;
+  constexpr double full = 0.96;
+  constexpr double reserve = 0.14;
   const double range = vehicle.kind->rangeKm;
   const double now = odometerKm(vehicle, where.odometerMetres);
   const double filled = std::floor(odometerKm(vehicle, where.stageOdometerMetres) / range) * range;
-  return std::max(0.02, kFull - (kFull - kReserve) * (now - filled) / range);
+  return std::max(0.02, full - (full - reserve) * (now - filled) / range);
 }
 
 double outsideTemperature(const FleetVehicle& vehicle, Instant now) {
@@ -94,13 +94,13 @@ Schedule serviceSchedule(const FleetVehicle& vehicle, const Whereabouts& where, 
     const Day today = dayOf(now);
     return today + interval - (today + phase) % interval;
   };
-  constexpr double kServiceKm = 15000;
+  constexpr double serviceKm = 15000;
   const double km = odometerKm(vehicle, where.odometerMetres);
   const double phase = static_cast<double>(hashOf(vehicle.seed, 45) % 15000);
   Schedule schedule;
   schedule.oil = dayText(nextDay(43, 365));
   schedule.technical = dayText(nextDay(44, 730));
-  schedule.distance = decimals((std::floor((km + phase) / kServiceKm) + 1) * kServiceKm - phase, 0) + " km";
+  schedule.distance = decimals((std::floor((km + phase) / serviceKm) + 1) * serviceKm - phase, 0) + " km";
   schedule.unitExpires = dayText(nextDay(46, 1095));
   return schedule;
 }

@@ -8,13 +8,13 @@
 namespace fleetor::demo {
 namespace {
 
-constexpr std::int64_t kMinute = 60;
-constexpr std::int64_t kHour = 60 * kMinute;
+constexpr std::int64_t minuteSeconds = 60;
+constexpr std::int64_t hourSeconds = 60 * minuteSeconds;
 // Shorter than the shortest day of the year in which the clocks go forward.
-constexpr std::int64_t kWorkingSeconds = 22 * kHour + 50 * kMinute;
-constexpr std::size_t kCustomers = 9;
+constexpr std::int64_t workingSeconds = 22 * hourSeconds + 50 * minuteSeconds;
+constexpr std::size_t customerCount = 9;
 // Odometers are counted from 2026-01-01.
-constexpr Day kFirstFleetDay = 20454;
+constexpr Day firstFleetDay = 20454;
 
 bool worksOn(const FleetVehicle& vehicle, Day day, Random& random) {
   const int weekday = weekdayOf(day);
@@ -26,7 +26,7 @@ bool worksOn(const FleetVehicle& vehicle, Day day, Random& random) {
 
 Instant Movements::workBegins(const FleetVehicle& vehicle, Day day) const {
   const std::int64_t spread = static_cast<std::int64_t>(hashOf(vehicle.seed, 21) % 5400);
-  return beginningOf(day) + (vehicle.duty == Duty::nightShift ? 13 * kHour : 3 * kHour) + spread;
+  return beginningOf(day) + (vehicle.duty == Duty::nightShift ? 13 * hourSeconds : 3 * hourSeconds) + spread;
 }
 
 Movements::WorkPlan Movements::planWork(const FleetVehicle& vehicle, Day day) const {
@@ -34,7 +34,7 @@ Movements::WorkPlan Movements::planWork(const FleetVehicle& vehicle, Day day) co
   Random own(hashOf(vehicle.seed, 22));
   WorkPlan plan;
   plan.home = own.below(places);
-  std::array<std::uint32_t, kCustomers> customers;
+  std::array<std::uint32_t, customerCount> customers;
   for (std::uint32_t& customer : customers)
     customer = own.below(places);
 
@@ -43,9 +43,9 @@ Movements::WorkPlan Movements::planWork(const FleetVehicle& vehicle, Day day) co
 
   const VehicleKind& kind = *vehicle.kind;
   const bool always = vehicle.duty == Duty::roundTheClock;
-  const std::int64_t shift = always ? kWorkingSeconds : 11 * kHour;
+  const std::int64_t shift = always ? workingSeconds : 11 * hourSeconds;
   plan.start =
-      static_cast<std::int64_t>(always ? random.between(120, 900) : random.between(1.7, 5.5) * kHour);
+      static_cast<std::int64_t>(always ? random.between(120, 900) : random.between(1.7, 5.5) * hourSeconds);
   const auto estimate = [&](std::uint32_t from, std::uint32_t to) {
     const double free = town_.drivingSeconds(from, to);
     const double slow = town_.drivingMetres(from, to) / kind.topSpeed;
@@ -58,12 +58,12 @@ Movements::WorkPlan Movements::planWork(const FleetVehicle& vehicle, Day day) co
   std::uint32_t here = plan.home;
   std::int64_t clock = plan.start;
   for (int i = 0; i < wanted; ++i) {
-    const std::uint32_t next = customers[random.below(kCustomers)];
+    const std::uint32_t next = customers[random.below(customerCount)];
     const double dwell = always ? random.between(kind.minDwell, kind.minDwell * 1.8)
                                 : random.between(kind.minDwell, kind.maxDwell);
     if (next == here || next == plan.home) continue;
     const std::int64_t after = clock + estimate(here, next) + static_cast<std::int64_t>(dwell);
-    if (after + estimate(next, plan.home) > std::min(plan.start + shift, kWorkingSeconds)) break;
+    if (after + estimate(next, plan.home) > std::min(plan.start + shift, workingSeconds)) break;
     plan.errands.push_back({here, next, static_cast<std::int64_t>(dwell)});
     here = next;
     clock = after;
@@ -73,7 +73,7 @@ Movements::WorkPlan Movements::planWork(const FleetVehicle& vehicle, Day day) co
 }
 
 double Movements::metresBefore(const FleetVehicle& vehicle, Day day) const {
-  std::pair<Day, double> anchor{kFirstFleetDay, 0};
+  std::pair<Day, double> anchor{firstFleetDay, 0};
   {
     const std::lock_guard lock(mutex_);
     if (const auto known = odometers_.find(vehicle.id); known != odometers_.end()) anchor = known->second;
@@ -95,7 +95,7 @@ double Movements::metresBefore(const FleetVehicle& vehicle, Day day) const {
 }
 
 Movements::Stages Movements::workStages(const FleetVehicle& vehicle, Day day) const {
-  constexpr std::size_t kKeptDays = 256;
+  constexpr std::size_t keptDays = 256;
   const std::pair<std::int64_t, Day> key{vehicle.id, day};
   {
     const std::lock_guard lock(mutex_);
@@ -115,7 +115,7 @@ Movements::Stages Movements::workStages(const FleetVehicle& vehicle, Day day) co
   // Who is out round the clock spreads the time that traffic left over its stops.
   std::int64_t rest = 0;
   if (vehicle.duty == Duty::roundTheClock && drives.size() > 1)
-    rest = std::max<std::int64_t>(0, kWorkingSeconds - busy) / static_cast<std::int64_t>(drives.size() - 1);
+    rest = std::max<std::int64_t>(0, workingSeconds - busy) / static_cast<std::int64_t>(drives.size() - 1);
 
   std::vector<Stage> stages;
   double odometer = metresBefore(vehicle, day);
@@ -136,7 +136,7 @@ Movements::Stages Movements::workStages(const FleetVehicle& vehicle, Day day) co
 
   auto result = std::make_shared<const std::vector<Stage>>(std::move(stages));
   const std::lock_guard lock(mutex_);
-  if (cache_.size() >= kKeptDays) cache_.clear();
+  if (cache_.size() >= keptDays) cache_.clear();
   cache_[key] = result;
   return result;
 }

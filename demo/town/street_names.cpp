@@ -1,30 +1,23 @@
 #include "demo/town/street_names.h"
 
-#include <iterator>
-
 namespace fleetor::demo {
 namespace {
 
-constexpr const char* kNameHeads[] = {
-    "Alder", "Amber", "Ash",   "Bram",  "Brack", "Cold",   "Copper", "Dun",   "Elder", "Fair",
-    "Fal",   "Gorse", "Grey",  "Hazel", "Heron", "Iver",   "Kelp",   "Kings", "Lark",  "Lin",
-    "Long",  "Marl",  "North", "Oar",   "Otter", "Pebble", "Quill",  "Reed",  "Rook",  "Salt",
-    "Sand",  "Shale", "Stone", "Swan",  "Tern",  "Thorn",  "Vel",    "White", "Wind",  "Wren"};
-constexpr const char* kNameTails[] = {"bank", "brook", "croft", "dale", "fen",  "field", "ford", "gate",
-                                      "ham",  "holt",  "ley",   "mere", "moor", "stead", "well", "wick"};
-constexpr const char* kResidentialEndings[] = {"Street", "Street",  "Lane",    "Way",
-                                               "Row",    "Gardens", "Terrace", "Walk"};
-
-template <std::size_t N>
-const char* oneOf(Random& random, const char* const (&list)[N]) {
-  return list[random.below(static_cast<std::uint32_t>(N))];
-}
+constexpr const char* nameHeads[] = {"Alder", "Amber",  "Ash",   "Bram",  "Brack", "Cold",  "Copper", "Dun",
+                                     "Elder", "Fair",   "Fal",   "Gorse", "Grey",  "Hazel", "Heron",  "Iver",
+                                     "Kelp",  "Kings",  "Lark",  "Lin",   "Long",  "Marl",  "North",  "Oar",
+                                     "Otter", "Pebble", "Quill", "Reed",  "Rook",  "Salt",  "Sand",   "Shale",
+                                     "Stone", "Swan",   "Tern",  "Thorn", "Vel",   "White", "Wind",   "Wren"};
+constexpr const char* nameTails[] = {"bank", "brook", "croft", "dale", "fen",  "field", "ford", "gate",
+                                     "ham",  "holt",  "ley",   "mere", "moor", "stead", "well", "wick"};
+constexpr const char* residentialEndings[] = {"Street", "Street",  "Lane",    "Way",
+                                              "Row",    "Gardens", "Terrace", "Walk"};
 
 }  // namespace
 
 std::string StreetNames::nextStem() {
-  std::string stem = oneOf(random_, kNameHeads);
-  return stem += oneOf(random_, kNameTails);
+  const std::string head = random_.oneOf(nameHeads);
+  return head + random_.oneOf(nameTails);
 }
 
 std::string StreetNames::unique(const char* ending) {
@@ -37,18 +30,10 @@ std::string StreetNames::unique(const char* ending) {
   }
 }
 
-std::string StreetNames::nextStreet(StreetClass kind) {
-  switch (kind) {
-    case StreetClass::ringRoad:
-      return unique("Ring");
-    case StreetClass::mainRoad:
-      return unique(random_.chance(0.5) ? "Avenue" : "Road");
-    case StreetClass::collector:
-      return unique("Road");
-    case StreetClass::residential:
-      break;
-  }
-  return unique(oneOf(random_, kResidentialEndings));
+std::string StreetNames::nextStreet(RoadClass kind) {
+  if (kind == RoadClass::ring) return unique("Ring");
+  if (kind == RoadClass::main) return unique(random_.chance(0.5) ? "Avenue" : "Road");
+  return unique(kind == RoadClass::collector ? "Road" : random_.oneOf(residentialEndings));
 }
 
 std::string StreetNames::nextPark() {

@@ -14,7 +14,7 @@ class StreetNames {
  public:
   explicit StreetNames(std::uint64_t seed) : random_(seed) {}
 
-  std::string nextStreet(StreetClass kind);
+  std::string nextStreet(RoadClass kind);
   std::string nextPark();
   std::string nextVillage();
 

@@ -8,29 +8,13 @@
 namespace fleetor::demo {
 namespace {
 
-constexpr double kMetresPerHouse = 17;
-
-std::vector<double> measuredAlong(const std::vector<Point>& shape) {
-  std::vector<double> along{0};
-  for (std::size_t i = 1; i < shape.size(); ++i)
-    along.push_back(along.back() + distanceBetween(shape[i - 1], shape[i]));
-  return along;
-}
+constexpr double metresPerHouse = 17;
 
 }  // namespace
 
-double speedLimit(StreetClass kind) {
-  switch (kind) {
-    case StreetClass::ringRoad:
-      return 80 / 3.6;
-    case StreetClass::mainRoad:
-      return 60 / 3.6;
-    case StreetClass::collector:
-      return 50 / 3.6;
-    case StreetClass::residential:
-      break;
-  }
-  return 30 / 3.6;
+double speedLimit(RoadClass kind) {
+  constexpr double kilometresPerHour[roadClasses] = {5, 10, 30, 50, 60, 80};
+  return kilometresPerHour[static_cast<int>(kind)] / 3.6;
 }
 
 std::uint32_t StreetNetwork::addJunction(Point at) {
@@ -38,48 +22,40 @@ std::uint32_t StreetNetwork::addJunction(Point at) {
   return static_cast<std::uint32_t>(junctions_.size() - 1);
 }
 
-std::uint32_t StreetNetwork::addStreet(std::string name, StreetClass kind) {
+std::uint32_t StreetNetwork::addStreet(std::string name, RoadClass kind) {
   streets_.push_back({std::move(name), kind});
   return static_cast<std::uint32_t>(streets_.size() - 1);
 }
 
-std::uint32_t StreetNetwork::addEdge(std::uint32_t from, std::uint32_t to, std::uint32_t street,
-                                     std::vector<Point> shape, double houseOffset, bool bridge) {
+std::uint32_t StreetNetwork::addEdge(std::uint32_t from, std::uint32_t to, std::uint32_t street, Shape line,
+                                     double houseOffset, bool bridge) {
   const auto index = static_cast<std::uint32_t>(edges_.size());
-  // To the last bit, so that edges meet without a gap however the shape was computed.
-  shape.front() = junctions_[from].at;
-  shape.back() = junctions_[to].at;
-  std::vector<double> along = measuredAlong(shape);
-  edges_.push_back({from, to, street, bridge, std::move(shape), std::move(along), houseOffset});
+  // To the last bit, so that edges meet without a gap however the line was computed.
+  line.front() = junctions_[from].at;
+  line.back() = junctions_[to].at;
+  edges_.push_back({from, to, street, bridge, Walk(std::move(line)), houseOffset});
   junctions_[from].edges.push_back(index);
   junctions_[to].edges.push_back(index);
   return index;
 }
 
 std::uint32_t StreetNetwork::splitEdge(std::uint32_t index, double fraction) {
-  const double cut = edges_[index].length() * fraction;
-  const Point at = spotAt(edges_[index], cut).at;
-  const std::uint32_t middle = addJunction(at);
-
+  const Walk whole = edges_[index].line;
+  const double cut = whole.length() * fraction;
+  const std::uint32_t middle = addJunction(whole.at(cut).at);
   StreetEdge& first = edges_[index];
-  std::vector<Point> head;
-  std::vector<Point> tail{at};
-  for (std::size_t i = 0; i < first.shape.size(); ++i)
-    (first.along[i] < cut ? head : tail).push_back(first.shape[i]);
-  head.push_back(at);
-
   const std::uint32_t end = first.to;
-  first.shape = std::move(head);
-  first.along = measuredAlong(first.shape);
+  first.line = Walk(whole.between(0, cut));
   first.to = middle;
   std::erase(junctions_[end].edges, index);
   junctions_[middle].edges.push_back(index);
-  addEdge(middle, end, first.street, std::move(tail), first.houseOffset + first.length(), first.bridge);
+  addEdge(middle, end, first.street, whole.between(cut, whole.length()), first.houseOffset + cut,
+          first.bridge);
   return middle;
 }
 
 RouteTree StreetNetwork::quickestFrom(std::uint32_t root) const {
-  constexpr double kCrossingSeconds = 4;
+  constexpr double crossingSeconds = 4;
   RouteTree tree;
   tree.root = root;
   tree.reach.assign(junctions_.size(), {std::numeric_limits<double>::infinity(), 0, RouteTree::none});
@@ -95,9 +71,9 @@ RouteTree StreetNetwork::quickestFrom(std::uint32_t root) const {
     for (const std::uint32_t index : junctions_[here].edges) {
       const StreetEdge& edge = edges_[index];
       const std::uint32_t there = edge.from == here ? edge.to : edge.from;
-      const double cost = seconds + edge.length() / speedLimit(kindOf(edge)) + kCrossingSeconds;
+      const double cost = seconds + edge.line.length() / speedLimit(kindOf(edge)) + crossingSeconds;
       if (cost >= tree.reach[there].seconds) continue;
-      tree.reach[there] = {cost, tree.reach[here].metres + edge.length(), index};
+      tree.reach[there] = {cost, tree.reach[here].metres + edge.line.length(), index};
       open.push({cost, there});
     }
   }
@@ -116,24 +92,15 @@ std::vector<RouteStep> StreetNetwork::route(const RouteTree& tree, std::uint32_t
   return steps;
 }
 
-Spot StreetNetwork::spotAt(const StreetEdge& edge, double metres) const {
-  metres = std::clamp(metres, 0.0, edge.length());
-  const auto next = std::upper_bound(edge.along.begin() + 1, edge.along.end() - 1, metres);
-  const auto i = static_cast<std::size_t>(next - edge.along.begin());
-  const double span = edge.along[i] - edge.along[i - 1];
-  const double t = span > 0 ? (metres - edge.along[i - 1]) / span : 0;
-  return {lerp(edge.shape[i - 1], edge.shape[i], t), headingFromTo(edge.shape[i - 1], edge.shape[i])};
-}
-
 std::string StreetNetwork::address(const StreetEdge& edge, double metres) const {
-  const double offset = edge.houseOffset + std::clamp(metres, 0.0, edge.length());
-  const int house = 1 + static_cast<int>(offset / kMetresPerHouse);
+  const double offset = edge.houseOffset + std::clamp(metres, 0.0, edge.line.length());
+  const int house = 1 + static_cast<int>(offset / metresPerHouse);
   return streets_[edge.street].name + " " + std::to_string(house);
 }
 
 std::string StreetNetwork::addressAt(std::uint32_t junction) const {
   const StreetEdge& edge = edges_[junctions_[junction].edges.front()];
-  return address(edge, edge.from == junction ? 0 : edge.length());
+  return address(edge, edge.from == junction ? 0 : edge.line.length());
 }
 
 }  // namespace fleetor::demo

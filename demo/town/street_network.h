@@ -8,15 +8,16 @@
 
 namespace fleetor::demo {
 
-// From the fastest to the slowest; a map draws them in the opposite order.
-enum class StreetClass { ringRoad, mainRoad, collector, residential };
+// In the order in which a map draws them; no vehicle of the fleet uses the first two.
+enum class RoadClass : std::uint8_t { path, drive, residential, collector, main, ring };
+inline constexpr int roadClasses = 6;
 
 // Metres a second.
-double speedLimit(StreetClass kind);
+double speedLimit(RoadClass kind);
 
 struct Street {
   std::string name;
-  StreetClass kind = StreetClass::residential;
+  RoadClass kind = RoadClass::residential;
 };
 
 struct Junction {
@@ -30,20 +31,10 @@ struct StreetEdge {
   std::uint32_t to = 0;
   std::uint32_t street = 0;
   bool bridge = false;
-  // At least two points, the junctions' own at both ends.
-  std::vector<Point> shape;
-  // Metres from `from` to each point of the shape; the last is the edge's length.
-  std::vector<double> along;
+  // From one junction to the other.
+  Walk line;
   // Metres from the first house of the street to `from`; house numbers follow it.
   double houseOffset = 0;
-
-  double length() const { return along.back(); }
-};
-
-// A spot on an edge with the direction of the edge there.
-struct Spot {
-  Point at;
-  double heading = 0;
 };
 
 // The quickest ways from one junction to all others.
@@ -70,8 +61,8 @@ struct RouteStep {
 class StreetNetwork {
  public:
   std::uint32_t addJunction(Point at);
-  std::uint32_t addStreet(std::string name, StreetClass kind);
-  std::uint32_t addEdge(std::uint32_t from, std::uint32_t to, std::uint32_t street, std::vector<Point> shape,
+  std::uint32_t addStreet(std::string name, RoadClass kind);
+  std::uint32_t addEdge(std::uint32_t from, std::uint32_t to, std::uint32_t street, Shape line,
                         double houseOffset, bool bridge);
   // Cuts the edge at a fraction of its length, in (0, 1), and returns the new junction between the halves.
   std::uint32_t splitEdge(std::uint32_t edge, double fraction);
@@ -79,15 +70,13 @@ class StreetNetwork {
   const std::vector<Junction>& junctions() const { return junctions_; }
   const std::vector<Street>& streets() const { return streets_; }
   const std::vector<StreetEdge>& edges() const { return edges_; }
-  StreetClass kindOf(const StreetEdge& edge) const { return streets_[edge.street].kind; }
+  RoadClass kindOf(const StreetEdge& edge) const { return streets_[edge.street].kind; }
 
   RouteTree quickestFrom(std::uint32_t junction) const;
   // From the tree's root to the target in driving order; empty when it is the root itself or cannot be
   // reached.
   std::vector<RouteStep> route(const RouteTree& tree, std::uint32_t target) const;
 
-  // `metres` from the edge's `from` junction, held to the edge.
-  Spot spotAt(const StreetEdge& edge, double metres) const;
   // Street and house number, for instance "Alderfen Road 14".
   std::string address(const StreetEdge& edge, double metres) const;
   // The address at a junction, by the first of its edges.

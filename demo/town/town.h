@@ -10,7 +10,7 @@ namespace fleetor::demo {
 
 struct Park {
   std::string name;
-  std::vector<Point> outline;
+  Shape outline;
 };
 
 // An address where vehicles stop and park: a junction in the middle of a block, with the quickest ways from
@@ -30,7 +30,7 @@ class Town {
   const StreetNetwork& streets() const { return streets_; }
   const std::vector<Park>& parks() const { return parks_; }
   // The river's centre line from west to east, and its width in metres.
-  const std::vector<Point>& river() const { return river_; }
+  const Shape& river() const { return river_; }
   static constexpr double riverWidth = 64;
   const std::vector<Place>& places() const { return places_; }
 
@@ -48,7 +48,7 @@ class Town {
   std::string name_ = "Larkhåven";
   StreetNetwork streets_;
   std::vector<Park> parks_;
-  std::vector<Point> river_;
+  Shape river_;
   std::vector<Place> places_;
 };
 

@@ -1,130 +1,87 @@
-#include <fcntl.h>
 #include <sys/wait.h>
-#include <unistd.h>
 #include <csignal>
+#include <cstdio>
 
-#include <memory>
-#include <vector>
-
-#include "demo/service/options.h"
 #include "running_service.h"
 
 namespace fleetor::demo {
 namespace {
 
-struct Ended {
-  int status = -1;
-  std::string output;
-};
-
-// The demo program itself, its standard output and error read through one pipe.
+// The demo program, its standard output and error read through one pipe.
 class Program {
  public:
-  explicit Program(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), FLEETOR_DEMO_PROGRAM);
-    std::vector<char*> pointers;
-    pointers.reserve(arguments.size() + 1);
-    for (std::string& argument : arguments)
-      pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    int ends[2];
-    EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-    child_ = ::fork();
-    if (child_ == 0) {
-      ::dup2(ends[1], STDOUT_FILENO);
-      ::dup2(ends[1], STDERR_FILENO);
-      ::execv(pointers[0], pointers.data());
-      ::_exit(127);
-    }
-    ::close(ends[1]);
-    output_ = ends[0];
+  // `arguments` as a shell reads them.
+  explicit Program(const std::string& arguments)
+      : output_(::popen(("echo $$; exec " FLEETOR_DEMO_PROGRAM " " + arguments + " 2>&1").c_str(), "r")) {
+    process_ = std::stoi(read());
   }
   ~Program() {
-    if (child_ > 0) {
-      ::kill(child_, SIGKILL);
-      ::waitpid(child_, nullptr, 0);
-    }
-    ::close(output_);
+    if (output_) ::kill(process_, SIGKILL);
+    if (output_) ::pclose(output_);
   }
 
-  std::string line() {
+  // Up to the next line break, or to the end of the output.
+  std::string read(char until = '\n') {
     std::string text;
-    for (char c = 0; ::read(output_, &c, 1) == 1 && c != '\n';)
-      text += c;
+    for (int c = 0; (c = std::fgetc(output_)) != EOF && c != until;)
+      text += static_cast<char>(c);
     return text;
   }
-  void signal(int number) { ::kill(child_, number); }
-  Ended end() {
-    Ended ended;
-    char buffer[4096];
-    for (ssize_t got = 0; (got = ::read(output_, buffer, sizeof buffer)) > 0;)
-      ended.output.append(buffer, static_cast<std::size_t>(got));
-    int status = 0;
-    ::waitpid(child_, &status, 0);
-    child_ = -1;
-    ended.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return ended;
+  void terminate() const { ::kill(process_, SIGTERM); }
+  // The exit status, when the program has ended.
+  int status() {
+    const int status = ::pclose(std::exchange(output_, nullptr));
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
  private:
-  pid_t child_ = -1;
-  int output_ = -1;
+  std::FILE* output_;
+  pid_t process_ = 0;
 };
 
-TEST(DemoProgram, SaysWhereItListensAndEndsCleanlyOnASignal) {
-  for (const int number : {SIGTERM, SIGINT}) {
-    Program program({"--port", "0", "--vehicles=3", "--fault", "live=hang", "--now", "2026-03-11 08:00:00"});
-    const std::string line = program.line();
-    const std::string announced = "Listening on http://127.0.0.1:";
-    ASSERT_EQ(line.substr(0, announced.size()), announced);
-    httplib::Client client("127.0.0.1", std::stoi(line.substr(announced.size())));
-    client.set_keep_alive(true);
-    const auto answer = client.Post("/token?grant_type=password", "password=demo&uid=1&username=demo",
-                                    "application/x-www-form-urlencoded; charset=utf-8");
-    ASSERT_TRUE(answer);
-    const std::string token = Json::parse(answer->body)["token"]["access_token"].get<std::string>();
-    const auto list = client.Get("/vehicles", {{"Authorization", "Bearer " + token}});
-    ASSERT_TRUE(list);
-    EXPECT_EQ(Json::parse(list->body)["total"], 3);
-    const auto which = client.Get("/control/service");
-    ASSERT_TRUE(which);
-    EXPECT_EQ(Json::parse(which->body),
-              Json({{"service", "fleetor-demo-service"}, {"version", FLEETOR_VERSION}}));
-    program.signal(number);
-    EXPECT_EQ(program.end().status, 0);
-  }
+TEST(DemoProgram, PrintsWhereItListensAndEndsCleanlyOnASignal) {
+  Program program(
+      "--port 0 --vehicles=3 --seed 9 --fault=live=hang --fault info=500 --now '2026-03-11 08:00:00'");
+  const std::string line = program.read();
+  const std::string announced = "Listening on http://127.0.0.1:";
+  ASSERT_EQ(line.substr(0, announced.size()), announced);
+  httplib::Client client("127.0.0.1", std::stoi(line.substr(announced.size())));
+  client.set_keep_alive(true);
+  const auto answer = client.Post("/token?grant_type=password", "password=demo&uid=1&username=demo",
+                                  "application/x-www-form-urlencoded; charset=utf-8");
+  ASSERT_TRUE(answer);
+  const std::string token = Json::parse(answer->body)["token"]["access_token"].get<std::string>();
+  const auto get = [&](const char* path) {
+    const auto result = client.Get(path, {{"Authorization", "Bearer " + token}});
+    return result ? Json::parse(result->body) : Json();
+  };
+  EXPECT_EQ(get("/vehicles")["total"], 3);
+  EXPECT_EQ(get("/control/faults")["faults"].size(), 2u);
+  const Json today = get("/route?vehid=1001&date=2026-03-11")["route"];
+  EXPECT_EQ(today.back()["timeTo"].get<std::string>().substr(0, 15), "2026-03-11 08:0");
+  EXPECT_EQ(get("/control/service"),
+            Json({{"service", "fleetor-demo-service"}, {"version", FLEETOR_VERSION}}));
+
+  Program second("--port " + line.substr(announced.size()));
+  EXPECT_NE(second.read().find("port " + line.substr(announced.size())), std::string::npos);
+  EXPECT_EQ(second.status(), 1);
+
+  program.terminate();
+  EXPECT_EQ(program.status(), 0);
 }
 
-TEST(DemoProgram, SaysThatAPortIsTaken) {
-  RunningService other;
-  const Ended ended = Program({"--port", std::to_string(other.port())}).end();
-  EXPECT_EQ(ended.status, 1);
-  EXPECT_NE(ended.output.find("port " + std::to_string(other.port())), std::string::npos) << ended.output;
-}
-
-TEST(DemoProgram, ExplainsAWrongOptionAndHowToCallIt) {
-  const Ended ended = Program({"--ports", "1"}).end();
-  EXPECT_EQ(ended.status, 2);
-  EXPECT_NE(ended.output.find("no option \"--ports\""), std::string::npos) << ended.output;
-  EXPECT_NE(ended.output.find("Usage: fleetor-demo-service"), std::string::npos);
-  const Ended help = Program({"--help"}).end();
-  EXPECT_EQ(help.status, 0);
-  EXPECT_NE(help.output.find("--vehicles N"), std::string::npos);
-
-  for (const std::string_view option :
-       {"--port", "--port=65536", "--port=x", "--vehicles=10001", "--vehicles=-1", "--seed=first",
-        "--help=yes", "--now=yesterday", "--now=2026-13-01", "--now=9999-01-01", "--now=2026-01-01 24:00:00",
-        "--fault=live", "--state=", "demo", "-p"}) {
-    std::string problem;
-    EXPECT_FALSE(parseOptions({option}, problem)) << option;
-    EXPECT_FALSE(problem.empty()) << option;
+TEST(DemoProgram, RefusesAWrongOptionWithAReasonAndItsUsage) {
+  for (const std::string arguments : {"--ports 1", "--port", "--port=65536", "--port=x", "--vehicles=10001",
+                                      "--seed=first", "--help=yes", "--now=2026-13-01", "--now=9999-01-01",
+                                      "--now='2026-01-01 24:00:00'", "--fault=lives", "--state=", "demo"}) {
+    Program program(arguments);
+    const std::string output = program.read('\0');
+    const std::size_t name = output.find(arguments.substr(0, arguments.find_first_of("= ")));
+    EXPECT_LT(name, output.find("Usage: fleetor-demo-service")) << output;
+    EXPECT_EQ(program.status(), 2) << arguments;
   }
-  std::string problem;
-  const auto options =
-      parseOptions({"--fault=all=delay:20*4", "--seed", "9", "--now", "2026-03-11 08:00:00"}, problem);
-  ASSERT_TRUE(options) << problem;
-  EXPECT_EQ(options->faults.at(0).remaining, 4);
-  EXPECT_EQ(stampText(options->service.now()).substr(0, 17), "2026-03-11 08:00:");
+  Program help("--help");
+  EXPECT_EQ(help.read().find("Usage: fleetor-demo-service"), 0u);
 }
 
 }  // namespace
