@@ -65,7 +65,7 @@ Rectangle {
         font.bold: true
     }
 
-    Text {
+    PlainText {
         readonly property real side: Math.max(left.width, right.width) + 8
         readonly property real room: bar.width - left.width - right.width - 20
         readonly property real whole: metrics.advanceWidth(bar.title) / 100 // at a size of 1
@@ -78,15 +78,15 @@ Rectangle {
         x: centred ? (bar.width - width) / 2 : Theme.mirrored ? right.width + 12 : left.width + 8
         width: centred ? Math.ceil(whole * Theme.titleSize) + 2 : room
         height: bar.height
+        horizontalAlignment: centred ? Text.AlignHCenter : Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         text: bar.title
-        textFormat: Text.PlainText
         wrapMode: single ? Text.NoWrap : Text.Wrap
         maximumLineCount: 2
-        elide: Text.ElideRight
         color: Theme.barText
         font.pixelSize: centred ? Theme.titleSize : Math.max(14, Math.min(Theme.titleSize, Math.floor((single ? one : two) - 0.5)))
         font.bold: true
+        Accessible.ignored: false
         Accessible.role: Accessible.Heading
         Accessible.name: text
     }

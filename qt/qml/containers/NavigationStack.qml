@@ -30,15 +30,7 @@ FocusScope {
 
             function follow() {
                 place = stack.navigation.indexOf(screen);
-                const wanted = target();
-                if (stack.navigation.animating) {
-                    slide.duration = Theme.motion(stack.navigation.duration);
-                    slide.to = wanted;
-                    slide.restart();
-                } else if (!slide.running || slide.to !== wanted) {
-                    slide.stop();
-                    x = wanted;
-                }
+                slide.moveTo(target(), stack.navigation.duration);
                 if (onTop)
                     focus = true; // whether the stack has the keys is for its container to say
             }
@@ -75,11 +67,10 @@ FocusScope {
                 }
             }
 
-            NumberAnimation {
+            Slide {
                 id: slide
                 target: page
                 property: "x"
-                easing.type: Easing.OutCubic
             }
 
             Rectangle {

@@ -11,21 +11,13 @@ FocusScope {
     property int shown: pages.selectedIndex
     property bool turning: false
 
-    function rest() {
-        const wanted = -Theme.forward * pages.selectedIndex * width;
-        if (drag.active || strip.x === wanted)
-            return;
-        if (turning || pages.animating) {
-            turn.to = wanted;
-            turn.restart();
-        } else if (!turn.running || turn.to !== wanted) {
-            turn.stop();
-            strip.x = wanted;
-        }
+    function follow() {
+        if (!drag.active)
+            turn.moveTo(-Theme.forward * pages.selectedIndex * width, turning || pages.animating ? 300 : 0);
     }
 
     clip: true
-    onShownChanged: rest()
+    onShownChanged: follow()
     onWidthChanged: {
         turn.stop();
         strip.x = -Theme.forward * pages.selectedIndex * width;
@@ -64,12 +56,10 @@ FocusScope {
         }
     }
 
-    NumberAnimation {
+    Slide {
         id: turn
         target: strip
         property: "x"
-        duration: Theme.motion(300)
-        easing.type: Easing.OutCubic
     }
 
     DragHandler {
@@ -89,7 +79,7 @@ FocusScope {
             const step = Math.abs(moved) > pager.width / 4 ? -Math.sign(moved) : 0;
             pager.turning = true;
             pager.pages.scrollToIndex(Math.max(0, Math.min(pager.pages.count - 1, index + step)));
-            pager.rest();
+            pager.follow();
             pager.turning = false;
         }
         onTranslationChanged: {

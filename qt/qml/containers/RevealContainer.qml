@@ -12,16 +12,8 @@ FocusScope {
     property real shift: 0 // how far the front screen has moved
 
     function follow() {
-        if (drag.dragging)
-            return;
-        if (reveal.animating && shift !== place) {
-            slide.duration = Theme.motion(reveal.duration);
-            slide.to = place;
-            slide.restart();
-        } else if (!slide.running || slide.to !== place) {
-            slide.stop();
-            shift = place;
-        }
+        if (!drag.dragging)
+            slide.moveTo(place, reveal.duration);
     }
 
     function giveKeys() {
@@ -96,17 +88,14 @@ FocusScope {
             onEnded: {
                 const open = container.shift > container.reveal.rearWidth / 2;
                 container.reveal.pan(open);
-                slide.duration = Theme.motion(200);
-                slide.to = open ? container.reveal.rearWidth : 0;
-                slide.restart();
+                slide.moveTo(open ? container.reveal.rearWidth : 0, 200);
             }
         }
     }
 
-    NumberAnimation {
+    Slide {
         id: slide
         target: container
         property: "shift"
-        easing.type: Easing.OutCubic
     }
 }

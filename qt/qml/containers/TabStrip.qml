@@ -73,16 +73,13 @@ Rectangle {
                         source: (tab.checked ? strip.tabBar?.selectedImages[tab.index] : strip.tabBar?.images[tab.index]) ?? ""
                         sourceSize { width: 26; height: 26 }
                     }
-                    Text {
+                    PlainText {
                         width: parent.width
                         horizontalAlignment: Text.AlignHCenter
-                        elide: Text.ElideRight
                         text: tab.label
-                        textFormat: Text.PlainText
                         color: tab.checked ? Theme.tabSelected : Theme.barText
                         font.pixelSize: strip.wordSize
                         font.bold: true
-                        Accessible.ignored: true
                     }
                 }
             }

@@ -27,15 +27,13 @@ Tappable {
         sourceSize { width: 28; height: 28 }
     }
 
-    Text {
+    PlainText {
         id: word
         anchors.centerIn: parent
         visible: !root.pictured
         text: root.button?.title ?? ""
-        textFormat: Text.PlainText
         color: Theme.barText
         font.pixelSize: Theme.bodySize + 1
         font.bold: true
-        Accessible.ignored: true
     }
 }

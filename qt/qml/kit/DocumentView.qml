@@ -102,44 +102,26 @@ Flickable {
 
                 Repeater {
                     model: link.places
-                    delegate: Rectangle {
+                    delegate: FocusRing {
                         required property rect modelData
+                        target: link
                         x: modelData.x - link.x - 3
                         y: modelData.y - link.y - 1
                         width: modelData.width + 6
                         height: modelData.height + 2
-                        visible: link.activeFocus && Person.usesKeys
-                        color: "transparent"
                         radius: 4
-                        border.width: 2
-                        border.color: Theme.focusRing
                     }
                 }
             }
         }
     }
 
-    Rectangle {
-        parent: flick
-        anchors.right: parent.right
-        anchors.rightMargin: 2
-        y: flick.visibleArea.yPosition * flick.height
-        width: 4
-        height: Math.max(24, flick.visibleArea.heightRatio * flick.height)
-        radius: 2
-        color: Theme.secondaryText
-        opacity: flick.moving ? 0.6 : 0
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.motion(200) }
-        }
+    ScrollMark {
+        view: flick
     }
 
-    Rectangle {
+    FocusRing {
         parent: flick
         anchors.fill: parent
-        visible: flick.activeFocus && Person.usesKeys
-        color: "transparent"
-        border.width: 2
-        border.color: Theme.focusRing
     }
 }

@@ -22,20 +22,17 @@ Tappable {
         color: root.pressed ? Theme.accentPressed : Theme.accent
     }
 
-    Text {
+    PlainText {
         anchors.centerIn: parent
         visible: !spinner.running
         width: parent.width - 24
         horizontalAlignment: Text.AlignHCenter
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 14
-        elide: Text.ElideRight
         text: root.button?.title ?? ""
-        textFormat: Text.PlainText
         color: Theme.accentText
         font.pixelSize: Theme.bodySize + 1
         font.bold: true
-        Accessible.ignored: true
     }
 
     Spinner {

@@ -17,7 +17,7 @@ Tappable {
         color: root.pressed ? Theme.pressed : "transparent"
     }
 
-    Text {
+    PlainText {
         id: word
         anchors.centerIn: parent
         width: parent.width - 24
@@ -25,10 +25,8 @@ Tappable {
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 12
         text: root.sign || root.label
-        textFormat: Text.PlainText
         color: Theme.accent
         font.pixelSize: root.sign ? Theme.titleSize + 2 : Theme.bodySize
         font.bold: true
-        Accessible.ignored: true
     }
 }

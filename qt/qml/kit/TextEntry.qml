@@ -95,19 +95,14 @@ FocusScope {
         Accessible.editable: true
     }
 
-    Text {
+    PlainText {
         anchors.left: input.left
         anchors.right: input.right
         anchors.verticalCenter: parent.verticalCenter
         visible: input.length === 0 && input.preeditText === ""
         text: root.field?.placeholder ?? ""
-        textFormat: Text.PlainText
-        horizontalAlignment: Text.AlignLeft
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 14
-        elide: Text.ElideRight
         color: Theme.secondaryText
-        font.pixelSize: Theme.bodySize
-        Accessible.ignored: true
     }
 }

@@ -43,7 +43,7 @@ Column {
             label: root.window?.word("Cancel") ?? ""
             onTapped: root.cancelled()
         }
-        Text {
+        PlainText {
             id: title
             anchors.horizontalCenter: parent.horizontalCenter
             y: answers.stacked ? 8 : (parent.height - height) / 2
@@ -51,13 +51,9 @@ Column {
             horizontalAlignment: Text.AlignHCenter
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 11
-            elide: Text.ElideRight
             text: root.title
-            textFormat: Text.PlainText
-            color: Theme.text
             font.pixelSize: Theme.bodySize + 1
             font.bold: true
-            Accessible.ignored: true
         }
         TextButton {
             id: done
@@ -79,7 +75,7 @@ Column {
             Arrow { word: "Previous year"; pointing: "«"; months: -12 }
             Arrow { word: "Previous month"; pointing: "‹"; months: -1 }
         }
-        Text {
+        PlainText {
             id: monthName
             anchors.horizontalCenter: parent.horizontalCenter
             y: root.narrow ? Theme.touch : (parent.height - height) / 2
@@ -88,9 +84,8 @@ Column {
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 11
             text: root.month
-            color: Theme.text
-            font.pixelSize: Theme.bodySize
             font.bold: true
+            Accessible.ignored: false
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }

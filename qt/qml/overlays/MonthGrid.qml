@@ -41,7 +41,7 @@ FocusScope {
 
         Repeater {
             model: 7
-            Text {
+            PlainText {
                 required property int index
                 width: root.cell
                 height: root.namesHeight
@@ -50,7 +50,6 @@ FocusScope {
                 text: Qt.locale().standaloneDayName((index + Qt.locale().firstDayOfWeek) % 7, Locale.NarrowFormat)
                 color: Theme.secondaryText
                 font.pixelSize: Theme.smallSize
-                Accessible.ignored: true
             }
         }
 
@@ -83,13 +82,12 @@ FocusScope {
                     visible: place.isChosen || place.pressed
                     color: place.isChosen ? Theme.accent : Theme.pressed
                 }
-                Text {
+                PlainText {
                     anchors.centerIn: parent
                     visible: place.inMonth
                     text: new Date(root.year, root.month - 1, place.day).toLocaleDateString(Qt.locale(), "d")
                     color: place.isChosen ? Theme.accentText : Theme.text
                     font.pixelSize: Math.min(Theme.bodySize, Math.round(root.cell * 0.55))
-                    Accessible.ignored: true
                 }
             }
         }

@@ -27,16 +27,13 @@ Overlay {
         Accessible.role: Accessible.AlertMessage
         Accessible.name: message.text
 
-        Text {
+        PlainText {
             id: message
             anchors.centerIn: parent
             width: Math.min(implicitWidth, root.width - 72, 520)
-            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             color: Theme.toastText
-            font.pixelSize: Theme.bodySize
-            Accessible.ignored: true
         }
     }
 }

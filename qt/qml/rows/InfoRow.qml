@@ -26,34 +26,24 @@ RowBody {
         anchors.verticalCenter: parent.verticalCenter
         spacing: Math.round(Math.min(0, 1.2 * Theme.smallSize - metrics.height)) // the rows are low, and some typefaces tall
 
-        Text {
+        PlainText {
             id: valueText
             width: parent.width
-            horizontalAlignment: Text.AlignLeft
             text: row.value?.text ?? ""
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
             wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
             maximumLineCount: Theme.large ? 4 : 1
             fontSizeMode: Theme.large ? Text.FixedSize : Text.HorizontalFit
             minimumPixelSize: 12
-            color: Theme.text
-            font.pixelSize: Theme.bodySize
             font.weight: Font.Medium
-            Accessible.ignored: true
         }
-        Text {
+        PlainText {
             id: captionText
             width: parent.width
-            horizontalAlignment: Text.AlignLeft
             text: row.caption?.text ?? ""
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
             wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
             maximumLineCount: Theme.large ? 2 : 1
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize
-            Accessible.ignored: true
         }
     }
 }

@@ -46,20 +46,17 @@ RowBody {
                 height: statusText.implicitHeight + 10
                 radius: height / 2
                 color: Theme.well
-                Text {
+                PlainText {
                     id: statusText
                     anchors.centerIn: parent
                     width: Math.min(implicitWidth, pill.width - 24)
                     text: row.status
-                    textFormat: Text.PlainText
-                    elide: Text.ElideRight
                     color: Theme.accent
                     font.pixelSize: Theme.smallSize + 1
                     font.bold: true
-                    Accessible.ignored: true
                 }
             }
-            Text {
+            PlainText {
                 id: timeText
                 anchors.left: Theme.large ? parent.left : undefined
                 anchors.right: Theme.large ? undefined : parent.right
@@ -68,11 +65,8 @@ RowBody {
                 fontSizeMode: Theme.large ? Text.HorizontalFit : Text.FixedSize
                 minimumPixelSize: 12
                 text: row.time
-                textFormat: Text.PlainText
-                elide: Text.ElideRight
                 color: Theme.secondaryText
                 font.pixelSize: Theme.smallSize + 1
-                Accessible.ignored: true
             }
         }
 
@@ -120,25 +114,19 @@ RowBody {
             Repeater {
                 id: ends
                 model: [row.from, row.to]
-                delegate: Text {
+                delegate: PlainText {
                     required property int index
                     required property string modelData
-                    anchors.left: parent.left
+                    anchors.left: way.left
                     anchors.leftMargin: 32
-                    anchors.right: parent.right
-                    y: index * parent.height / 2
-                    height: parent.height / 2
-                    horizontalAlignment: Text.AlignLeft
+                    anchors.right: way.right
+                    y: index * way.height / 2
+                    height: way.height / 2
                     verticalAlignment: Text.AlignVCenter
                     text: modelData
-                    textFormat: Text.PlainText
                     wrapMode: Text.Wrap
                     maximumLineCount: Theme.large ? 5 : 3
-                    elide: Text.ElideRight
-                    color: Theme.text
-                    font.pixelSize: Theme.bodySize
                     font.weight: Font.Medium
-                    Accessible.ignored: true
                 }
             }
         }
@@ -166,21 +154,15 @@ RowBody {
                         source: "qrc:/images/" + measure.modelData.icon + ".svg"
                         sourceSize { width: 22; height: 22 }
                     }
-                    Text {
+                    PlainText {
                         anchors.left: sign.right
                         anchors.leftMargin: 11
                         anchors.right: parent.right
                         anchors.verticalCenter: parent.verticalCenter
-                        horizontalAlignment: Text.AlignLeft
                         text: measure.modelData.words
-                        textFormat: Text.PlainText
-                        elide: Text.ElideRight
                         fontSizeMode: Theme.large ? Text.FixedSize : Text.HorizontalFit
                         minimumPixelSize: 12
-                        color: Theme.text
-                        font.pixelSize: Theme.bodySize
                         font.bold: true
-                        Accessible.ignored: true
                     }
                 }
             }

@@ -160,18 +160,7 @@ ListView {
         table: list.table
     }
 
-    Rectangle {
-        parent: list
-        anchors.right: parent.right
-        anchors.rightMargin: 2
-        y: list.visibleArea.yPosition * list.height
-        width: 4
-        height: Math.max(24, list.visibleArea.heightRatio * list.height)
-        radius: 2
-        color: Theme.secondaryText
-        opacity: list.moving && list.visibleArea.heightRatio < 1 ? 0.6 : 0
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.motion(200) }
-        }
+    ScrollMark {
+        view: list
     }
 }

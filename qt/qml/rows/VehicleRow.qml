@@ -39,31 +39,21 @@ RowBody {
         anchors.rightMargin: Theme.margin
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
-        Text {
+        PlainText {
             width: parent.width
-            horizontalAlignment: Text.AlignLeft
             text: row.cut < 0 ? row.name : row.name.substring(0, row.cut)
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
             wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
             maximumLineCount: Theme.large ? 3 : 1
-            color: Theme.text
-            font.pixelSize: Theme.bodySize
             font.weight: Font.DemiBold
-            Accessible.ignored: true
         }
-        Text {
+        PlainText {
             width: parent.width
-            horizontalAlignment: Text.AlignLeft
             visible: row.cut >= 0
             text: row.name.substring(row.cut + 1)
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
             wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
             maximumLineCount: Theme.large ? 3 : 1
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize + 1
-            Accessible.ignored: true
         }
     }
 }

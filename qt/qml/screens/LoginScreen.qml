@@ -38,11 +38,12 @@ FocusScope {
                     source: "qrc:/images/fleetor.svg"
                     sourceSize { width: root.low ? 40 : 72; height: root.low ? 40 : 72 }
                 }
-                Text {
+                PlainText {
                     text: "Fleetor"
                     color: Theme.tabSelected
                     font.pixelSize: Theme.titleSize + 8
                     font.bold: true
+                    Accessible.ignored: false
                     Accessible.role: Accessible.Heading
                     Accessible.name: text
                 }

@@ -34,7 +34,7 @@ FocusScope {
                 source: "qrc:/images/fleetor.svg"
                 sourceSize { width: root.low ? 40 : 64; height: root.low ? 40 : 64 }
             }
-            Text {
+            PlainText {
                 anchors.left: parent.left
                 anchors.leftMargin: 24
                 topPadding: root.low ? 4 : 10
@@ -43,6 +43,7 @@ FocusScope {
                 color: Theme.menuText
                 font.pixelSize: Theme.titleSize + 4
                 font.bold: true
+                Accessible.ignored: false
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
             }

@@ -40,15 +40,14 @@ FocusScope {
             columns: list.count > 0 && line.implicitWidth + again.implicitWidth < offer.width ? 2 : 1
             horizontalItemAlignment: Grid.AlignHCenter
             verticalItemAlignment: Grid.AlignVCenter
-            Text {
+            PlainText {
                 id: line
                 width: Math.min(implicitWidth, offer.width - 2 * Theme.margin)
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 text: root.failure?.text ?? ""
-                textFormat: Text.PlainText
                 color: Theme.secondaryText
-                font.pixelSize: Theme.bodySize
+                Accessible.ignored: false
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
