@@ -5,7 +5,7 @@ import Fleetor
 Rectangle {
     property Item target: parent as Item
 
-    visible: (target?.activeFocus ?? false) && Person.usesKeys
+    visible: (target?.activeFocus ?? false) && UserPreferences.usesKeys
     color: "transparent"
     border.width: 2
     border.color: Theme.focusRing

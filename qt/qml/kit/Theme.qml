@@ -7,7 +7,7 @@ QtObject {
     id: theme
 
     property bool forceDark: false
-    readonly property bool dark: forceDark || (Person.wantsDark ?? palette.window.hslLightness < 0.5)
+    readonly property bool dark: forceDark || (UserPreferences.wantsDark ?? palette.window.hslLightness < 0.5)
     readonly property SystemPalette palette: SystemPalette {}
 
     readonly property color bar: Qt.rgba(0.67, 0.76, 0.80, 1)
@@ -39,7 +39,7 @@ QtObject {
     readonly property color mapLabel: dark ? "#d012171b" : "#d0ffffff"
     readonly property color mapShade: dark ? "#5a6b76" : "#40000000" // around what lies on the map
 
-    readonly property real scale: Person.textScale
+    readonly property real scale: UserPreferences.textScale
     readonly property bool large: scale > 1 // what has one line at the normal size may take more
     readonly property int titleSize: Math.round(20 * scale)
     readonly property int bodySize: Math.round(16 * scale)
@@ -54,7 +54,7 @@ QtObject {
 
     // How long something moves or fades, in milliseconds: not at all for a person who does not want that.
     function motion(milliseconds) {
-        return Person.wantsMotion ? milliseconds : 0;
+        return UserPreferences.wantsMotion ? milliseconds : 0;
     }
 
     // Pictures that point along the line.

@@ -23,7 +23,7 @@ ListView {
     }
 
     function meetKeys() {
-        if (activeFocus && Person.usesKeys && currentIndex < 0)
+        if (activeFocus && UserPreferences.usesKeys && currentIndex < 0)
             go(0);
     }
 

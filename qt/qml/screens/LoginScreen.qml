@@ -10,7 +10,7 @@ FocusScope {
     readonly property bool low: height < 460 // a phone on its side, or one with its keyboard up
 
     // By finger the first field waits for its tap: a keyboard on the screen would cover half of it.
-    Component.onCompleted: if (Person.usesKeys) user.focus = true
+    Component.onCompleted: if (UserPreferences.usesKeys) user.focus = true
 
     Rectangle {
         anchors.fill: parent

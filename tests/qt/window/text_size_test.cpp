@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "qt/components/person.h"
+#include "qt/components/user_preferences.h"
 #include "window_test.h"
 
 namespace fleetor {
@@ -28,7 +28,7 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
  protected:
   void SetUp() override {
     QFont font = before_;
-    font.setPointSizeF(Person::normalPoints * GetParam().perCent / 100);
+    font.setPointSizeF(UserPreferences::normalPoints * GetParam().perCent / 100);
     QGuiApplication::setFont(font);
     WindowTest::SetUp();
   }
