@@ -18,7 +18,7 @@ class DatePicker : public WindowTest {
 
   void openVehicle() {
     signIn();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+    ASSERT_TRUE(waitForRows(21));
     rest();
     QTest::mouseClick(&window(), Qt::LeftButton, {}, {150, 100});
   }

@@ -94,9 +94,6 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
   }
 
   void toTheEnd() { QMetaObject::invokeMethod(list(), "positionViewAtEnd"); }
-  bool waitForRows(int count) {
-    return QTest::qWaitFor([&] { return list() && list()->property("count").toInt() >= count; }, 60'000);
-  }
 
  private:
   std::map<std::string, QByteArray> said_;

@@ -26,6 +26,8 @@ TEST_F(WindowTest, APersonSignsInScrollsToTheLastVehicleAndWatchesItsReadings) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return items("text", refused).empty(); }, 6'000));
   EXPECT_FALSE(QTest::qWaitFor([&] { return !items("text", refused).empty(); }, 1'500)) << "a second time";
   EXPECT_EQ(items("typed", QStringLiteral("wrong")).size(), 1u);
+  EXPECT_EQ(items("displayText", QStringLiteral("demo")).size(), 1u);
+  EXPECT_TRUE(items("displayText", QStringLiteral("wrong")).empty()) << "a password is not to be read";
 
   QTest::keyClick(&window(), Qt::Key_A, Qt::ControlModifier);  // the focus is back in the field
   type("demo");
@@ -90,7 +92,7 @@ TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
   open(Idiom::pad, {1024, 768});
   EXPECT_GE(window().minimumWidth(), 300 + 320) << "the list, and beside it as much as on a small phone";
   signIn();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+  ASSERT_TRUE(waitForRows(21));
   EXPECT_EQ(list()->width(), 300);
   rest();
 
@@ -132,7 +134,7 @@ TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
 TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   open(Idiom::phone, {390, 844});
   signIn();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+  ASSERT_TRUE(waitForRows(21));
   rest();
   const auto place = [&] { return list()->mapToScene({0, 0}).x(); };
 
@@ -172,13 +174,11 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   EXPECT_TRUE(isChecked("Info"));
   for (const char* next : {"Live", "Map"}) {
     drag({380, 400}, {60, 400});  // from the edge: elsewhere a map is moved
-    EXPECT_TRUE(QTest::qWaitFor([&] { return isChecked(next); })) << next;
-    QTest::qWait(400);  // a map that waits for a position never rests
+    EXPECT_TRUE(showsPage(next)) << next;
   }
   EXPECT_TRUE(items("text", QStringLiteral("Odometer")).empty());
   drag({36, 400}, {350, 400});
-  EXPECT_TRUE(QTest::qWaitFor([&] { return isChecked("Live"); }));
-  QTest::qWait(400);
+  EXPECT_TRUE(showsPage("Live"));
   QTest::mouseClick(&window(), Qt::LeftButton, {}, {10, 28});  // the edge of the way back
   EXPECT_TRUE(waitFor("title", "My Vehicles"));
 }
@@ -186,7 +186,7 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
 TEST_F(WindowTest, InArabicTheMenuThePagesAndTheWayBackComeFromTheOtherSide) {
   open(Idiom::phone, {390, 844}, "ar");
   signIn("أوافق", "تسجيل الدخول", "مركباتي");
-  ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+  ASSERT_TRUE(waitForRows(21));
   rest();
   const auto place = [&] { return list()->mapToScene({0, 0}).x(); };
 
@@ -201,8 +201,7 @@ TEST_F(WindowTest, InArabicTheMenuThePagesAndTheWayBackComeFromTheOtherSide) {
   ASSERT_TRUE(waitFor("text", "عداد المسافات"));
   rest();
   drag({60, 400}, {350, 400});
-  EXPECT_TRUE(QTest::qWaitFor([&] { return isChecked("مباشر"); }));
-  QTest::qWait(400);
+  EXPECT_TRUE(showsPage("مباشر"));
   drag({387, 400}, {60, 400});
   EXPECT_TRUE(waitFor("title", "مركباتي"));
   EXPECT_TRUE(QTest::qWaitFor([&] { return items("label", QStringLiteral("مباشر")).empty(); }));
@@ -214,12 +213,10 @@ TEST_F(WindowTest, TheMenuLeadsToTheAccountByTapAndToTheAboutPageByKey) {
   click("Menu");
   click("Account");
   ASSERT_TRUE(waitFor("text", "Expiration date"));
-  EXPECT_EQ(linesBetweenRows(), list()->property("count").toInt() - 1);
-
   click("Menu");
   ASSERT_NE(labelled("About"), nullptr);
-  QTest::keyClick(&window(), Qt::Key_Down);
-  QTest::keyClick(&window(), Qt::Key_Down);
+  for (int i = 0; i < 4 && window().activeFocusItem()->property("label") != QStringLiteral("About"); ++i)
+    QTest::keyClick(&window(), Qt::Key_Down);
   QTest::keyClick(&window(), Qt::Key_Return);
   EXPECT_TRUE(waitFor("title", "About"));
 }
@@ -268,7 +265,7 @@ TEST_F(WindowTest, ReportsASignInThatIsNotKeptAndGoesOnWithOneThatCanBeReadLate)
     keyStore().items = stored;
     keyStore().listener(KeyStoreEvent::readable);
     ASSERT_TRUE(waitFor("title", "My Vehicles"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
+    EXPECT_TRUE(waitForRows(21));
     close();
   }
 }

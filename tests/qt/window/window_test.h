@@ -164,6 +164,12 @@ class WindowTest : public testing::Test {
     return !found.empty() && found.back()->property("checked").toBool();
   }
 
+  /// Waits until the vehicle shows that page alone.
+  bool showsPage(const char* tab) {
+    return QTest::qWaitFor(
+        [&] { return isChecked(tab) && items("wasSeen", QStringLiteral("true")).size() == 1; });
+  }
+
   QQuickItem* list() {
     std::vector<QQuickItem*> found;
     collect(
@@ -173,12 +179,8 @@ class WindowTest : public testing::Test {
     return found.empty() ? nullptr : found.back();
   }
 
-  int linesBetweenRows() {
-    std::vector<QQuickItem*> found;
-    collect(
-        list(), [](QQuickItem& item) { return item.height() == 1 && item.property("color").isValid(); },
-        found);
-    return static_cast<int>(found.size());
+  bool waitForRows(int least) {
+    return QTest::qWaitFor([&] { return list() && list()->property("count").toInt() >= least; }, 60'000);
   }
 
  private:
