@@ -3,10 +3,12 @@
 #include <QFile>
 #include <QQmlEngine>
 
+#include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/table_model.h"
 #include "qt/components/view_controller_items.h"
 #include "qt/components/window_item.h"
+#include "ui/appearance.h"
 
 namespace fleetor {
 
@@ -29,6 +31,7 @@ Adapters::Adapters(Environment& environment) : environment_(environment) {
   add<AlertView, AlertViewItem>();
   add<ActionSheetDatePicker, DatePickerItem>();
   add<Window, WindowItem>();
+  add<Appearance, AppearanceItem>();
 }
 
 ComponentItem* Adapters::itemFor(Component* component) {

@@ -21,6 +21,12 @@ QString toQString(const std::string& text) {
   return drawn + QChar(0x2026);
 }
 
+QColor toQColor(const std::optional<Color>& color) {
+  const Color drawn = color.value_or(clearColor);
+  return QColor::fromRgbF(static_cast<float>(drawn.red), static_cast<float>(drawn.green),
+                          static_cast<float>(drawn.blue), static_cast<float>(drawn.alpha));
+}
+
 ComponentItem::ComponentItem(Component& component, Adapters& adapters)
     : QObject(&adapters), component_(&component), adapters_(adapters) {
   changed_ = component.changed.connect([this] { refresh(); });

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QtQml/qqmlregistration.h>
+#include <QColor>
 #include <QObject>
 #include <QString>
+#include <optional>
 #include <string>
 
 #include "ui/component.h"
+#include "ui/geometry.h"
 
 namespace fleetor {
 
@@ -15,6 +18,9 @@ class Adapters;
 /// cut after at most `longestDrawn` UTF-16 units, between two characters, and ends in an ellipsis then.
 QString toQString(const std::string& text);
 inline constexpr qsizetype longestDrawn = 1000;
+
+/// Transparent when there is none.
+QColor toQColor(const std::optional<Color>& color);
 
 /// What QML sees of one component. Main thread only. It outlives its component by a moment: from the
 /// component's end until the event loop comes round again every property has its default value and every call

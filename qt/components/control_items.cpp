@@ -14,11 +14,6 @@ namespace fleetor {
 
 namespace {
 
-QColor toQColor(const Color& color) {
-  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                          static_cast<float>(color.blue), static_cast<float>(color.alpha));
-}
-
 /// Adds to the places, one a line, where the piece of the block's text is.
 void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList& places) {
   const QTextLayout& layout = *block.layout();
@@ -172,6 +167,9 @@ int TabBarAdapter::selectedIndex() const {
   const auto* bar = as<TabBar>();
   return bar ? bar->indexOfItem(bar->selectedItem()) : -1;
 }
+QColor TabBarAdapter::barTintColor() const {
+  return read<TabBar>([](TabBar& c) { return toQColor(c.barTintColor()); });
+}
 void TabBarAdapter::tap(int index) {
   if (auto* bar = as<TabBar>()) bar->tap(index);
 }
@@ -187,10 +185,10 @@ bool ProgressOverlayItem::showing() const {
   return read<ProgressOverlay>([](ProgressOverlay& c) { return c.visible(); });
 }
 QColor ProgressOverlayItem::backgroundColor() const {
-  return toQColor(adapters().environment().appearance.progressOverlay().backgroundColor.value_or(clearColor));
+  return toQColor(adapters().environment().appearance.progressOverlay().backgroundColor);
 }
 QColor ProgressOverlayItem::foregroundColor() const {
-  return toQColor(adapters().environment().appearance.progressOverlay().foregroundColor.value_or(whiteColor));
+  return toQColor(adapters().environment().appearance.progressOverlay().foregroundColor);
 }
 
 QString ToastItem::text() const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QDateTime>
 #include <QPointer>
 #include <QQuickItem>
@@ -133,6 +132,7 @@ class TabBarAdapter : public fleetor::ComponentItem {
   Q_PROPERTY(QList<QUrl> images READ images NOTIFY changed)
   Q_PROPERTY(QList<QUrl> selectedImages READ selectedImages NOTIFY changed)
   Q_PROPERTY(int selectedIndex READ selectedIndex NOTIFY changed)
+  Q_PROPERTY(QColor barTintColor READ barTintColor NOTIFY changed)
 
  public:
   TabBarAdapter(Component& component, Adapters& adapters) : ComponentItem(component, adapters) { refresh(); }
@@ -140,6 +140,7 @@ class TabBarAdapter : public fleetor::ComponentItem {
   QList<QUrl> images() const;
   QList<QUrl> selectedImages() const;
   int selectedIndex() const;  ///< -1 while nothing is selected
+  QColor barTintColor() const;
   Q_INVOKABLE void tap(int index);
   void refresh() override;
 

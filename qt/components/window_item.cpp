@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/appearance.h"
+
 namespace fleetor {
 
 namespace {
@@ -75,6 +77,10 @@ bool WindowItem::blocked() const {
 
 bool WindowItem::pad() const {
   return adapters().environment().device.isPad();
+}
+
+AppearanceItem* WindowItem::appearance() const {
+  return adapters().itemFor<AppearanceItem>(&adapters().environment().appearance);
 }
 
 bool WindowItem::leaving(ViewControllerItem* screen) const {

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/view_controller_items.h"
 #include "ui/window.h"
@@ -22,6 +23,7 @@ class WindowItem : public fleetor::ComponentItem {
   Q_PROPERTY(fleetor::DatePickerItem* datePicker READ datePicker NOTIFY changed)
   Q_PROPERTY(bool blocked READ blocked NOTIFY changed)  ///< an alert or a picker waits for its answer
   Q_PROPERTY(bool pad READ pad CONSTANT)
+  Q_PROPERTY(fleetor::AppearanceItem* appearance READ appearance CONSTANT)
   Q_PROPERTY(double keyboardHeight READ keyboardHeight NOTIFY changed)  ///< points that a keyboard covers
 
  public:
@@ -34,6 +36,7 @@ class WindowItem : public fleetor::ComponentItem {
   DatePickerItem* datePicker() const;
   bool blocked() const;
   bool pad() const;
+  AppearanceItem* appearance() const;
 
   /// Whether the screen is about to leave, with the window's screens still in the model.
   Q_INVOKABLE bool leaving(fleetor::ViewControllerItem* screen) const;

@@ -19,7 +19,10 @@ Window {
     color: Theme.background
     minimumWidth: content.pad ? 620 : 240 // a tablet's list has 300 of them
     minimumHeight: 240
-    Component.onCompleted: Theme.forceDark = forceDark
+    Component.onCompleted: {
+        Theme.forceDark = forceDark;
+        Theme.appearance = content.appearance;
+    }
 
     Item {
         id: base

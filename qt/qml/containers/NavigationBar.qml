@@ -34,11 +34,11 @@ Rectangle {
             width: Theme.touch
             height: Theme.touch
             label: bar.backLabel
-            ringColor: Theme.barText
+            ringColor: Theme.barButton
             onTapped: bar.backTapped()
             Image {
                 anchors.centerIn: parent
-                source: "qrc:/images/NavBack.svg"
+                source: Theme.appearance?.backImage ?? ""
                 mirror: Theme.mirrored
                 sourceSize { width: 28; height: 28 }
             }
@@ -83,7 +83,7 @@ Rectangle {
         text: bar.title
         wrapMode: single ? Text.NoWrap : Text.Wrap
         maximumLineCount: 2
-        color: Theme.barText
+        color: Theme.barTitle
         font.pixelSize: centred ? Theme.titleSize : Math.max(14, Math.min(Theme.titleSize, Math.floor((single ? one : two) - 0.5)))
         font.bold: true
         Accessible.ignored: false
@@ -94,7 +94,7 @@ Rectangle {
     Image {
         anchors.top: parent.bottom
         width: parent.width
-        source: "qrc:/images/NavShadow.svg"
+        source: Theme.appearance?.shadowImage ?? ""
         sourceSize { width: 24; height: 3 }
     }
 }

@@ -25,7 +25,7 @@ Rectangle {
     }
 
     height: Math.max(56, 34 + Theme.tabSize * 1.6)
-    color: Theme.bar
+    color: tabBar?.barTintColor ?? "transparent"
     Accessible.role: Accessible.PageTabList
     Accessible.name: ""
 
@@ -50,7 +50,7 @@ Rectangle {
                 role: Accessible.PageTab
                 label: strip.tabBar?.titles[index] ?? ""
                 checked: strip.tabBar?.selectedIndex === index
-                ringColor: Theme.barText
+                ringColor: Theme.tabTitle
                 opacity: pressed ? 0.6 : 1
                 tabStop: checked || activeFocus // one stop for all tabs; the arrows go on from there
                 onTapped: strip.tabBar.tap(index)
@@ -77,7 +77,7 @@ Rectangle {
                         width: parent.width
                         horizontalAlignment: Text.AlignHCenter
                         text: tab.label
-                        color: tab.checked ? Theme.tabSelected : Theme.barText
+                        color: tab.checked ? Theme.tabSelected : Theme.tabTitle
                         font.pixelSize: strip.wordSize
                         font.bold: true
                     }

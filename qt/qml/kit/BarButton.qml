@@ -14,7 +14,7 @@ Tappable {
     visible: button !== null && !(button?.flexibleSpace ?? false)
     enabled: button?.enabled ?? false
     label: button?.accessibleName ?? ""
-    ringColor: Theme.barText
+    ringColor: Theme.barButton
     opacity: pressed ? 0.5 : 1
     onTapped: button.tap()
     onButtonChanged: if (button) button.drawing = root
@@ -32,7 +32,7 @@ Tappable {
         anchors.centerIn: parent
         visible: !root.pictured
         text: root.button?.title ?? ""
-        color: Theme.barText
+        color: Theme.barButton
         font.pixelSize: Theme.bodySize + 1
         font.bold: true
     }

@@ -10,12 +10,17 @@ QtObject {
     readonly property bool dark: forceDark || (UserPreferences.wantsDark ?? palette.window.hslLightness < 0.5)
     readonly property SystemPalette palette: SystemPalette {}
 
-    readonly property color bar: Qt.rgba(0.67, 0.76, 0.80, 1)
-    readonly property color barText: "white"
-    readonly property color tabSelected: Qt.rgba(0.23, 0.29, 0.35, 1)
+    // The bars look as the program sets them.
+    property AppearanceItem appearance: null
+    readonly property color bar: appearance?.bar ?? "transparent"
+    readonly property color barButton: appearance?.barButton ?? "transparent"
+    readonly property color barTitle: appearance?.barTitle ?? "transparent"
+    readonly property color tabTitle: appearance?.tabTitle ?? "transparent"
+    readonly property color tabSelected: appearance?.selectedTabTitle ?? "transparent"
     readonly property color tabPlate: "#dde6eb"
 
-    readonly property color menu: dark ? "#1a2228" : tabSelected
+    readonly property color brand: "#3b4a59"
+    readonly property color menu: dark ? "#1a2228" : brand
     readonly property color menuText: "white"
 
     readonly property color background: dark ? "#12171b" : "#ffffff"

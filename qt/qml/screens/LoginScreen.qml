@@ -40,7 +40,7 @@ FocusScope {
                 }
                 PlainText {
                     text: "Fleetor"
-                    color: Theme.tabSelected
+                    color: Theme.brand
                     font.pixelSize: Theme.titleSize + 8
                     font.bold: true
                     Accessible.ignored: false

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 
 #include "qt/components/window_item.h"
+#include "ui/appearance.h"
 
 namespace fleetor {
 namespace {
@@ -297,6 +298,32 @@ TEST_F(WindowTest, LooksAsTheDesktopAsksForFromThenOnUnlessItIsDarkByHand) {
   open(Idiom::phone, {390, 844}, "en", true);
   follow({false, 1});
   EXPECT_TRUE(looksDark());
+}
+
+TEST_F(WindowTest, DrawsTheBarsAsTheProgramSetsThem) {
+  open(Idiom::phone, {390, 844}, "en", true);
+  signIn();
+  ASSERT_TRUE(waitForRows(21));
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, {195, 100});
+  ASSERT_TRUE(waitFor("text", "Odometer"));
+  rest();
+  constexpr QPoint navigationBar(80, 50), tabBar(2, 842);
+  const auto colourAt = [&](QPoint at) { return window().grabWindow().pixelColor(at).name().toStdString(); };
+  EXPECT_EQ(colourAt(navigationBar), "#abc2cc");
+  EXPECT_EQ(colourAt(tabBar), "#abc2cc");
+  const auto colourOf = [&](const char* text) {
+    return items("text", QString::fromUtf8(text)).back()->property("color").value<QColor>().name();
+  };
+
+  auto& content = *window().property("content").value<WindowItem*>();
+  auto& appearance = *content.appearance()->as<Appearance>();
+  NavigationBarAppearance bar = appearance.navigationBar();
+  bar.backgroundImageColor = Color{1, 0, 0};
+  appearance.setNavigationBar(bar);
+  appearance.setTabBarItem({Color{0, 1, 0}, Color{1, 0, 1}});
+  EXPECT_EQ(colourAt(navigationBar), "#ff0000");
+  EXPECT_EQ(colourOf("Live"), QStringLiteral("#00ff00"));
+  EXPECT_EQ(colourOf("Info"), QStringLiteral("#ff00ff"));
 }
 
 TEST_F(WindowTest, ClosingWithRequestsUnderWayIsClean) {
