@@ -145,7 +145,7 @@ TEST_F(Session, HasALargerWidgetWhereTextIsLarger) {
       return QRegularExpression(q("HEIGHT=(\\d+)")).match(said).captured(1).toInt();
     };
     ASSERT_TRUE(waitFor([&] { return height() > 1; }));
-    QTest::qWait(500);
+    QTest::qWait(500);  // the last resize is announced by nothing
     heights.push_back(height());
     end(widget);
   }

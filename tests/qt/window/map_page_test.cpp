@@ -255,7 +255,7 @@ TEST_F(MapPageTest, KeepsManyLinesWhereTheyBelongWhileTheMapMovesAndZooms) {
     const double east = i * 37.3;
     const double north = i * 53.1;
     page_->map.setCenterCoordinate(at(east, north), false);
-    QTest::qWait(1);
+    QTest::qWait(1);  // a turn of the event loop: the picture must be there at once
     if (!isPicture() || !QTest::qWaitFor([&] { return isRight(east, north); }, 1'000)) ++wrong;
   }
   EXPECT_EQ(wrong, 0);
@@ -292,18 +292,18 @@ TEST_F(MapPageTest, ZoomsByDoubleTapWheelPinchAndKey) {
   const double before = camera().zoom();
   QTest::touchEvent(&window_, screen.get()).press(0, QPoint(150, 300)).press(1, QPoint(250, 300));
   for (int i = 1; i <= 20; ++i) {
-    QTest::qWait(10);
+    QTest::qWait(10);  // the speed of the fingers
     QTest::touchEvent(&window_, screen.get())
         .move(0, QPoint(150 - i * 5, 300))
         .move(1, QPoint(250 + i * 5, 300));
   }
-  QTest::qWait(150);
+  QTest::qWait(150);  // fingers that rest throw nothing
   QTest::touchEvent(&window_, screen.get()).release(0, QPoint(50, 300)).release(1, QPoint(350, 300));
   ASSERT_TRUE(waitForRest());
   // Three times as far apart is 1.58 levels, less the way that the fingers make before they count.
   EXPECT_NEAR(camera().zoom(), before + 1.3, 0.4);
   QTest::touchEvent(&window_, screen.get()).press(0, QPoint(150, 300)).press(1, QPoint(250, 300));
-  QTest::qWait(50);
+  QTest::qWait(50);  // the length of a tap
   const double closer = camera().zoom();
   QTest::touchEvent(&window_, screen.get()).release(0, QPoint(150, 300)).release(1, QPoint(250, 300));
   EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(camera().zoom() - closer + 1) < 0.01; }));
