@@ -1,5 +1,6 @@
 #include "qt/components/adapters.h"
 
+#include <QDebug>
 #include <QFile>
 #include <QQmlEngine>
 
@@ -44,6 +45,18 @@ ComponentItem* Adapters::itemFor(Component* component) {
                          if (!entry.empty()) entry.mapped().item->componentDestroyed();
                        })};
   return item;
+}
+
+ComponentItem* Adapters::outletOf(const Outlets& owner, const QString& ownersName, const QString& name) {
+  Component* const component = owner.findOutlet(name.toStdString());
+  if (!component) {
+    QStringList names;
+    for (const auto& [known, outlet] : owner.outlets())
+      names << QString::fromStdString(known);
+    qWarning().noquote().nospace() << ownersName << " has no outlet \"" << name << "\": expected one of "
+                                   << names.join(QStringLiteral(", "));
+  }
+  return itemFor(component);
 }
 
 ComponentItem* Adapters::make(Component& component) {

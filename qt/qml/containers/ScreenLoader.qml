@@ -25,6 +25,7 @@ FocusScope {
             RouteDetailVC: "TripsPage.qml",
             AboutDetailVC: "TablePage.qml"
         })
+    readonly property string plain: "PlainScreen.qml"
     readonly property string file: {
         if (!screen?.loaded)
             return "";
@@ -34,10 +35,12 @@ FocusScope {
             return "RevealContainer.qml";
         if (screen instanceof SwipeTabBarControllerItem)
             return "PagerPages.qml";
-        return files[screen.identifier] ?? "PlainScreen.qml";
+        return files[screen.identifier] ?? plain;
     }
 
     function load() {
+        if (file === plain)
+            console.warn(`ScreenLoader.qml: no file for the screen "${screen.identifier}"`);
         if (file === "")
             loader.source = "";
         else

@@ -128,7 +128,8 @@ ListView {
             id: body
             anchors.fill: parent
             source: {
-                switch (row.cell?.reuseIdentifier) {
+                const kind = row.cell?.reuseIdentifier ?? "";
+                switch (kind) {
                 case "VehicleCell":
                     return "VehicleRow.qml";
                 case "InfoCell":
@@ -138,6 +139,8 @@ ListView {
                 case "LoadingCell":
                     return "LoadingRow.qml";
                 }
+                if (kind)
+                    console.warn(`TableList.qml: no row for cells of the kind "${kind}"`);
                 return "";
             }
             onLoaded: item.cell = Qt.binding(() => row.cell)

@@ -56,7 +56,7 @@ FocusScope {
 
                     required property int index
                     required property string modelData
-                    readonly property bool apart: index === 3 // signing out stands by itself
+                    readonly property bool apart: modelData === "logoutButton" // signing out stands by itself
 
                     function takeFocus() {
                         line.forceActiveFocus();

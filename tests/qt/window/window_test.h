@@ -25,7 +25,8 @@ class WindowTest : public testing::Test {
     complaints().clear();
     before_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
       std::fputs(qPrintable(message + u'\n'), stderr);
-      if (message.contains(QStringLiteral(".qml:"))) complaints() += message.toStdString() + '\n';
+      static const QRegularExpression complaint(QStringLiteral("[.]qml:|has no outlet"));
+      if (message.contains(complaint)) complaints() += message.toStdString() + '\n';
     });
     service_.setProcessChannelMode(QProcess::MergedChannels);
     service_.start(QStringLiteral(DEMO_SERVICE), {QStringLiteral("--port"), QStringLiteral("0")});
