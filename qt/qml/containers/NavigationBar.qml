@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The bar over a screen: title in the middle, buttons at both ends.
+// The bar above a screen: the title in the middle, buttons at both ends.
 Rectangle {
     id: bar
 
@@ -51,7 +51,7 @@ Rectangle {
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
         Repeater {
-            model: Array.from(bar.rightItems).reverse() // the first one is the outermost; keys go as one reads
+            model: Array.from(bar.rightItems).reverse() // the first one is the outermost; the tab order is the reading order
             delegate: BarButton {
                 required property var modelData
                 button: modelData as ButtonItem
@@ -84,7 +84,7 @@ Rectangle {
         wrapMode: single ? Text.NoWrap : Text.Wrap
         maximumLineCount: 2
         color: Theme.barTitle
-        font.pixelSize: centred ? Theme.titleSize : Math.max(14, Math.min(Theme.titleSize, Math.floor((single ? one : two) - 0.5)))
+        font.pixelSize: centred ? Theme.titleSize : Math.max(11, Math.min(Theme.titleSize, Math.floor((single ? one : two) - 0.5)))
         font.bold: true
         Accessible.ignored: false
         Accessible.role: Accessible.Heading

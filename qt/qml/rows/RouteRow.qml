@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One trip or stop as a card: what it was and when it began, from where to where, how long and how far.
+// One trip or stop as a card: kind, time, both addresses, duration and distance.
 RowBody {
     id: row
 
@@ -18,7 +18,7 @@ RowBody {
     }
 
     separated: false
-    implicitHeight: card.anchors.topMargin + head.y + head.height + 2 * way.anchors.topMargin + 2 * way.needed + foot.height
+    implicitHeight: !Theme.large ? 0 : card.anchors.topMargin + head.y + head.height + 2 * way.anchors.topMargin + 2 * way.needed + foot.height
     spoken: `${status}, ${time}, ${from}, ${to}, ${duration}, ${distance}`
 
     Rectangle {
@@ -37,7 +37,7 @@ RowBody {
             x: Theme.margin
             y: 14
             width: parent.width - 2 * x
-            height: pill.height + (Theme.large ? timeText.height + 6 : 0) // the time has a line of its own
+            height: pill.height + (Theme.large ? timeText.height + 6 : 0) // the time has a separate line
 
             Rectangle {
                 id: pill
@@ -70,7 +70,7 @@ RowBody {
             }
         }
 
-        // The way, between its two ends.
+        // The two addresses, joined by a line.
         Item {
             id: way
             readonly property real needed: Math.max(ends.itemAt(0)?.implicitHeight ?? 0, ends.itemAt(1)?.implicitHeight ?? 0)
@@ -147,7 +147,7 @@ RowBody {
                     width: foot.width / foot.columns
                     height: foot.line
                     Image {
-                        id: sign
+                        id: icon
                         anchors.verticalCenter: parent.verticalCenter
                         anchors.left: parent.left
                         anchors.leftMargin: -1
@@ -155,7 +155,7 @@ RowBody {
                         sourceSize { width: 22; height: 22 }
                     }
                     PlainText {
-                        anchors.left: sign.right
+                        anchors.left: icon.right
                         anchors.leftMargin: 11
                         anchors.right: parent.right
                         anchors.verticalCenter: parent.verticalCenter

@@ -17,8 +17,7 @@ ListView {
             return false;
         currentIndex = next;
         positionViewAtIndex(next, ListView.Contain);
-        if (Theme.large)
-            Qt.callLater(positionViewAtIndex, next, ListView.Contain); // now it is known how high its text makes it
+        Qt.callLater(positionViewAtIndex, next, ListView.Contain); // once its text has given it its height
         return true;
     }
 
@@ -85,7 +84,7 @@ ListView {
         }
 
         width: ListView.view.width
-        height: Math.max(Math.round(rowHeight * Theme.scale), Theme.large ? body.item?.implicitHeight ?? 0 : 0)
+        height: Math.max(Math.round(rowHeight * Theme.scale), body.item?.implicitHeight ?? 0)
         role: Accessible.ListItem
         tabStop: false
         ringMargin: 2

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A vehicle: its picture, its name and, on a second line, its registration.
+// A vehicle: picture, name and, on a second line, registration.
 RowBody {
     id: row
 
@@ -29,7 +29,7 @@ RowBody {
         }
     }
 
-    implicitHeight: lines.height + 20
+    implicitHeight: Theme.large ? lines.height + 20 : 0
 
     Column {
         id: lines
@@ -39,19 +39,13 @@ RowBody {
         anchors.rightMargin: Theme.margin
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
-        PlainText {
-            width: parent.width
+        RowText {
             text: row.cut < 0 ? row.name : row.name.substring(0, row.cut)
-            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
-            maximumLineCount: Theme.large ? 3 : 1
             font.weight: Font.DemiBold
         }
-        PlainText {
-            width: parent.width
+        RowText {
             visible: row.cut >= 0
             text: row.name.substring(row.cut + 1)
-            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
-            maximumLineCount: Theme.large ? 3 : 1
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize + 1
         }

@@ -15,10 +15,7 @@
 #include <memory>
 #include <utility>
 
-#include "support/fake_device.h"
-#include "support/virtual_queues.h"
-#include "ui/appearance.h"
-#include "ui/notification_center.h"
+#include "ui/ui_world.h"
 
 void qml_register_types_Fleetor();
 
@@ -27,6 +24,7 @@ namespace {
 
 struct ManyRows : TableViewDataSource, TableViewDelegate {
   int rows = 10'000;
+  int longRow = -1;
   std::map<int, int> asked;
 
   int tableViewNumberOfRowsInSection(TableView&, int) override { return rows; }
@@ -34,7 +32,10 @@ struct ManyRows : TableViewDataSource, TableViewDelegate {
   std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& table, IndexPath path) override {
     ++asked[path.row];
     auto cell = table.dequeueReusableCellWithIdentifier("InfoCell");
-    cell->textLabel().setText("row " + std::to_string(path.row));
+    std::string text = "row " + std::to_string(path.row);
+    while (path.row == longRow && text.size() < 100)
+      text += " and on";
+    cell->textLabel().setText(text);
     return cell;
   }
 };
@@ -82,13 +83,9 @@ class TableInWindow : public testing::Test {
   }
 
   ManyRows source;
-  test::VirtualQueues queues;
-  test::FakeDevice device;
-  NotificationCenter center;
-  Appearance appearance;
-  Environment environment{queues, device, queues, center, appearance};
-  TableView table{environment};
-  Adapters adapters{environment};
+  test::World world;
+  TableView table{world.environment};
+  Adapters adapters{world.environment};
   QQmlApplicationEngine engine;
   QQuickWindow window;
   std::unique_ptr<QObject> made;
@@ -151,6 +148,21 @@ TEST_F(TableInWindow, AReloadOfTenThousandRowsKeepsItsPlaceAndTouchesOnlyWhatIsO
   EXPECT_EQ(list->property("count").toInt(), 3);
   const double hidden = list->property("contentY").toDouble() - list->property("originY").toDouble();
   EXPECT_LT(hidden, 68) << "what is left must be in sight";
+}
+
+TEST_F(TableInWindow, ARowGrowsForAValueThatDoesNotFit) {
+  source.longRow = 2;
+  source.rows = 4;
+  reload();
+  letFramesPass();
+  const auto height = [this](int row) {
+    QQuickItem* item = nullptr;
+    QMetaObject::invokeMethod(list, "itemAtIndex", Q_RETURN_ARG(QQuickItem*, item), Q_ARG(int, row));
+    return item ? item->height() : 0;
+  };
+  EXPECT_EQ(height(1), 68);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return height(2) > 68; })) << height(2);
+  EXPECT_EQ(height(3), 68);
 }
 
 }  // namespace
