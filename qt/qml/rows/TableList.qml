@@ -67,7 +67,8 @@ ListView {
 
         // The view keeps some rows that are out of sight. No binding: to display a row may move it.
         function look() {
-            const seen = y < list.contentY + list.height && y + height > list.contentY;
+            const removed = index < 0; // a row that the view still has to delete
+            const seen = !removed && y < list.contentY + list.height && y + height > list.contentY;
             if (seen === (shownRow >= 0))
                 return;
             if (seen) {

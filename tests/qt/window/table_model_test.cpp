@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractItemModelTester>
 #include <QCoreApplication>
 #include <QProcess>
 #include <QQmlApplicationEngine>
@@ -86,6 +87,8 @@ class TableInWindow : public testing::Test {
   test::World world;
   TableView table{world.environment};
   Adapters adapters{world.environment};
+  QAbstractItemModelTester tester{adapters.itemFor<TableItem>(&table)->model(),
+                                  QAbstractItemModelTester::FailureReportingMode::Fatal};
   QQmlApplicationEngine engine;
   QQuickWindow window;
   std::unique_ptr<QObject> made;
