@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 
 #include "qt/components/window_item.h"
+#include "service/api_http_client.h"
 #include "ui/appearance.h"
 
 namespace fleetor {
@@ -324,6 +325,27 @@ TEST_F(WindowTest, DrawsTheBarsAsTheProgramSetsThem) {
   EXPECT_EQ(colourAt(navigationBar), "#ff0000");
   EXPECT_EQ(colourOf("Live"), QStringLiteral("#00ff00"));
   EXPECT_EQ(colourOf("Info"), QStringLiteral("#ff00ff"));
+}
+
+TEST_F(WindowTest, ReportsWhatIsWrongWithTheServiceAndGoesOn) {
+  const char* const unexpected = "An unexpected error occurred, please try again";
+  const std::pair<const char*, const char*> cases[] = {
+      {"hang", "The call ended with an error, please check the status of your Internet connection"},
+      {"html", unexpected},
+      {"charset-lie:utf-16", "The data returned by the server is incorrect, please try again"},
+      {"cut", unexpected},
+      {"401", "Your session has expired, you will be logged out"}};
+  open(Idiom::phone, {390, 844});
+  APIHTTPClient::setTimeoutInSeconds(3);
+  for (const auto& [fault, message] : cases) {
+    spoil(std::string("vehicles=") + fault + "*1");
+    fault == cases[0].first ? signIn() : click("Load again");
+    EXPECT_TRUE(waitFor("text", message)) << fault;
+  }
+  ASSERT_TRUE(waitFor("label", "Sign in"));
+  rest();
+  enter();
+  EXPECT_TRUE(waitForRows(21));
 }
 
 TEST_F(WindowTest, ClosingWithRequestsUnderWayIsClean) {

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <QGuiApplication>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
 #include <QProcess>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -68,6 +70,17 @@ class WindowTest : public testing::Test {
   void receive(const char* url) { client_->answer(url); }
 
   void follow(const DesktopLook& look) { client_->mainWindow().followDesktop(look); }
+
+  /// Adds that fault to the demo service's.
+  void spoil(const std::string& fault) {
+    QNetworkAccessManager network;
+    QNetworkRequest request(QUrl(QString::fromStdString(address_ + "/control/faults")));
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArray("application/json"));
+    const std::unique_ptr<QNetworkReply> reply(
+        network.post(request, QByteArray::fromStdString('"' + fault + '"')));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return reply->isFinished(); }));
+    ASSERT_EQ(reply->error(), QNetworkReply::NoError) << reply->readAll().toStdString();
+  }
 
   test::MemoryKeyStore& keyStore() { return *keyStore_; }
 
