@@ -14,7 +14,7 @@ namespace fleetor {
 
 namespace {
 
-/// Adds to the places, one a line, where the piece of the block's text is.
+/// Adds the places of that piece of the block's text, one for each line.
 void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList& places) {
   const QTextLayout& layout = *block.layout();
   const int first = piece.position() - block.position();
@@ -23,7 +23,7 @@ void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList
     const int from = std::max(first, line.textStart());
     const int end = std::min(first + piece.length(), line.textStart() + line.textLength());
     QRectF place;
-    // By its letters: those beside them may run in the other direction.
+    // By its glyphs: those beside them may run in the other direction.
     if (from < end)
       for (const QGlyphRun& letters : line.glyphRuns(from, end - from))
         place |= letters.boundingRect();
@@ -109,7 +109,7 @@ void TextFieldItem::pressReturn() {
 QString WebViewItem::document() const {
   const QString url = read<WebView>([](WebView& c) { return QString::fromStdString(c.url()); });
   if (url.isEmpty()) return {};
-  // Documents of the program lie among its resources or beside it; nothing is ever fetched for this view.
+  // Only documents of the program: nothing is fetched for this view.
   const QString prefix = QStringLiteral("file://");
   if (!url.startsWith(prefix)) return {};
   QFile file(QUrl::fromPercentEncoding(url.mid(prefix.size()).toUtf8()));
@@ -128,7 +128,7 @@ QVariantList WebViewItem::linksOf(QQuickTextDocument* page) {
       const QTextFragment piece = part.fragment();
       const QString url = piece.charFormat().anchorHref();
       if (!url.isEmpty()) {
-        // What changes its look half-way is still one link.
+        // A link that changes its format half-way is still one link.
         QVariantMap link = url == last ? links.takeLast().toMap() : QVariantMap{{QStringLiteral("url"), url}};
         QVariantList places = link[QStringLiteral("places")].toList();
         addPlaces(piece, block, places);

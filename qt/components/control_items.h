@@ -119,8 +119,8 @@ class WebViewItem : public fleetor::ComponentItem {
   QString document() const;  ///< HTML text; empty: blank
   Q_INVOKABLE void tapLink(const QString& url);
 
-  /// The links of the document as it is laid out, in reading order: "url", "text" and "places"
-  /// (a rectangle for each line that it takes a part of, in the page's own points).
+  /// The links of the document as it is laid out, in reading order: "url", "text" and "places" (one rectangle
+  /// per line, in points of the page).
   Q_INVOKABLE static QVariantList linksOf(QQuickTextDocument* page);
 };
 

@@ -9,8 +9,7 @@
 
 namespace fleetor {
 
-/// The window's screens and what lies over them, and the way in for the size, the keyboard and the user's
-/// wish to go back.
+/// The window's screens and overlays. Takes the size, the keyboard and the back gesture.
 class WindowItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
@@ -38,13 +37,13 @@ class WindowItem : public fleetor::ComponentItem {
   bool pad() const;
   AppearanceItem* appearance() const;
 
-  /// Whether the screen is about to leave, with the window's screens still in the model.
+  /// Whether the screen is being dismissed. It stays in the model until the animation has ended.
   Q_INVOKABLE bool leaving(fleetor::ViewControllerItem* screen) const;
 
   /// Length of the change among presented screens that runs now, in milliseconds; 0: none.
   Q_INVOKABLE int presentationDuration() const;
 
-  /// The text in the user's language of a word that belongs to the look ("Done", "Cancel", "Previous month").
+  /// A text of the window itself in the user's language ("Done", "Cancel", "Previous month").
   Q_INVOKABLE QString word(const QString& key) const;
 
   double keyboardHeight() const;

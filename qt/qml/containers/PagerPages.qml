@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Pages side by side, in reading order; a sideways drag turns them. A page is drawn when it is first seen.
+// Pages side by side, in reading order; a horizontal drag turns them. A page is loaded when it first comes into view.
 FocusScope {
     id: pager
 
@@ -64,7 +64,7 @@ FocusScope {
 
     DragHandler {
         id: drag
-        enabled: pager.enabled // a drag from the window's edge is none of its own
+        enabled: pager.enabled // not during a drag from the window's edge
         target: null
         yAxis.enabled: false
         property real from: 0

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The side-menu container: the front screen moves along the line and lets the rear one be seen.
+// The side-menu container: the front screen moves aside and reveals the rear one.
 FocusScope {
     id: container
 

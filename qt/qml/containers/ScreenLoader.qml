@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Draws one screen by the file of its identifier; containers by their kind.
+// Loads the QML file of a screen: by its identifier, or by its class when it is a container.
 FocusScope {
     id: host
 
@@ -56,6 +56,6 @@ FocusScope {
         id: loader
         anchors.fill: parent
         focus: true
-        onLoaded: item.focus = true // a screen takes the keys that are meant for its place
+        onLoaded: item.focus = true // within this scope
     }
 }

@@ -2,14 +2,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The tabs beneath a pager.
+// The tabs below a pager.
 Rectangle {
     id: strip
 
     property TabBarItem tabBar
     readonly property int count: tabBar?.titles.length ?? 0
     readonly property int wordWidth: width / Math.max(1, count) - 8
-    // One size for all words: the one at which the widest fits.
+    // One size for all titles, at which the widest one fits.
     readonly property int wordSize: {
         const widest = Math.max(1, ...(tabBar?.titles ?? []).map(title => metrics.advanceWidth(title))) / 100;
         return Math.max(9, Math.min(Theme.tabSize, Math.floor(wordWidth / widest)));

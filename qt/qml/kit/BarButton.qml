@@ -2,14 +2,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A button of a bar: a picture, or a word.
+// A button of a bar: a picture or a text.
 Tappable {
     id: root
 
     property ButtonItem button
-    readonly property bool pictured: (button?.image.toString() ?? "") !== ""
+    readonly property bool hasImage: (button?.image.toString() ?? "") !== ""
 
-    width: pictured ? Theme.touch : word.implicitWidth + 24
+    width: hasImage ? Theme.touch : word.implicitWidth + 24
     height: Theme.touch
     visible: button !== null && !(button?.flexibleSpace ?? false)
     enabled: button?.enabled ?? false
@@ -21,7 +21,7 @@ Tappable {
 
     Image {
         anchors.centerIn: parent
-        visible: root.pictured
+        visible: root.hasImage
         source: root.button?.image ?? ""
         mirror: Theme.turns(source)
         sourceSize { width: 28; height: 28 }
@@ -30,7 +30,7 @@ Tappable {
     PlainText {
         id: word
         anchors.centerIn: parent
-        visible: !root.pictured
+        visible: !root.hasImage
         text: root.button?.title ?? ""
         color: Theme.barButton
         font.pixelSize: Theme.bodySize + 1

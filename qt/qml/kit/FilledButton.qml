@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The one button of a screen that matters most; a spinner takes the place of its title while it is loading.
+// The main button of a screen. A spinner replaces its title while it is loading.
 Tappable {
     id: root
 
@@ -12,7 +12,7 @@ Tappable {
     label: button?.accessibleName ?? ""
     enabled: button?.enabled ?? false
     ringRadius: plate.radius + 4
-    ringMargin: -4 // on the plate itself it would not stand out
+    ringMargin: -4 // outside: on the plate it would not be visible
     onTapped: button.tap()
 
     Rectangle {

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One entry of the side menu: a picture and its words.
+// One entry of the side menu: a picture and a text.
 Tappable {
     id: entry
 

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Anything that takes a tap: by finger, mouse, keyboard or assistive technology.
+// Base of everything that can be tapped: by finger, mouse, keyboard or assistive technology.
 Item {
     id: tappable
 

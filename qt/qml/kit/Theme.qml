@@ -2,7 +2,7 @@ pragma Singleton
 import QtQuick
 import Fleetor
 
-// Colours, sizes and direction of the whole look. Sizes follow the system's font, the direction the language.
+// Colours, sizes and direction of everything that is drawn. Sizes follow the system's font, the direction the language.
 QtObject {
     id: theme
 
@@ -45,7 +45,7 @@ QtObject {
     readonly property color mapShade: dark ? "#5a6b76" : "#40000000" // around what lies on the map
 
     readonly property real scale: UserPreferences.textScale
-    readonly property bool large: scale > 1 // what has one line at the normal size may take more
+    readonly property bool large: scale > 1 // texts with one line at the normal size may take more
     readonly property int titleSize: Math.round(20 * scale)
     readonly property int bodySize: Math.round(16 * scale)
     readonly property int smallSize: Math.round(13 * scale)
@@ -55,14 +55,14 @@ QtObject {
     readonly property int margin: 16
 
     readonly property bool mirrored: Application.layoutDirection === Qt.RightToLeft
-    readonly property int forward: mirrored ? -1 : 1 // the sign of x in which a line is read
+    readonly property int forward: mirrored ? -1 : 1 // 1 or -1: the direction of x in which text is read
 
-    // How long something moves or fades, in milliseconds: not at all for a person who does not want that.
+    // Duration of an animation, in milliseconds: 0 for users who have turned animations off.
     function motion(milliseconds) {
         return UserPreferences.wantsMotion ? milliseconds : 0;
     }
 
-    // Pictures that point along the line.
+    // Whether the picture is mirrored in right-to-left layouts: it points in reading direction.
     function turns(picture) {
         return mirrored && /NavBack|BtnLogout/.test(picture);
     }

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A question over everything; nothing else can be touched until it is answered.
+// A modal question.
 Overlay {
     id: root
 

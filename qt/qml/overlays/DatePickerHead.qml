@@ -2,14 +2,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// What stands over a month of days: the title between its two answers, and the month between its arrows.
+// The head of the date picker: the title between Cancel and Done, and the month between arrows.
 Column {
     id: root
 
     property WindowItem window
     property string title
     property string month
-    readonly property bool narrow: width < 4 * Theme.touch + 7.5 * Theme.bodySize // the month has a separate line
+    readonly property bool narrow: width < 4 * Theme.touch + 7.5 * Theme.bodySize // the name of the month has a separate line
 
     signal cancelled
     signal accepted
@@ -17,9 +17,9 @@ Column {
 
     component Arrow: TextButton {
         property string word
-        property string pointing // in a line that is read from left to right
+        property string pointing // in a left-to-right layout
         property int months
-        sign: !Theme.mirrored ? pointing : { "«": "»", "‹": "›", "›": "‹", "»": "«" }[pointing]
+        symbol: !Theme.mirrored ? pointing : { "«": "»", "‹": "›", "›": "‹", "»": "«" }[pointing]
         label: root.window?.word(word) ?? ""
         onTapped: root.turned(months)
     }

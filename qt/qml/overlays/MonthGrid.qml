@@ -2,13 +2,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The days of one month under the names of the weekdays.
+// The days of one month below the names of the weekdays.
 FocusScope {
     id: root
 
     property int year
     property int month: 1
-    property int lead // places before the first day
+    property int lead // empty cells before the first day
     property int days
     property int chosen
     property int rowHeight: Theme.touch
@@ -23,7 +23,6 @@ FocusScope {
         cells.itemAt(lead + chosen - 1)?.forceActiveFocus();
     }
 
-    // Where they are in the grid, they go on from the chosen day.
     function keepKeys() {
         if (activeFocus)
             takeKeys();

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A short message that comes and goes by itself, and lets every tap through.
+// A short message that disappears by itself. Taps go through it.
 Overlay {
     id: root
 

@@ -3,14 +3,14 @@ import QtQuick
 import Fleetor
 import QtQuick.Window
 
-// A table. Rows are made as they come into sight and not before: the row for data still to come asks for it.
+// A table. Rows are made only when they come into view: the loading row requests the next page.
 ListView {
     id: list
 
     property TableItem table
     property string label
 
-    // To that row, or to the first one in sight when keys have been nowhere yet. False when there is nowhere to go.
+    // Moves the current row there, or to the first row in view when there is none yet. False when nothing changes.
     function go(to) {
         const next = currentIndex < 0 ? Math.max(0, indexAt(0, contentY)) : Math.max(0, Math.min(count - 1, to));
         if (count === 0 || next === currentIndex)
@@ -60,12 +60,12 @@ ListView {
         required property CellItem cell
         required property real rowHeight
         property bool lit: false
-        property int shownRow: -1 // as the table knows it, while it is in sight
+        property int shownRow: -1 // the index that the table knows, while the row is in view
         property TableItem shownTable: null
-        // What was chosen of a narrow list is there to be seen beside it.
+        // In a list that fills only a part of the window, the selected item is shown beside it.
         readonly property bool shownBeside: index === (list.table?.selectedRow ?? -1) && list.width < list.Window.width
 
-        // The view keeps some rows that are out of sight. No binding: to display a row may move it.
+        // The view keeps some rows that are out of view. No binding: displaying a row may move it.
         function look() {
             const removed = index < 0; // a row that the view still has to delete
             const seen = !removed && y < list.contentY + list.height && y + height > list.contentY;
@@ -94,7 +94,7 @@ ListView {
             return content ? content.spoken : cell?.accessibleName ?? "";
         }
         onTapped: {
-            list.currentIndex = index; // keys go on from here
+            list.currentIndex = index; // arrow keys continue from here
             list.table.tap(index);
         }
         onPressedChanged: lit = false
@@ -114,7 +114,7 @@ ListView {
         }
 
         Timer {
-            interval: 70 // a finger that lands to scroll lights nothing up
+            interval: 70 // a touch that starts a scroll highlights nothing
             running: row.pressed
             onTriggered: row.lit = true
         }

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One picture that fills the screen; each has its like for the dark.
+// One picture that fills the screen. The dark variants are in a folder with the same names.
 Rectangle {
     id: root
 

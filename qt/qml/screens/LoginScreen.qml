@@ -2,14 +2,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Sign-in: the mark, two fields and a button; what is typed into and the button stay in sight.
+// Sign-in: logo, two fields and a button. The focused field and the button stay in view.
 FocusScope {
     id: root
 
     required property ViewControllerItem screen
-    readonly property bool low: height < 460 // a phone on its side, or one with its keyboard up
+    readonly property bool low: height < 460 // in landscape, or above an on-screen keyboard
 
-    // By finger the first field waits for its tap: a keyboard on the screen would cover half of it.
+    // Only with a hardware keyboard: an on-screen keyboard would cover half of the screen.
     Component.onCompleted: if (UserPreferences.usesKeys) user.focus = true
 
     Rectangle {

@@ -7,7 +7,7 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
-    readonly property bool low: height < 460 // a phone on its side
+    readonly property bool low: height < 460 // in landscape
 
     focus: true
     Accessible.role: Accessible.PopupMenu
@@ -56,7 +56,7 @@ FocusScope {
 
                     required property int index
                     required property string modelData
-                    readonly property bool apart: modelData === "logoutButton" // signing out stands by itself
+                    readonly property bool apart: modelData === "logoutButton" // below a line
 
                     function takeFocus() {
                         line.forceActiveFocus();

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The list of vehicles. Where a page has failed, a line and a button beneath the list, or in place of an empty one.
+// The list of vehicles. After a failed request: a text and a button below the list, or in place of an empty one.
 FocusScope {
     id: root
 
