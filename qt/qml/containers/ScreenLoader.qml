@@ -25,31 +25,36 @@ FocusScope {
             RouteDetailVC: "TripsPage.qml",
             AboutDetailVC: "TablePage.qml"
         })
-    readonly property string plain: "PlainScreen.qml"
-    readonly property string file: {
-        if (!screen?.loaded)
-            return "";
+    readonly property bool ready: screen?.loaded ?? false
+    property ViewControllerItem drawn: null
+
+    function fileOf(screen) {
         if (screen instanceof NavigationControllerItem)
             return "NavigationStack.qml";
         if (screen instanceof RevealControllerItem)
             return "RevealContainer.qml";
         if (screen instanceof SwipeTabBarControllerItem)
             return "PagerPages.qml";
-        return files[screen.identifier] ?? plain;
+        if (!(screen.identifier in files))
+            console.warn(`ScreenLoader.qml: no file for the screen "${screen.identifier}"`);
+        return files[screen.identifier] ?? "PlainScreen.qml";
     }
 
+    // Called twice when both properties change; neither handler may rely on the other property.
     function load() {
-        if (file === plain)
-            console.warn(`ScreenLoader.qml: no file for the screen "${screen.identifier}"`);
-        if (file === "")
+        const next = screen?.loaded ? screen : null;
+        if (next === drawn)
+            return;
+        drawn = next;
+        if (next === null)
             loader.source = "";
         else
-            loader.setSource(file, {
-                screen: screen
+            loader.setSource(fileOf(next), {
+                screen: next
             });
     }
 
-    onFileChanged: load()
+    onReadyChanged: load()
     onScreenChanged: load()
 
     Loader {
