@@ -33,8 +33,8 @@ for kind, pattern in KINDS.items():
     registered, drawn = names(CPP, pattern), names(QML, pattern)
     if len(registered) < 3:
         problems.append(f"only {len(registered)} names of the sort \"{kind}\" were found in C++")
-    problems += [f"{registered[name]}: no QML file draws the {kind} \"{name}\"" for name in sorted(registered.keys() - drawn.keys())]
-    problems += [f"{drawn[name]}: no C++ file registers the {kind} \"{name}\"" for name in sorted(drawn.keys() - registered.keys())]
+    problems += [f"{registered[name]}: no QML file draws the {kind} \"{name}\"" for name in sorted(set(registered) - set(drawn))]
+    problems += [f"{drawn[name]}: no C++ file registers the {kind} \"{name}\"" for name in sorted(set(drawn) - set(registered))]
 
 for file in QML:
     for name in re.findall(r'"(\w+\.qml)"', file.read_text()):

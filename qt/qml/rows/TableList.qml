@@ -66,7 +66,7 @@ ListView {
         readonly property bool shownBeside: index === (list.table?.selectedRow ?? -1) && list.width < list.Window.width
 
         // The view keeps some rows that are out of view. No binding: displaying a row may move it.
-        function look() {
+        function followView() {
             const removed = index < 0; // a row that the view still has to delete
             const seen = !removed && y < list.contentY + list.height && y + height > list.contentY;
             if (seen === (shownRow >= 0))
@@ -98,18 +98,18 @@ ListView {
             list.table.tap(index);
         }
         onPressedChanged: lit = false
-        onYChanged: look()
-        onHeightChanged: look()
-        Component.onCompleted: look()
+        onYChanged: followView()
+        onHeightChanged: followView()
+        Component.onCompleted: followView()
         Component.onDestruction: hide()
 
         Connections {
             target: list
             function onContentYChanged() {
-                row.look();
+                row.followView();
             }
             function onHeightChanged() {
-                row.look();
+                row.followView();
             }
         }
 
