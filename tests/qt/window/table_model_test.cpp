@@ -64,7 +64,7 @@ class TableInWindow : public testing::Test {
     ASSERT_TRUE(waitForRows());
   }
 
-  /// The rows that are asked for by a reload, or by what is done after it.
+  /// Waits for the rows that a reload, or what follows it, asks for.
   bool waitForRows() {
     return QTest::qWaitFor([this] { return source.asked.size() >= 10; });
   }
@@ -73,7 +73,7 @@ class TableInWindow : public testing::Test {
     source.asked.clear();
     table.reloadData();
   }
-  /// Until everything has been asked for: three frames, where there are any.
+  /// Waits until everything has been asked for: three frames, if the window draws any.
   void letFramesPass() {
     for (int i = 0; i < 3; ++i) {
       QSignalSpy drawn(&window, &QQuickWindow::frameSwapped);
@@ -138,7 +138,7 @@ TEST_F(TableInWindow, AReloadOfTenThousandRowsKeepsItsPlaceAndTouchesOnlyWhatIsO
 
   EXPECT_EQ(list->property("contentY").toDouble(), place);
   EXPECT_EQ(list->property("count").toInt(), 10'020);
-  EXPECT_GE(source.asked.size(), 10u) << "what is on screen must look again";
+  EXPECT_GE(source.asked.size(), 10u) << "the rows in view are read again";
   EXPECT_LE(source.asked.size(), 12u);
   for (const auto& [row, times] : source.asked) {
     EXPECT_EQ(times, 1) << "row " << row;
