@@ -3,6 +3,7 @@
 #include <QAbstractItemModelTester>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "qt/components/view_controller_items.h"
 #include "qt/map/map_view_item.h"
@@ -12,21 +13,29 @@
 namespace fleetor {
 namespace {
 
-/// The model follows every change of order, while Qt checks what it announces.
+/// The model follows every change of order. Qt checks what it announces, and every row that stays keeps its
+/// item.
 template <class Item, class Update>
 void expectToFollow(QAbstractItemModel& model, const std::vector<Item*>& items, Update update) {
   const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+  const auto nameAt = [&](const QModelIndex& index) {
+    const auto* item = index.data(Qt::UserRole).template value<Item*>();
+    return static_cast<char>('a' + (std::ranges::find(items, item) - items.begin()));
+  };
   for (const std::string wanted : {"abc", "cab", "bd", "dcba", "ad", ""}) {
+    std::vector<std::pair<QPersistentModelIndex, char>> before;
+    for (int row = 0; row < model.rowCount(); ++row)
+      before.emplace_back(model.index(row, 0), nameAt(model.index(row, 0)));
     std::vector<std::size_t> places;
     for (const char name : wanted)
       places.push_back(static_cast<std::size_t>(name - 'a'));
     update(places);
     std::string shown;
-    for (int row = 0; row < model.rowCount(); ++row) {
-      const auto* item = model.data(model.index(row, 0), Qt::UserRole).template value<Item*>();
-      shown += static_cast<char>('a' + (std::ranges::find(items, item) - items.begin()));
-    }
+    for (int row = 0; row < model.rowCount(); ++row)
+      shown += nameAt(model.index(row, 0));
     EXPECT_EQ(shown, wanted);
+    for (const auto& [index, name] : before)
+      EXPECT_TRUE(!index.isValid() || nameAt(index) == name) << name << " on the way to " << wanted;
   }
 }
 
