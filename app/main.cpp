@@ -17,7 +17,7 @@
 #include "app/options.h"
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"
-#include "qt/components/person.h"
+#include "qt/components/user_preferences.h"
 #include "qt/device/guarded_key_store.h"
 #include "qt/device/key_store_mark.h"
 #include "qt/device/language.h"
@@ -85,7 +85,7 @@ int main(int argc, char** argv) {
 
   if (options->textSize) {
     QFont font = QGuiApplication::font();
-    font.setPointSizeF(fleetor::Person::normalPoints * *options->textSize / 100);
+    font.setPointSizeF(fleetor::UserPreferences::normalPoints * *options->textSize / 100);
     QGuiApplication::setFont(font);
   }
 

@@ -7,7 +7,7 @@
 #include <QtPlugin>
 
 #include "qt/components/accessible_layer.h"
-#include "qt/components/person.h"
+#include "qt/components/user_preferences.h"
 #include "qt/components/window_item.h"
 #include "qt/map/map_view_item.h"
 
@@ -63,7 +63,8 @@ void MainWindow::comeForward() {
 }
 
 void MainWindow::followDesktop(const DesktopLook& look) {
-  engine_.singletonInstance<Person*>(qmlTypeId("Fleetor", 1, 0, "Person"))->followDesktop(look);
+  engine_.singletonInstance<UserPreferences*>(qmlTypeId("Fleetor", 1, 0, "UserPreferences"))
+      ->followDesktop(look);
 }
 
 void MainWindow::followVisibility() {

@@ -13,29 +13,30 @@ class QQuickWindow;
 
 namespace fleetor {
 
-/// Draws the application's window with Qt Quick and passes the user's gestures on. Also tells the application
-/// when it leaves the user's sight (hidden, minimised or suspended; merely losing the focus is not that) and
-/// comes back. Main thread only; destroyed before the application, with every drawing of its components.
+/// Draws the application's window with Qt Quick and passes the user's gestures on. Also reports to the
+/// application when it enters the background (hidden, minimised or suspended; losing the focus does not
+/// count) and comes back. Main thread only; destroyed before the application, with every drawing of its
+/// components.
 class MainWindow : public QObject {
  public:
   /// How the window starts.
   struct Look {
     QSize size{390, 844};  ///< points
-    bool dark = false;     ///< whatever the system is
+    bool dark = false;     ///< always, whatever the desktop asks for
     bool fills = false;    ///< maximised
   };
 
   MainWindow(Application& application, Environment& environment, TileSource& tiles, const Look& look);
   ~MainWindow() override;
 
-  /// False when the window could not be made; why stands on standard error.
+  /// False when the window could not be made; the reason is on standard error.
   bool isOpen() const { return window_ != nullptr; }
   QQuickWindow& window() { return *window_; }
 
   /// Puts the window on top of the others, minimised or not, as far as the desktop lets it.
   void comeForward();
 
-  /// From now on looks as the desktop asks for, in place of the one before. The window is open.
+  /// Takes over the preferences of the desktop. The window must be open.
   void followDesktop(const DesktopLook& look);
 
  private:

@@ -7,7 +7,7 @@ namespace fleetor {
 
 namespace {
 
-/// None for what is of no interest by itself. Asked for alone, Qt has one too for what is ignored since.
+/// None for an item that is ignored: Qt keeps the interface of one that became ignored later.
 QAccessibleInterface* accessibleOf(QQuickItem& item) {
   for (const QObject* part : item.children())
     if (part->inherits("QQuickAccessibleAttached") && part->property("ignored").toBool()) return nullptr;

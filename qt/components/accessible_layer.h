@@ -6,8 +6,8 @@ class QAccessibleInterface;
 
 namespace fleetor {
 
-/// A focus scope that is empty for assistive technology while it is disabled. What lies under a question, a
-/// sheet or another screen is disabled: seen through it, but in nobody's reach. Needs an Accessible.role.
+/// A focus scope that is empty for assistive technology while it is disabled: what lies under an alert, a
+/// sheet or another screen is visible but out of reach. Needs an Accessible.role.
 class AccessibleLayer : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT

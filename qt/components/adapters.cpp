@@ -1,12 +1,15 @@
 #include "qt/components/adapters.h"
 
+#include <QDebug>
 #include <QFile>
 #include <QQmlEngine>
 
+#include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/table_model.h"
 #include "qt/components/view_controller_items.h"
 #include "qt/components/window_item.h"
+#include "ui/appearance.h"
 
 namespace fleetor {
 
@@ -29,6 +32,7 @@ Adapters::Adapters(Environment& environment) : environment_(environment) {
   add<AlertView, AlertViewItem>();
   add<ActionSheetDatePicker, DatePickerItem>();
   add<Window, WindowItem>();
+  add<Appearance, AppearanceItem>();
 }
 
 ComponentItem* Adapters::itemFor(Component* component) {
@@ -41,6 +45,18 @@ ComponentItem* Adapters::itemFor(Component* component) {
                          if (!entry.empty()) entry.mapped().item->componentDestroyed();
                        })};
   return item;
+}
+
+ComponentItem* Adapters::outletOf(const Outlets& owner, const QString& ownersName, const QString& name) {
+  Component* const component = owner.findOutlet(name.toStdString());
+  if (!component) {
+    QStringList names;
+    for (const auto& [known, outlet] : owner.outlets())
+      names << QString::fromStdString(known);
+    qWarning().noquote().nospace() << ownersName << " has no outlet \"" << name << "\": expected one of "
+                                   << names.join(QStringLiteral(", "));
+  }
+  return itemFor(component);
 }
 
 ComponentItem* Adapters::make(Component& component) {

@@ -13,9 +13,9 @@
 
 namespace fleetor {
 
-/// Makes the adapter of every component that QML asks for, one each, and keeps it for as long as the
-/// component lives. Main thread only; outlives the QML engine that shows the adapters, and is destroyed
-/// before the environment and whatever the factories refer to.
+/// Makes one adapter for each component that QML uses, and keeps it as long as the component lives. Main
+/// thread only; outlives the QML engine, and is destroyed before the environment and whatever the factories
+/// refer to.
 class Adapters : public QObject {
  public:
   using Factory = std::function<ComponentItem*(Component& component, Adapters& adapters)>;
@@ -30,13 +30,17 @@ class Adapters : public QObject {
                         std::move(factory));
   }
 
-  /// The adapter of that component; none for none.
+  /// The adapter of that component; none without a component.
   ComponentItem* itemFor(Component* component);
 
   template <class Item>
   Item* itemFor(Component* component) {
     return qobject_cast<Item*>(itemFor(component));
   }
+
+  /// The adapter of the owner's outlet of that name. Without such an outlet: none, and a message on standard
+  /// error.
+  ComponentItem* outletOf(const Outlets& owner, const QString& ownersName, const QString& name);
 
   /// Where the picture of that name is; empty without a picture.
   static QUrl imageUrl(const std::string& name);

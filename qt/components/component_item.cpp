@@ -8,17 +8,24 @@
 namespace fleetor {
 
 QString toQString(const std::string& text) {
-  // No unit comes from more than three bytes; what is cut in two here lies behind the last one that is drawn.
+  // A UTF-16 unit takes at most three bytes; a character that is cut here lies behind the last one that is
+  // drawn.
   constexpr qsizetype enough = 3 * (longestDrawn + 1);
   QString drawn = QString::fromUtf8(text.data(), std::min<qsizetype>(std::ssize(text), enough));
   if (drawn.size() <= longestDrawn) return drawn;
   QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, drawn.constData(), longestDrawn + 1);
   characters.setPosition(longestDrawn);
   qsizetype end = characters.isAtBoundary() ? longestDrawn : characters.toPreviousBoundary();
-  // There is no end to the accents of some characters.
+  // A single character may have any number of combining marks.
   if (end <= 0) end = longestDrawn - (drawn[longestDrawn - 1].isHighSurrogate() ? 1 : 0);
   drawn.truncate(end);
   return drawn + QChar(0x2026);
+}
+
+QColor toQColor(const std::optional<Color>& color) {
+  const Color drawn = color.value_or(clearColor);
+  return QColor::fromRgbF(static_cast<float>(drawn.red), static_cast<float>(drawn.green),
+                          static_cast<float>(drawn.blue), static_cast<float>(drawn.alpha));
 }
 
 ComponentItem::ComponentItem(Component& component, Adapters& adapters)

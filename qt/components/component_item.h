@@ -1,24 +1,30 @@
 #pragma once
 
 #include <QtQml/qqmlregistration.h>
+#include <QColor>
 #include <QObject>
 #include <QString>
+#include <optional>
 #include <string>
 
 #include "ui/component.h"
+#include "ui/geometry.h"
 
 namespace fleetor {
 
 class Adapters;
 
-/// A text as it is drawn and read out: laying out a very long one would stop the window for seconds, so it is
-/// cut after at most `longestDrawn` UTF-16 units, between two characters, and ends in an ellipsis then.
+/// A text as it is drawn and read out. A very long one would take seconds to lay out, so it is cut after at
+/// most `longestDrawn` UTF-16 units, between two characters, and ends in an ellipsis then.
 QString toQString(const std::string& text);
 inline constexpr qsizetype longestDrawn = 1000;
 
-/// What QML sees of one component. Main thread only. It outlives its component by a moment: from the
-/// component's end until the event loop comes round again every property has its default value and every call
-/// does nothing, so that what still draws it never meets a dangling pointer. Owned by Adapters.
+/// Transparent when there is none.
+QColor toQColor(const std::optional<Color>& color);
+
+/// What QML sees of one component. Main thread only; owned by Adapters. It outlives its component until the
+/// next turn of the event loop: until then every property has its default value and every call does nothing,
+/// so QML that still draws it never meets a dangling pointer.
 class ComponentItem : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -36,7 +42,7 @@ class ComponentItem : public QObject {
     return component_ ? dynamic_cast<C*>(component_) : nullptr;
   }
 
-  /// Something that the component does not announce itself has changed.
+  /// Something has changed that the component does not announce.
   virtual void refresh() { Q_EMIT changed(); }
 
  Q_SIGNALS:

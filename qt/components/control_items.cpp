@@ -14,12 +14,7 @@ namespace fleetor {
 
 namespace {
 
-QColor toQColor(const Color& color) {
-  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                          static_cast<float>(color.blue), static_cast<float>(color.alpha));
-}
-
-/// Adds to the places, one a line, where the piece of the block's text is.
+/// Adds the places of that piece of the block's text, one for each line.
 void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList& places) {
   const QTextLayout& layout = *block.layout();
   const int first = piece.position() - block.position();
@@ -28,7 +23,7 @@ void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList
     const int from = std::max(first, line.textStart());
     const int end = std::min(first + piece.length(), line.textStart() + line.textLength());
     QRectF place;
-    // By its letters: those beside them may run in the other direction.
+    // By its glyphs: those beside them may run in the other direction.
     if (from < end)
       for (const QGlyphRun& letters : line.glyphRuns(from, end - from))
         place |= letters.boundingRect();
@@ -135,7 +130,7 @@ QVariantList WebViewItem::linksOf(QQuickTextDocument* page) {
       const QTextFragment piece = part.fragment();
       const QString url = piece.charFormat().anchorHref();
       if (!url.isEmpty()) {
-        // What changes its look half-way is still one link.
+        // A link that changes its format half-way is still one link.
         QVariantMap link = url == last ? links.takeLast().toMap() : QVariantMap{{QStringLiteral("url"), url}};
         QVariantList places = link[QStringLiteral("places")].toList();
         addPlaces(piece, block, places);
@@ -174,6 +169,9 @@ int TabBarAdapter::selectedIndex() const {
   const auto* bar = as<TabBar>();
   return bar ? bar->indexOfItem(bar->selectedItem()) : -1;
 }
+QColor TabBarAdapter::barTintColor() const {
+  return read<TabBar>([](TabBar& c) { return toQColor(c.barTintColor()); });
+}
 void TabBarAdapter::tap(int index) {
   if (auto* bar = as<TabBar>()) bar->tap(index);
 }
@@ -189,10 +187,10 @@ bool ProgressOverlayItem::showing() const {
   return read<ProgressOverlay>([](ProgressOverlay& c) { return c.visible(); });
 }
 QColor ProgressOverlayItem::backgroundColor() const {
-  return toQColor(adapters().environment().appearance.progressOverlay().backgroundColor.value_or(clearColor));
+  return toQColor(adapters().environment().appearance.progressOverlay().backgroundColor);
 }
 QColor ProgressOverlayItem::foregroundColor() const {
-  return toQColor(adapters().environment().appearance.progressOverlay().foregroundColor.value_or(whiteColor));
+  return toQColor(adapters().environment().appearance.progressOverlay().foregroundColor);
 }
 
 QString ToastItem::text() const {

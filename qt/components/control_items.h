@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QDateTime>
 #include <QPointer>
 #include <QQuickItem>
@@ -122,8 +121,8 @@ class WebViewItem : public fleetor::ComponentItem {
   QString document() const;  ///< HTML text; empty: blank
   Q_INVOKABLE void tapLink(const QString& url);
 
-  /// The links of the document as it is laid out, in reading order: "url", "text" and "places"
-  /// (a rectangle for each line that it takes a part of, in the page's own points).
+  /// The links of the document as it is laid out, in reading order: "url", "text" and "places" (one rectangle
+  /// per line, in points of the page).
   Q_INVOKABLE static QVariantList linksOf(QQuickTextDocument* page);
 };
 
@@ -135,6 +134,7 @@ class TabBarAdapter : public fleetor::ComponentItem {
   Q_PROPERTY(QList<QUrl> images READ images NOTIFY changed)
   Q_PROPERTY(QList<QUrl> selectedImages READ selectedImages NOTIFY changed)
   Q_PROPERTY(int selectedIndex READ selectedIndex NOTIFY changed)
+  Q_PROPERTY(QColor barTintColor READ barTintColor NOTIFY changed)
 
  public:
   TabBarAdapter(Component& component, Adapters& adapters) : ComponentItem(component, adapters) { refresh(); }
@@ -142,6 +142,7 @@ class TabBarAdapter : public fleetor::ComponentItem {
   QList<QUrl> images() const;
   QList<QUrl> selectedImages() const;
   int selectedIndex() const;  ///< -1 while nothing is selected
+  QColor barTintColor() const;
   Q_INVOKABLE void tap(int index);
   void refresh() override;
 

@@ -15,7 +15,7 @@ bool CellItem::selectable() const {
 
 ComponentItem* CellItem::outlet(const QString& name) const {
   const auto* cell = as<TableViewCell>();
-  return cell ? adapters().itemFor(cell->findOutlet(name.toStdString())) : nullptr;
+  return cell ? adapters().outletOf(*cell, reuseIdentifier_, name) : nullptr;
 }
 
 TableModel::TableModel(TableView& table, Adapters& adapters) : table_(&table), adapters_(adapters) {

@@ -29,9 +29,9 @@ class CellItem : public fleetor::ComponentItem {
   QString reuseIdentifier_;
 };
 
-/// The rows of a table as a model. A reload becomes the smallest change, once a drawing of the table asks for
-/// it: rows come and go at the end, and of the others those in sight are read again. The cell of a row is
-/// made when it is first read. Without any drawing there are no rows.
+/// The rows of a table as a model. A reload becomes the smallest change, right before the table is drawn:
+/// rows are inserted or removed at the end, and of the others those in view are read again. The cell of a row
+/// is made when it is first read. A table that is never drawn has no rows.
 class TableModel : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
@@ -46,12 +46,12 @@ class TableModel : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override;
 
-  /// A row has come into sight or has left it. One row may be drawn twice for a moment: a list that is
-  /// scrolled back makes the new drawing before the event loop has done away with the old one.
+  /// A row has come into view or has left it. One row may be drawn twice for a moment: a list that is
+  /// scrolled back makes the new drawing before the event loop has deleted the old one.
   void beginDisplaying(int row);
   void endDisplaying(int row);
 
-  /// Becomes what the table is. Call it when the table is about to be drawn.
+  /// Follows the table. Call it when the table is about to be drawn.
   void update();
 
   void tableDestroyed();
@@ -64,7 +64,7 @@ class TableModel : public QAbstractListModel {
   Adapters& adapters_;
   int rows_ = 0;
   bool stale_ = true;
-  std::map<int, int> displayed_;     // row to number of drawings in sight
+  std::map<int, int> displayed_;     // row to number of drawings in view
   mutable std::set<int> withCells_;  // rows that have read their cell and still hold it
   Connection reloaded_;
 };
@@ -91,8 +91,8 @@ class TableItem : public fleetor::ComponentItem {
   TableModel model_;
 };
 
-/// Sits in the drawing of a table and updates its model right before a frame that shows it. There is no such
-/// frame while the drawing is hidden, or the window is, so that nothing is asked for which nobody sees.
+/// A part of the drawing of a table that updates the model right before each frame. There are no frames while
+/// the drawing or the window is hidden, so nothing is loaded that nobody sees.
 class TableUpdates : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT

@@ -125,7 +125,7 @@ int ViewControllerItem::duration() const {
 
 ComponentItem* ViewControllerItem::outlet(const QString& name) const {
   const auto* screen = as<ViewController>();
-  return screen ? adapters().itemFor(screen->findOutlet(name.toStdString())) : nullptr;
+  return screen ? adapters().outletOf(*screen, identifier(), name) : nullptr;
 }
 
 ViewControllerItem* ViewControllerItem::lastChild() const {
@@ -144,7 +144,7 @@ void ViewControllerItem::refresh() {
   watchView();
   children_.update(screen->childViewControllers());
   ComponentItem::refresh();
-  // Children load their views without a word of their own.
+  // A child does not announce that it has loaded its view.
   if (as<ViewController>())
     for (const auto& child : screen->childViewControllers())
       if (auto* item = adapters().itemFor<ViewControllerItem>(child.get())) {

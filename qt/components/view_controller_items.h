@@ -40,8 +40,7 @@ class ScreenListModel : public QAbstractListModel {
   std::vector<ViewControllerItem*> items_;
 };
 
-/// A screen. Containers have a class of their own; what one of them holds beyond the kinds below is drawn by
-/// the file of its identifier, as every other screen is.
+/// A screen, drawn by the QML file of its identifier. The containers have separate classes below.
 class ViewControllerItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
@@ -51,12 +50,12 @@ class ViewControllerItem : public fleetor::ComponentItem {
   Q_PROPERTY(bool loaded READ loaded NOTIFY changed)
   Q_PROPERTY(bool interactive READ interactive NOTIFY changed)
   Q_PROPERTY(bool sheet READ sheet NOTIFY changed)      ///< lies over its presenter as a panel
-  Q_PROPERTY(bool covered READ covered NOTIFY changed)  ///< nothing of it shows under the screen it presents
+  Q_PROPERTY(bool covered READ covered NOTIFY changed)  ///< hidden by the screen that it presents
   Q_PROPERTY(QList<QObject*> leftItems READ leftItems NOTIFY changed)
   Q_PROPERTY(QList<QObject*> rightItems READ rightItems NOTIFY changed)
   Q_PROPERTY(double frameX READ frameX NOTIFY changed)
   Q_PROPERTY(double frameWidth READ frameWidth NOTIFY changed)
-  Q_PROPERTY(bool animating READ animating NOTIFY changed)  ///< its children change places
+  Q_PROPERTY(bool animating READ animating NOTIFY changed)  ///< its children change
   Q_PROPERTY(int duration READ duration NOTIFY changed)     ///< of that change, in milliseconds
   Q_PROPERTY(fleetor::ScreenListModel* children READ children CONSTANT)
 
@@ -77,7 +76,7 @@ class ViewControllerItem : public fleetor::ComponentItem {
   int duration() const;
   ScreenListModel* children() { return &children_; }
 
-  /// The adapter of the screen's component of that name, or none.
+  /// The adapter of the screen's component of that name; none, and a message, when there is no such outlet.
   Q_INVOKABLE fleetor::ComponentItem* outlet(const QString& name) const;
 
   /// The last child, or none.
@@ -100,7 +99,7 @@ class NavigationControllerItem : public fleetor::ViewControllerItem {
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(fleetor::ViewControllerItem* top READ top NOTIFY changed)
   Q_PROPERTY(int depth READ depth NOTIFY changed)
-  Q_PROPERTY(QString backLabel READ backLabel CONSTANT)  ///< the name of the bar's own back button
+  Q_PROPERTY(QString backLabel READ backLabel CONSTANT)  ///< accessible name of the bar's back button
 
  public:
   NavigationControllerItem(Component& component, Adapters& adapters);
@@ -108,7 +107,7 @@ class NavigationControllerItem : public fleetor::ViewControllerItem {
   int depth() const;
   QString backLabel() const;
 
-  /// Place from the bottom of the stack, or -1 when the screen is on its way out.
+  /// Index from the bottom of the stack, or -1 when the screen has been popped.
   Q_INVOKABLE int indexOf(fleetor::ViewControllerItem* screen) const;
   Q_INVOKABLE void pop();
 

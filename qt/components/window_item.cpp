@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/appearance.h"
+
 namespace fleetor {
 
 namespace {
@@ -49,6 +51,10 @@ bool WindowItem::blocked() const {
 
 bool WindowItem::pad() const {
   return adapters().environment().device.isPad();
+}
+
+AppearanceItem* WindowItem::appearance() const {
+  return adapters().itemFor<AppearanceItem>(&adapters().environment().appearance);
 }
 
 bool WindowItem::leaving(ViewControllerItem* screen) const {

@@ -2,14 +2,14 @@
 
 #include <vector>
 
+#include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/view_controller_items.h"
 #include "ui/window.h"
 
 namespace fleetor {
 
-/// The window's screens and what lies over them, and the way in for the size, the keyboard and the user's
-/// wish to go back.
+/// The window's screens and overlays. Takes the size, the keyboard and the back gesture.
 class WindowItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
@@ -22,6 +22,7 @@ class WindowItem : public fleetor::ComponentItem {
   Q_PROPERTY(fleetor::DatePickerItem* datePicker READ datePicker NOTIFY changed)
   Q_PROPERTY(bool blocked READ blocked NOTIFY changed)  ///< an alert or a picker waits for its answer
   Q_PROPERTY(bool pad READ pad CONSTANT)
+  Q_PROPERTY(fleetor::AppearanceItem* appearance READ appearance CONSTANT)
   Q_PROPERTY(double keyboardHeight READ keyboardHeight NOTIFY changed)  ///< points that a keyboard covers
 
  public:
@@ -34,14 +35,15 @@ class WindowItem : public fleetor::ComponentItem {
   DatePickerItem* datePicker() const;
   bool blocked() const;
   bool pad() const;
+  AppearanceItem* appearance() const;
 
-  /// Whether the screen is about to leave, with the window's screens still in the model.
+  /// Whether the screen is being dismissed. It stays in the model until the animation has ended.
   Q_INVOKABLE bool leaving(fleetor::ViewControllerItem* screen) const;
 
   /// Length of the change among presented screens that runs now, in milliseconds; 0: none.
   Q_INVOKABLE int presentationDuration() const;
 
-  /// The text in the user's language of a word that belongs to the look ("Done", "Cancel", "Previous month").
+  /// A text of the window itself in the user's language ("Done", "Cancel", "Previous month").
   Q_INVOKABLE QString word(const QString& key) const;
 
   double keyboardHeight() const;

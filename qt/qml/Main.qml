@@ -3,7 +3,7 @@ import QtQuick
 import Fleetor
 import QtQuick.Window
 
-// The one window: screens, what lies over them, and the way back.
+// The window: screens and overlays.
 Window {
     id: main
 
@@ -17,9 +17,12 @@ Window {
     title: "Fleetor"
     visible: true
     color: Theme.background
-    minimumWidth: content.pad ? 620 : 240 // a tablet's list has 300 of them
+    minimumWidth: content.pad ? 620 : 240 // the list on a tablet takes 300
     minimumHeight: 240
-    Component.onCompleted: Theme.forceDark = forceDark
+    Component.onCompleted: {
+        Theme.forceDark = forceDark;
+        Theme.appearance = content.appearance;
+    }
 
     Item {
         id: base

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The bar over a screen: title in the middle, buttons at both ends.
+// The bar above a screen: the title in the middle, buttons at both ends.
 Rectangle {
     id: bar
 
@@ -34,11 +34,11 @@ Rectangle {
             width: Theme.touch
             height: Theme.touch
             label: bar.backLabel
-            ringColor: Theme.barText
+            ringColor: Theme.barButton
             onTapped: bar.backTapped()
             Image {
                 anchors.centerIn: parent
-                source: "qrc:/images/NavBack.svg"
+                source: Theme.appearance?.backImage ?? ""
                 mirror: Theme.mirrored
                 sourceSize { width: 28; height: 28 }
             }
@@ -51,7 +51,7 @@ Rectangle {
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
         Repeater {
-            model: Array.from(bar.rightItems).reverse() // the first one is the outermost; keys go as one reads
+            model: Array.from(bar.rightItems).reverse() // the first one is the outermost; the tab order is the reading order
             delegate: BarButton {
                 required property var modelData
                 button: modelData as ButtonItem
@@ -65,7 +65,7 @@ Rectangle {
         font.bold: true
     }
 
-    Text {
+    PlainText {
         readonly property real side: Math.max(left.width, right.width) + 8
         readonly property real room: bar.width - left.width - right.width - 20
         readonly property real whole: metrics.advanceWidth(bar.title) / 100 // at a size of 1
@@ -78,15 +78,15 @@ Rectangle {
         x: centred ? (bar.width - width) / 2 : Theme.mirrored ? right.width + 12 : left.width + 8
         width: centred ? Math.ceil(whole * Theme.titleSize) + 2 : room
         height: bar.height
+        horizontalAlignment: centred ? Text.AlignHCenter : Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         text: bar.title
-        textFormat: Text.PlainText
         wrapMode: single ? Text.NoWrap : Text.Wrap
         maximumLineCount: 2
-        elide: Text.ElideRight
-        color: Theme.barText
-        font.pixelSize: centred ? Theme.titleSize : Math.max(14, Math.min(Theme.titleSize, Math.floor((single ? one : two) - 0.5)))
+        color: Theme.barTitle
+        font.pixelSize: centred ? Theme.titleSize : Math.max(11, Math.min(Theme.titleSize, Math.floor((single ? one : two) - 0.5)))
         font.bold: true
+        Accessible.ignored: false
         Accessible.role: Accessible.Heading
         Accessible.name: text
     }
@@ -94,7 +94,7 @@ Rectangle {
     Image {
         anchors.top: parent.bottom
         width: parent.width
-        source: "qrc:/images/NavShadow.svg"
+        source: Theme.appearance?.shadowImage ?? ""
         sourceSize { width: 24; height: 3 }
     }
 }

@@ -2,13 +2,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A stack of screens: pushed ones slide in from the end of the line, and a drag from its start takes the top one off again.
+// A stack of screens. Pushed ones slide in against the reading direction; a drag from the opposite edge pops the top one.
 FocusScope {
     id: stack
 
     required property ViewControllerItem screen
     readonly property NavigationControllerItem navigation: screen as NavigationControllerItem
-    property real drag: 0 // how far a drag has moved the top screen, in points
+    property real drag: 0 // points by which a drag has moved the top screen
     readonly property bool dragging: edge.dragging
 
     clip: true
@@ -30,17 +30,9 @@ FocusScope {
 
             function follow() {
                 place = stack.navigation.indexOf(screen);
-                const wanted = target();
-                if (stack.navigation.animating) {
-                    slide.duration = Theme.motion(stack.navigation.duration);
-                    slide.to = wanted;
-                    slide.restart();
-                } else if (!slide.running || slide.to !== wanted) {
-                    slide.stop();
-                    x = wanted;
-                }
+                slide.moveTo(target(), stack.navigation.duration);
                 if (onTop)
-                    focus = true; // whether the stack has the keys is for its container to say
+                    focus = true; // within the stack; its container decides whether the stack has it
             }
 
             width: stack.width
@@ -75,11 +67,10 @@ FocusScope {
                 }
             }
 
-            NumberAnimation {
+            Slide {
                 id: slide
                 target: page
                 property: "x"
-                easing.type: Easing.OutCubic
             }
 
             Rectangle {
@@ -116,7 +107,7 @@ FocusScope {
         z: 2000
         enabled: stack.navigation.depth > 1
         onMovedChanged: stack.drag = Math.max(0, moved)
-        // From here on the pages follow the stack again: the one below is on top as soon as this one goes.
+        // The pages follow the stack again: after the pop the one below is on top.
         onEnded: {
             if (stack.drag > stack.width / 3)
                 stack.navigation.pop();

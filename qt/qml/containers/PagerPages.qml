@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Pages side by side, in reading order; a sideways drag turns them. A page is drawn when it is first seen.
+// Pages side by side, in reading order; a horizontal drag turns them. A page is loaded when it first comes into view.
 FocusScope {
     id: pager
 
@@ -11,21 +11,13 @@ FocusScope {
     property int shown: pages.selectedIndex
     property bool turning: false
 
-    function rest() {
-        const wanted = -Theme.forward * pages.selectedIndex * width;
-        if (drag.active || strip.x === wanted)
-            return;
-        if (turning || pages.animating) {
-            turn.to = wanted;
-            turn.restart();
-        } else if (!turn.running || turn.to !== wanted) {
-            turn.stop();
-            strip.x = wanted;
-        }
+    function follow() {
+        if (!drag.active)
+            turn.moveTo(-Theme.forward * pages.selectedIndex * width, turning || pages.animating ? 300 : 0);
     }
 
     clip: true
-    onShownChanged: rest()
+    onShownChanged: follow()
     onWidthChanged: {
         turn.stop();
         strip.x = -Theme.forward * pages.selectedIndex * width;
@@ -64,17 +56,15 @@ FocusScope {
         }
     }
 
-    NumberAnimation {
+    Slide {
         id: turn
         target: strip
         property: "x"
-        duration: Theme.motion(300)
-        easing.type: Easing.OutCubic
     }
 
     DragHandler {
         id: drag
-        enabled: pager.enabled // a drag from the window's edge is none of its own
+        enabled: pager.enabled // not during a drag from the window's edge
         target: null
         yAxis.enabled: false
         property real from: 0
@@ -89,7 +79,7 @@ FocusScope {
             const step = Math.abs(moved) > pager.width / 4 ? -Math.sign(moved) : 0;
             pager.turning = true;
             pager.pages.scrollToIndex(Math.max(0, Math.min(pager.pages.count - 1, index + step)));
-            pager.rest();
+            pager.follow();
             pager.turning = false;
         }
         onTranslationChanged: {

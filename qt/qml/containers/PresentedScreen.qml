@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The root screen, or one presented over it: full size from below, or as a panel on a tablet.
+// The root screen, or one presented over it: it slides in from below, full size or, on a tablet, as a sheet.
 AccessibleLayer {
     id: presented
 
@@ -26,7 +26,7 @@ AccessibleLayer {
     focus: true
     visible: !(screen?.covered ?? false)
     Accessible.role: Accessible.Pane
-    onEnabledChanged: if (enabled) forceActiveFocus() // what lay over it has gone, and the keys with it
+    onEnabledChanged: if (enabled) forceActiveFocus() // the screen over it had the focus
 
     Component.onCompleted: {
         follow();
@@ -83,7 +83,7 @@ AccessibleLayer {
             }
         }
 
-        // What a sheet shows has corners of its own: it keeps clear of the round ones, under a lip in the bar's colour.
+        // The content of a sheet has square corners: it starts below the round ones, under a strip in the bar's colour.
         Rectangle {
             visible: presented.sheet
             width: parent.width
@@ -94,7 +94,7 @@ AccessibleLayer {
         ScreenLoader {
             anchors.fill: parent
             anchors.topMargin: presented.sheet ? panel.radius : 0
-            // What a keyboard covers stays free.
+            // Above an on-screen keyboard.
             anchors.bottomMargin: Math.max(presented.window.keyboardHeight, panel.radius)
             screen: presented.screen
             focus: true

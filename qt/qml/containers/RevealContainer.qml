@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The side-menu container: the front screen moves along the line and lets the rear one be seen.
+// The side-menu container: the front screen moves aside and reveals the rear one.
 FocusScope {
     id: container
 
@@ -12,16 +12,8 @@ FocusScope {
     property real shift: 0 // how far the front screen has moved
 
     function follow() {
-        if (drag.dragging)
-            return;
-        if (reveal.animating && shift !== place) {
-            slide.duration = Theme.motion(reveal.duration);
-            slide.to = place;
-            slide.restart();
-        } else if (!slide.running || slide.to !== place) {
-            slide.stop();
-            shift = place;
-        }
+        if (!drag.dragging)
+            slide.moveTo(place, reveal.duration);
     }
 
     function giveKeys() {
@@ -95,17 +87,14 @@ FocusScope {
             onMovedChanged: container.shift = Math.max(0, Math.min(container.reveal.rearWidth, drag.from + moved))
             onEnded: {
                 container.reveal.endPan(container.shift);
-                slide.duration = Theme.motion(200);
-                slide.to = container.place;
-                slide.restart();
+                slide.moveTo(container.place, 200);
             }
         }
     }
 
-    NumberAnimation {
+    Slide {
         id: slide
         target: container
         property: "shift"
-        easing.type: Easing.OutCubic
     }
 }

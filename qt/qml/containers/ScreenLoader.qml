@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Draws one screen by the file of its identifier; containers by their kind.
+// Loads the QML file of a screen: by its identifier, or by its class when it is a container.
 FocusScope {
     id: host
 
@@ -25,34 +25,42 @@ FocusScope {
             RouteDetailVC: "TripsPage.qml",
             AboutDetailVC: "TablePage.qml"
         })
-    readonly property string file: {
-        if (!screen?.loaded)
-            return "";
+    readonly property bool ready: screen?.loaded ?? false
+    property ViewControllerItem drawn: null
+
+    function fileOf(screen) {
         if (screen instanceof NavigationControllerItem)
             return "NavigationStack.qml";
         if (screen instanceof RevealControllerItem)
             return "RevealContainer.qml";
         if (screen instanceof SwipeTabBarControllerItem)
             return "PagerPages.qml";
+        if (!(screen.identifier in files))
+            console.warn(`ScreenLoader.qml: no file for the screen "${screen.identifier}"`);
         return files[screen.identifier] ?? "PlainScreen.qml";
     }
 
+    // Called twice when both properties change; neither handler may rely on the other property.
     function load() {
-        if (file === "")
+        const next = screen?.loaded ? screen : null;
+        if (next === drawn)
+            return;
+        drawn = next;
+        if (next === null)
             loader.source = "";
         else
-            loader.setSource(file, {
-                screen: screen
+            loader.setSource(fileOf(next), {
+                screen: next
             });
     }
 
-    onFileChanged: load()
+    onReadyChanged: load()
     onScreenChanged: load()
 
     Loader {
         id: loader
         anchors.fill: parent
         focus: true
-        onLoaded: item.focus = true // a screen takes the keys that are meant for its place
+        onLoaded: item.focus = true // within this scope
     }
 }

@@ -2,14 +2,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The tabs beneath a pager.
+// The tabs below a pager.
 Rectangle {
     id: strip
 
     property TabBarItem tabBar
     readonly property int count: tabBar?.titles.length ?? 0
     readonly property int wordWidth: width / Math.max(1, count) - 8
-    // One size for all words: the one at which the widest fits.
+    // One size for all titles, at which the widest one fits.
     readonly property int wordSize: {
         const widest = Math.max(1, ...(tabBar?.titles ?? []).map(title => metrics.advanceWidth(title))) / 100;
         return Math.max(9, Math.min(Theme.tabSize, Math.floor(wordWidth / widest)));
@@ -25,7 +25,7 @@ Rectangle {
     }
 
     height: Math.max(56, 34 + Theme.tabSize * 1.6)
-    color: Theme.bar
+    color: tabBar?.barTintColor ?? "transparent"
     Accessible.role: Accessible.PageTabList
     Accessible.name: ""
 
@@ -50,7 +50,7 @@ Rectangle {
                 role: Accessible.PageTab
                 label: strip.tabBar?.titles[index] ?? ""
                 checked: strip.tabBar?.selectedIndex === index
-                ringColor: Theme.barText
+                ringColor: Theme.tabTitle
                 opacity: pressed ? 0.6 : 1
                 tabStop: checked || activeFocus // one stop for all tabs; the arrows go on from there
                 onTapped: strip.tabBar.tap(index)
@@ -73,16 +73,13 @@ Rectangle {
                         source: (tab.checked ? strip.tabBar?.selectedImages[tab.index] : strip.tabBar?.images[tab.index]) ?? ""
                         sourceSize { width: 26; height: 26 }
                     }
-                    Text {
+                    PlainText {
                         width: parent.width
                         horizontalAlignment: Text.AlignHCenter
-                        elide: Text.ElideRight
                         text: tab.label
-                        textFormat: Text.PlainText
-                        color: tab.checked ? Theme.tabSelected : Theme.barText
+                        color: tab.checked ? Theme.tabSelected : Theme.tabTitle
                         font.pixelSize: strip.wordSize
                         font.bold: true
-                        Accessible.ignored: true
                     }
                 }
             }

@@ -2,40 +2,38 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A button of a bar: a picture, or a word.
+// A button of a bar: a picture or a text.
 Tappable {
     id: root
 
     property ButtonItem button
-    readonly property bool pictured: (button?.image.toString() ?? "") !== ""
+    readonly property bool hasImage: (button?.image.toString() ?? "") !== ""
 
-    width: pictured ? Theme.touch : word.implicitWidth + 24
+    width: hasImage ? Theme.touch : word.implicitWidth + 24
     height: Theme.touch
     visible: button !== null && !(button?.flexibleSpace ?? false)
     enabled: button?.enabled ?? false
     label: button?.accessibleName ?? ""
-    ringColor: Theme.barText
+    ringColor: Theme.barButton
     opacity: pressed ? 0.5 : 1
     onTapped: button.tap()
     onButtonChanged: if (button) button.drawing = root
 
     Image {
         anchors.centerIn: parent
-        visible: root.pictured
+        visible: root.hasImage
         source: root.button?.image ?? ""
         mirror: Theme.turns(source)
         sourceSize { width: 28; height: 28 }
     }
 
-    Text {
+    PlainText {
         id: word
         anchors.centerIn: parent
-        visible: !root.pictured
+        visible: !root.hasImage
         text: root.button?.title ?? ""
-        textFormat: Text.PlainText
-        color: Theme.barText
+        color: Theme.barButton
         font.pixelSize: Theme.bodySize + 1
         font.bold: true
-        Accessible.ignored: true
     }
 }

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One document, to read and to scroll; a link in it goes to the component.
+// A document that scrolls. A tap on a link goes to the component.
 Flickable {
     id: flick
 
@@ -16,7 +16,7 @@ Flickable {
         contentY = Math.max(0, Math.min(top, contentHeight - height));
     }
 
-    // Into sight, with a line's room above or below.
+    // Scrolls the link into view, with one line above or below it.
     function show(link) {
         const top = page.y + link.y;
         scrollTo(Math.max(Math.min(contentY, top - Theme.bodySize), top + link.height + Theme.bodySize - height));
@@ -72,7 +72,7 @@ Flickable {
             cursorShape: page.hoveredLink ? Qt.PointingHandCursor : Qt.ArrowCursor
         }
 
-        // For keys and assistive technology each link is an item of its own, over its place.
+        // For keys and assistive technology each link is a separate item that lies over its text.
         Repeater {
             model: flick.links.length
             delegate: Item {
@@ -102,44 +102,26 @@ Flickable {
 
                 Repeater {
                     model: link.places
-                    delegate: Rectangle {
+                    delegate: FocusRing {
                         required property rect modelData
+                        target: link
                         x: modelData.x - link.x - 3
                         y: modelData.y - link.y - 1
                         width: modelData.width + 6
                         height: modelData.height + 2
-                        visible: link.activeFocus && Person.usesKeys
-                        color: "transparent"
                         radius: 4
-                        border.width: 2
-                        border.color: Theme.focusRing
                     }
                 }
             }
         }
     }
 
-    Rectangle {
-        parent: flick
-        anchors.right: parent.right
-        anchors.rightMargin: 2
-        y: flick.visibleArea.yPosition * flick.height
-        width: 4
-        height: Math.max(24, flick.visibleArea.heightRatio * flick.height)
-        radius: 2
-        color: Theme.secondaryText
-        opacity: flick.moving ? 0.6 : 0
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.motion(200) }
-        }
+    ScrollMark {
+        view: flick
     }
 
-    Rectangle {
+    FocusRing {
         parent: flick
         anchors.fill: parent
-        visible: flick.activeFocus && Person.usesKeys
-        color: "transparent"
-        border.width: 2
-        border.color: Theme.focusRing
     }
 }

@@ -2,13 +2,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A strip from which a sideways drag moves what lies beneath it. It only looks on: taps and lengthwise drags go through.
-// What lies beneath has to be disabled while it is dragging.
+// A strip at an edge where a horizontal drag starts. It grabs nothing: taps and vertical drags reach the items below, so
+// these have to be disabled while it is dragging.
 Item {
     id: edge
 
     property bool dragging: false
-    property real moved: 0 // points, along the line
+    property real moved: 0 // points, in reading direction
 
     signal begun
     signal ended
@@ -28,10 +28,10 @@ Item {
         onTranslationChanged: {
             if (!active)
                 return;
-            // In the scene, since the strip moves with what it drags.
+            // In scene coordinates: the strip moves with what it drags.
             const x = point.scenePosition.x - point.scenePressPosition.x;
             const y = point.scenePosition.y - point.scenePressPosition.y;
-            // A little less than others take for a drag, so that this comes first.
+            // Below the threshold of other handlers, so that this one decides first.
             if (!decided && Math.max(Math.abs(x), Math.abs(y)) > 8) {
                 decided = true;
                 if (Math.abs(x) > Math.abs(y)) {

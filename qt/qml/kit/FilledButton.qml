@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The one button of a screen that matters most; a spinner takes the place of its title while it is loading.
+// The main button of a screen. A spinner replaces its title while it is loading.
 Tappable {
     id: root
 
@@ -12,7 +12,7 @@ Tappable {
     label: button?.accessibleName ?? ""
     enabled: button?.enabled ?? false
     ringRadius: plate.radius + 4
-    ringMargin: -4 // on the plate itself it would not stand out
+    ringMargin: -4 // outside: on the plate it would not be visible
     onTapped: button.tap()
 
     Rectangle {
@@ -22,20 +22,17 @@ Tappable {
         color: root.pressed ? Theme.accentPressed : Theme.accent
     }
 
-    Text {
+    PlainText {
         anchors.centerIn: parent
         visible: !spinner.running
         width: parent.width - 24
         horizontalAlignment: Text.AlignHCenter
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 14
-        elide: Text.ElideRight
         text: root.button?.title ?? ""
-        textFormat: Text.PlainText
         color: Theme.accentText
         font.pixelSize: Theme.bodySize + 1
         font.bold: true
-        Accessible.ignored: true
     }
 
     Spinner {

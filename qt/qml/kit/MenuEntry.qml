@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One entry of the side menu: a picture and its words.
+// One entry of the side menu: a picture and a text.
 Tappable {
     id: entry
 
@@ -33,7 +33,7 @@ Tappable {
         sourceSize { width: 26; height: 26 }
     }
 
-    Text {
+    PlainText {
         id: words
         anchors.left: picture.right
         anchors.leftMargin: 18
@@ -41,10 +41,8 @@ Tappable {
         anchors.rightMargin: 16
         anchors.verticalCenter: parent.verticalCenter
         text: entry.button?.title ?? ""
-        textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: Theme.menuText
         font.pixelSize: Theme.bodySize + 1
-        Accessible.ignored: true
     }
 }

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The sign that data is on its way: a light that runs along the top edge of the window.
+// The activity indicator: a light that runs along the top edge of the window while data is transferred.
 Item {
     id: line
 

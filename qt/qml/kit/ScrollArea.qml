@@ -2,11 +2,11 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Window
 
-// Scrolls lengthwise where there is too little room, and keeps what has the keys in sight.
+// Scrolls vertically where its content does not fit, and keeps the item with the keyboard focus in view.
 Flickable {
     id: area
 
-    property Item companion // stays in sight with it where both fit
+    property Item companion // stays in view with the focused item where both fit
     property real margin: 8
     readonly property Item focused: Window.activeFocusItem
 

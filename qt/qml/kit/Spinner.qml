@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Twelve spokes that chase each other; hidden while it does not run.
+// Twelve spokes that turn; hidden while it does not run.
 Item {
     id: spinner
 

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Anything that takes a tap: by finger, mouse, keyboard or assistive technology.
+// Base of everything that can be tapped: by finger, mouse, keyboard or assistive technology.
 Item {
     id: tappable
 
@@ -10,7 +10,6 @@ Item {
     property int role: Accessible.Button
     property bool tabStop: true
     readonly property alias pressed: area.pressed
-    readonly property bool ringed: activeFocus && Person.usesKeys
     property real ringRadius: 8
     property real ringMargin: 1 // negative: outside
     property color ringColor: Theme.focusRing
@@ -41,14 +40,11 @@ Item {
         onClicked: tappable.activate()
     }
 
-    Rectangle {
+    FocusRing {
         anchors.fill: parent
         anchors.margins: tappable.ringMargin
         z: 10
-        visible: tappable.ringed
-        color: "transparent"
         radius: tappable.ringRadius
-        border.width: 2
         border.color: tappable.ringColor
     }
 }

@@ -2,11 +2,11 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A word, or a sign that stands for one, to tap.
+// A button that is a text, or a symbol in its place.
 Tappable {
     id: root
 
-    property string sign
+    property string symbol
 
     implicitWidth: Math.max(Theme.touch, word.implicitWidth + 24)
     height: Theme.touch
@@ -17,18 +17,16 @@ Tappable {
         color: root.pressed ? Theme.pressed : "transparent"
     }
 
-    Text {
+    PlainText {
         id: word
         anchors.centerIn: parent
         width: parent.width - 24
         horizontalAlignment: Text.AlignHCenter
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 12
-        text: root.sign || root.label
-        textFormat: Text.PlainText
+        text: root.symbol || root.label
         color: Theme.accent
-        font.pixelSize: root.sign ? Theme.titleSize + 2 : Theme.bodySize
+        font.pixelSize: root.symbol ? Theme.titleSize + 2 : Theme.bodySize
         font.bold: true
-        Accessible.ignored: true
     }
 }

@@ -3,7 +3,7 @@ import QtQuick
 import Fleetor
 import QtQuick.Window
 
-// A text field. The component holds the text and says who has the focus; typing and tapping go back to it.
+// A text field. The component owns the text and the focus; input goes back to it.
 FocusScope {
     id: root
 
@@ -47,13 +47,13 @@ FocusScope {
     TextInput {
         id: input
 
-        // Hides TextInput's own: assistive technology reads and writes the property of this name, and of a password
-        // it gets the bullets.
+        // Hides TextInput's property: assistive technology reads and writes the one of this name, and gets the bullets of a
+        // password.
         property string text
         readonly property string shown: echoMode === TextInput.Normal ? typed : passwordCharacter.repeat(length)
         readonly property string typed: length > 0 ? getText(0, length) : ""
 
-        // Assigned as a whole, the old text and the new one would be announced to assistive technology.
+        // An assignment would announce the old and the new text to assistive technology.
         function type(wanted: string) {
             remove(0, length);
             insert(0, wanted);
@@ -95,19 +95,14 @@ FocusScope {
         Accessible.editable: true
     }
 
-    Text {
+    PlainText {
         anchors.left: input.left
         anchors.right: input.right
         anchors.verticalCenter: parent.verticalCenter
         visible: input.length === 0 && input.preeditText === ""
         text: root.field?.placeholder ?? ""
-        textFormat: Text.PlainText
-        horizontalAlignment: Text.AlignLeft
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 14
-        elide: Text.ElideRight
         color: Theme.secondaryText
-        font.pixelSize: Theme.bodySize
-        Accessible.ignored: true
     }
 }

@@ -2,20 +2,25 @@ pragma Singleton
 import QtQuick
 import Fleetor
 
-// Colours, sizes and direction of the whole look. Sizes follow the system's font, the direction the language.
+// Colours, sizes and direction of everything that is drawn. Sizes follow the system's font, the direction the language.
 QtObject {
     id: theme
 
     property bool forceDark: false
-    readonly property bool dark: forceDark || (Person.wantsDark ?? palette.window.hslLightness < 0.5)
+    readonly property bool dark: forceDark || (UserPreferences.wantsDark ?? palette.window.hslLightness < 0.5)
     readonly property SystemPalette palette: SystemPalette {}
 
-    readonly property color bar: Qt.rgba(0.67, 0.76, 0.80, 1)
-    readonly property color barText: "white"
-    readonly property color tabSelected: Qt.rgba(0.23, 0.29, 0.35, 1)
+    // The bars look as the program sets them.
+    property AppearanceItem appearance: null
+    readonly property color bar: appearance?.bar ?? "transparent"
+    readonly property color barButton: appearance?.barButton ?? "transparent"
+    readonly property color barTitle: appearance?.barTitle ?? "transparent"
+    readonly property color tabTitle: appearance?.tabTitle ?? "transparent"
+    readonly property color tabSelected: appearance?.selectedTabTitle ?? "transparent"
     readonly property color tabPlate: "#dde6eb"
 
-    readonly property color menu: dark ? "#1a2228" : tabSelected
+    readonly property color brand: "#3b4a59"
+    readonly property color menu: dark ? "#1a2228" : brand
     readonly property color menuText: "white"
 
     readonly property color background: dark ? "#12171b" : "#ffffff"
@@ -39,8 +44,8 @@ QtObject {
     readonly property color mapLabel: dark ? "#d012171b" : "#d0ffffff"
     readonly property color mapShade: dark ? "#5a6b76" : "#40000000" // around what lies on the map
 
-    readonly property real scale: Person.textScale
-    readonly property bool large: scale > 1 // what has one line at the normal size may take more
+    readonly property real scale: UserPreferences.textScale
+    readonly property bool large: scale > 1 // texts with one line at the normal size may take more
     readonly property int titleSize: Math.round(20 * scale)
     readonly property int bodySize: Math.round(16 * scale)
     readonly property int smallSize: Math.round(13 * scale)
@@ -50,14 +55,14 @@ QtObject {
     readonly property int margin: 16
 
     readonly property bool mirrored: Application.layoutDirection === Qt.RightToLeft
-    readonly property int forward: mirrored ? -1 : 1 // the sign of x in which a line is read
+    readonly property int forward: mirrored ? -1 : 1 // 1 or -1: the direction of x in which text is read
 
-    // How long something moves or fades, in milliseconds: not at all for a person who does not want that.
+    // Duration of an animation, in milliseconds: 0 for users who have turned animations off.
     function motion(milliseconds) {
-        return Person.wantsMotion ? milliseconds : 0;
+        return UserPreferences.wantsMotion ? milliseconds : 0;
     }
 
-    // Pictures that point along the line.
+    // Whether the picture is mirrored in right-to-left layouts: it points in reading direction.
     function turns(picture) {
         return mirrored && /NavBack|BtnLogout/.test(picture);
     }

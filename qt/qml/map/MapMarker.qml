@@ -71,7 +71,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.margins: -3
-        visible: root.activeFocus && Person.usesKeys
+        visible: root.activeFocus && UserPreferences.usesKeys
         color: "transparent"
         radius: 10
         border.width: 2

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A question over everything; nothing else can be touched until it is answered.
+// A modal question.
 Overlay {
     id: root
 
@@ -53,25 +53,21 @@ Overlay {
                     id: texts
                     width: parent.width
                     spacing: 8
-                    Text {
+                    PlainText {
                         id: title
                         width: texts.width
-                        textFormat: Text.PlainText
                         wrapMode: Text.WordWrap
-                        color: Theme.text
                         font.pixelSize: Theme.titleSize - 1
                         fontSizeMode: Text.HorizontalFit
                         minimumPixelSize: 16
                         font.bold: true
-                        Accessible.ignored: true
                     }
-                    Text {
+                    PlainText {
                         id: message
                         width: texts.width
-                        textFormat: Text.PlainText
                         wrapMode: Text.Wrap
                         color: Theme.secondaryText
-                        font.pixelSize: Theme.bodySize
+                        Accessible.ignored: false
                         Accessible.role: Accessible.StaticText
                         Accessible.name: text
                     }
@@ -106,7 +102,7 @@ Overlay {
                             radius: 8
                             color: choice.pressed ? Theme.pressed : "transparent"
                         }
-                        Text {
+                        PlainText {
                             id: word
                             anchors.centerIn: parent
                             width: parent.width - 28
@@ -114,11 +110,8 @@ Overlay {
                             fontSizeMode: Text.HorizontalFit
                             minimumPixelSize: 12
                             text: choice.modelData
-                            textFormat: Text.PlainText
                             color: Theme.accent
-                            font.pixelSize: Theme.bodySize
                             font.bold: true
-                            Accessible.ignored: true
                         }
                     }
                 }

@@ -2,14 +2,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// What stands over a month of days: the title between its two answers, and the month between its arrows.
+// The head of the date picker: the title between Cancel and Done, and the month between arrows.
 Column {
     id: root
 
     property WindowItem window
     property string title
     property string month
-    readonly property bool narrow: width < 4 * Theme.touch + 7.5 * Theme.bodySize // the month has a separate line
+    readonly property bool narrow: width < 4 * Theme.touch + 7.5 * Theme.bodySize // the name of the month has a separate line
 
     signal cancelled
     signal accepted
@@ -17,9 +17,9 @@ Column {
 
     component Arrow: TextButton {
         property string word
-        property string pointing // in a line that is read from left to right
+        property string pointing // in a left-to-right layout
         property int months
-        sign: !Theme.mirrored ? pointing : { "«": "»", "‹": "›", "›": "‹", "»": "«" }[pointing]
+        symbol: !Theme.mirrored ? pointing : { "«": "»", "‹": "›", "›": "‹", "»": "«" }[pointing]
         label: root.window?.word(word) ?? ""
         onTapped: root.turned(months)
     }
@@ -43,7 +43,7 @@ Column {
             label: root.window?.word("Cancel") ?? ""
             onTapped: root.cancelled()
         }
-        Text {
+        PlainText {
             id: title
             anchors.horizontalCenter: parent.horizontalCenter
             y: answers.stacked ? 8 : (parent.height - height) / 2
@@ -51,13 +51,9 @@ Column {
             horizontalAlignment: Text.AlignHCenter
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 11
-            elide: Text.ElideRight
             text: root.title
-            textFormat: Text.PlainText
-            color: Theme.text
             font.pixelSize: Theme.bodySize + 1
             font.bold: true
-            Accessible.ignored: true
         }
         TextButton {
             id: done
@@ -79,7 +75,7 @@ Column {
             Arrow { word: "Previous year"; pointing: "«"; months: -12 }
             Arrow { word: "Previous month"; pointing: "‹"; months: -1 }
         }
-        Text {
+        PlainText {
             id: monthName
             anchors.horizontalCenter: parent.horizontalCenter
             y: root.narrow ? Theme.touch : (parent.height - height) / 2
@@ -88,9 +84,8 @@ Column {
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 11
             text: root.month
-            color: Theme.text
-            font.pixelSize: Theme.bodySize
             font.bold: true
+            Accessible.ignored: false
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }

@@ -2,18 +2,18 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A month of days: on a tablet at the button that it belongs to, elsewhere in a sheet at the bottom. In a low window the
-// days are beside what stands over them otherwise. The arrows move the chosen day, so that it is always seen.
+// The date picker: on a tablet a popover at its button, elsewhere a sheet at the bottom. In a low window the days are beside
+// the head instead of below it. The arrows change the chosen day, so that it is always visible.
 Overlay {
     id: root
 
     readonly property DatePickerItem picker: subject as DatePickerItem
-    readonly property int lowestRow: 44 // that a finger hits
-    property bool popover: false // at the button
+    readonly property int lowestRow: 44 // that a finger can hit
+    property bool popover: false
     property ButtonItem button
-    property rect at // where that is
+    property rect at // the place of the button
     readonly property real room: height - 8 - (popover ? at.bottom + 10 : 0)
-    readonly property real lines: Theme.large ? 1.5 * (Theme.titleSize + Theme.bodySize) : 0 // what is not beside others then
+    readonly property real lines: Theme.large ? 1.5 * (Theme.titleSize + Theme.bodySize) : 0 // lines that enlarged text adds
     readonly property bool beside: width >= 500 && room < Theme.barHeight + Theme.touch + lines + days.namesHeight + 6 * lowestRow + 8
 
     function follow() {
@@ -45,7 +45,7 @@ Overlay {
     }
 
     Timer {
-        id: settled // once everything else has its place in a window of another size
+        id: settled // after the layout of a resized window
         interval: 0
         onTriggered: root.place()
     }
@@ -76,7 +76,7 @@ Overlay {
         id: sheet
 
         readonly property real middle: root.at.x + root.at.width / 2
-        readonly property real below: root.popover ? 0 : radius // the window: a sheet has no lower corners
+        readonly property real below: root.popover ? 0 : radius // the window: the lower corners of a sheet are not visible
 
         x: root.popover ? Math.max(8, Math.min(root.width - width - 8, middle - width / 2)) : (root.width - width) / 2
         y: root.popover ? root.at.bottom + 10 : root.height - root.presence * (height - below)

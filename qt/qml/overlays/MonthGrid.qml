@@ -2,13 +2,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The days of one month under the names of the weekdays.
+// The days of one month below the names of the weekdays.
 FocusScope {
     id: root
 
     property int year
     property int month: 1
-    property int lead // places before the first day
+    property int lead // empty cells before the first day
     property int days
     property int chosen
     property int rowHeight: Theme.touch
@@ -23,7 +23,6 @@ FocusScope {
         cells.itemAt(lead + chosen - 1)?.forceActiveFocus();
     }
 
-    // Where they are in the grid, they go on from the chosen day.
     function keepKeys() {
         if (activeFocus)
             takeKeys();
@@ -41,7 +40,7 @@ FocusScope {
 
         Repeater {
             model: 7
-            Text {
+            PlainText {
                 required property int index
                 width: root.cell
                 height: root.namesHeight
@@ -50,7 +49,6 @@ FocusScope {
                 text: Qt.locale().standaloneDayName((index + Qt.locale().firstDayOfWeek) % 7, Locale.NarrowFormat)
                 color: Theme.secondaryText
                 font.pixelSize: Theme.smallSize
-                Accessible.ignored: true
             }
         }
 
@@ -83,13 +81,12 @@ FocusScope {
                     visible: place.isChosen || place.pressed
                     color: place.isChosen ? Theme.accent : Theme.pressed
                 }
-                Text {
+                PlainText {
                     anchors.centerIn: parent
                     visible: place.inMonth
                     text: new Date(root.year, root.month - 1, place.day).toLocaleDateString(Qt.locale(), "d")
                     color: place.isChosen ? Theme.accentText : Theme.text
                     font.pixelSize: Math.min(Theme.bodySize, Math.round(root.cell * 0.55))
-                    Accessible.ignored: true
                 }
             }
         }

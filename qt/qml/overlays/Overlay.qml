@@ -2,15 +2,15 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// What comes over the screens and leaves again. The subject may be gone before it has left, so what it shows until then
-// is copied from it.
+// Base of what appears over the screens. Its subject may be destroyed before it has disappeared, so it draws copies of the
+// subject's properties.
 AccessibleLayer {
     id: overlay
 
     property WindowItem window
     property ComponentItem subject
     property bool shown: false
-    property real presence: 0 // 1: all there
+    property real presence: 0 // 0 to 1: fully visible
 
     signal gone
 

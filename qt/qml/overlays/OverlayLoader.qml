@@ -2,13 +2,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Shows an overlay while there is a subject for it, and until it has left.
+// Loads an overlay as long as there is a subject for it, and until it has disappeared.
 Loader {
     id: loader
 
     required property WindowItem window
     property ComponentItem subject
-    property bool modal: true // takes the keys
+    property bool modal: true // takes the keyboard focus
 
     function takeKeys() {
         if (enabled && modal && subject)
@@ -29,7 +29,7 @@ Loader {
 
     active: false
     onSubjectChanged: follow()
-    onEnabledChanged: takeKeys() // what lay over it has gone
+    onEnabledChanged: takeKeys() // the overlay above it has gone
     onLoaded: {
         const overlay = item as Overlay;
         overlay.window = window;

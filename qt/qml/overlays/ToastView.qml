@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A short message that comes and goes by itself, and lets every tap through.
+// A short message that disappears by itself. Taps go through it.
 Overlay {
     id: root
 
@@ -27,16 +27,13 @@ Overlay {
         Accessible.role: Accessible.AlertMessage
         Accessible.name: message.text
 
-        Text {
+        PlainText {
             id: message
             anchors.centerIn: parent
             width: Math.min(implicitWidth, root.width - 72, 520)
-            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             color: Theme.toastText
-            font.pixelSize: Theme.bodySize
-            Accessible.ignored: true
         }
     }
 }

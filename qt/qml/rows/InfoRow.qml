@@ -11,11 +11,19 @@ RowBody {
 
     spoken: captionText.text + ": " + valueText.text
 
-    implicitHeight: lines.height + 20
+    // Somewhat smaller letters do, or it takes more lines.
+    readonly property bool overflows: smallest.advanceWidth(valueText.text) > lines.width
+
+    implicitHeight: valueText.wraps ? lines.height + 20 : 0
 
     FontMetrics {
         id: metrics
         font: captionText.font
+    }
+    FontMetrics {
+        id: smallest
+        font.pixelSize: valueText.minimumPixelSize
+        font.weight: valueText.font.weight
     }
     Column {
         id: lines
@@ -26,34 +34,21 @@ RowBody {
         anchors.verticalCenter: parent.verticalCenter
         spacing: Math.round(Math.min(0, 1.2 * Theme.smallSize - metrics.height)) // the rows are low, and some typefaces tall
 
-        Text {
+        RowText {
             id: valueText
-            width: parent.width
-            horizontalAlignment: Text.AlignLeft
             text: row.value?.text ?? ""
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
-            maximumLineCount: Theme.large ? 4 : 1
-            fontSizeMode: Theme.large ? Text.FixedSize : Text.HorizontalFit
+            wraps: Theme.large || row.overflows
+            mostLines: 4
+            fontSizeMode: wraps ? Text.FixedSize : Text.HorizontalFit
             minimumPixelSize: 12
-            color: Theme.text
-            font.pixelSize: Theme.bodySize
             font.weight: Font.Medium
-            Accessible.ignored: true
         }
-        Text {
+        RowText {
             id: captionText
-            width: parent.width
-            horizontalAlignment: Text.AlignLeft
             text: row.caption?.text ?? ""
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
-            maximumLineCount: Theme.large ? 2 : 1
+            mostLines: 2
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize
-            Accessible.ignored: true
         }
     }
 }

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Stands for data that is still to come.
+// A placeholder for data that is still to come.
 RowBody {
     id: row
 

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One trip or stop as a card: what it was and when it began, from where to where, how long and how far.
+// One trip or stop as a card: kind, time, both addresses, duration and distance.
 RowBody {
     id: row
 
@@ -18,7 +18,7 @@ RowBody {
     }
 
     separated: false
-    implicitHeight: card.anchors.topMargin + head.y + head.height + 2 * way.anchors.topMargin + 2 * way.needed + foot.height
+    implicitHeight: !Theme.large ? 0 : card.anchors.topMargin + head.y + head.height + 2 * way.anchors.topMargin + 2 * way.needed + foot.height
     spoken: `${status}, ${time}, ${from}, ${to}, ${duration}, ${distance}`
 
     Rectangle {
@@ -37,7 +37,7 @@ RowBody {
             x: Theme.margin
             y: 14
             width: parent.width - 2 * x
-            height: pill.height + (Theme.large ? timeText.height + 6 : 0) // the time has a line of its own
+            height: pill.height + (Theme.large ? timeText.height + 6 : 0) // the time has a separate line
 
             Rectangle {
                 id: pill
@@ -46,20 +46,17 @@ RowBody {
                 height: statusText.implicitHeight + 10
                 radius: height / 2
                 color: Theme.well
-                Text {
+                PlainText {
                     id: statusText
                     anchors.centerIn: parent
                     width: Math.min(implicitWidth, pill.width - 24)
                     text: row.status
-                    textFormat: Text.PlainText
-                    elide: Text.ElideRight
                     color: Theme.accent
                     font.pixelSize: Theme.smallSize + 1
                     font.bold: true
-                    Accessible.ignored: true
                 }
             }
-            Text {
+            PlainText {
                 id: timeText
                 anchors.left: Theme.large ? parent.left : undefined
                 anchors.right: Theme.large ? undefined : parent.right
@@ -68,15 +65,12 @@ RowBody {
                 fontSizeMode: Theme.large ? Text.HorizontalFit : Text.FixedSize
                 minimumPixelSize: 12
                 text: row.time
-                textFormat: Text.PlainText
-                elide: Text.ElideRight
                 color: Theme.secondaryText
                 font.pixelSize: Theme.smallSize + 1
-                Accessible.ignored: true
             }
         }
 
-        // The way, between its two ends.
+        // The two addresses, joined by a line.
         Item {
             id: way
             readonly property real needed: Math.max(ends.itemAt(0)?.implicitHeight ?? 0, ends.itemAt(1)?.implicitHeight ?? 0)
@@ -120,25 +114,19 @@ RowBody {
             Repeater {
                 id: ends
                 model: [row.from, row.to]
-                delegate: Text {
+                delegate: PlainText {
                     required property int index
                     required property string modelData
-                    anchors.left: parent.left
+                    anchors.left: way.left
                     anchors.leftMargin: 32
-                    anchors.right: parent.right
-                    y: index * parent.height / 2
-                    height: parent.height / 2
-                    horizontalAlignment: Text.AlignLeft
+                    anchors.right: way.right
+                    y: index * way.height / 2
+                    height: way.height / 2
                     verticalAlignment: Text.AlignVCenter
                     text: modelData
-                    textFormat: Text.PlainText
                     wrapMode: Text.Wrap
                     maximumLineCount: Theme.large ? 5 : 3
-                    elide: Text.ElideRight
-                    color: Theme.text
-                    font.pixelSize: Theme.bodySize
                     font.weight: Font.Medium
-                    Accessible.ignored: true
                 }
             }
         }
@@ -159,28 +147,22 @@ RowBody {
                     width: foot.width / foot.columns
                     height: foot.line
                     Image {
-                        id: sign
+                        id: icon
                         anchors.verticalCenter: parent.verticalCenter
                         anchors.left: parent.left
                         anchors.leftMargin: -1
                         source: measure.modelData.icon
                         sourceSize { width: 22; height: 22 }
                     }
-                    Text {
-                        anchors.left: sign.right
+                    PlainText {
+                        anchors.left: icon.right
                         anchors.leftMargin: 11
                         anchors.right: parent.right
                         anchors.verticalCenter: parent.verticalCenter
-                        horizontalAlignment: Text.AlignLeft
                         text: measure.modelData.words
-                        textFormat: Text.PlainText
-                        elide: Text.ElideRight
                         fontSizeMode: Theme.large ? Text.FixedSize : Text.HorizontalFit
                         minimumPixelSize: 12
-                        color: Theme.text
-                        font.pixelSize: Theme.bodySize
                         font.bold: true
-                        Accessible.ignored: true
                     }
                 }
             }

@@ -2,10 +2,11 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// What fills one row of a table.
+// Base of the content of a table row.
 Item {
     property CellItem cell
-    property string spoken // what assistive technology reads for the row
-    // The implicit height is what enlarged text needs; at the normal size the table says how high a row is.
-    property bool separated: true // a line parts it from the next one
+    property string spoken // what assistive technology reads out
+    // The implicit height is what a text needs that takes more than its usual lines; otherwise it is 0, and the table gives
+    // the height.
+    property bool separated: true // has a line below it
 }

@@ -3,27 +3,26 @@ import QtQuick
 import Fleetor
 import QtQuick.Window
 
-// A table. Rows are made as they come into sight and not before: the row for data still to come asks for it.
+// A table. Rows are made only when they come into view: the loading row requests the next page.
 ListView {
     id: list
 
     property TableItem table
     property string label
 
-    // To that row, or to the first one in sight when keys have been nowhere yet. False when there is nowhere to go.
+    // Moves the current row there, or to the first row in view when there is none yet. False when nothing changes.
     function go(to) {
         const next = currentIndex < 0 ? Math.max(0, indexAt(0, contentY)) : Math.max(0, Math.min(count - 1, to));
         if (count === 0 || next === currentIndex)
             return false;
         currentIndex = next;
         positionViewAtIndex(next, ListView.Contain);
-        if (Theme.large)
-            Qt.callLater(positionViewAtIndex, next, ListView.Contain); // now it is known how high its text makes it
+        Qt.callLater(positionViewAtIndex, next, ListView.Contain); // once its text has given it its height
         return true;
     }
 
     function meetKeys() {
-        if (activeFocus && Person.usesKeys && currentIndex < 0)
+        if (activeFocus && UserPreferences.usesKeys && currentIndex < 0)
             go(0);
     }
 
@@ -61,14 +60,15 @@ ListView {
         required property CellItem cell
         required property real rowHeight
         property bool lit: false
-        property int shownRow: -1 // as the table knows it, while it is in sight
+        property int shownRow: -1 // the index that the table knows, while the row is in view
         property TableItem shownTable: null
-        // What was chosen of a narrow list is there to be seen beside it.
+        // In a list that fills only a part of the window, the selected item is shown beside it.
         readonly property bool shownBeside: index === (list.table?.selectedRow ?? -1) && list.width < list.Window.width
 
-        // The view keeps some rows that are out of sight. No binding: to display a row may move it.
-        function look() {
-            const seen = y < list.contentY + list.height && y + height > list.contentY;
+        // The view keeps some rows that are out of view. No binding: displaying a row may move it.
+        function followView() {
+            const removed = index < 0; // a row that the view still has to delete
+            const seen = !removed && y < list.contentY + list.height && y + height > list.contentY;
             if (seen === (shownRow >= 0))
                 return;
             if (seen) {
@@ -85,7 +85,7 @@ ListView {
         }
 
         width: ListView.view.width
-        height: Math.max(Math.round(rowHeight * Theme.scale), Theme.large ? body.item?.implicitHeight ?? 0 : 0)
+        height: Math.max(Math.round(rowHeight * Theme.scale), body.item?.implicitHeight ?? 0)
         role: Accessible.ListItem
         tabStop: false
         ringMargin: 2
@@ -94,27 +94,27 @@ ListView {
             return content ? content.spoken : cell?.accessibleName ?? "";
         }
         onTapped: {
-            list.currentIndex = index; // keys go on from here
+            list.currentIndex = index; // arrow keys continue from here
             list.table.tap(index);
         }
         onPressedChanged: lit = false
-        onYChanged: look()
-        onHeightChanged: look()
-        Component.onCompleted: look()
+        onYChanged: followView()
+        onHeightChanged: followView()
+        Component.onCompleted: followView()
         Component.onDestruction: hide()
 
         Connections {
             target: list
             function onContentYChanged() {
-                row.look();
+                row.followView();
             }
             function onHeightChanged() {
-                row.look();
+                row.followView();
             }
         }
 
         Timer {
-            interval: 70 // a finger that lands to scroll lights nothing up
+            interval: 70 // a touch that starts a scroll highlights nothing
             running: row.pressed
             onTriggered: row.lit = true
         }
@@ -128,7 +128,8 @@ ListView {
             id: body
             anchors.fill: parent
             source: {
-                switch (row.cell?.reuseIdentifier) {
+                const kind = row.cell?.reuseIdentifier ?? "";
+                switch (kind) {
                 case "VehicleCell":
                     return "VehicleRow.qml";
                 case "InfoCell":
@@ -138,6 +139,8 @@ ListView {
                 case "LoadingCell":
                     return "LoadingRow.qml";
                 }
+                if (kind)
+                    console.warn(`TableList.qml: no row for cells of the kind "${kind}"`);
                 return "";
             }
             onLoaded: item.cell = Qt.binding(() => row.cell)
@@ -160,18 +163,7 @@ ListView {
         table: list.table
     }
 
-    Rectangle {
-        parent: list
-        anchors.right: parent.right
-        anchors.rightMargin: 2
-        y: list.visibleArea.yPosition * list.height
-        width: 4
-        height: Math.max(24, list.visibleArea.heightRatio * list.height)
-        radius: 2
-        color: Theme.secondaryText
-        opacity: list.moving && list.visibleArea.heightRatio < 1 ? 0.6 : 0
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.motion(200) }
-        }
+    ScrollMark {
+        view: list
     }
 }

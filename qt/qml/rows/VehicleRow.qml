@@ -29,7 +29,7 @@ RowBody {
         }
     }
 
-    implicitHeight: lines.height + 20
+    implicitHeight: Theme.large ? lines.height + 20 : 0
 
     Column {
         id: lines
@@ -39,32 +39,16 @@ RowBody {
         anchors.rightMargin: Theme.margin
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
-        Text {
-            width: parent.width
-            horizontalAlignment: Text.AlignLeft
+        RowText {
             visible: text !== ""
             text: row.name?.text ?? ""
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
-            maximumLineCount: Theme.large ? 3 : 1
-            color: Theme.text
-            font.pixelSize: Theme.bodySize
             font.weight: Font.DemiBold
-            Accessible.ignored: true
         }
-        Text {
-            width: parent.width
-            horizontalAlignment: Text.AlignLeft
+        RowText {
             visible: text !== ""
             text: row.registration?.text ?? ""
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            wrapMode: Theme.large ? Text.Wrap : Text.NoWrap
-            maximumLineCount: Theme.large ? 3 : 1
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize + 1
-            Accessible.ignored: true
         }
     }
 }

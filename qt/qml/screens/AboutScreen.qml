@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// What this program is, to read.
+// The document about this program.
 FocusScope {
     id: root
 

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The chooser of the widget's vehicle, under a bar of its own.
+// The list in which the user chooses the widget's vehicle, below a separate bar.
 FocusScope {
     id: root
 

@@ -2,15 +2,15 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Sign-in: the mark, two fields and a button; what is typed into and the button stay in sight.
+// Sign-in: logo, two fields and a button. The focused field and the button stay in view.
 FocusScope {
     id: root
 
     required property ViewControllerItem screen
-    readonly property bool low: height < 460 // a phone on its side, or one with its keyboard up
+    readonly property bool low: height < 460 // in landscape, or above an on-screen keyboard
 
-    // By finger the first field waits for its tap: a keyboard on the screen would cover half of it.
-    Component.onCompleted: if (Person.usesKeys) user.focus = true
+    // Only with a hardware keyboard: an on-screen keyboard would cover half of the screen.
+    Component.onCompleted: if (UserPreferences.usesKeys) user.focus = true
 
     Rectangle {
         anchors.fill: parent
@@ -38,11 +38,12 @@ FocusScope {
                     source: "qrc:/images/fleetor.svg"
                     sourceSize { width: root.low ? 40 : 72; height: root.low ? 40 : 72 }
                 }
-                Text {
+                PlainText {
                     text: "Fleetor"
-                    color: Theme.tabSelected
+                    color: Theme.brand
                     font.pixelSize: Theme.titleSize + 8
                     font.bold: true
+                    Accessible.ignored: false
                     Accessible.role: Accessible.Heading
                     Accessible.name: text
                 }

@@ -116,7 +116,7 @@ FocusScope {
 
     Rectangle {
         anchors.fill: surface
-        visible: surface.activeFocus && Person.usesKeys
+        visible: surface.activeFocus && UserPreferences.usesKeys
         color: "transparent"
         border.width: 2
         border.color: Theme.focusRing

@@ -7,7 +7,7 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
-    readonly property bool low: height < 460 // a phone on its side
+    readonly property bool low: height < 460 // in landscape
 
     focus: true
     Accessible.role: Accessible.PopupMenu
@@ -34,7 +34,7 @@ FocusScope {
                 source: "qrc:/images/fleetor.svg"
                 sourceSize { width: root.low ? 40 : 64; height: root.low ? 40 : 64 }
             }
-            Text {
+            PlainText {
                 anchors.left: parent.left
                 anchors.leftMargin: 24
                 topPadding: root.low ? 4 : 10
@@ -43,6 +43,7 @@ FocusScope {
                 color: Theme.menuText
                 font.pixelSize: Theme.titleSize + 4
                 font.bold: true
+                Accessible.ignored: false
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
             }
@@ -55,7 +56,7 @@ FocusScope {
 
                     required property int index
                     required property string modelData
-                    readonly property bool apart: modelData === "logoutButton" // under a line
+                    readonly property bool apart: modelData === "logoutButton" // below a line
 
                     function takeFocus() {
                         line.forceActiveFocus();

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A screen that has nothing to show.
+// Drawn for a screen without a QML file.
 Rectangle {
     required property ViewControllerItem screen
 

@@ -1,4 +1,4 @@
-// A day's trips and stops, one card each.
+// A day's trips and stops as cards.
 import QtQuick
 import Fleetor
 

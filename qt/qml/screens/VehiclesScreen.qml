@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The list of vehicles. Where a page has failed, a line and a button beneath the list, or in place of an empty one.
+// The list of vehicles. After a failed request: a text and a button below the list, or in place of an empty one.
 FocusScope {
     id: root
 
@@ -40,15 +40,14 @@ FocusScope {
             columns: list.count > 0 && line.implicitWidth + again.implicitWidth < offer.width ? 2 : 1
             horizontalItemAlignment: Grid.AlignHCenter
             verticalItemAlignment: Grid.AlignVCenter
-            Text {
+            PlainText {
                 id: line
                 width: Math.min(implicitWidth, offer.width - 2 * Theme.margin)
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 text: root.failure?.text ?? ""
-                textFormat: Text.PlainText
                 color: Theme.secondaryText
-                font.pixelSize: Theme.bodySize
+                Accessible.ignored: false
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }

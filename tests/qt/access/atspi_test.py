@@ -40,7 +40,7 @@ class Screen:
                     continue
                 todo += [node.get_child_at_index(i) for i in reversed(range(node.get_child_count()))]
                 nodes.append(node)
-            except GLib.Error:  # it went away while it was looked at
+            except GLib.Error:  # it went away meanwhile
                 pass
         return nodes
 
@@ -64,7 +64,7 @@ class Screen:
         sys.exit(f"there is no {role} called {name!r}; there is\n{there}")
 
     def covered(self, role, name):
-        """What lies under a sheet or a question must be in nobody's reach."""
+        """What lies under a sheet or an alert must be out of reach."""
         if self.find(role, name, scrolled_away=True):
             sys.exit(f"the {role} {name!r} is still there, under what covers it")
 
@@ -82,7 +82,7 @@ class Screen:
             sys.exit(f"the {role} {name!r} cannot be pressed; its actions are {actions}")
 
     def nameless(self):
-        """How many controls there are, and those that a person could reach and not be told what they are."""
+        """The number of controls, and those that can be reached but have no name or role."""
         bad, controls = [], 0
         for node in self.showing():
             try:

@@ -16,8 +16,12 @@
 #include <string>
 #include <vector>
 
+#include "qt/components/appearance_item.h"
+#include "support/client.h"
+
 extern void qml_register_types_Fleetor();
 
+namespace fleetor {
 namespace {
 
 /// Relative luminance of an sRGB colour, 0 (black) to 1 (white), as WCAG 2 defines it.
@@ -37,13 +41,14 @@ QColor over(const QColor& top, const QColor& ground) {
                           mix(top.blueF(), ground.blueF()));
 }
 
-/// The texts of the look and what they are written on.
+/// The texts of the theme and what they are written on.
 const std::map<std::string, std::vector<std::string>> grounds{
     {"text", {"background", "raised", "well", "pressed", "field", "mapLabel", "mapGround"}},
     {"secondaryText", {"background", "raised", "well", "pressed", "field"}},
     {"accent", {"background", "raised", "well", "pressed"}},
     {"accentText", {"accent", "accentPressed"}},
     {"tabSelected", {"bar", "tabPlate"}},
+    {"brand", {"bar"}},
     {"menuText", {"menu"}},
     {"toastText", {"toast"}},
 };
@@ -51,19 +56,23 @@ const std::map<std::string, std::vector<std::string>> grounds{
 /// What no text is written in or on.
 const std::set<std::string> lines{"separator", "fieldBorder", "focusRing", "dim", "mapGrid", "mapShade"};
 
-/// White on the bars' colour is the product's own look: 1.9 to 1.
-const std::set<std::string> given{"barText"};
+/// White on the bars' colour is prescribed: 1.9 to 1.
+const std::set<std::string> given{"barButton", "barTitle", "tabTitle"};
 
-/// The look, light and dark.
+/// The theme, light and dark, with the bars as the program sets them.
 class Contrast : public testing::TestWithParam<bool> {
  protected:
   void SetUp() override {
+    client_.start();
+    ASSERT_TRUE(client_.open(0)) << "the tabs have their colours from then on";
     qml_register_types_Fleetor();
     engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
     holder_ = made("QtObject { property QtObject theme: Theme }");
     ASSERT_TRUE(holder_);
     theme_ = holder_->property("theme").value<QObject*>();
     ASSERT_TRUE(theme_);
+    theme_->setProperty("appearance",
+                        QVariant::fromValue(adapters_.itemFor<AppearanceItem>(&client_.appearance)));
     theme_->setProperty("forceDark", GetParam());
     ASSERT_EQ(theme_->property("dark").toBool(), GetParam());
   }
@@ -81,6 +90,8 @@ class Contrast : public testing::TestWithParam<bool> {
   QObject* theme_ = nullptr;
 
  private:
+  test::Client client_;
+  Adapters adapters_{client_.environment};
   QQmlEngine engine_;
   std::unique_ptr<QObject> holder_;
 };
@@ -99,11 +110,11 @@ TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForEveryText) {
     }
   }
 
-  const QMetaObject& look = *theme_->metaObject();
-  for (int i = 0; i < look.propertyCount(); ++i) {
-    const QMetaProperty property = look.property(i);
+  const QMetaObject& theme = *theme_->metaObject();
+  for (int i = 0; i < theme.propertyCount(); ++i) {
+    const QMetaProperty property = theme.property(i);
     if (property.metaType() != QMetaType::fromType<QColor>()) continue;
-    EXPECT_TRUE(known.contains(property.name())) << property.name() << " is not looked at";
+    EXPECT_TRUE(known.contains(property.name())) << property.name() << " is not checked";
   }
 }
 
@@ -135,6 +146,7 @@ INSTANTIATE_TEST_SUITE_P(Appearance, Contrast, testing::Bool(),
                          [](const auto& one) { return one.param ? "dark" : "light"; });
 
 }  // namespace
+}  // namespace fleetor
 
 int main(int argc, char** argv) {
   QGuiApplication application(argc, argv);

@@ -9,24 +9,13 @@ namespace {
 class DatePicker : public WindowTest {
  protected:
   std::vector<QQuickItem*> days() {
-    std::vector<QQuickItem*> found;
-    collect(
-        window().contentItem(),
-        [](QQuickItem& item) { return item.property("inMonth").toBool() && item.isEnabled(); }, found);
-    return found;
-  }
-
-  void openVehicle() {
-    signIn();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("count").toInt() == 21; }));
-    rest();
-    QTest::mouseClick(&window(), Qt::LeftButton, {}, {150, 100});
+    return find([](QQuickItem& item) { return item.property("inMonth").toBool() && item.isEnabled(); });
   }
 
   bool isInSight() {
     auto controls = days();
     for (const char* name : {"Cancel", "Done", "Previous year", "Next month"})
-      for (QQuickItem* control : items("label", QString::fromUtf8(name)))
+      for (QQuickItem* control : items("label", name))
         controls.push_back(control);
     const QRectF whole(QPointF(), window().size());
     return std::ranges::all_of(controls, [&](const QQuickItem* control) {
@@ -45,6 +34,7 @@ class DatePicker : public WindowTest {
 
 TEST_F(DatePicker, OpensAtTheChosenDayWhichTheArrowsMove) {
   open(Idiom::phone, {390, 844});
+  signIn();
   openVehicle();
   click("Choose date");
   ASSERT_TRUE(QTest::qWaitFor([&] { return !chosen().isEmpty(); }));
@@ -69,15 +59,16 @@ TEST_F(DatePicker, OpensAtTheChosenDayWhichTheArrowsMove) {
 
 TEST_F(DatePicker, IsBesideItsButtonOnATablet) {
   open(Idiom::pad, {1024, 768});
+  signIn();
   openVehicle();
   click("Choose date");
   ASSERT_TRUE(QTest::qWaitFor([&] { return !days().empty(); }));
-  const QQuickItem* const button = items("label", QStringLiteral("Choose date")).front();
+  const QQuickItem* const button = items("label", "Choose date").front();
   for (const QSize size : {QSize(1024, 768), QSize(1200, 600)}) {
     window().resize(size);
     EXPECT_TRUE(QTest::qWaitFor([&] {
       const QRectF at = button->mapRectToScene(button->boundingRect());
-      const QQuickItem* const done = items("label", QStringLiteral("Done")).front();
+      const QQuickItem* const done = items("label", "Done").front();
       const QPointF nearest = done->mapToScene({done->width() / 2, 0});
       return at.right() == size.width() - 4 && nearest.y() > at.bottom() && nearest.y() < at.bottom() + 40 &&
              std::abs(nearest.x() - at.center().x()) < 48 && isInSight();

@@ -14,7 +14,7 @@ namespace {
 
 class DocumentTest : public WindowTest {
  protected:
-  /// What assistive technology is told of the item that has the keys.
+  /// What assistive technology sees of the item with the keyboard focus.
   QAccessibleInterface* focused() {
     return QAccessible::queryAccessibleInterface(window().activeFocusItem());
   }
@@ -37,7 +37,7 @@ class DocumentTest : public WindowTest {
     return links;
   }
 
-  /// Goes through the links by Tab and opens each in every way that there is; what was opened by all of them.
+  /// Moves through the links by Tab and opens each one in every possible way; returns what was opened.
   std::vector<std::string> openedOnTheWay() {
     const QQuickItem& page = *window().activeFocusItem();
     const QRectF sight = page.mapRectToScene(page.boundingRect());
@@ -93,7 +93,7 @@ TEST_F(DocumentTest, ItsLinksAreReachedByKeyInReadingOrderAndOpenByKeyTapAndAssi
   EXPECT_GT(links.size(), 5u);
   EXPECT_EQ(openedOnTheWay(), links);
 
-  const QQuickItem* const page = items("label", QStringLiteral("About")).back();
+  const QQuickItem* const page = items("label", "About").back();
   const double before = page->property("contentY").toDouble();
   drag({160, 200}, {160, 400});
   EXPECT_LT(page->property("contentY").toDouble(), before - 100);

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractItemModelTester>
 #include <QCoreApplication>
 #include <QProcess>
 #include <QQmlApplicationEngine>
@@ -15,10 +16,7 @@
 #include <memory>
 #include <utility>
 
-#include "support/fake_device.h"
-#include "support/virtual_queues.h"
-#include "ui/appearance.h"
-#include "ui/notification_center.h"
+#include "ui/ui_world.h"
 
 void qml_register_types_Fleetor();
 
@@ -27,6 +25,7 @@ namespace {
 
 struct ManyRows : TableViewDataSource, TableViewDelegate {
   int rows = 10'000;
+  int longRow = -1;
   std::map<int, int> asked;
 
   int tableViewNumberOfRowsInSection(TableView&, int) override { return rows; }
@@ -34,7 +33,10 @@ struct ManyRows : TableViewDataSource, TableViewDelegate {
   std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& table, IndexPath path) override {
     ++asked[path.row];
     auto cell = table.dequeueReusableCellWithIdentifier("InfoCell");
-    cell->textLabel().setText("row " + std::to_string(path.row));
+    std::string text = "row " + std::to_string(path.row);
+    while (path.row == longRow && text.size() < 100)
+      text += " and on";
+    cell->textLabel().setText(text);
     return cell;
   }
 };
@@ -62,7 +64,7 @@ class TableInWindow : public testing::Test {
     ASSERT_TRUE(waitForRows());
   }
 
-  /// The rows that are asked for by a reload, or by what is done after it.
+  /// Waits for the rows that a reload, or what follows it, asks for.
   bool waitForRows() {
     return QTest::qWaitFor([this] { return source.asked.size() >= 10; });
   }
@@ -71,7 +73,7 @@ class TableInWindow : public testing::Test {
     source.asked.clear();
     table.reloadData();
   }
-  /// Until everything has been asked for: three frames, where there are any.
+  /// Waits until everything has been asked for: three frames, if the window draws any.
   void letFramesPass() {
     for (int i = 0; i < 3; ++i) {
       QSignalSpy drawn(&window, &QQuickWindow::frameSwapped);
@@ -82,13 +84,11 @@ class TableInWindow : public testing::Test {
   }
 
   ManyRows source;
-  test::VirtualQueues queues;
-  test::FakeDevice device;
-  NotificationCenter center;
-  Appearance appearance;
-  Environment environment{queues, device, queues, center, appearance};
-  TableView table{environment};
-  Adapters adapters{environment};
+  test::World world;
+  TableView table{world.environment};
+  Adapters adapters{world.environment};
+  QAbstractItemModelTester tester{adapters.itemFor<TableItem>(&table)->model(),
+                                  QAbstractItemModelTester::FailureReportingMode::Fatal};
   QQmlApplicationEngine engine;
   QQuickWindow window;
   std::unique_ptr<QObject> made;
@@ -138,7 +138,7 @@ TEST_F(TableInWindow, AReloadOfTenThousandRowsKeepsItsPlaceAndTouchesOnlyWhatIsO
 
   EXPECT_EQ(list->property("contentY").toDouble(), place);
   EXPECT_EQ(list->property("count").toInt(), 10'020);
-  EXPECT_GE(source.asked.size(), 10u) << "what is on screen must look again";
+  EXPECT_GE(source.asked.size(), 10u) << "the rows in view are read again";
   EXPECT_LE(source.asked.size(), 12u);
   for (const auto& [row, times] : source.asked) {
     EXPECT_EQ(times, 1) << "row " << row;
@@ -151,6 +151,21 @@ TEST_F(TableInWindow, AReloadOfTenThousandRowsKeepsItsPlaceAndTouchesOnlyWhatIsO
   EXPECT_EQ(list->property("count").toInt(), 3);
   const double hidden = list->property("contentY").toDouble() - list->property("originY").toDouble();
   EXPECT_LT(hidden, 68) << "what is left must be in sight";
+}
+
+TEST_F(TableInWindow, ARowGrowsForAValueThatDoesNotFit) {
+  source.longRow = 2;
+  source.rows = 4;
+  reload();
+  letFramesPass();
+  const auto height = [this](int row) {
+    QQuickItem* item = nullptr;
+    QMetaObject::invokeMethod(list, "itemAtIndex", Q_RETURN_ARG(QQuickItem*, item), Q_ARG(int, row));
+    return item ? item->height() : 0;
+  };
+  EXPECT_EQ(height(1), 68);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return height(2) > 68; })) << height(2);
+  EXPECT_EQ(height(3), 68);
 }
 
 }  // namespace

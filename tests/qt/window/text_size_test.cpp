@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "qt/components/person.h"
+#include "qt/components/user_preferences.h"
 #include "window_test.h"
 
 namespace fleetor {
@@ -23,12 +23,12 @@ struct Reader {
   const char* language;
 };
 
-/// On the smallest phone, in the person's language and with text of the size that the person has chosen.
+/// The smallest phone, in one language and with text of one size.
 class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reader> {
  protected:
   void SetUp() override {
     QFont font = before_;
-    font.setPointSizeF(Person::normalPoints * GetParam().perCent / 100);
+    font.setPointSizeF(UserPreferences::normalPoints * GetParam().perCent / 100);
     QGuiApplication::setFont(font);
     WindowTest::SetUp();
   }
@@ -37,7 +37,7 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
     QGuiApplication::setFont(before_);
   }
 
-  /// What of the item is in sight, in the window.
+  /// The visible part of the item, in the window.
   QRectF shown(const QQuickItem& item) {
     QRectF place = item.mapRectToScene(item.boundingRect());
     for (const QQuickItem* around = item.parentItem(); around; around = around->parentItem())
@@ -45,19 +45,13 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
     return place;
   }
 
-  /// The texts in sight that do not show all they have to say: cut off with dots, reaching over the edge or
-  /// into one another.
+  /// The texts in view that are elided, overlap others or reach over the edge of the window.
   std::vector<std::string> cutTexts() {
     rest();
-    std::vector<QQuickItem*> texts;
-    collect(
-        window().contentItem(),
-        [](QQuickItem& item) {
-          // What is disabled lies beneath a question, or beside the menu.
-          return item.inherits("QQuickText") && item.isEnabled() &&
-                 !item.property("text").toString().isEmpty();
-        },
-        texts);
+    // Disabled items are below an alert or beside the menu.
+    const auto texts = find([](QQuickItem& item) {
+      return item.inherits("QQuickText") && item.isEnabled() && !item.property("text").toString().isEmpty();
+    });
     EXPECT_FALSE(texts.empty());
     std::vector<std::string> cut;
     std::vector<QRectF> places;
@@ -79,13 +73,13 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
   std::set<int> tabSizes() {
     std::set<int> sizes;
     for (const char* tab : {"Info", "Live", "Map", "Trips", "About|vehicle"})
-      for (const QQuickItem* text : items("text", QString::fromUtf8(word(tab))))
+      for (const QQuickItem* text : items("text", word(tab)))
         sizes.insert(
             text->property("fontInfo").value<QJSValue>().property(QStringLiteral("pixelSize")).toInt());
     return sizes;
   }
 
-  /// The person's word for it.
+  /// The translation of that text.
   const char* word(const char* english) {
     QFile table(QStringLiteral(":/languages/%1.json").arg(QLatin1String(GetParam().language)));
     QByteArray& said = said_[english] = QByteArray(english).split('|').front();
@@ -95,9 +89,6 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
   }
 
   void toTheEnd() { QMetaObject::invokeMethod(list(), "positionViewAtEnd"); }
-  bool waitForRows(int count) {
-    return QTest::qWaitFor([&] { return list() && list()->property("count").toInt() >= count; }, 60'000);
-  }
 
  private:
   std::map<std::string, QByteArray> said_;
@@ -126,8 +117,7 @@ TEST_P(TextSizeTest, IsNeverCutOff) {
   ASSERT_TRUE(waitFor("label", word("Done")));
   EXPECT_THAT(cutTexts(), IsEmpty()) << "date picker";
   click(word("Cancel"));
-  ASSERT_TRUE(QTest::qWaitFor([&] { return items("label", QString::fromUtf8(word("Done"))).empty(); }))
-      << "until then the picker has every tap";
+  ASSERT_TRUE(waitForNone("label", word("Done"))) << "until then the picker has every tap";
   ASSERT_TRUE(waitForRows(1)) << "there are no more early in the day";
   EXPECT_THAT(cutTexts(), IsEmpty()) << "trips";
   click(word("About|vehicle"));
@@ -166,8 +156,7 @@ TEST_P(TabletTextSizeTest, IsNotCutOffBetweenTheButtonsOverTheList) {
 
 INSTANTIATE_TEST_SUITE_P(Reader, TabletTextSizeTest, testing::Values(Reader{200, "de"}));
 
-// The size, and words that are long where there is little room: a picker's, a button's, two buttons'
-// together.
+// Languages with long words in the date picker and on buttons.
 INSTANTIATE_TEST_SUITE_P(Readers, TextSizeTest,
                          testing::Values(Reader{100, "de"}, Reader{200, "fr"}, Reader{200, "de"}),
                          [](const auto& reader) {

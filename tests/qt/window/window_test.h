@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <QGuiApplication>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
 #include <QProcess>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -18,14 +20,15 @@
 
 namespace fleetor {
 
-/// The client in its window, signed out, against a demo service of its own.
+/// The client in its window, signed out, against a separate demo service.
 class WindowTest : public testing::Test {
  protected:
   void SetUp() override {
     complaints().clear();
     before_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
       std::fputs(qPrintable(message + u'\n'), stderr);
-      if (message.contains(QStringLiteral(".qml:"))) complaints() += message.toStdString() + '\n';
+      static const QRegularExpression complaint(QStringLiteral("[.]qml:|has no outlet"));
+      if (message.contains(complaint)) complaints() += message.toStdString() + '\n';
     });
     service_.setProcessChannelMode(QProcess::MergedChannels);
     service_.start(QStringLiteral(DEMO_SERVICE), {QStringLiteral("--port"), QStringLiteral("0")});
@@ -43,7 +46,7 @@ class WindowTest : public testing::Test {
     service_.kill();
     service_.waitForFinished();
     qInstallMessageHandler(before_);
-    EXPECT_EQ(complaints(), "") << "what QML could not evaluate";
+    EXPECT_EQ(complaints(), "") << "warnings about QML";
   }
 
   void open(Idiom idiom, QSize size, const char* language = "en", bool dark = false) {
@@ -68,11 +71,22 @@ class WindowTest : public testing::Test {
 
   void follow(const DesktopLook& look) { client_->mainWindow().followDesktop(look); }
 
+  /// Adds that fault to the demo service's.
+  void spoil(const std::string& fault) {
+    QNetworkAccessManager network;
+    QNetworkRequest request(QUrl(QString::fromStdString(address_ + "/control/faults")));
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArray("application/json"));
+    const std::unique_ptr<QNetworkReply> reply(
+        network.post(request, QByteArray::fromStdString('"' + fault + '"')));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return reply->isFinished(); }));
+    ASSERT_EQ(reply->error(), QNetworkReply::NoError) << reply->readAll().toStdString();
+  }
+
   test::MemoryKeyStore& keyStore() { return *keyStore_; }
 
   QQuickWindow& window() { return client_->mainWindow().window(); }
 
-  /// Waits until nothing moves any more.
+  /// Waits until nothing moves.
   void rest() { EXPECT_TRUE(comesToRest(window())); }
 
   using Match = std::function<bool(QQuickItem&)>;
@@ -84,26 +98,33 @@ class WindowTest : public testing::Test {
       collect(child, match, found);
   }
 
-  std::vector<QQuickItem*> items(const char* property, const QString& value) {
+  /// The items in view that match, in drawing order.
+  std::vector<QQuickItem*> find(const Match& match) {
     std::vector<QQuickItem*> found;
-    collect(
-        window().contentItem(), [&](QQuickItem& item) { return item.property(property).toString() == value; },
-        found);
+    collect(window().contentItem(), match, found);
     return found;
   }
-
-  bool waitFor(const char* property, const char* value) {
-    return QTest::qWaitFor([&] { return !items(property, QString::fromUtf8(value)).empty(); }, 10'000);
+  std::vector<QQuickItem*> items(const char* property, const char* value) {
+    return find(
+        [&](QQuickItem& item) { return item.property(property).toString() == QString::fromUtf8(value); });
   }
 
-  /// Waits for what carries that label, and for it to rest where it is.
+  bool shows(const char* property, const char* value) { return !items(property, value).empty(); }
+  bool waitFor(const char* property, const char* value) {
+    return QTest::qWaitFor([&] { return shows(property, value); }, 10'000);
+  }
+  bool waitForNone(const char* property, const char* value) {
+    return QTest::qWaitFor([&] { return !shows(property, value); }, 10'000);
+  }
+
+  /// Waits for the item with that label, and until it no longer moves.
   QQuickItem* labelled(const char* label) {
     if (!waitFor("label", label)) {
       ADD_FAILURE() << "nothing is called \"" << label << "\"";
       return nullptr;
     }
     rest();
-    const auto found = items("label", QString::fromUtf8(label));
+    const auto found = items("label", label);
     return found.empty() ? nullptr : found.back();
   }
 
@@ -146,39 +167,34 @@ class WindowTest : public testing::Test {
     ASSERT_TRUE(waitFor("title", list));
   }
 
-  /// What is read out for the row of that caption.
-  QString reading(const char* caption) {
-    std::vector<QQuickItem*> found;
-    collect(
-        window().contentItem(),
-        [&](QQuickItem& item) {
-          return item.property("spoken").toString().startsWith(QString::fromUtf8(caption) +
-                                                               QStringLiteral(": "));
-        },
-        found);
-    return found.empty() ? QString() : found.back()->property("spoken").toString();
+  /// From the list to the readings of its first vehicle.
+  void openVehicle(const char* reading = "Odometer") {
+    ASSERT_TRUE(waitForRows(21));
+    rest();
+    QTest::mouseClick(&window(), Qt::LeftButton, {}, {150, 100});
+    ASSERT_TRUE(waitFor("text", reading));
+    rest();
   }
 
   bool isChecked(const char* tab) {
-    const auto found = items("label", QString::fromUtf8(tab));
+    const auto found = items("label", tab);
     return !found.empty() && found.back()->property("checked").toBool();
   }
 
+  /// Waits until the vehicle shows that page alone.
+  bool showsPage(const char* tab) {
+    return QTest::qWaitFor([&] { return isChecked(tab) && items("wasSeen", "true").size() == 1; });
+  }
+
   QQuickItem* list() {
-    std::vector<QQuickItem*> found;
-    collect(
-        window().contentItem(),
-        [](QQuickItem& item) { return item.property("table").isValid() && item.property("count").isValid(); },
-        found);
+    const auto found = find([](QQuickItem& item) {
+      return item.property("table").isValid() && item.property("count").isValid();
+    });
     return found.empty() ? nullptr : found.back();
   }
 
-  int linesBetweenRows() {
-    std::vector<QQuickItem*> found;
-    collect(
-        list(), [](QQuickItem& item) { return item.height() == 1 && item.property("color").isValid(); },
-        found);
-    return static_cast<int>(found.size());
+  bool waitForRows(int least) {
+    return QTest::qWaitFor([&] { return list() && list()->property("count").toInt() >= least; }, 60'000);
   }
 
  private:

@@ -1,4 +1,4 @@
-#include "qt/components/person.h"
+#include "qt/components/user_preferences.h"
 
 #include <QEvent>
 #include <QFont>
@@ -9,27 +9,27 @@
 
 namespace fleetor {
 
-Person::Person(QObject* parent) : QObject(parent) {
+UserPreferences::UserPreferences(QObject* parent) : QObject(parent) {
   qGuiApp->installEventFilter(this);
 }
 
-double Person::textScale() const {
+double UserPreferences::textScale() const {
   const double ofFont = QFontInfo(QGuiApplication::font()).pointSizeF() / normalPoints;
   return std::clamp(std::max(ofFont, 1.0) * desktop_.textScale, 1.0, 2.0);
 }
 
-QVariant Person::wantsDark() const {
+QVariant UserPreferences::wantsDark() const {
   return desktop_.dark ? QVariant(*desktop_.dark) : QVariant();
 }
 
-void Person::followDesktop(const DesktopLook& look) {
+void UserPreferences::followDesktop(const DesktopLook& look) {
   const DesktopLook before = std::exchange(desktop_, look);
   if (before.dark != look.dark) Q_EMIT wantsDarkChanged();
   if (before.textScale != look.textScale) Q_EMIT textScaleChanged();
   if (before.animations != look.animations) Q_EMIT wantsMotionChanged();
 }
 
-bool Person::eventFilter(QObject* target, QEvent* event) {
+bool UserPreferences::eventFilter(QObject* target, QEvent* event) {
   bool keys = usesKeys_;
   switch (event->type()) {
     case QEvent::KeyPress:

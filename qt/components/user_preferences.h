@@ -8,10 +8,9 @@
 
 namespace fleetor {
 
-/// What the look has to know of the person in front of it: whether keys are in use, so that a ring tells
-/// where they go, how large text has to be, whether it is to be dark, and whether anything is to move. One
-/// for each QML engine, main thread only.
-class Person : public QObject {
+/// How the user wants the window: with marks for the keyboard focus while keys are in use, text of some size,
+/// dark or light, with animations or without. One for each QML engine, main thread only.
+class UserPreferences : public QObject {
   Q_OBJECT
   QML_ELEMENT
   QML_SINGLETON
@@ -24,11 +23,11 @@ class Person : public QObject {
   /// The size, in points, of an application font that asks for text at its normal size.
   static constexpr double normalPoints = 10;
 
-  explicit Person(QObject* parent = nullptr);
+  explicit UserPreferences(QObject* parent = nullptr);
 
   bool usesKeys() const { return usesKeys_; }  ///< the last input was a key, not a finger or a mouse
   double textScale() const;                    ///< 1 (normal) to 2, by the application's font and the desktop
-  QVariant wantsDark() const;                  ///< true or false; undefined: the palette tells
+  QVariant wantsDark() const;                  ///< true or false; undefined: as the palette is
   bool wantsMotion() const { return desktop_.animations; }
 
   void followDesktop(const DesktopLook& look);
