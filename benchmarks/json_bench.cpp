@@ -207,7 +207,7 @@ long statusLine(const char* name) {
   return 0;
 }
 
-/// In a child of its own: the highest resident memory while reading one body, without what was there before.
+/// Reads one body in a child process: its highest resident memory, less what was there before.
 double extraMemoryOf(const Contestant& contestant, int points) {
   int ends[2];
   if (pipe(ends) != 0) return 0;

@@ -70,7 +70,7 @@ double kilobytes(const char* field) {
   return 0;
 }
 
-/// Everything that a map needs of the client, in a window of its own; without a service there are no tiles.
+/// Everything that a map needs of the client, in a separate window; without a service there are no tiles.
 struct Stage {
   explicit Stage(const QString& service)
       : tiles(

@@ -1,6 +1,6 @@
 // From the start of the process to the launch screen's first frame and to the first row of vehicles, and the
 // memory held with the list open: the client beside an empty Qt Quick window. Each figure comes from a
-// process of its own; the two kinds take turns. Needs a display, and the demo service beside this program's
+// separate process; the two kinds take turns. Needs a display, and the demo service beside this program's
 // folder.
 
 #include <QElapsedTimer>

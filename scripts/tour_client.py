@@ -65,7 +65,7 @@ PROGRESS = Progress()
 
 
 class Demo:
-    """The demo service, at a time of this day of its own; it can go away and come back, keeping its sign-ins."""
+    """The demo service, at its own time of this day; it can go away and come back, keeping its sign-ins."""
 
     def __init__(self, port=PORT):
         self.wanted_port = port
@@ -130,8 +130,8 @@ class Demo:
 
 
 class Client:
-    """One running client, its window at a place of its own on the display. Several run side by side here: each has a
-    folder of its own for what tells a second start of the first."""
+    """One running client, its window at a separate place on the display. Several run side by side here: each has a
+    private folder for what the second start reports to the first."""
 
     def __init__(self, prefix, *options, at=(0, 0), empty_cache=False, within=(), environment=None):
         """`within` is a command that runs the client's, for instance under a limit."""
