@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <span>
 
@@ -11,12 +12,12 @@ namespace fleetor::demo {
 // 0xrrggbb.
 using Colour = std::uint32_t;
 
-constexpr Colour mixed(Colour a, Colour b, double t) {
+inline Colour mixed(Colour a, Colour b, double t) {
   Colour result = 0;
   for (const int shift : {0, 8, 16}) {
     const double from = (a >> shift) & 0xff;
     const double to = (b >> shift) & 0xff;
-    result |= static_cast<Colour>(from + (to - from) * t + 0.5) << shift;
+    result |= static_cast<Colour>(std::lround(from + (to - from) * t)) << shift;
   }
   return result;
 }

@@ -3,6 +3,7 @@
 #include <iconv.h>
 
 #include <algorithm>
+#include <cstdint>
 
 #include "demo/service/answers.h"
 
@@ -15,7 +16,7 @@ constexpr std::string_view endpoints[] = {"token", "logout", "vehicles", "live",
 // Nothing when there is no such character set. What it lacks becomes a similar character or a question mark.
 std::optional<std::string> encoded(std::string utf8, const std::string& charset) {
   const iconv_t converter = iconv_open((charset + "//TRANSLIT").c_str(), "UTF-8");
-  if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
+  if (reinterpret_cast<std::intptr_t>(converter) == -1) return std::nullopt;
   std::string result(4 * utf8.size() + 16, '\0');
   char* from = utf8.data();
   char* to = result.data();

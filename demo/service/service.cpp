@@ -97,7 +97,7 @@ ServiceReply Service::signIn(const httplib::Request& request) {
   if (!request.get_header_value("Content-Type").starts_with("application/x-www-form-urlencoded"))
     return failed(400, "Send a form (application/x-www-form-urlencoded)");
   for (const std::string name : {"username", "password", "uid"})
-    if (!request.has_param(name.c_str())) return failed(400, "Parameter \"" + name + "\" is missing");
+    if (!request.has_param(name)) return failed(400, "Parameter \"" + name + "\" is missing");
   const std::string user = request.get_param_value("username");
   const auto account = std::ranges::find(accounts_, user, &Account::user);
   if (account == accounts_.end() || user != request.get_param_value("password"))

@@ -59,7 +59,7 @@ int MapMarkerModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant MapMarkerModel::data(const QModelIndex& index, int role) const {
-  if (role != Qt::UserRole || index.row() >= rowCount()) return {};
+  if (role != Qt::UserRole || !checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
   return QVariant::fromValue(items_[static_cast<std::size_t>(index.row())].data());
 }
 

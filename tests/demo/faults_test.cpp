@@ -79,13 +79,13 @@ TEST_F(DemoFaults, LeaveRequestsUnansweredWhileOthersAreServedUntilTheServiceSto
   auto hung = std::make_unique<RunningService>();
   hung->signIn();
   hung->addFault("live=hang");
-  std::vector<std::future<bool>> answered;
-  for (int i = 0; i < 30; ++i)
-    answered.push_back(std::async(std::launch::async, [port = hung->port, token = hung->token] {
+  std::vector<std::future<bool>> answered(30);
+  for (auto& each : answered)
+    each = std::async(std::launch::async, [port = hung->port, token = hung->token] {
       httplib::Client client("127.0.0.1", port);
       client.set_read_timeout(std::chrono::minutes(5));
       return static_cast<bool>(client.Get("/live?vehid=1001", RunningService::bearer(token)));
-    }));
+    });
   while (hung->get("/control/requests").json["count"] < 31)
     std::this_thread::yield();
   EXPECT_EQ(hung->get("/vehicles").status, 200);

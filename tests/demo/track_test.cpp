@@ -113,7 +113,7 @@ TEST_F(DemoTrack, FitsTheInstrumentsAllTheWay) {
   Json last = liveAt(1001, begin);
   std::set<bool> moving;
   int fillings = 0;
-  for (Instant now = begin; now < begin + 4 * 86400; now += 971) {
+  for (Instant now = begin; now < begin + Instant{4} * 86400; now += 971) {
     const Json live = liveAt(1001, now);
     const Json later = liveAt(1001, now + 2);
     const double speed = numberOf(live, "speed");

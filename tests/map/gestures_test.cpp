@@ -72,24 +72,24 @@ TEST_F(MapGesturesTest, RecognisesTapsByTheirTimePlaceAndNumberOfFingers) {
   struct Case {
     const char* name;
     std::vector<Tap> script;
-    int taps;
     double levels;
+    int taps;
     MapGestures::Pointer pointer = finger;
   };
   const Case cases[] = {
-      {"one", {{}}, 1, 0},
+      {"one", {{}}, 0, 1},
       {"long", {{.hold = 0.4}}, 0, 0},
       {"double", {{}, {.pause = 0.2}}, 1, 1},
-      {"slow double", {{}, {.pause = 0.6}}, 2, 0},
+      {"slow double", {{}, {.pause = 0.6}}, 0, 2},
       {"close", {{}, {.pause = 0.1, .beside = 39}}, 1, 1},
-      {"apart", {{}, {.pause = 0.1, .beside = 41}}, 2, 0},
+      {"apart", {{}, {.pause = 0.1, .beside = 41}}, 0, 2},
       {"two doubles", {{}, {.pause = 0.1}, {.pause = 0.1}, {.pause = 0.1}}, 2, 2},
-      {"double after a long one", {{}, {.pause = 0.1, .hold = 0.4}, {.pause = 0.1}}, 2, 0},
-      {"two fingers", {{.fingers = 2}}, 0, -1},
+      {"double after a long one", {{}, {.pause = 0.1, .hold = 0.4}, {.pause = 0.1}}, 0, 2},
+      {"two fingers", {{.fingers = 2}}, -1, 0},
       {"three fingers", {{.fingers = 3}}, 0, 0},
-      {"finger strays a little", {{.stray = 7}}, 1, 0},
+      {"finger strays a little", {{.stray = 7}}, 0, 1},
       {"finger drags", {{.stray = 9}}, 0, 0},
-      {"mouse strays a little", {{.stray = 3}}, 1, 0, mouse},
+      {"mouse strays a little", {{.stray = 3}}, 0, 1, mouse},
       {"mouse drags", {{.stray = 5}}, 0, 0, mouse},
   };
   for (const Case& c : cases) {

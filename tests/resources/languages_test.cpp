@@ -33,7 +33,7 @@ std::map<QString, QJsonObject> tables() {
 QJsonArray untranslated() {
   QJsonParseError error;
   const QByteArray list = contentOf(QStringLiteral(SOURCES "/resources/untranslated.json")).toUtf8();
-  const QJsonArray texts = QJsonDocument::fromJson(list, &error).array();
+  QJsonArray texts = QJsonDocument::fromJson(list, &error).array();
   EXPECT_EQ(error.error, QJsonParseError::NoError) << "resources/untranslated.json";
   return texts;
 }
@@ -63,7 +63,7 @@ TEST(Languages, HaveTheSameTextsWithTheirPlaceholdersButForTheListedOnes) {
   ASSERT_GE(all.size(), 11u);
   const QJsonArray listed = untranslated();
   std::map<QString, std::size_t> keys;
-  for (const QJsonValue& key : listed)
+  for (const auto& key : listed)
     keys[key.toString()] = 0;
   for (const auto& [language, table] : all)
     for (const QString& key : table.keys())

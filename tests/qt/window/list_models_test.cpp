@@ -54,9 +54,8 @@ TEST_F(ListModels, OfScreensFollowTheContainer) {
   }
   ScreenListModel model(adapters_);
   expectToFollow(model, items, [&](const std::vector<std::size_t>& places) {
-    std::vector<std::shared_ptr<ViewController>> wanted;
-    for (const std::size_t place : places)
-      wanted.push_back(screens[place]);
+    std::vector<std::shared_ptr<ViewController>> wanted(places.size());
+    std::ranges::transform(places, wanted.begin(), [&](std::size_t place) { return screens[place]; });
     model.update(wanted);
   });
 }
