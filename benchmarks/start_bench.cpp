@@ -27,9 +27,9 @@
 #include "qt/device/file_settings.h"
 #include "service/api.h"
 #include "support/memory_stores.h"
-#include "ui/navigation_controller.h"
-#include "ui/sw_reveal_view_controller.h"
-#include "ui/table_view.h"
+#include "ui/containers/navigation_controller.h"
+#include "ui/containers/sw_reveal_view_controller.h"
+#include "ui/table/table_view.h"
 
 namespace {
 

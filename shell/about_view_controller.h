@@ -3,7 +3,7 @@
 #include <string>
 
 #include "shell/sheet_page.h"
-#include "ui/web_view.h"
+#include "ui/controls/web_view.h"
 
 namespace fleetor {
 

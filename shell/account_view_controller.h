@@ -4,7 +4,7 @@
 
 #include "service/envelopes.h"
 #include "shell/sheet_page.h"
-#include "ui/table_view.h"
+#include "ui/table/table_view.h"
 
 namespace fleetor {
 

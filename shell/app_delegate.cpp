@@ -9,8 +9,8 @@
 #include "shell/menu_view_controller.h"
 #include "shell/vehicles_table_view_controller.h"
 #include "ui/appearance.h"
+#include "ui/containers/window.h"
 #include "ui/storyboard.h"
-#include "ui/window.h"
 
 namespace fleetor {
 

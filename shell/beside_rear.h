@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/sw_reveal_view_controller.h"
+#include "ui/containers/sw_reveal_view_controller.h"
 
 namespace fleetor {
 

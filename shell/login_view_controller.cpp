@@ -3,7 +3,7 @@
 #include "service/api.h"
 #include "service/envelopes.h"
 #include "service/session.h"
-#include "ui/window.h"
+#include "ui/containers/window.h"
 
 namespace fleetor {
 

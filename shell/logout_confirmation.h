@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-#include "ui/alert_view.h"
+#include "ui/controls/alert_view.h"
 
 namespace fleetor {
 

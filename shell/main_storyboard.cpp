@@ -12,7 +12,7 @@
 #include "shell/menu_view_controller.h"
 #include "shell/terms_view_controller.h"
 #include "shell/vehicles_table_view_controller.h"
-#include "ui/swipe_tab_bar_controller.h"
+#include "ui/containers/swipe_tab_bar_controller.h"
 #include "vehicle/about_detail_view_controller.h"
 #include "vehicle/info_detail_view_controller.h"
 #include "vehicle/live_detail_view_controller.h"

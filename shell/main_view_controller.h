@@ -2,7 +2,7 @@
 
 #include "platform/settings.h"
 #include "shell/choose_vehicle_table_view_controller.h"
-#include "ui/sw_reveal_view_controller.h"
+#include "ui/containers/sw_reveal_view_controller.h"
 
 namespace fleetor {
 

@@ -3,8 +3,8 @@
 #include "service/api.h"
 #include "shell/base/base_navigation_controller.h"
 #include "shell/logout_confirmation.h"
+#include "ui/containers/sw_reveal_view_controller.h"
 #include "ui/storyboard.h"
-#include "ui/sw_reveal_view_controller.h"
 
 namespace fleetor {
 

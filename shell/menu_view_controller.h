@@ -3,7 +3,7 @@
 #include <string>
 
 #include "shell/base/base_view_controller.h"
-#include "ui/alert_view.h"
+#include "ui/controls/alert_view.h"
 
 namespace fleetor {
 

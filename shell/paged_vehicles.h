@@ -6,7 +6,7 @@
 #include "model/vehicle_records.h"
 #include "service/envelopes.h"
 #include "shell/base/page_view_controller.h"
-#include "ui/table_view.h"
+#include "ui/table/table_view.h"
 
 namespace fleetor {
 

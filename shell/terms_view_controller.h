@@ -4,7 +4,7 @@
 #include <string>
 
 #include "shell/base/base_view_controller.h"
-#include "ui/web_view.h"
+#include "ui/controls/web_view.h"
 
 namespace fleetor {
 

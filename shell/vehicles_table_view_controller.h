@@ -4,7 +4,7 @@
 #include <string>
 
 #include "shell/paged_vehicles.h"
-#include "ui/alert_view.h"
+#include "ui/controls/alert_view.h"
 
 namespace fleetor {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "ui/containers/window.h"
 #include "ui/environment.h"
-#include "ui/window.h"
 
 namespace fleetor {
 

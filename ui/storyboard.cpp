@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/containers/view_controller.h"
 #include "ui/programming_error.h"
-#include "ui/view_controller.h"
 
 namespace fleetor {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "service/envelopes.h"
-#include "ui/map_view.h"
+#include "ui/map/map_view.h"
 
 namespace fleetor {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "ui/table_view.h"
+#include "ui/table/table_view.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {

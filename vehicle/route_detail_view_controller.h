@@ -5,7 +5,7 @@
 #include <string>
 
 #include "service/envelopes.h"
-#include "ui/table_view.h"
+#include "ui/table/table_view.h"
 #include "vehicle/chosen_day.h"
 #include "vehicle/detail_page_view_controller.h"
 

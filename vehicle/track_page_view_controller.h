@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "ui/controls.h"
-#include "ui/map_view.h"
+#include "ui/controls/controls.h"
+#include "ui/map/map_view.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ui/table_view_cell.h"
+#include "ui/table/table_view_cell.h"
 
 namespace fleetor {
 

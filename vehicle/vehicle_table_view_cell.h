@@ -3,7 +3,7 @@
 #include <string>
 
 #include "model/vehicle_records.h"
-#include "ui/table_view_cell.h"
+#include "ui/table/table_view_cell.h"
 
 namespace fleetor {
 

@@ -5,8 +5,8 @@
 
 #include "service/api.h"
 #include "service/envelopes.h"
-#include "ui/action_sheet_date_picker.h"
 #include "ui/appearance.h"
+#include "ui/controls/action_sheet_date_picker.h"
 #include "ui/storyboard.h"
 #include "vehicle/notifications.h"
 

@@ -7,8 +7,8 @@
 #include "platform/clock.h"
 #include "service/session.h"
 #include "shell/base/page_view_controller.h"
-#include "ui/swipe_tab_bar_controller.h"
-#include "ui/tab_bar.h"
+#include "ui/containers/swipe_tab_bar_controller.h"
+#include "ui/containers/tab_bar.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {

@@ -8,7 +8,7 @@
 #include <algorithm>
 
 #include "ui/appearance.h"
-#include "ui/bar_button_item.h"
+#include "ui/containers/bar_button_item.h"
 
 namespace fleetor {
 

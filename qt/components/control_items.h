@@ -8,16 +8,16 @@
 #include <QUrl>
 
 #include "qt/components/adapters.h"
-#include "ui/action_sheet_date_picker.h"
-#include "ui/alert_view.h"
 #include "ui/calendar.h"
-#include "ui/controls.h"
-#include "ui/progress_overlay.h"
-#include "ui/tab_bar.h"
-#include "ui/text_field.h"
-#include "ui/toast.h"
-#include "ui/view.h"
-#include "ui/web_view.h"
+#include "ui/containers/tab_bar.h"
+#include "ui/controls/action_sheet_date_picker.h"
+#include "ui/controls/alert_view.h"
+#include "ui/controls/controls.h"
+#include "ui/controls/progress_overlay.h"
+#include "ui/controls/text_field.h"
+#include "ui/controls/toast.h"
+#include "ui/controls/view.h"
+#include "ui/controls/web_view.h"
 
 namespace fleetor {
 

@@ -7,7 +7,7 @@
 #include <set>
 
 #include "qt/components/adapters.h"
-#include "ui/table_view.h"
+#include "ui/table/table_view.h"
 
 namespace fleetor {
 

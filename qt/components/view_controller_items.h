@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "qt/components/adapters.h"
-#include "ui/navigation_controller.h"
-#include "ui/sw_reveal_view_controller.h"
-#include "ui/swipe_tab_bar_controller.h"
-#include "ui/view_controller.h"
+#include "ui/containers/navigation_controller.h"
+#include "ui/containers/sw_reveal_view_controller.h"
+#include "ui/containers/swipe_tab_bar_controller.h"
+#include "ui/containers/view_controller.h"
 
 namespace fleetor {
 

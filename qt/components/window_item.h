@@ -5,7 +5,7 @@
 #include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/view_controller_items.h"
-#include "ui/window.h"
+#include "ui/containers/window.h"
 
 namespace fleetor {
 

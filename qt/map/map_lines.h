@@ -9,7 +9,7 @@
 
 #include "map/track_line.h"
 #include "platform/queues.h"
-#include "ui/map_view.h"
+#include "ui/map/map_view.h"
 
 namespace fleetor {
 

@@ -10,7 +10,7 @@
 #include "map/marker_stacks.h"
 #include "qt/components/adapters.h"
 #include "qt/map/tile_source.h"
-#include "ui/map_view.h"
+#include "ui/map/map_view.h"
 
 namespace fleetor {
 

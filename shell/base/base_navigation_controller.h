@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-#include "ui/navigation_controller.h"
+#include "ui/containers/navigation_controller.h"
 
 namespace fleetor {
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "ui/navigation_controller.h"
-#include "ui/window.h"
+#include "ui/containers/navigation_controller.h"
+#include "ui/containers/window.h"
 
 namespace fleetor {
 

@@ -5,11 +5,11 @@
 
 #include "platform/queues.h"
 #include "ui/application.h"
-#include "ui/controls.h"
+#include "ui/containers/view_controller.h"
+#include "ui/controls/controls.h"
+#include "ui/controls/text_field.h"
+#include "ui/controls/view.h"
 #include "ui/notification_center.h"
-#include "ui/text_field.h"
-#include "ui/view.h"
-#include "ui/view_controller.h"
 
 namespace fleetor {
 

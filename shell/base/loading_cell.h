@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "ui/table_view.h"
+#include "ui/table/table_view.h"
 
 namespace fleetor {
 

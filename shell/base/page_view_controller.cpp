@@ -1,7 +1,7 @@
 #include "shell/base/page_view_controller.h"
 
-#include "ui/navigation_controller.h"
-#include "ui/sw_reveal_view_controller.h"
+#include "ui/containers/navigation_controller.h"
+#include "ui/containers/sw_reveal_view_controller.h"
 
 namespace fleetor {
 

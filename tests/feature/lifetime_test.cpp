@@ -4,7 +4,7 @@
 
 #include "shell/choose_vehicle_table_view_controller.h"
 #include "support/client.h"
-#include "ui/action_sheet_date_picker.h"
+#include "ui/controls/action_sheet_date_picker.h"
 
 namespace fleetor::test {
 namespace {

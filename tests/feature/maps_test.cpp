@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "support/client.h"
-#include "ui/action_sheet_date_picker.h"
+#include "ui/controls/action_sheet_date_picker.h"
 #include "vehicle/live_detail_view_controller.h"
 #include "vehicle/map_detail_view_controller.h"
 

@@ -23,7 +23,7 @@
 #include "support/scripted_transport.h"
 #include "support/virtual_queues.h"
 #include "ui/appearance.h"
-#include "ui/navigation_controller.h"
+#include "ui/containers/navigation_controller.h"
 #include "vehicle/info_detail_view_controller.h"
 #include "vehicle/vehicle_table_view_cell.h"
 #include "vehicle/vehicle_view_controller.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/view_controller.h"
+#include "ui/containers/view_controller.h"
 
 namespace fleetor::test {
 

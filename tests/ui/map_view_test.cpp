@@ -1,4 +1,4 @@
-#include "ui/map_view.h"
+#include "ui/map/map_view.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "ui/table_view.h"
+#include "ui/table/table_view.h"
 
 #include <gtest/gtest.h>
 

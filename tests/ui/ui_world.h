@@ -9,12 +9,12 @@
 #include "support/virtual_queues.h"
 #include "ui/appearance.h"
 #include "ui/application.h"
-#include "ui/navigation_controller.h"
+#include "ui/containers/navigation_controller.h"
+#include "ui/containers/sw_reveal_view_controller.h"
+#include "ui/containers/swipe_tab_bar_controller.h"
+#include "ui/containers/view_controller.h"
 #include "ui/notification_center.h"
 #include "ui/storyboard.h"
-#include "ui/sw_reveal_view_controller.h"
-#include "ui/swipe_tab_bar_controller.h"
-#include "ui/view_controller.h"
 
 namespace fleetor::test {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "support/client.h"
-#include "ui/action_sheet_date_picker.h"
+#include "ui/controls/action_sheet_date_picker.h"
 #include "vehicle/notifications.h"
 
 namespace fleetor::test {

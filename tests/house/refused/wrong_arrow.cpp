@@ -1,2 +1,2 @@
 #include "service/api.h"
-#include "ui/view_controller.h"  // the request layer knows nothing of screens
+#include "ui/containers/view_controller.h"  // the request layer knows nothing of screens

@@ -7,7 +7,7 @@
 
 #include "qt/components/view_controller_items.h"
 #include "qt/map/map_view_item.h"
-#include "ui/map_annotation.h"
+#include "ui/map/map_annotation.h"
 #include "ui/ui_world.h"
 
 namespace fleetor {

@@ -20,7 +20,7 @@
 #include "support/raw_server.h"
 #include "support/virtual_queues.h"
 #include "ui/appearance.h"
-#include "ui/controls.h"
+#include "ui/controls/controls.h"
 #include "ui/notification_center.h"
 #include "vehicle/live_detail_view_controller.h"
 #include "vehicle/notifications.h"

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "ui/bar_button_item.h"
 #include "ui/component.h"
+#include "ui/containers/bar_button_item.h"
+#include "ui/containers/transition.h"
+#include "ui/controls/view.h"
 #include "ui/environment.h"
-#include "ui/transition.h"
-#include "ui/view.h"
 
 namespace fleetor {
 

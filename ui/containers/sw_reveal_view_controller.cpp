@@ -1,4 +1,4 @@
-#include "ui/sw_reveal_view_controller.h"
+#include "ui/containers/sw_reveal_view_controller.h"
 
 #include <utility>
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "ui/environment.h"
-#include "ui/table_view_cell.h"
+#include "ui/table/table_view_cell.h"
 
 namespace fleetor {
 

@@ -1,4 +1,4 @@
-#include "ui/table_view_cell.h"
+#include "ui/table/table_view_cell.h"
 
 #include <utility>
 

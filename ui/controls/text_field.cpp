@@ -1,10 +1,10 @@
-#include "ui/text_field.h"
+#include "ui/controls/text_field.h"
 
 #include <utility>
 
+#include "ui/containers/transition.h"
+#include "ui/containers/window.h"
 #include "ui/notification_center.h"
-#include "ui/transition.h"
-#include "ui/window.h"
 
 namespace fleetor {
 

@@ -8,8 +8,8 @@
 
 #include "map/camera.h"
 #include "ui/component.h"
-#include "ui/map_annotation.h"
-#include "ui/map_polyline.h"
+#include "ui/map/map_annotation.h"
+#include "ui/map/map_polyline.h"
 
 namespace fleetor {
 

@@ -1,4 +1,4 @@
-#include "ui/window.h"
+#include "ui/containers/window.h"
 
 #include <algorithm>
 #include <utility>

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/controls.h"
+#include "ui/controls/controls.h"
 #include "ui/environment.h"
 
 namespace fleetor {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "ui/view_controller.h"
+#include "ui/containers/view_controller.h"
 
 namespace fleetor {
 

@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "ui/controls.h"
+#include "ui/controls/controls.h"
 
 namespace fleetor {
 

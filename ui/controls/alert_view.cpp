@@ -1,9 +1,9 @@
-#include "ui/alert_view.h"
+#include "ui/controls/alert_view.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "ui/window.h"
+#include "ui/containers/window.h"
 
 namespace fleetor {
 

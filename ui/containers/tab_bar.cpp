@@ -1,4 +1,4 @@
-#include "ui/tab_bar.h"
+#include "ui/containers/tab_bar.h"
 
 #include <utility>
 

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "ui/action_sheet_date_picker.h"
-#include "ui/alert_view.h"
-#include "ui/progress_overlay.h"
-#include "ui/text_field.h"
-#include "ui/toast.h"
-#include "ui/view_controller.h"
+#include "ui/containers/view_controller.h"
+#include "ui/controls/action_sheet_date_picker.h"
+#include "ui/controls/alert_view.h"
+#include "ui/controls/progress_overlay.h"
+#include "ui/controls/text_field.h"
+#include "ui/controls/toast.h"
 
 namespace fleetor {
 

@@ -1,8 +1,8 @@
-#include "ui/action_sheet_date_picker.h"
+#include "ui/controls/action_sheet_date_picker.h"
 
 #include <utility>
 
-#include "ui/window.h"
+#include "ui/containers/window.h"
 
 namespace fleetor {
 

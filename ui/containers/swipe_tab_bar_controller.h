@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "ui/view_controller.h"
+#include "ui/containers/view_controller.h"
 
 namespace fleetor {
 

@@ -1,4 +1,4 @@
-#include "ui/bar_button_item.h"
+#include "ui/containers/bar_button_item.h"
 
 #include <utility>
 

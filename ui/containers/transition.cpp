@@ -1,4 +1,4 @@
-#include "ui/transition.h"
+#include "ui/containers/transition.h"
 
 #include <utility>
 

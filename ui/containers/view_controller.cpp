@@ -1,14 +1,14 @@
-#include "ui/view_controller.h"
+#include "ui/containers/view_controller.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "ui/navigation_controller.h"
+#include "ui/containers/navigation_controller.h"
+#include "ui/containers/sw_reveal_view_controller.h"
+#include "ui/containers/window.h"
 #include "ui/notification_center.h"
 #include "ui/programming_error.h"
 #include "ui/storyboard.h"
-#include "ui/sw_reveal_view_controller.h"
-#include "ui/window.h"
 
 namespace fleetor {
 

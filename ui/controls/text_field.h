@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "ui/bar_button_item.h"
+#include "ui/containers/bar_button_item.h"
 #include "ui/environment.h"
 
 namespace fleetor {

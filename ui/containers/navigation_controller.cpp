@@ -1,4 +1,4 @@
-#include "ui/navigation_controller.h"
+#include "ui/containers/navigation_controller.h"
 
 #include <utility>
 

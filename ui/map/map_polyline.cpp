@@ -1,4 +1,4 @@
-#include "ui/map_polyline.h"
+#include "ui/map/map_polyline.h"
 
 namespace fleetor {
 

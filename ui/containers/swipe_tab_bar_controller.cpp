@@ -1,4 +1,4 @@
-#include "ui/swipe_tab_bar_controller.h"
+#include "ui/containers/swipe_tab_bar_controller.h"
 
 #include <utility>
 
