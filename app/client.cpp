@@ -17,7 +17,7 @@ namespace fleetor {
 
 Client::Client(Setup setup)
     : serviceURL_(std::move(setup.serviceURL)),
-      look_(setup.look),
+      window_(setup.window),
       standardSettings_(std::move(setup.standardSettings)),
       sharedSettings_(std::move(setup.sharedSettings)),
       keyStore_(std::move(setup.keyStore)),
@@ -39,7 +39,7 @@ Client::Client(Setup setup)
   QLocale::setDefault(locale);
   QGuiApplication::setLayoutDirection(locale.textDirection());
   const QScreen* const screen = QGuiApplication::primaryScreen();
-  device_.setScreen(look_.size.width(), look_.size.height(), screen ? screen->devicePixelRatio() : 1);
+  device_.setScreen(window_.size.width(), window_.size.height(), screen ? screen->devicePixelRatio() : 1);
   API::install({*queues_, *transport_, *keyStore_, sharedSettings_, reachability_, networkUse_, log_, device_,
                 [this](const std::string& text, double seconds, bool rounded) {
                   if (environment_.window) environment_.window->showToast(text, seconds, rounded);
@@ -94,7 +94,7 @@ bool Client::open() {
   reportPost_->offer(clock_.now());
   usage_.count("started");
   application_->launch();
-  mainWindow_.emplace(*application_, environment_, tiles_, look_);
+  mainWindow_.emplace(*application_, environment_, tiles_, window_);
   return mainWindow_->isOpen();
 }
 

@@ -32,7 +32,7 @@ class Client {
   struct Setup {
     std::string serviceURL;  ///< without a trailing slash
     Idiom idiom = Idiom::phone;
-    MainWindow::Look look;
+    MainWindow::Options window;
     std::string standardSettings;  ///< paths of the settings' files
     std::string sharedSettings;
     std::string tileFolder;  ///< where the tiles of the maps are kept
@@ -63,7 +63,7 @@ class Client {
   void handle(KeyStoreEvent event);
 
   std::string serviceURL_;
-  MainWindow::Look look_;
+  MainWindow::Options window_;
   FileSettings standardSettings_;
   FileSettings sharedSettings_;
   std::unique_ptr<KeyStore> keyStore_;

@@ -126,11 +126,11 @@ int main(int argc, char** argv) {
   QObject::connect(
       &window, &QQuickWindow::frameSwapped, &window, [&guard] { guard.renew(); },
       static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-  portal.listen([&](fleetor::DesktopLook look) {
+  portal.listen([&](fleetor::DesktopPreferences preferences) {
     // X11 applies that scale itself, and --text-size overrides it.
     if (options->textSize || !QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
-      look.textScale = 1;
-    client.mainWindow().followDesktop(look);
+      preferences.textScale = 1;
+    client.mainWindow().followDesktop(preferences);
   });
   if (!options->url.empty()) client.application().receiveURL(options->url);
   instance.listen([&client](const std::string& url) { client.answer(url); });

@@ -17,7 +17,7 @@ extern void qml_register_types_Fleetor();
 namespace fleetor {
 
 MainWindow::MainWindow(Application& application, Environment& environment, TileSource& tiles,
-                       const Look& look)
+                       const Options& options)
     : application_(application), adapters_(environment) {
   addMapAdapters(adapters_, tiles);
   qml_register_types_Fleetor();
@@ -25,10 +25,10 @@ MainWindow::MainWindow(Application& application, Environment& environment, TileS
   auto* item = adapters_.itemFor<WindowItem>(&application.window());
   engine_.setInitialProperties(
       {{QStringLiteral("content"), QVariant::fromValue(item)},
-       {QStringLiteral("width"), look.size.width()},
-       {QStringLiteral("height"), look.size.height()},
-       {QStringLiteral("visibility"), look.fills ? QWindow::Maximized : QWindow::AutomaticVisibility},
-       {QStringLiteral("forceDark"), look.dark}});
+       {QStringLiteral("width"), options.size.width()},
+       {QStringLiteral("height"), options.size.height()},
+       {QStringLiteral("visibility"), options.fills ? QWindow::Maximized : QWindow::AutomaticVisibility},
+       {QStringLiteral("forceDark"), options.dark}});
   engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Fleetor/Main.qml")));
   if (engine_.rootObjects().isEmpty()) return;
@@ -62,9 +62,9 @@ void MainWindow::comeForward() {
   window_->requestActivate();
 }
 
-void MainWindow::followDesktop(const DesktopLook& look) {
+void MainWindow::followDesktop(const DesktopPreferences& preferences) {
   engine_.singletonInstance<UserPreferences*>(qmlTypeId("Fleetor", 1, 0, "UserPreferences"))
-      ->followDesktop(look);
+      ->followDesktop(preferences);
 }
 
 void MainWindow::followVisibility() {

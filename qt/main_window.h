@@ -20,13 +20,13 @@ namespace fleetor {
 class MainWindow : public QObject {
  public:
   /// How the window starts.
-  struct Look {
+  struct Options {
     QSize size{390, 844};  ///< points
     bool dark = false;     ///< always, whatever the desktop asks for
     bool fills = false;    ///< maximised
   };
 
-  MainWindow(Application& application, Environment& environment, TileSource& tiles, const Look& look);
+  MainWindow(Application& application, Environment& environment, TileSource& tiles, const Options& options);
   ~MainWindow() override;
 
   /// False when the window could not be made; the reason is on standard error.
@@ -37,7 +37,7 @@ class MainWindow : public QObject {
   void comeForward();
 
   /// Takes over the preferences of the desktop. The window must be open.
-  void followDesktop(const DesktopLook& look);
+  void followDesktop(const DesktopPreferences& preferences);
 
  private:
   void followVisibility();

@@ -22,11 +22,11 @@ QVariant UserPreferences::wantsDark() const {
   return desktop_.dark ? QVariant(*desktop_.dark) : QVariant();
 }
 
-void UserPreferences::followDesktop(const DesktopLook& look) {
-  const DesktopLook before = std::exchange(desktop_, look);
-  if (before.dark != look.dark) Q_EMIT wantsDarkChanged();
-  if (before.textScale != look.textScale) Q_EMIT textScaleChanged();
-  if (before.animations != look.animations) Q_EMIT wantsMotionChanged();
+void UserPreferences::followDesktop(const DesktopPreferences& preferences) {
+  const DesktopPreferences before = std::exchange(desktop_, preferences);
+  if (before.dark != preferences.dark) Q_EMIT wantsDarkChanged();
+  if (before.textScale != preferences.textScale) Q_EMIT textScaleChanged();
+  if (before.animations != preferences.animations) Q_EMIT wantsMotionChanged();
 }
 
 bool UserPreferences::eventFilter(QObject* target, QEvent* event) {

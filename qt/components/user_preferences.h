@@ -30,7 +30,7 @@ class UserPreferences : public QObject {
   QVariant wantsDark() const;                  ///< true or false; undefined: as the palette is
   bool wantsMotion() const { return desktop_.animations; }
 
-  void followDesktop(const DesktopLook& look);
+  void followDesktop(const DesktopPreferences& preferences);
 
  Q_SIGNALS:
   void usesKeysChanged();
@@ -43,7 +43,7 @@ class UserPreferences : public QObject {
 
  private:
   bool usesKeys_ = false;
-  DesktopLook desktop_;
+  DesktopPreferences desktop_;
 };
 
 }  // namespace fleetor

@@ -35,7 +35,7 @@ SettingsPortal::Wire::Wire() {
   ask(interfaceSpace, animationsKey);
 }
 
-void SettingsPortal::Wire::listen(std::function<void(const DesktopLook&)> changed) {
+void SettingsPortal::Wire::listen(std::function<void(const DesktopPreferences&)> changed) {
   changed_ = std::move(changed);
   notify();
 }
@@ -58,24 +58,24 @@ void SettingsPortal::Wire::take(const QString& space, const QString& key, const 
     value = value.value<QDBusVariant>().variant();
   if (space == appearanceSpace && key == colorScheme) {
     const uint scheme = value.toUInt();
-    look_.dark = scheme == 1 || scheme == 2 ? std::optional(scheme == 1) : std::nullopt;
+    preferences_.dark = scheme == 1 || scheme == 2 ? std::optional(scheme == 1) : std::nullopt;
   } else if (space == interfaceSpace && key == textScaleKey && value.toDouble() > 0) {
-    look_.textScale = value.toDouble();
+    preferences_.textScale = value.toDouble();
   } else if (space == interfaceSpace && key == animationsKey && value.userType() == QMetaType::Bool) {
-    look_.animations = value.toBool();
+    preferences_.animations = value.toBool();
   }
   notify();
 }
 
 void SettingsPortal::Wire::notify() {
-  if (changed_ && std::exchange(reported_, look_) != look_) changed_(look_);
+  if (changed_ && std::exchange(reported_, preferences_) != preferences_) changed_(preferences_);
 }
 
 SettingsPortal::SettingsPortal() : wire_(std::make_unique<Wire>()) {}
 
 SettingsPortal::~SettingsPortal() = default;
 
-void SettingsPortal::listen(std::function<void(const DesktopLook&)> changed) {
+void SettingsPortal::listen(std::function<void(const DesktopPreferences&)> changed) {
   wire_->listen(std::move(changed));
 }
 

@@ -7,12 +7,12 @@
 namespace fleetor {
 
 /// The appearance that the desktop asks of its programs.
-struct DesktopLook {
+struct DesktopPreferences {
   std::optional<bool> dark;  ///< nothing: it has no preference, or has not answered
   double textScale = 1;      ///< by how much text is to be larger than at its normal size; above 0
   bool animations = true;    ///< false: what moves or fades does so at once
 
-  bool operator==(const DesktopLook&) const = default;
+  bool operator==(const DesktopPreferences&) const = default;
 };
 
 /// What the desktop's settings portal reports of the appearance, and every change of it: a dark style,
@@ -33,7 +33,7 @@ class SettingsPortal {
 
   /// Calls `changed` at once when the appearance differs from the default, and at each later change. Call it
   /// once.
-  void listen(std::function<void(const DesktopLook& look)> changed);
+  void listen(std::function<void(const DesktopPreferences& preferences)> changed);
 
  private:
   class Wire;

@@ -17,7 +17,7 @@ class SettingsPortal::Wire : public QObject {
  public:
   Wire();
 
-  void listen(std::function<void(const DesktopLook&)> changed);
+  void listen(std::function<void(const DesktopPreferences&)> changed);
 
  private:
   Q_SLOT void take(const QString& space, const QString& key, const QDBusVariant& packed);
@@ -26,9 +26,9 @@ class SettingsPortal::Wire : public QObject {
   void notify();
 
   QDBusConnection bus_ = QDBusConnection::sessionBus();
-  std::function<void(const DesktopLook&)> changed_;
-  DesktopLook look_;
-  DesktopLook reported_;
+  std::function<void(const DesktopPreferences&)> changed_;
+  DesktopPreferences preferences_;
+  DesktopPreferences reported_;
 };
 
 }  // namespace fleetor

@@ -69,11 +69,11 @@ TEST(Portal, IsFollowedFromTheStartThroughEveryChange) {
   FakePortal desktop;
   desktop.set(appearance, "color-scheme", 1u);
   SettingsPortal portal;
-  std::vector<DesktopLook> reported;
+  std::vector<DesktopPreferences> reported;
   const auto hasReported = [&](std::size_t count) {
     return [&reported, count] { return reported.size() >= count; };
   };
-  portal.listen([&](const DesktopLook& look) { reported.push_back(look); });
+  portal.listen([&](const DesktopPreferences& preferences) { reported.push_back(preferences); });
   runUntil(hasReported(1));
 
   desktop.change(appearance, "color-scheme", 2u);
@@ -91,9 +91,10 @@ TEST(Portal, IsFollowedFromTheStartThroughEveryChange) {
   desktop.change(gnome, "enable-animations", QStringLiteral("fast"));
   desktop.change(gnome, "enable-animations", false);
   runUntil(hasReported(7));
-  EXPECT_THAT(reported, ElementsAre(DesktopLook{true, 1}, DesktopLook{false, 1}, DesktopLook{false, 1.5},
-                                    DesktopLook{std::nullopt, 1.5}, DesktopLook{true, 1.5},
-                                    DesktopLook{std::nullopt, 1.5}, DesktopLook{std::nullopt, 1.5, false}));
+  EXPECT_THAT(reported, ElementsAre(DesktopPreferences{true, 1}, DesktopPreferences{false, 1},
+                                    DesktopPreferences{false, 1.5}, DesktopPreferences{std::nullopt, 1.5},
+                                    DesktopPreferences{true, 1.5}, DesktopPreferences{std::nullopt, 1.5},
+                                    DesktopPreferences{std::nullopt, 1.5, false}));
 }
 
 TEST(Portal, ReportsToALateListenerAtOnce) {
@@ -101,35 +102,35 @@ TEST(Portal, ReportsToALateListenerAtOnce) {
   desktop.set(appearance, "color-scheme", 2u);
   desktop.set(gnome, "text-scaling-factor", 1.25);
   SettingsPortal portal, other;
-  DesktopLook seen;
-  other.listen([&](const DesktopLook& look) { seen = look; });
-  runUntil([&] { return seen == DesktopLook{false, 1.25}; });
+  DesktopPreferences seen;
+  other.listen([&](const DesktopPreferences& preferences) { seen = preferences; });
+  runUntil([&] { return seen == DesktopPreferences{false, 1.25}; });
 
-  std::vector<DesktopLook> reported;
-  portal.listen([&](const DesktopLook& look) { reported.push_back(look); });
-  EXPECT_THAT(reported, ElementsAre(DesktopLook{false, 1.25}));
+  std::vector<DesktopPreferences> reported;
+  portal.listen([&](const DesktopPreferences& preferences) { reported.push_back(preferences); });
+  EXPECT_THAT(reported, ElementsAre(DesktopPreferences{false, 1.25}));
 }
 
 TEST(SilentPortal, IsNotWaitedForAndIsHeardLater) {
   FakePortal desktop(true);
-  std::vector<DesktopLook> reported;
+  std::vector<DesktopPreferences> reported;
   const auto began = std::chrono::steady_clock::now();
   { const SettingsPortal gone; }
   SettingsPortal portal;
-  portal.listen([&](const DesktopLook& look) { reported.push_back(look); });
+  portal.listen([&](const DesktopPreferences& preferences) { reported.push_back(preferences); });
   EXPECT_LT(std::chrono::steady_clock::now() - began, 2s);
   runUntil([&] { return desktop.asked == 6; });
   EXPECT_THAT(reported, IsEmpty());
   desktop.change(appearance, "color-scheme", 1u);
   runUntil([&] { return !reported.empty(); });
-  EXPECT_THAT(reported, ElementsAre(DesktopLook{true, 1}));
+  EXPECT_THAT(reported, ElementsAre(DesktopPreferences{true, 1}));
 }
 
 TEST(NoBus, ChangesNothingAndReportsNothing) {
   testing::internal::CaptureStderr();
   bool reported = false;
   SettingsPortal portal;
-  portal.listen([&](const DesktopLook&) { reported = true; });
+  portal.listen([&](const DesktopPreferences&) { reported = true; });
   QCoreApplication::processEvents();
   EXPECT_FALSE(reported);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");

@@ -69,7 +69,7 @@ class WindowTest : public testing::Test {
 
   void receive(const char* url) { client_->answer(url); }
 
-  void follow(const DesktopLook& look) { client_->mainWindow().followDesktop(look); }
+  void follow(const DesktopPreferences& preferences) { client_->mainWindow().followDesktop(preferences); }
 
   /// Adds that fault to the demo service's.
   void spoil(const std::string& fault) {
