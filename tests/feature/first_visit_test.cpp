@@ -41,6 +41,7 @@ TEST(FirstVisit, LeadsFromTheTermsOverTheSignInAndThePagesOfTheListToReadingsTha
   terms->agreeButton().tap();
   client.settle();  // no three seconds of waiting on this way
   ASSERT_TRUE(client.root<LoginViewController>());
+  EXPECT_TRUE(client.root<LoginViewController>()->passwordTextField().secureTextEntry());
   EXPECT_THAT(presented, ElementsAre(terms));
   EXPECT_EQ(phone.standardSettings.values["FirstRun"], Settings::Value("FirstRun"));
   EXPECT_EQ(phone.standardSettings.values["TermsAccepted"], Settings::Value("TermsAccepted"));
