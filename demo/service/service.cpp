@@ -134,7 +134,8 @@ ServiceReply Service::vehicleAnswer(const std::string& endpoint, const httplib::
   if (endpoint == "live") return succeeded(liveAnswer(movements_, *vehicle, now));
   if (endpoint == "info") return succeeded(infoAnswer(movements_, *vehicle, now));
   if (endpoint == "route") return succeeded(routeAnswer(movements_, *vehicle, *day, now));
-  return succeeded(mapAnswer(movements_, *vehicle, *day, now));
+  if (endpoint == "map") return succeeded(mapAnswer(movements_, *vehicle, *day, now));
+  return failed(404, "There is no such resource");
 }
 
 ServiceReply Service::answerControl(const httplib::Request& request) {

@@ -1,5 +1,5 @@
 """names.py FOLDER: compares the names that join C++ and QML: every outlet, screen and kind of row that C++ registers is drawn
-by QML, and the other way round. Also refuses tests that wait for a fixed time."""
+by QML, and the other way round, and every picture that C++ names is a resource. Also refuses tests that wait for a fixed time."""
 
 import re
 import sys
@@ -10,7 +10,7 @@ CPP = [f for room in ("ui", "shell", "vehicle") for f in sorted((ROOT / room).rg
 QML = sorted((ROOT / "qt/qml").rglob("*.qml"))
 KINDS = {
     "outlet": r'outlet\("(\w+)"|"([a-z]\w*(?:Button|Label|Field|View|Bar|Indicator))"',
-    "screen": r'"(\w+VC)"|\b(\w+VC):',
+    "screen": r'\{"(\w+VC)", make|\b(\w+VC):',
     "kind of row": r'"(\w+Cell)"',
 }
 NOT_JOINED = {"MainVC"}  # a container: it is drawn by its class
@@ -40,6 +40,11 @@ for file in QML:
     for name in re.findall(r'"(\w+\.qml)"', file.read_text()):
         if not any(other.name == name for other in QML):
             problems.append(f"{file.relative_to(ROOT)}: there is no {name}")
+
+pictures = re.findall(r'"images/(\w+)\.svg"', (ROOT / "resources/resources.qrc").read_text())
+shown = names(CPP, r'"((?:Btn|Nav|Tab|Row)[A-Z]\w+)"')
+problems += [f"{place}: resources/resources.qrc has no picture \"{name}\"" for name, place in shown.items()
+             if name not in pictures]
 
 for file in sorted((ROOT / "tests").rglob("*.[ch]*")):
     for number, line in enumerate(file.read_text(errors="replace").splitlines(), 1):

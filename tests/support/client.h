@@ -82,7 +82,10 @@ class Client {
  public:
   Client() : Client(nullptr) {}  ///< on a new phone
   explicit Client(Machine& on) : Client(&on) {}
-  ~Client() { EXPECT_THAT(machine.device.untranslated, testing::IsEmpty()) << "in no table of texts"; }
+  ~Client() {
+    EXPECT_THAT(machine.device.untranslated, testing::IsEmpty())
+        << "neither in de.json nor in untranslated.json";
+  }
 
   /// Starts on a machine where the user agreed to the terms and, unless `token` is empty, signed in earlier.
   void start(const std::string& token = "old-token") {

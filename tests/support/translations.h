@@ -17,7 +17,7 @@ inline bool isTranslated(const std::string& key) {
     }
     return all;
   }();
-  return texts.find("\n  \"" + key + '"') != std::string::npos;
+  return texts.find('"' + key + '"') != std::string::npos;
 }
 
 }  // namespace fleetor::test

@@ -79,13 +79,13 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
     return sizes;
   }
 
-  /// The translation of that text.
+  /// The translation of that text, or the English text while there is none.
   const char* word(const char* english) {
     QFile table(QStringLiteral(":/languages/%1.json").arg(QLatin1String(GetParam().language)));
     QByteArray& said = said_[english] = QByteArray(english).split('|').front();
     if (!table.open(QIODevice::ReadOnly)) return said.constData();
     const auto words = QJsonDocument::fromJson(table.readAll()).object();
-    return (said = words[QLatin1String(english)].toString().toUtf8()).constData();
+    return (said = words[QLatin1String(english)].toString(QString::fromUtf8(said)).toUtf8()).constData();
   }
 
   void toTheEnd() { QMetaObject::invokeMethod(list(), "positionViewAtEnd"); }

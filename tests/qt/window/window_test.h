@@ -119,7 +119,7 @@ class WindowTest : public testing::Test {
 
   /// Waits for the item with that label, and until it no longer moves.
   QQuickItem* labelled(const char* label) {
-    if (!waitFor("label", label)) {
+    if (!*label || !waitFor("label", label)) {
       ADD_FAILURE() << "nothing is called \"" << label << "\"";
       return nullptr;
     }
