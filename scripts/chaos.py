@@ -292,7 +292,7 @@ def lock_key_ring():
 
 
 def unlock_key_ring():
-    """The bus starts its daemon where there is none."""
+    """The bus starts the daemon if it does not run."""
     _, session = call("org.freedesktop.Secret.Service", "OpenSession", GLib.Variant("(sv)", ("plain", GLib.Variant("s", ""))))
     call("org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface", "UnlockWithMasterPassword",
          GLib.Variant("(o(oayays))", (KEY_RING, (session, b"", b"desktop", "text/plain"))))

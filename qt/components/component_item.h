@@ -19,7 +19,7 @@ class Adapters;
 QString toQString(const std::string& text);
 inline constexpr qsizetype longestDrawn = 1000;
 
-/// Transparent when there is none.
+/// Transparent without a colour.
 QColor toQColor(const std::optional<Color>& color);
 
 /// What QML sees of one component. Main thread only; owned by Adapters. It outlives its component until the
