@@ -41,9 +41,9 @@ std::shared_ptr<ViewController> NavigationController::popViewControllerAnimated(
   return popped;
 }
 
-bool NavigationController::goBack() {
+bool NavigationController::handleBack() {
   const auto top = stack_.back();
-  if (top->goBack()) return true;
+  if (top->handleBack()) return true;
   if (stack_.size() < 2 && !presentingViewController()) return false;
   return top->navigationItem().tapLeftButton() || popViewControllerAnimated(true);
 }

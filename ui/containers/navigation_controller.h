@@ -37,7 +37,7 @@ class NavigationController : public ViewController {
 
   /// Goes back inside the top screen, or leaves it by its left button or by popping it. The root of a
   /// presented stack is left by its left button.
-  bool goBack() override;
+  bool handleBack() override;
 
   NavigationBar& navigationBar() { return navigationBar_; }
 

@@ -115,13 +115,13 @@ void SWRevealViewController::tapFront() {
   if (tapShouldBegin()) setFrontViewPositionAnimated(FrontViewPosition::left, true);
 }
 
-bool SWRevealViewController::goBack() {
+bool SWRevealViewController::handleBack() {
   if (tapShouldBegin()) {
     tapFront();
     return true;
   }
   const auto front = front_;
-  return front && front->goBack();
+  return front && front->handleBack();
 }
 
 StatusBarStyle SWRevealViewController::preferredStatusBarStyle() const {

@@ -69,7 +69,7 @@ class SWRevealViewController : public ViewController {
   bool tapShouldBegin() const;  ///< whether a tap on the front screen closes the menu instead of operating it
   void tapFront();
 
-  bool goBack() override;  ///< closes the menu, or goes back in the front screen
+  bool handleBack() override;  ///< closes the menu, or goes back in the front screen
 
   StatusBarStyle preferredStatusBarStyle() const override;
 

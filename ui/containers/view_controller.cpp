@@ -47,7 +47,7 @@ View& ViewController::view() {
   return view_;
 }
 
-bool ViewController::goBack() {
+bool ViewController::handleBack() {
   return presenting_ && navigationItem_.tapLeftButton();
 }
 

@@ -65,7 +65,7 @@ class ViewController : public Component, public Outlets, public std::enable_shar
 
   /// The user wants to go one step back: a presented screen taps its left button, a container undoes its last
   /// step. False: there is nothing to go back from.
-  virtual bool goBack();
+  virtual bool handleBack();
 
   /// Closes the keyboard when one of this screen's or its children's text fields (outlets) has the focus.
   void endEditing();

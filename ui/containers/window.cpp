@@ -64,7 +64,7 @@ bool Window::goBack() {
   ViewController* top = topViewController();
   if (!top) return false;
   const auto alive = top->shared_from_this();
-  return alive->goBack();
+  return alive->handleBack();
 }
 
 void Window::setSize(const Size& size) {
