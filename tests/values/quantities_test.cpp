@@ -1,0 +1,97 @@
+#include "values/quantities.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <string>
+
+namespace fleetor::test {
+namespace {
+
+constexpr double refused = -12345;
+
+TEST(Quantities, NumbersAreReadWhereOnlyOneReadingIsPossible) {
+  const struct {
+    const char* text;
+    double number;
+  } cases[] = {{"12", 12},
+               {"12.3", 12.3},
+               {"12,3", 12.3},
+               {"-3.5", -3.5},
+               {"\u22125", -5},
+               {"+4", 4},
+               {" 7 ", 7},
+               {"0.125", 0.125},
+               {"1234.567", 1234.567},
+               {"1.2345", 1.2345},
+               {"120 345", 120345},
+               {"1\u00A0234,5", 1234.5},
+               {"1.234,5", 1234.5},
+               {"1,234,567.25", 1234567.25},
+               {"1.234.567", 1234567},
+               {"12.345", refused},
+               {"1,234", refused},
+               {"", refused},
+               {"-", refused},
+               {".5", refused},
+               {"5.", refused},
+               {"1..2", refused},
+               {"1,2,3", refused},
+               {"1.2,3", refused},
+               {"12 34", refused},
+               {"1 234 5", refused},
+               {"012 345", refused},
+               {"1e5", refused},
+               {"0x10", refused},
+               {"inf", refused},
+               {"nan", refused},
+               {"12 km", refused},
+               {"1.234,567.8", refused},
+               {"1,234 567", refused},
+               {"11111111111111111111111111111111111111111", refused}};
+  for (const auto& each : cases)
+    EXPECT_DOUBLE_EQ(readNumber(each.text).value_or(refused), each.number) << each.text;
+}
+
+// A separator that is lost, doubled or moved may make a number unreadable, never one a thousand times larger.
+TEST(Quantities, NumbersAreReadBackWithEitherSeparator) {
+  for (int hundredths = -100000; hundredths < 10000000; hundredths += 997) {
+    std::string text =
+        std::to_string(hundredths / 100) + "." + std::to_string(std::abs(hundredths % 100) + 100).substr(1);
+    if (hundredths > -100 && hundredths < 0) text = "-" + text;
+    for (const char separator : {'.', ','}) {
+      text[text.size() - 3] = separator;
+      ASSERT_NEAR(readNumber(text).value_or(refused), hundredths / 100.0, 1e-9) << text;
+    }
+  }
+}
+
+TEST(Quantities, UnitsAreKeptApartAndDistancesKnowTheirs) {
+  const auto voltage = readQuantity(" 13.8\u00A0V ");
+  ASSERT_TRUE(voltage);
+  EXPECT_EQ(voltage->unit, "V");
+  for (const char* text : {"12-14 V", "12:30", "5 km 300 m", "1e5 km", "3 .V", "km"})
+    EXPECT_FALSE(readQuantity(text)) << text;
+
+  const struct {
+    const char* text;
+    double kilometres;
+  } cases[] = {{"12.3", 12.3},     {"12,3 km", 12.3}, {"340 m", 0.34}, {"120 345 km", 120345},
+               {"12 mi", refused}, {"12 M", refused}, {"km", refused}, {"12 km/h", refused}};
+  for (const auto& each : cases)
+    EXPECT_DOUBLE_EQ(readKilometres(each.text).value_or(refused), each.kilometres) << each.text;
+}
+
+TEST(Quantities, CoordinatesAreDegreesOnTheEarth) {
+  EXPECT_EQ(readCoordinate("52.123", "-21,456"), (Coordinate{52.123, -21.456}));
+  EXPECT_EQ(readCoordinate("-90", "180.0"), (Coordinate{-90, 180}));
+  const struct {
+    const char *latitude, *longitude;
+  } cases[] = {{"90.01", "0"},  {"0", "-180.5"}, {"", "21"},     {"52.1", ""},     {"52.1 N", "21"},
+               {"52.1.2", "2"}, {"52 123", "2"}, {"0.000", "0"}, {"1.234,5", "1"}, {"52°", "21"}};
+  for (const auto& each : cases)
+    EXPECT_FALSE(readCoordinate(each.latitude, each.longitude)) << each.latitude << " " << each.longitude;
+}
+
+}  // namespace
+}  // namespace fleetor::test
