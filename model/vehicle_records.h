@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "model/json_model.h"
 #include "platform/coordinate.h"
@@ -108,6 +109,7 @@ struct MapEntry : APIModel {
   Text street;
 
   Coordinate coordinate() const { return location.coordinate(); }
+  bool isParking() const { return label == std::string_view("Parking"); }
   Text title() const { return street; }
   std::string subtitle() const;  ///< dateTime, with the duration in parentheses behind it when there is one
 };

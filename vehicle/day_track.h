@@ -35,8 +35,8 @@ struct DayTrack {
   std::shared_ptr<MapPolyline> polyline;  ///< through all points; null for fewer than two
   MapAnnotations markers;                 ///< the first and the last point, and the parking stops between
 
-  /// Any thread. Takes milliseconds for a day of 86,400 points. Empties the labels of the first and the last.
-  static DayTrack fromAnswer(MapResponse& answer);
+  /// Any thread. Takes milliseconds for a day of 86,400 points. The first and the last are no parking stops.
+  static DayTrack fromAnswer(const MapResponse& answer);
 };
 
 }  // namespace fleetor

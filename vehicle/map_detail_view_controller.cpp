@@ -39,6 +39,8 @@ void MapDetailViewController::receivedNotification(const Notification& notificat
 void MapDetailViewController::clearView() {
   day_.putAside();
   TrackPageViewController::clearView();
+  track_ = nullptr;
+  if (dayPoints_) setDayPoints(nullptr);
   noteLabel().setText("");
   endLoading();
 }
@@ -64,27 +66,38 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
                      // The answer, some hundred thousand texts, is also destroyed there; the page never is.
                      self->runInBackground([page = self, day, response = std::move(response)]() mutable {
                        const auto track = std::make_shared<const DayTrack>(DayTrack::fromAnswer(*response));
-                       response = nullptr;
                        auto& queues = page->environment().queues;
-                       queues.main([page = std::move(page), day, track] {
+                       queues.main([page, day, track] {
                          if (page->date() == day)
-                           page->show(*track);
+                           page->show(track);
                          else
                            page->showFailure();
                          page->endLoading();
+                       });
+                       const auto points =
+                           std::make_shared<const DayPoints>(DayPoints::fromAnswer(*response, *day));
+                       response = nullptr;
+                       queues.main([page = std::move(page), track, points] {
+                         if (page->track_ == track) page->setDayPoints(points);
                        });
                      });
                    });
 }
 
-void MapDetailViewController::show(const DayTrack& track) {
-  const bool isEmpty = track.total < 1 || track.markers.empty();
+void MapDetailViewController::show(std::shared_ptr<const DayTrack> track) {
+  const bool isEmpty = track->total < 1 || track->markers.empty();
   if (isEmpty) noteLabel().setText(localized("No track on this day"));
   wasDrawn_ = wasDrawn_ || !isEmpty;
-  if (track.total >= 2) drawRoute(track.polyline);
-  if (track.total < 1) return;
-  mapView().replaceAnnotations(track.markers);
+  if (track->total >= 2) drawRoute(track->polyline);
+  if (track->total < 1) return;
+  mapView().replaceAnnotations(track->markers);
   mapView().showAnnotations(mapView().annotations(), false);
+  track_ = std::move(track);
+}
+
+void MapDetailViewController::setDayPoints(std::shared_ptr<const DayPoints> points) {
+  dayPoints_ = std::move(points);
+  dayChanged.emit();
 }
 
 // An earlier track stays, and the request layer has shown the failure.

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "day/day_points.h"
 #include "vehicle/chosen_day.h"
 #include "vehicle/track_page_view_controller.h"
 
@@ -21,13 +22,18 @@ struct DayTrack;
 /// day without points keeps the content, a day with one point keeps the line.
 ///
 /// The global queue turns an answer into a line and markers, the main queue shows them at once; the request
-/// counts as in flight until then and keeps the page alive. So a day of 86,400 points drops no frame.
+/// counts as in flight until then and keeps the page alive. So a day of 86,400 points drops no frame. Only
+/// then are the texts of the points read.
 class MapDetailViewController final : public TrackPageViewController {
  public:
   using TrackPageViewController::TrackPageViewController;
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
+
+  /// The points of the track that is shown, some milliseconds after it; null without a track.
+  const std::shared_ptr<const DayPoints>& dayPoints() const { return dayPoints_; }
+  Signal<> dayChanged;
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -45,13 +51,16 @@ class MapDetailViewController final : public TrackPageViewController {
 
   /// Without a day nothing is requested.
   void loadItems(const std::optional<std::string>& day);
-  void show(const DayTrack& track);
+  void show(std::shared_ptr<const DayTrack> track);
+  void setDayPoints(std::shared_ptr<const DayPoints> points);
   void showFailure();
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();
   void updateCover();
 
-  bool wasDrawn_ = false;  ///< a track has been drawn at least once
+  bool wasDrawn_ = false;                  ///< a track has been drawn at least once
+  std::shared_ptr<const DayTrack> track_;  ///< the one that is shown
+  std::shared_ptr<const DayPoints> dayPoints_;
   ChosenDay day_;
 };
 

@@ -103,6 +103,28 @@ TEST_F(MapPage, KeepsWhatADayWithoutPointsAndAFailureLeaveAlone) {
   EXPECT_EQ(asked().size(), 7u);
 }
 
+TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
+  int changes = 0;
+  const auto connection = page->dayChanged.connect([&changes] { ++changes; });
+  page->tabSelected();
+  arrive(mapReply({"Parking", "", ""}));
+  ASSERT_TRUE(page->dayPoints());
+  EXPECT_THAT(page->dayPoints()->seconds, ElementsAre(28800, 28860, 28920));
+  EXPECT_EQ(page->dayPoints()->stops.size(), 1u);
+  const auto next = [this](HttpReply reply) {
+    choose(std::string("2026-03-09"));
+    arrive(std::move(reply));
+    return page->dayPoints()->size();
+  };
+  EXPECT_EQ(next(mapReply({})), 3u);
+  EXPECT_EQ(next(failedReply(url_error::notConnectedToInternet)), 3u);
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(next(mapReply({""})), 1u);
+  client.application.didEnterBackground();
+  EXPECT_FALSE(page->dayPoints());
+  EXPECT_EQ(changes, 3);
+}
+
 TEST_F(MapPage, IsCoveredUntilATrackIsDrawnOrADayWithoutOneLeavesTheLastPosition) {
   const auto shown = [this] { return (map.isCovered() ? "- " : "map ") + page->noteLabel().text(); };
   const auto after = [&](HttpReply reply) {

@@ -1,0 +1,75 @@
+#include "day/day_points.h"
+
+#include <chrono>
+#include <unordered_map>
+
+#include "values/quantities.h"
+#include "values/times.h"
+
+namespace fleetor {
+
+namespace {
+
+/// One value for each point, none below the one before it. Empty as soon as one is not understood.
+template <class Read>
+std::vector<float> risingColumn(const std::vector<MapEntry>& entries, Read read) {
+  std::vector<float> column;
+  column.reserve(entries.size());
+  std::optional<double> before;
+  for (const MapEntry& entry : entries) {
+    const std::optional<double> value = read(entry);
+    if (!value || (before && *value < *before)) return {};
+    before = value;
+    column.push_back(static_cast<float>(*value));
+  }
+  return column;
+}
+
+std::vector<float> secondsOf(const std::vector<MapEntry>& entries, std::string_view dayText) {
+  const auto day = readDay(dayText);
+  if (!day) return {};
+  return risingColumn(entries, [&](const MapEntry& entry) -> std::optional<double> {
+    const auto time = readTime(entry.dateTime, *day);
+    if (!time || *time < *day || *time > *day + std::chrono::days(1)) return std::nullopt;
+    return static_cast<double>((*time - *day).count());
+  });
+}
+
+std::vector<float> kilometresOf(const std::vector<MapEntry>& entries) {
+  const double first = entries.empty() ? 0 : readKilometres(entries.front().totdist).value_or(0);
+  return risingColumn(entries, [&](const MapEntry& entry) -> std::optional<double> {
+    const auto kilometres = readKilometres(entry.totdist);
+    return kilometres ? std::optional(*kilometres - first) : std::nullopt;
+  });
+}
+
+DayStop stopAt(std::size_t index, const MapEntry& entry) {
+  DayStop stop{static_cast<std::uint32_t>(index), entry.dateTime.str(), entry.duration.str(), {}};
+  if (const auto parked = readDuration(entry.duration)) stop.parked = static_cast<float>(parked->count());
+  return stop;
+}
+
+}  // namespace
+
+DayPoints DayPoints::fromAnswer(const MapResponse& answer, std::string_view day) {
+  DayPoints points;
+  if (!answer.map) return points;
+  const std::vector<MapEntry>& entries = *answer.map;
+  points.coordinates.reserve(entries.size());
+  points.addresses.reserve(entries.size());
+  std::unordered_map<std::string_view, std::uint32_t> known;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const MapEntry& entry = entries[i];
+    points.coordinates.push_back(entry.coordinate());
+    const auto [address, isNew] =
+        known.try_emplace(entry.street, static_cast<std::uint32_t>(points.addressTexts.size()));
+    if (isNew) points.addressTexts.push_back(entry.street.str());
+    points.addresses.push_back(address->second);
+    if (entry.isParking()) points.stops.push_back(stopAt(i, entry));
+  }
+  points.seconds = secondsOf(entries, day);
+  points.kilometres = kilometresOf(entries);
+  return points;
+}
+
+}  // namespace fleetor

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/vehicle_records.h"
+#include "platform/coordinate.h"
+#include "service/envelopes.h"
+
+namespace fleetor {
+
+/// A point where the vehicle was parked.
+struct DayStop {
+  std::uint32_t index = 0;      ///< of the point
+  std::string time;             ///< as the service writes it
+  std::string duration;         ///< as the service writes it
+  std::optional<float> parked;  ///< the duration in seconds, where it is understood
+};
+
+/// The points of a day's track in columns, in the order of the answer. A column that has values has one for
+/// each point. Holds no text of the answer.
+struct DayPoints {
+  std::vector<Coordinate> coordinates;  ///< those of the line on the map
+
+  /// Since the midnight that begins the day, in seconds. Empty when a time is not understood or belongs to
+  /// another day, or when the times go backwards.
+  std::vector<float> seconds;
+
+  /// Driven since the first point. Empty when a distance is not understood, or when they go backwards.
+  std::vector<float> kilometres;
+
+  std::vector<std::uint32_t> addresses;   ///< index in addressTexts
+  std::vector<std::string> addressTexts;  ///< each distinct one once
+  std::vector<DayStop> stops;
+
+  std::size_t size() const { return coordinates.size(); }
+
+  /// `day` is the day that was asked for, "yyyy-MM-dd". Any thread. Takes milliseconds for 86,400 points.
+  static DayPoints fromAnswer(const MapResponse& answer, std::string_view day);
+};
+
+}  // namespace fleetor
