@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace fleetor {
@@ -25,6 +26,10 @@ class Device {
   /// The text for people behind an English key, in the language of the device; the key itself when
   /// untranslated.
   virtual std::string localizedString(const std::string& key) const = 0;
+
+  /// A day in words of the device's language. In the pattern "d" stands for the day of the month, "ddd" for
+  /// the short weekday, "MMM" for the short month and "yyyy" for the year.
+  virtual std::string textOfDay(std::chrono::year_month_day day, const std::string& pattern) const = 0;
 
   virtual std::string pathForResource(const std::string& name,
                                       const std::string& type) const = 0;  ///< empty: none

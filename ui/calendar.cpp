@@ -1,6 +1,7 @@
 #include "ui/calendar.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace fleetor {
 
@@ -15,6 +16,15 @@ Day lastOfMonth(Day day) {
 }
 
 }  // namespace
+
+Day dayOf(std::string_view text) {
+  const auto number = [text](std::size_t at, std::size_t digits) {
+    int value = 0;
+    std::from_chars(text.data() + at, text.data() + at + digits, value);
+    return value;
+  };
+  return std::chrono::year(number(0, 4)) / number(5, 2) / number(8, 2);
+}
 
 Day laterBy(Day day, std::chrono::days days) {
   return bounded(std::chrono::sys_days(day) + days);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <string_view>
 
 namespace fleetor {
 
@@ -10,6 +11,9 @@ using Day = std::chrono::year_month_day;
 // The days that a Date can hold, whatever the time zone.
 inline constexpr Day earliestDay = std::chrono::year(1678) / 1 / 1;
 inline constexpr Day latestDay = std::chrono::year(2261) / 12 / 31;
+
+/// Of a text "yyyy-MM-dd" as Clock::day writes it.
+Day dayOf(std::string_view text);
 
 /// So many days later, but never out of that range.
 Day laterBy(Day day, std::chrono::days days);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string_view>
 
 #include "model/vehicle_records.h"
@@ -7,14 +8,19 @@
 
 namespace fleetor {
 
-/// One page of the vehicle pager. The pager sets its vehicle before it installs the page, and calls
-/// tabSelected(). A page never polls.
+class DayChoice;
+
+/// One page of the vehicle pager. The pager sets its vehicle and the choice of a day before it installs the
+/// page, and calls tabSelected(). A page never polls.
 class DetailPageViewController : public BaseViewController {
  public:
   using BaseViewController::BaseViewController;
 
   const Vehicle& vehicle() const { return vehicle_; }
   void setVehicle(Vehicle vehicle) { vehicle_ = std::move(vehicle); }
+
+  /// The day chosen in the pager, for the pages that show one.
+  virtual void setDayChoice(std::shared_ptr<DayChoice> /*days*/) {}
 
   bool wasSelected() const { return wasSelected_; }
 

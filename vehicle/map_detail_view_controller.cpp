@@ -23,6 +23,12 @@ void MapDetailViewController::viewDidAppear(bool animated) {
   TrackPageViewController::viewDidAppear(animated);
   addObserver(kFleetorNotificationDate,
               [this](const Notification& notification) { receivedNotification(notification); });
+  bar_.appeared();
+}
+
+void MapDetailViewController::viewDidDisappear(bool animated) {
+  TrackPageViewController::viewDidDisappear(animated);
+  bar_.disappeared();
 }
 
 // The pager may call this before the page is notified of the return to the foreground.
@@ -41,38 +47,39 @@ void MapDetailViewController::clearView() {
   TrackPageViewController::clearView();
   track_ = nullptr;
   if (dayPoints_) setDayPoints(nullptr);
-  noteLabel().setText("");
   endLoading();
+  bar_.cleared();
 }
 
 void MapDetailViewController::receivedPosition(Coordinate position) {
   TrackPageViewController::receivedPosition(position);
   updateCover();
+  bar_.refresh();
 }
 
 void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
   if (!day || (isLoading() && day == date())) return;
   setLoading(true);
   loadingIndicator().startAnimating();
-  noteLabel().setText("");
   updateCover();
+  bar_.loading(*day);
   const auto self = sharedFrom(this);
   API::getWithPath("/map", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<MapResponse>, {},
                    [self, day](auto response, auto kind, long, auto&) {
                      if (kind != ResponseKindSuccess) {
-                       self->showFailure();
-                       return self->endLoading();
+                       self->endLoading();
+                       return self->bar_.loaded(*day, DayBar::Outcome::failed);
                      }
                      // The answer, some hundred thousand texts, is also destroyed there; the page never is.
                      self->runInBackground([page = self, day, response = std::move(response)]() mutable {
                        const auto track = std::make_shared<const DayTrack>(DayTrack::fromAnswer(*response));
                        auto& queues = page->environment().queues;
                        queues.main([page, day, track] {
+                         auto outcome = DayBar::Outcome::dropped;
                          if (page->date() == day)
-                           page->show(track);
-                         else
-                           page->showFailure();
+                           outcome = page->show(track) ? DayBar::Outcome::shown : DayBar::Outcome::empty;
                          page->endLoading();
+                         page->bar_.loaded(*day, outcome);
                        });
                        const auto points =
                            std::make_shared<const DayPoints>(DayPoints::fromAnswer(*response, *day));
@@ -84,25 +91,20 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
                    });
 }
 
-void MapDetailViewController::show(std::shared_ptr<const DayTrack> track) {
+bool MapDetailViewController::show(std::shared_ptr<const DayTrack> track) {
   const bool isEmpty = track->total < 1 || track->markers.empty();
-  if (isEmpty) noteLabel().setText(localized("No track on this day"));
   wasDrawn_ = wasDrawn_ || !isEmpty;
   if (track->total >= 2) drawRoute(track->polyline);
-  if (track->total < 1) return;
+  if (track->total < 1) return false;
   mapView().replaceAnnotations(track->markers);
   mapView().showAnnotations(mapView().annotations(), false);
   track_ = std::move(track);
+  return !isEmpty;
 }
 
 void MapDetailViewController::setDayPoints(std::shared_ptr<const DayPoints> points) {
   dayPoints_ = std::move(points);
   dayChanged.emit();
-}
-
-// An earlier track stays, and the request layer has shown the failure.
-void MapDetailViewController::showFailure() {
-  if (mapView().annotations().empty()) noteLabel().setText(localized("The track could not be loaded"));
 }
 
 void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {

@@ -3,9 +3,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "day/day_points.h"
 #include "vehicle/chosen_day.h"
+#include "vehicle/day_bar.h"
 #include "vehicle/track_page_view_controller.h"
 
 namespace fleetor {
@@ -26,7 +28,8 @@ struct DayTrack;
 /// then are the texts of the points read.
 class MapDetailViewController final : public TrackPageViewController {
  public:
-  using TrackPageViewController::TrackPageViewController;
+  explicit MapDetailViewController(Environment& environment)
+      : TrackPageViewController(environment), bar_(environment, *this, localized("No track on {day}")) {}
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
@@ -37,6 +40,8 @@ class MapDetailViewController final : public TrackPageViewController {
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
+  void viewDidDisappear(bool animated) override;
+  void setDayChoice(std::shared_ptr<DayChoice> days) override { bar_.setChoice(std::move(days)); }
   void firstSelected() override;
   void clearView() override;
   void receivedPosition(Coordinate position) override;
@@ -51,9 +56,8 @@ class MapDetailViewController final : public TrackPageViewController {
 
   /// Without a day nothing is requested.
   void loadItems(const std::optional<std::string>& day);
-  void show(std::shared_ptr<const DayTrack> track);
+  bool show(std::shared_ptr<const DayTrack> track);  ///< false: there is nothing on that day
   void setDayPoints(std::shared_ptr<const DayPoints> points);
-  void showFailure();
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();
   void updateCover();
@@ -62,6 +66,7 @@ class MapDetailViewController final : public TrackPageViewController {
   std::shared_ptr<const DayTrack> track_;  ///< the one that is shown
   std::shared_ptr<const DayPoints> dayPoints_;
   ChosenDay day_;
+  DayBar bar_;
 };
 
 }  // namespace fleetor

@@ -14,7 +14,9 @@ constexpr double routeLoadingRowHeight = 60.0;
 }  // namespace
 
 RouteDetailViewController::RouteDetailViewController(Environment& environment)
-    : DetailPageViewController(environment), itemsTableView_(environment) {
+    : DetailPageViewController(environment),
+      itemsTableView_(environment),
+      bar_(environment, *this, localized("No trips on {day}")) {
   outlet("itemsTableView", itemsTableView_);
   itemsTableView_.registerMaker(routeCell, [](const std::string& identifier) {
     return std::make_shared<VehicleRouteTableViewCell>(identifier);
@@ -39,11 +41,13 @@ void RouteDetailViewController::viewDidAppear(bool animated) {
   DetailPageViewController::viewDidAppear(animated);
   addObserver(kFleetorNotificationDate,
               [this](const Notification& notification) { receivedNotification(notification); });
+  bar_.appeared();
 }
 
 void RouteDetailViewController::viewDidDisappear(bool animated) {
   DetailPageViewController::viewDidDisappear(animated);
   removeFromNotificationCenter();
+  bar_.disappeared();
 }
 
 // The pager may call this before the page is notified of the return to the foreground.
@@ -62,10 +66,12 @@ void RouteDetailViewController::clearView() {
   setLoading(false);
   items_ = {};
   itemsTableView_.reloadData();
+  bar_.cleared();
 }
 
 void RouteDetailViewController::load() {
   items_ = RouteResponse::initForLoading();
+  bar_.removed();
   loadItems(date());
   itemsTableView_.reloadData();
 }
@@ -73,18 +79,23 @@ void RouteDetailViewController::load() {
 void RouteDetailViewController::loadItems(const std::optional<std::string>& day) {
   if (!day || (isLoading() && day == date())) return;
   setLoading(true);
+  bar_.loading(*day);
   const auto self = sharedFrom(this);
   API::getWithPath("/route", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<RouteResponse>, {},
                    [self, day](auto response, auto kind, long, auto&) {
+                     auto outcome =
+                         kind == ResponseKindSuccess ? DayBar::Outcome::dropped : DayBar::Outcome::failed;
                      if (kind == ResponseKindSuccess && self->date() == day) {
                        // A quick trip to the background can make two answers of one day.
                        self->items_ = RouteResponse::initForLoading();
                        self->items_.nextResult(*response);
+                       outcome = self->numberOfItems() ? DayBar::Outcome::shown : DayBar::Outcome::empty;
                      } else {
                        self->items_.onError();
                      }
                      self->setLoading(false);
                      self->itemsTableView_.reloadData();
+                     self->bar_.loaded(*day, outcome);
                    });
 }
 

@@ -3,10 +3,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "service/envelopes.h"
 #include "ui/table/table_view.h"
 #include "vehicle/chosen_day.h"
+#include "vehicle/day_bar.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
@@ -31,6 +33,8 @@ class RouteDetailViewController final : public DetailPageViewController,
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
 
+  void setDayChoice(std::shared_ptr<DayChoice> days) override { bar_.setChoice(std::move(days)); }
+  void receivedPosition(Coordinate /*position*/) override { bar_.refresh(); }
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
   void viewDidDisappear(bool animated) override;
@@ -58,6 +62,7 @@ class RouteDetailViewController final : public DetailPageViewController,
 
   TableView itemsTableView_;
   ChosenDay day_;
+  DayBar bar_;
   RouteResponse items_;
 };
 

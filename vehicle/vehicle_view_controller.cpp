@@ -6,7 +6,6 @@
 #include "service/api.h"
 #include "service/envelopes.h"
 #include "ui/appearance.h"
-#include "ui/controls/action_sheet_date_picker.h"
 #include "ui/storyboard.h"
 #include "vehicle/notifications.h"
 
@@ -53,7 +52,7 @@ void VehicleViewController::viewDidLoad() {
       BarButtonItem::initWithImage("NavDate", true, [this](Component& sender) { showDatePicker(sender); });
   dateButton->setAccessibleName(localized("Choose date"));
   navigationItem().setRightBarButtonItem(dateButton);
-  date_ = environment().clock.now();
+  days_ = std::make_shared<DayChoice>(environment());
   makePages();
   styleTabBar();
   addObserver(UIApplicationDidEnterBackgroundNotification,
@@ -67,6 +66,7 @@ void VehicleViewController::makePages() {
   for (std::size_t i = 0; i < pageCount; ++i) {
     pages_[i] = storyboard()->instantiate<DetailPageViewController>(pageTable[i].storyboardIdentifier);
     pages_[i]->setVehicle(vehicle_);
+    pages_[i]->setDayChoice(days_);
     pages_[i]->setAccessibleName(localized(pageTable[i].title));
     installed.push_back(pages_[i]);
   }
@@ -164,15 +164,7 @@ void VehicleViewController::wilEnterForeground() {
 }
 
 void VehicleViewController::showDatePicker(Component& sender) {
-  const auto self = sharedFrom(this);  // until the picker is released
-  ActionSheetDatePicker::showPickerWithTitle(
-      environment(), localized("Choose date"), DatePickerMode::date, date_,
-      [self](Date chosen) {
-        self->date_ = chosen;
-        self->environment().notificationCenter.postNotificationName(kFleetorNotificationDate,
-                                                                    self->environment().clock.day(chosen));
-      },
-      [] {}, sender);
+  days_->showPicker(sender);
 }
 
 }  // namespace fleetor

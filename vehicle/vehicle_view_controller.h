@@ -4,11 +4,11 @@
 #include <memory>
 
 #include "model/vehicle_records.h"
-#include "platform/clock.h"
 #include "service/session.h"
 #include "shell/base/page_view_controller.h"
 #include "ui/containers/swipe_tab_bar_controller.h"
 #include "ui/containers/tab_bar.h"
+#include "vehicle/day_choice.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
@@ -35,7 +35,7 @@ class VehicleViewController final : public PageViewController,
   void setVehicle(Vehicle vehicle) { vehicle_ = std::move(vehicle); }
 
   TabBar& pagesTabBar() { return pagesTabBar_; }
-  Date date() const { return date_; }
+  Date date() const { return days_->date(); }  ///< the chosen day; not before loading
 
   /// The embedded pager, the last child; null before loading.
   const std::shared_ptr<SwipeTabBarController>& swipeTabBarController() const {
@@ -67,7 +67,7 @@ class VehicleViewController final : public PageViewController,
   bool refreshFlag_ = false;
   Vehicle vehicle_;
   TabBar pagesTabBar_;
-  Date date_{};
+  std::shared_ptr<DayChoice> days_;
   std::shared_ptr<SwipeTabBarController> swipeTabBarController_;
   std::array<std::shared_ptr<DetailPageViewController>, pageCount> pages_;
 };

@@ -1,6 +1,8 @@
 #include "qt/device/desktop_device.h"
 
+#include <QDate>
 #include <QFile>
+#include <QLocale>
 #include <QSysInfo>
 #include <QUrl>
 #include <QUuid>
@@ -39,6 +41,12 @@ std::string DesktopDevice::identifierForVendor() {
   parts_.settings->setObject(identifier_, vendorIdentifierKey);
   parts_.settings->synchronize();
   return identifier_;
+}
+
+std::string DesktopDevice::textOfDay(std::chrono::year_month_day day, const std::string& pattern) const {
+  const QDate date(int(day.year()), static_cast<int>(unsigned(day.month())),
+                   static_cast<int>(unsigned(day.day())));
+  return QLocale().toString(date, QString::fromStdString(pattern)).toStdString();
 }
 
 std::string DesktopDevice::pathForResource(const std::string& name, const std::string& type) const {

@@ -35,6 +35,8 @@ class DesktopDevice final : public Device {
 
   std::string localizedString(const std::string& key) const override { return language_.text(key); }
 
+  std::string textOfDay(std::chrono::year_month_day day, const std::string& pattern) const override;
+
   /// In the device's language, from the folder of its code, or else in English, from the one above.
   std::string pathForResource(const std::string& name, const std::string& type) const override;
 

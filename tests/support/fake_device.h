@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <atomic>
+#include <chrono>
 #include <map>
 #include <mutex>
 #include <string>
@@ -38,6 +40,16 @@ class FakeDevice final : public Device {
     if (!isTranslated(key)) untranslated.push_back(key);
     const auto found = translations.find(key);
     return found == translations.end() ? key : found->second;
+  }
+  /// In English: "ddd" first, then "d" and "MMM", then "yyyy", each where the pattern has it.
+  std::string textOfDay(std::chrono::year_month_day day, const std::string& pattern) const override {
+    static constexpr std::array weekdays{"Sun, ", "Mon, ", "Tue, ", "Wed, ", "Thu, ", "Fri, ", "Sat, "};
+    static constexpr std::array months{" Jan", " Feb", " Mar", " Apr", " May", " Jun",
+                                       " Jul", " Aug", " Sep", " Oct", " Nov", " Dec"};
+    const bool weekday = pattern.starts_with("ddd");
+    return (weekday ? weekdays[std::chrono::weekday(day).c_encoding()] : "") +
+           std::to_string(unsigned(day.day())) + months[unsigned(day.month()) - 1] +
+           (pattern.ends_with("yyyy") ? " " + std::to_string(int(day.year())) : "");
   }
   std::string pathForResource(const std::string& name, const std::string& type) const override {
     const auto found = resources.find(name + "." + type);

@@ -21,7 +21,7 @@ FocusScope {
             AboutVC: "AboutScreen.qml",
             InfoDetailVC: "TablePage.qml",
             LiveDetailVC: "MapPage.qml",
-            MapDetailVC: "MapPage.qml",
+            MapDetailVC: "DayMapPage.qml",
             RouteDetailVC: "TripsPage.qml",
             AboutDetailVC: "TablePage.qml"
         })

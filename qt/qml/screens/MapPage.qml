@@ -152,7 +152,6 @@ FocusScope {
         words: (root.note?.text ?? "") || (root.busy ? root.loading.accessibleName : "")
     }
 
-    // These two share a place: while something loads there is no note.
     Rectangle {
         anchors.horizontalCenter: parent.horizontalCenter
         y: root.space
@@ -166,27 +165,6 @@ FocusScope {
             anchors.centerIn: parent
             running: parent.visible
             color: Theme.text
-        }
-    }
-    Rectangle {
-        anchors.horizontalCenter: parent.horizontalCenter
-        y: root.space
-        width: words.width + 24
-        height: words.height + 16
-        radius: 12
-        visible: words.text !== "" && !root.covered
-        color: Theme.mapLabel
-
-        Text {
-            id: words
-            anchors.centerIn: parent
-            width: Math.min(implicitWidth, root.width - 2 * root.buttonStrip - 24 - root.space)
-            horizontalAlignment: Text.AlignHCenter
-            text: root.note?.text ?? ""
-            textFormat: Text.PlainText
-            color: Theme.text
-            font.pixelSize: Theme.smallSize
-            wrapMode: Text.Wrap
         }
     }
 }

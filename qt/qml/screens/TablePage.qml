@@ -8,8 +8,10 @@ FocusScope {
 
     required property ViewControllerItem screen
     property string tableName: "itemsTableView"
+    readonly property alias rows: list
 
     TableList {
+        id: list
         anchors.fill: parent
         table: root.screen.outlet(root.tableName) as TableItem
         label: root.screen.accessibleName

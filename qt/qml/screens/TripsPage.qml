@@ -1,11 +1,42 @@
-// A day's trips and stops as cards.
+pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-TablePage {
+// A day's trips and stops as cards, below the day bar.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+
     Rectangle {
         anchors.fill: parent
-        z: -1
         color: Theme.well
+    }
+
+    Column {
+        id: head
+        width: parent.width
+
+        DayBar {
+            width: parent.width
+            screen: root.screen
+            noted: note.visible
+        }
+    }
+
+    TablePage {
+        id: page
+        anchors.top: head.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        screen: root.screen
+        focus: true
+    }
+
+    DayNote {
+        id: note
+        anchors.centerIn: page
+        screen: root.screen
+        visible: page.rows.count === 0
     }
 }

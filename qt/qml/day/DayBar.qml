@@ -1,0 +1,138 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// Above a page that shows one day: the chosen day between arrows, and, while the page shows another one, what it shows.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+    property bool noted: false // the page itself reports what it does not show
+    readonly property string day: (screen.outlet("dayLabel") as LabelItem)?.text ?? ""
+    readonly property string note: (screen.outlet("dayNoteLabel") as LabelItem)?.text ?? ""
+    readonly property ButtonItem reload: screen.outlet("dayButton") as ButtonItem
+    readonly property ButtonItem load: screen.outlet("dayLoadButton") as ButtonItem
+
+    height: column.height + 1
+
+    Shortcut {
+        sequences: ["F5", "Ctrl+R"]
+        enabled: root.visible && root.enabled
+        onActivated: root.reload?.tap()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.raised
+    }
+    Rectangle {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: 1
+        color: Theme.separator
+    }
+
+    Column {
+        id: column
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, 560)
+
+        Item {
+            width: parent.width
+            height: Theme.touch
+
+            DayButton {
+                id: previous
+                anchors.left: parent.left
+                width: Theme.touch
+                button: root.screen.outlet("previousDayButton") as ButtonItem
+                symbol: Theme.mirrored ? "›" : "‹"
+            }
+            Tappable {
+                anchors.left: previous.right
+                anchors.right: next.left
+                height: parent.height
+                label: root.reload?.accessibleName ?? ""
+                onTapped: root.reload.tap()
+
+                Rectangle {
+                    anchors.fill: parent
+                    radius: 8
+                    color: parent.pressed ? Theme.pressed : "transparent"
+                }
+                PlainText {
+                    anchors.fill: parent
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 12
+                    text: root.day
+                    font.bold: true
+                }
+            }
+            DayButton {
+                id: next
+                anchors.right: today.left
+                width: Theme.touch
+                button: root.screen.outlet("nextDayButton") as ButtonItem
+                symbol: Theme.mirrored ? "‹" : "›"
+            }
+            DayButton {
+                id: today
+                anchors.right: parent.right
+                width: Math.min(implicitWidth, parent.width * 0.3)
+                button: root.screen.outlet("todayButton") as ButtonItem
+                opacity: enabled ? 1 : 0
+            }
+        }
+
+        Item {
+            width: parent.width
+            height: Math.max(words.height + 12, load.visible ? load.height : 0)
+            visible: root.note !== "" && !root.noted
+
+            PlainText {
+                id: words
+                anchors.left: parent.left
+                anchors.leftMargin: Theme.margin
+                anchors.right: load.visible ? load.left : parent.right
+                anchors.rightMargin: load.visible ? 0 : Theme.margin
+                anchors.verticalCenter: parent.verticalCenter
+                text: root.note
+                wrapMode: Text.Wrap
+                color: Theme.secondaryText
+                font.pixelSize: Theme.smallSize
+                Accessible.ignored: false
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            DayButton {
+                id: load
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, parent.width * 0.4)
+                visible: enabled
+                button: root.load
+            }
+        }
+    }
+
+    // Reports the day and the note to assistive technology when they change.
+    Item {
+        id: voice
+        readonly property string words: root.note ? `${root.day}, ${root.note}` : root.day
+        visible: silence.running
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: words
+        onWordsChanged: {
+            silence.stop();
+            if (root.visible && root.enabled)
+                silence.start();
+        }
+
+        Timer {
+            id: silence
+            interval: 1000
+        }
+    }
+}

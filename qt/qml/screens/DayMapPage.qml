@@ -1,0 +1,43 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// A day's track on a map, below the day bar.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+
+    Column {
+        id: head
+        width: parent.width
+
+        DayBar {
+            width: parent.width
+            screen: root.screen
+            noted: note.visible
+        }
+    }
+
+    MapPage {
+        id: page
+        anchors.top: head.bottom
+        anchors.bottom: foot.top
+        width: parent.width
+        screen: root.screen
+        focus: true
+
+        DayNote {
+            id: note
+            screen: root.screen
+            visible: page.covered && !page.busy
+        }
+    }
+
+    // What lies below the map.
+    Column {
+        id: foot
+        anchors.bottom: parent.bottom
+        width: parent.width
+    }
+}

@@ -1,0 +1,182 @@
+#include <gmock/gmock.h>
+
+#include "support/client.h"
+#include "ui/controls/action_sheet_date_picker.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The pages Map and Trips of vehicle 3; their requests stay open until they are answered.
+class DayBars : public testing::Test {
+ protected:
+  static constexpr int map = 2;
+  static constexpr int trips = 3;
+
+  DayBars() {
+    client.transport.leaveOpen("/map");
+    client.transport.leaveOpen("/route");
+    client.start();
+    screen = client.open(2);
+    go(map);
+  }
+
+  void go(int page) {
+    screen->pagesTabBar().tap(page);
+    client.queues.runUntilIdle();
+  }
+  template <class Kind>
+  Kind& outlet(const char* name) {
+    auto& pages = *screen->swipeTabBarController();
+    const auto page = pages.viewControllers()[static_cast<std::size_t>(pages.selectedIndex())];
+    return dynamic_cast<Kind&>(*page->findOutlet(name));
+  }
+  std::string tap(const char* button) {
+    outlet<Button>(button).tap();
+    client.queues.runUntilIdle();
+    return bar();
+  }
+  std::string arrive(HttpReply reply) {
+    const bool isMap = screen->swipeTabBarController()->selectedIndex() == map;
+    EXPECT_TRUE(client.transport.answerOpen(isMap ? "/map" : "/route", std::move(reply)));
+    client.queues.runUntilIdle();
+    return bar();
+  }
+  std::string pick(int daysLater) {
+    screen->navigationItem().rightBarButtonItems().at(0)->tap();
+    auto& picker = *client.application.window().datePicker();
+    picker.setSelectedDate(picker.selectedDate() + std::chrono::hours(24 * daysLater));
+    picker.done();
+    client.queues.runUntilIdle();
+    return bar();
+  }
+
+  /// What the bar in view shows: "Today", "Fri, 6 Mar: the note [Try again]".
+  std::string bar() {
+    std::string text = outlet<Label>("dayLabel").text();
+    if (const std::string note = outlet<Label>("dayNoteLabel").text(); !note.empty()) text += ": " + note;
+    if (const auto& load = outlet<Button>("dayLoadButton"); load.enabled())
+      text += " [" + load.accessibleName() + "]";
+    return text;
+  }
+  /// The days asked for since the last time.
+  std::vector<std::string> asked() {
+    std::vector<std::string> days;
+    for (const std::string& request : client.takeRequests())
+      if (const std::string day = parameterOf(request, "date"); !day.empty()) days.push_back(day);
+    return days;
+  }
+
+  Client client;
+  VehicleViewController* screen = nullptr;
+  const HttpReply track = mapReply({"", "", ""});
+  const HttpReply lost = failedReply(url_error::notConnectedToInternet);
+};
+
+TEST_F(DayBars, ReportWhatTheMapShowsWhateverComesOfTheChosenDay) {
+  EXPECT_EQ(bar(), "Today");
+  EXPECT_EQ(arrive(track), "Today");
+  EXPECT_FALSE(outlet<Button>("todayButton").enabled());
+  EXPECT_EQ(tap("previousDayButton"), "Yesterday");
+  EXPECT_EQ(arrive(mapReply({})), "Yesterday: No track on 9 Mar · shown: 10 Mar");
+  EXPECT_TRUE(outlet<Button>("chooseDayButton").enabled());
+  EXPECT_EQ(tap("previousDayButton"), "Sun, 8 Mar");
+  EXPECT_EQ(arrive(lost), "Sun, 8 Mar: 8 Mar could not be loaded · shown: 10 Mar [Try again]");
+  EXPECT_EQ(tap("dayLoadButton"), "Sun, 8 Mar");
+  EXPECT_EQ(arrive(track), "Sun, 8 Mar");
+  EXPECT_EQ(tap("dayButton"), "Sun, 8 Mar");
+  EXPECT_EQ(arrive(lost), "Sun, 8 Mar: 8 Mar could not be loaded [Try again]");
+  EXPECT_EQ(tap("todayButton"), "Today");
+  EXPECT_THAT(asked(), ElementsAre("2026-03-10", "2026-03-09", "2026-03-08", "2026-03-08", "2026-03-08",
+                                   "2026-03-10"));
+  EXPECT_EQ(pick(-70), "Tue, 30 Dec 2025: loading: 10 Mar");
+  EXPECT_EQ(arrive(track), "Tue, 30 Dec 2025: shown: 8 Mar · chosen: 30 Dec 2025 [Load]");
+  EXPECT_THAT(asked(), IsEmpty());
+  EXPECT_EQ(tap("dayLoadButton"), "Tue, 30 Dec 2025");
+  EXPECT_THAT(asked(), ElementsAre("2025-12-30"));
+}
+
+TEST_F(DayBars, KeepTheLastStepUntilThePageHasItsAnswer) {
+  EXPECT_EQ(tap("previousDayButton"), "Yesterday: loading: 10 Mar");
+  EXPECT_EQ(tap("previousDayButton"), "Sun, 8 Mar: loading: 10 Mar");
+  EXPECT_EQ(client.queues.day(screen->date()), "2026-03-08");
+  EXPECT_EQ(arrive(track), "Sun, 8 Mar");
+  EXPECT_THAT(asked(), ElementsAre("2026-03-10", "2026-03-08"));
+  arrive(track);
+
+  // To the day under way and back to it: its answer is enough.
+  tap("nextDayButton");
+  tap("nextDayButton");
+  EXPECT_EQ(tap("previousDayButton"), "Yesterday");
+  EXPECT_EQ(arrive(track), "Yesterday");
+  EXPECT_THAT(asked(), ElementsAre("2026-03-09"));
+
+  // The step waits for the page to come back, unless another day has been chosen meanwhile.
+  for (const bool other : {false, true}) {
+    tap("dayButton");
+    tap("previousDayButton");
+    go(trips);
+    if (other) tap("nextDayButton");
+    EXPECT_TRUE(client.transport.answerOpen("/map", track));
+    client.queues.runUntilIdle();
+    asked();
+    go(map);
+    EXPECT_THAT(asked().size(), other ? 0u : 1u);
+    if (!other) arrive(track);
+    if (!other) tap("nextDayButton"), arrive(track);
+  }
+}
+
+TEST_F(DayBars, OfTwoPagesAgreeOnTheChosenDayAndEachReportsItsOwn) {
+  arrive(track);
+  go(trips);
+  EXPECT_EQ(bar(), "Today");
+  EXPECT_EQ(arrive(routeReply(2)), "Today");
+  EXPECT_EQ(tap("previousDayButton"), "Yesterday");
+  EXPECT_EQ(arrive(routeReply(0)), "Yesterday: No trips on 9 Mar");
+  EXPECT_EQ(tap("dayButton"), "Yesterday");
+  EXPECT_EQ(arrive(lost), "Yesterday: 9 Mar could not be loaded [Try again]");
+  tap("dayButton");
+  EXPECT_EQ(pick(-1), "Sun, 8 Mar: loading: 9 Mar");
+  EXPECT_EQ(arrive(routeReply(2)), "Sun, 8 Mar: 8 Mar is not loaded [Load]");
+  go(map);
+  EXPECT_EQ(bar(), "Sun, 8 Mar: shown: 10 Mar · chosen: 8 Mar [Load]");
+  EXPECT_EQ(tap("dayLoadButton"), "Sun, 8 Mar");
+}
+
+TEST_F(DayBars, KnowThatTodayHasBecomeYesterday) {
+  arrive(track);
+  client.advance(16.0 * 3600);
+  EXPECT_EQ(bar(), "Yesterday");
+  EXPECT_TRUE(outlet<Button>("todayButton").enabled());
+}
+
+// Each clock's noon in London falls on another day somewhere.
+class ZoneClock final : public Clock {
+ public:
+  explicit ZoneClock(int hours) : offset_(hours) {}
+  Date now() const override { return std::chrono::sys_days(std::chrono::year(2026) / 3 / 1); }
+  std::string day(Date moment) const override { return VirtualQueues().day(moment + offset_); }
+
+ private:
+  std::chrono::hours offset_;
+};
+
+TEST(DayChoice, StepsByTheCalendarInEveryTimeZone) {
+  for (const int hours : {-12, -5, 0, 11, 12, 14}) {
+    Client client;
+    ZoneClock clock(hours);
+    Environment environment{client.queues, client.machine.device, clock, client.center, client.appearance};
+    DayChoice days(environment);
+    const std::string start = days.day();
+    days.selectLater(-1);
+    EXPECT_EQ(days.day(), hours < 0 ? "2026-02-27" : "2026-02-28") << hours;
+    days.selectLater(1);
+    EXPECT_EQ(days.day(), start) << hours;
+  }
+}
+
+}  // namespace
+}  // namespace fleetor::test
