@@ -123,7 +123,7 @@ FocusScope {
         readonly property string words: root.note ? `${root.day}, ${root.note}` : root.day
         visible: silence.running
         Accessible.role: Accessible.AlertMessage
-        Accessible.name: words
+        Accessible.name: voice.words
         onWordsChanged: {
             silence.stop();
             if (root.visible && root.enabled)
