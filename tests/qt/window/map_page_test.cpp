@@ -53,7 +53,7 @@ class Page final : public ViewController, public MapViewDelegate {
     outlet("mapView", map);
     outlet("changeTypeButton", type);
     outlet("zoomOutButton", zoomOut);
-    setStoryboard(nullptr, "MapDetailVC");
+    setStoryboard(nullptr, "LiveDetailVC");
     map.setDelegate(this);
   }
 
