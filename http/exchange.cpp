@@ -214,7 +214,12 @@ bool Exchange::bodyArrived(std::string_view bytes) {
     curl_off_t announced = 0;
     curl_easy_getinfo(transfer_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
     body_.emplace(limits_.bodyBytes, limits_.unpackingRatio, answerHeader("Content-Encoding"), announced);
+    if (request_.progress) {
+      request_.progress->received = 0;
+      request_.progress->total = std::max<std::int64_t>(announced, 0);
+    }
   }
+  if (request_.progress) request_.progress->received += std::ssize(bytes);
   switch (body_->add(bytes)) {
     case AnswerBody::Verdict::good:
       return true;

@@ -1,12 +1,22 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace fleetor {
+
+/// How much of the body of an answer has arrived, in bytes as they are sent, before any unpacking. Written on
+/// the network thread, read on any.
+struct TransferProgress {
+  std::atomic<std::int64_t> received = 0;
+  std::atomic<std::int64_t> total = 0;  ///< 0: the service does not state it
+};
 
 /// One request, complete: the transport adds nothing that the service could notice beyond "Host",
 /// "Accept-Encoding" and, where the request has none, "User-Agent".
@@ -19,6 +29,7 @@ struct HttpRequest {
   std::optional<std::string> body;  ///< nothing sends no body at all
   double timeoutSeconds = 30;       ///< longest time without any progress, connecting included; 0 sets none
   bool reloadIgnoringLocalCacheData = true;
+  std::shared_ptr<TransferProgress> progress = {};  ///< null: nobody wants to know
 };
 
 /// The error codes of the URL-loading system that the client distinguishes.

@@ -43,17 +43,18 @@ void API::displayError(const std::string& text) {
 
 void API::rest(const std::string& path, const std::string& method, const std::optional<Params>& params,
                const std::optional<RequestBody>& body, PendingCompletion completion, MapEnvelope map,
-               ErrorCodes errorCodes) {
+               ErrorCodes errorCodes, std::shared_ptr<TransferProgress> progress) {
   const std::string url = service->baseURLString + path;
   service->device.log.line("REQUEST: " + url);
   service->device.log.line("REQUEST: " + parametersForLog(params));
   APIHTTPClient::JSONFromURLWithString(
-      url, method, params, body ? std::optional(body->text()) : std::nullopt, map != nullptr,
+      url, method, params, body ? std::optional(Data{body->text()}) : std::nullopt, {}, map != nullptr,
       [completion = std::move(completion), map, errorCodes = std::move(errorCodes)](
           ResponseObject object, ResponseKind kind, const std::optional<HTTPResponse>& response,
           const std::optional<APIFailure>& error) {
         handleCompletionWithJSON(std::move(object), kind, response, error, completion, map, errorCodes);
-      });
+      },
+      std::move(progress));
 }
 
 void API::handleCompletionWithJSON(ResponseObject object, ResponseKind kind,

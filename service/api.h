@@ -94,7 +94,16 @@ class API {
   template <class R>
   static void getWithPath(const std::string& path, const Params& params, ModelClass<R> modelClass,
                           ErrorCodes errorCodes, Completion<R> completion) {
-    restWithPath(path, "GET", params, {}, std::move(completion), modelClass, std::move(errorCodes));
+    getWithPath(path, params, modelClass, std::move(errorCodes), nullptr, std::move(completion));
+  }
+
+  /// The same, and meanwhile reports in `progress` how much of the answer has come.
+  template <class R>
+  static void getWithPath(const std::string& path, const Params& params, ModelClass<R> modelClass,
+                          ErrorCodes errorCodes, std::shared_ptr<TransferProgress> progress,
+                          Completion<R> completion) {
+    restWithPath(path, "GET", params, {}, std::move(completion), modelClass, std::move(errorCodes),
+                 std::move(progress));
   }
 
   template <class R>
@@ -156,7 +165,8 @@ class API {
   template <class R>
   static void restWithPath(const std::string& path, const std::string& method,
                            const std::optional<Params>& params, const std::optional<RequestBody>& body,
-                           Completion<R> completion, ModelClass<R> modelClass, ErrorCodes errorCodes) {
+                           Completion<R> completion, ModelClass<R> modelClass, ErrorCodes errorCodes,
+                           std::shared_ptr<TransferProgress> progress = {}) {
     PendingCompletion pending;
     if (completion) {
       pending = std::make_shared<Pending>(
@@ -166,7 +176,7 @@ class API {
           }});
     }
     const MapEnvelope map = modelClass.map;
-    rest(path, method, params, body, std::move(pending), map, std::move(errorCodes));
+    rest(path, method, params, body, std::move(pending), map, std::move(errorCodes), std::move(progress));
   }
 
   using AnyCompletion = APICompletion<void>;
@@ -193,7 +203,7 @@ class API {
   static ServiceDevice& device();
   static void rest(const std::string& path, const std::string& method, const std::optional<Params>& params,
                    const std::optional<RequestBody>& body, PendingCompletion completion, MapEnvelope map,
-                   ErrorCodes errorCodes);
+                   ErrorCodes errorCodes, std::shared_ptr<TransferProgress> progress);
   static void showMessageForKind(ResponseKind kind, long status, const ErrorCodes& errorCodes);
 };
 

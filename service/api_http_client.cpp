@@ -210,7 +210,8 @@ std::string APIHTTPClient::contentTypeForRequestString(const std::string& body) 
 void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::string& method,
                                           const std::optional<Params>& params,
                                           const std::optional<Data>& bodyData, const Headers& headers,
-                                          bool jsonResponse, APIHTTPCompletion completion) {
+                                          bool jsonResponse, APIHTTPCompletion completion,
+                                          std::shared_ptr<TransferProgress> progress) {
   const auto serializer = jsonResponse ? ResponseSerializer::JSON : ResponseSerializer::plain;
   auto shared = std::make_shared<const APIHTTPCompletion>(std::move(completion));
 
@@ -226,7 +227,9 @@ void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::str
   client->device.queues.global([=, state = client]() mutable {
     state->indicator->operationStarted();
     try {
-      if (state->send(buildRequest(*state, url, method, params, bodyData, headers), ended)) return;
+      HttpRequest request = buildRequest(*state, url, method, params, bodyData, headers);
+      request.progress = progress;
+      if (state->send(std::move(request), ended)) return;
       // The completion will not be called, and what it captures may only be released on the main thread.
       state->device.queues.main([shared = std::move(shared), ended = std::move(ended)] {});
     } catch (const std::exception&) {

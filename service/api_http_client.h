@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -91,10 +92,11 @@ class APIHTTPClient {
 
   /// Returns at once. The request is built and sent on the global queue, its answer judged and decoded there.
   /// A given body wins over the parameters; parameters are the query of a "GET" and the form body of any
-  /// other verb.
+  /// other verb. Whoever hands over `progress` may watch how much of the answer has come.
   static void JSONFromURLWithString(const std::string& url, const std::string& method,
                                     const std::optional<Params>& params, const std::optional<Data>& bodyData,
-                                    const Headers& headers, bool jsonResponse, APIHTTPCompletion completion);
+                                    const Headers& headers, bool jsonResponse, APIHTTPCompletion completion,
+                                    std::shared_ptr<TransferProgress> progress = {});
 
   /// Classifies a failed operation, logs it and reports it to the completion.
   static void handleError(const APIFailure& error, HTTPRequestOperation operation,

@@ -6,6 +6,23 @@
 
 namespace fleetor {
 
+namespace {
+
+constexpr Seconds progressDelay{1};
+constexpr Seconds progressInterval{0.3};
+
+std::string kilobytes(std::int64_t bytes) {
+  return std::to_string((bytes + 999) / 1000);
+}
+
+/// The text with the value in place of a {name}.
+std::string filled(std::string text, const std::string& name, const std::string& value) {
+  if (const auto at = text.find(name); at != std::string::npos) text.replace(at, name.size(), value);
+  return text;
+}
+
+}  // namespace
+
 DayBar::DayBar(Environment& environment, Outlets& page, std::string nothing)
     : environment_(environment), nothing_(std::move(nothing)) {
   const auto equip = [&](const char* name, Button& button, const char* title, Action action) {
@@ -21,6 +38,7 @@ DayBar::DayBar(Environment& environment, Outlets& page, std::string nothing)
   };
   page.outlet("dayLabel", dayLabel_);
   page.outlet("dayNoteLabel", noteLabel_);
+  page.outlet("dayProgressLabel", progressLabel_);
   equip("previousDayButton", previousButton_, "Previous day", later(-1));
   equip("nextDayButton", nextButton_, "Next day", later(1));
   equip("todayButton", todayButton_, "Today", [this](Component&) {
@@ -40,13 +58,34 @@ void DayBar::setChoice(std::shared_ptr<DayChoice> days) {
   refresh();
 }
 
-void DayBar::loading(const std::string& day) {
+std::shared_ptr<TransferProgress> DayBar::loading(const std::string& day) {
   loading_ = day;
+  auto progress = std::make_shared<TransferProgress>();
+  watch_ = std::make_shared<Watch>(Watch{progress});
+  showProgressAfter(progressDelay);
   refresh();
+  return progress;
+}
+
+void DayBar::showProgressAfter(Seconds delay) {
+  environment_.queues.mainAfter(delay, [this, watched = std::weak_ptr(watch_)] {
+    const auto watch = watched.lock();
+    if (!watch) return;
+    const std::int64_t received = watch->progress->received;
+    const std::int64_t total = watch->progress->total;
+    const auto& device = environment_.device;
+    if (total > 0)
+      progressLabel_.setText(
+          filled(filled(device.localizedString("{part} of {whole} kB"), "{part}", kilobytes(received)),
+                 "{whole}", kilobytes(total)));
+    else if (received > 0)
+      progressLabel_.setText(filled(device.localizedString("{part} kB"), "{part}", kilobytes(received)));
+    showProgressAfter(progressInterval);
+  });
 }
 
 void DayBar::loaded(const std::string& day, Outcome outcome) {
-  loading_.reset();
+  endLoading();
   result_ = {day, outcome};
   if (outcome == Outcome::shown) shown_ = day;
   if (waiting_ == day && outcome != Outcome::dropped) waiting_.reset();
@@ -61,8 +100,14 @@ void DayBar::removed() {
 }
 
 void DayBar::cleared() {
-  loading_.reset();
+  endLoading();
   removed();
+}
+
+void DayBar::endLoading() {
+  loading_.reset();
+  watch_.reset();
+  progressLabel_.setText("");
 }
 
 void DayBar::appeared() {
@@ -119,11 +164,7 @@ std::string DayBar::note() const {
 }
 
 std::string DayBar::text(const std::string& key, const std::string& day) const {
-  std::string text = environment_.device.localizedString(key);
-  const std::string place = "{day}";
-  if (const auto at = text.find(place); at != std::string::npos)
-    text.replace(at, place.size(), shortDay(day, "d MMM", "d MMM yyyy"));
-  return text;
+  return filled(environment_.device.localizedString(key), "{day}", shortDay(day, "d MMM", "d MMM yyyy"));
 }
 
 std::string DayBar::shortDay(const std::string& day, const char* thisYears, const char* others) const {

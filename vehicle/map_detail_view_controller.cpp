@@ -62,10 +62,10 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
   setLoading(true);
   loadingIndicator().startAnimating();
   updateCover();
-  bar_.loading(*day);
+  auto progress = bar_.loading(*day);
   const auto self = sharedFrom(this);
   API::getWithPath("/map", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<MapResponse>, {},
-                   [self, day](auto response, auto kind, long, auto&) {
+                   std::move(progress), [self, day](auto response, auto kind, long, auto&) {
                      if (kind != ResponseKindSuccess) {
                        self->endLoading();
                        return self->bar_.loaded(*day, DayBar::Outcome::failed);

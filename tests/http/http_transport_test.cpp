@@ -290,13 +290,22 @@ TEST(HttpTransport, FollowsRedirectsButKeepsTheTokenAtItsOrigin) {
   }
 }
 
-TEST(HttpTransport, ReceivesALongBodyWhole) {
+TEST(HttpTransport, ReceivesALongBodyWholeAndCountsItForWhoeverWatches) {
   std::string body;
   for (int i = 0; body.size() < 20'000'000; i++)
     body += std::to_string(i) + ",";
   RawServer server(always(answer(body)));
   HttpTransport transport;
-  EXPECT_TRUE(fetch(transport, get(server.url("/map"))).body == body);
+  HttpRequest request = get(server.url("/map"));
+  request.progress = std::make_shared<TransferProgress>();
+  EXPECT_TRUE(fetch(transport, request).body == body);
+  EXPECT_EQ(request.progress->received, std::ssize(body));
+  EXPECT_EQ(request.progress->total, std::ssize(body));
+  RawServer unmeasured(always(chunked + "4\r\n1234\r\n0\r\n\r\n"));
+  request.url = unmeasured.url("/map");
+  EXPECT_EQ(fetch(transport, request).body, "1234");
+  EXPECT_EQ(request.progress->received, 4);
+  EXPECT_EQ(request.progress->total, 0);
 }
 
 // Takes about two seconds to read what the test below sends.

@@ -146,6 +146,24 @@ TEST_F(DayBars, OfTwoPagesAgreeOnTheChosenDayAndEachReportsItsOwn) {
   EXPECT_EQ(tap("dayLoadButton"), "Sun, 8 Mar");
 }
 
+TEST_F(DayBars, ReportHowMuchOfASlowDayHasComeUntilItIsThere) {
+  const auto progress = client.transport.last().progress;
+  ASSERT_TRUE(progress);
+  const auto shown = [this] { return outlet<Label>("dayProgressLabel").text(); };
+  progress->received = 400'500;
+  client.advance(0.9);
+  EXPECT_EQ(shown(), "") << "most days come within a second";
+  client.advance(0.2);
+  EXPECT_EQ(shown(), "401 kB");
+  progress->total = 1'234'567;
+  client.advance(0.5);
+  EXPECT_EQ(shown(), "401 of 1235 kB");
+  arrive(track);
+  EXPECT_EQ(shown(), "");
+  client.advance(1);
+  EXPECT_EQ(shown(), "");
+}
+
 TEST_F(DayBars, KnowThatTodayHasBecomeYesterday) {
   arrive(track);
   client.advance(16.0 * 3600);

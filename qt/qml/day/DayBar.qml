@@ -10,6 +10,7 @@ FocusScope {
     property bool noted: false // the page itself reports what it does not show
     readonly property string day: (screen.outlet("dayLabel") as LabelItem)?.text ?? ""
     readonly property string note: (screen.outlet("dayNoteLabel") as LabelItem)?.text ?? ""
+    readonly property string progress: (screen.outlet("dayProgressLabel") as LabelItem)?.text ?? ""
     readonly property ButtonItem reload: screen.outlet("dayButton") as ButtonItem
     readonly property ButtonItem load: screen.outlet("dayLoadButton") as ButtonItem
 
@@ -39,7 +40,7 @@ FocusScope {
 
         Item {
             width: parent.width
-            height: Theme.touch
+            height: Math.max(Theme.touch, words.height)
 
             DayButton {
                 id: previous
@@ -60,14 +61,27 @@ FocusScope {
                     radius: 8
                     color: parent.pressed ? Theme.pressed : "transparent"
                 }
-                PlainText {
-                    anchors.fill: parent
-                    horizontalAlignment: Text.AlignHCenter
-                    verticalAlignment: Text.AlignVCenter
-                    fontSizeMode: Text.HorizontalFit
-                    minimumPixelSize: 12
-                    text: root.day
-                    font.bold: true
+                Column {
+                    id: words
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: parent.width
+
+                    PlainText {
+                        width: parent.width
+                        horizontalAlignment: Text.AlignHCenter
+                        fontSizeMode: Text.HorizontalFit
+                        minimumPixelSize: 12
+                        text: root.day
+                        font.bold: true
+                    }
+                    PlainText {
+                        width: parent.width
+                        horizontalAlignment: Text.AlignHCenter
+                        visible: text !== ""
+                        text: root.progress
+                        color: Theme.secondaryText
+                        font.pixelSize: Math.round(Theme.smallSize * 0.85)
+                    }
                 }
             }
             DayButton {
@@ -88,11 +102,11 @@ FocusScope {
 
         Item {
             width: parent.width
-            height: Math.max(words.height + 12, load.visible ? load.height : 0)
+            height: Math.max(report.height + 12, load.visible ? load.height : 0)
             visible: root.note !== "" && !root.noted
 
             PlainText {
-                id: words
+                id: report
                 anchors.left: parent.left
                 anchors.leftMargin: Theme.margin
                 anchors.right: load.visible ? load.left : parent.right
