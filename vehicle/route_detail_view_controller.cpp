@@ -1,5 +1,6 @@
 #include "vehicle/route_detail_view_controller.h"
 
+#include "day/day_stage.h"
 #include "service/api.h"
 #include "shell/base/loading_cell.h"
 #include "vehicle/notifications.h"
@@ -11,6 +12,18 @@ namespace {
 constexpr const char* routeCell = "RouteCell";
 constexpr double routeRowHeight = 265.0;
 constexpr double routeLoadingRowHeight = 60.0;
+
+const char* imageOf(DayStage::Kind kind) {
+  switch (kind) {
+    case DayStage::Kind::driving:
+      return "RowDriving";
+    case DayStage::Kind::parking:
+      return "parking";
+    case DayStage::Kind::unknown:
+      return "";
+  }
+  return "";
+}
 }  // namespace
 
 RouteDetailViewController::RouteDetailViewController(Environment& environment)
@@ -79,10 +92,10 @@ void RouteDetailViewController::load() {
 void RouteDetailViewController::loadItems(const std::optional<std::string>& day) {
   if (!day || (isLoading() && day == date())) return;
   setLoading(true);
-  bar_.loading(*day);
+  auto progress = bar_.loading(*day);
   const auto self = sharedFrom(this);
   API::getWithPath("/route", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<RouteResponse>, {},
-                   [self, day](auto response, auto kind, long, auto&) {
+                   std::move(progress), [self, day](auto response, auto kind, long, auto&) {
                      auto outcome =
                          kind == ResponseKindSuccess ? DayBar::Outcome::dropped : DayBar::Outcome::failed;
                      if (kind == ResponseKindSuccess && self->date() == day) {
@@ -109,6 +122,9 @@ std::shared_ptr<TableViewCell> RouteDetailViewController::tableViewCellForRowAtI
   auto cell = std::static_pointer_cast<VehicleRouteTableViewCell>(
       tableView.dequeueReusableCellWithIdentifier(routeCell));
   const RouteItem& item = items_.route->at(static_cast<std::size_t>(path.row));
+  const DayStage stage = DayStage::fromItem(item, date().value_or(""));
+  cell->kindImageView().setImage(imageOf(stage.kind));
+  cell->clockLabel().setText(stage.clock);
   cell->statusLabel().setText(item.status.str());
   cell->timeLabel().setText(item.timeFrom.str());
   cell->durationLabel().setText(item.duration.str());

@@ -7,6 +7,8 @@ namespace fleetor {
 VehicleRouteTableViewCell::VehicleRouteTableViewCell(std::string reuseIdentifier)
     : TableViewCell(std::move(reuseIdentifier)) {
   setSelectable(false);
+  outlet("kindImageView", kindImageView_);
+  outlet("clockLabel", clockLabel_);
   outlet("statusLabel", statusLabel_);
   outlet("timeLabel", timeLabel_);
   outlet("durationLabel", durationLabel_);

@@ -6,11 +6,14 @@
 
 namespace fleetor {
 
-/// The row of one trip or stop. The page fills its labels; it is not for tapping.
+/// The row of one trip or stop. The page fills its labels; it is not for tapping. "kindImageView" is empty
+/// where the values do not tell a trip from a stop, "clockLabel" where the time does not belong to the day.
 class VehicleRouteTableViewCell final : public TableViewCell {
  public:
   explicit VehicleRouteTableViewCell(std::string reuseIdentifier);
 
+  ImageView& kindImageView() { return kindImageView_; }
+  Label& clockLabel() { return clockLabel_; }
   Label& statusLabel() { return statusLabel_; }
   Label& timeLabel() { return timeLabel_; }
   Label& durationLabel() { return durationLabel_; }
@@ -19,6 +22,8 @@ class VehicleRouteTableViewCell final : public TableViewCell {
   Label& toLabel() { return toLabel_; }
 
  private:
+  ImageView kindImageView_;
+  Label clockLabel_;
   Label statusLabel_;
   Label timeLabel_;
   Label durationLabel_;

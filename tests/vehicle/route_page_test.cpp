@@ -34,6 +34,13 @@ class RoutePage : public LonePage<RouteDetailViewController> {
   TableView& table = page->itemsTableView();
 };
 
+/// What is drawn beside the labels: the picture and the time without the day.
+std::string drawn(TableView& table, int row) {
+  const auto cell = table.cellForRow(row);
+  return dynamic_cast<ImageView&>(*cell->findOutlet("kindImageView")).image() + " " +
+         dynamic_cast<Label&>(*cell->findOutlet("clockLabel")).text();
+}
+
 const std::string drive = "265|Driving|08:00|12 min|12.5 km|Mill Lane|Harbour";
 const std::string stop = "265|Parking|08:12|1 h|0 km|Harbour|Harbour";
 
@@ -44,6 +51,8 @@ TEST_F(RoutePage, SpinsWhileItLoadsTodayAndThenListsTheTripsAsTheyWereSent) {
   EXPECT_THAT(requests(), ElementsAre("GET /route?date=2026-03-10&vehid=7"));
   arrive(routeReply(2));
   EXPECT_THAT(rows(), ElementsAre(drive, stop));
+  EXPECT_EQ(drawn(table, 0), "RowDriving 08:00");
+  EXPECT_EQ(drawn(table, 1), "parking 08:12");
   table.tap(0);
   EXPECT_FALSE(table.indexPathForSelectedRow());
   page->tabSelected();

@@ -2,16 +2,21 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// One trip or stop as a card: kind, time, both addresses, duration and distance.
+// One trip or stop as a card: when, which of the two, both addresses, duration and distance.
 RowBody {
     id: row
 
     readonly property string status: text("statusLabel")
+    readonly property string clock: text("clockLabel")
     readonly property string time: text("timeLabel")
     readonly property string duration: text("durationLabel")
     readonly property string distance: text("distanceLabel")
     readonly property string from: text("fromLabel")
     readonly property string to: text("toLabel")
+    readonly property url picture: (cell?.outlet("kindImageView") as ImageViewItem)?.source ?? ""
+    readonly property bool known: picture.toString() !== ""
+    readonly property bool parking: picture.toString().includes("parking")
+    readonly property color tint: !known ? Theme.accent : parking ? Theme.parking : Theme.driving
 
     function text(name) {
         return (cell?.outlet(name) as LabelItem)?.text ?? "";
@@ -28,49 +33,74 @@ RowBody {
         anchors.rightMargin: 12
         anchors.topMargin: 12
         radius: 14
-        color: Theme.raised
+        color: row.parking ? Theme.parkingPlate : Theme.raised
         border.width: 1
         border.color: Theme.separator
 
+        Rectangle {
+            anchors.left: parent.left
+            anchors.leftMargin: 8
+            y: 14
+            width: 5
+            height: parent.height - 28
+            radius: 2.5
+            color: row.tint
+        }
+
         Item {
             id: head
-            x: Theme.margin
+            anchors.left: parent.left
+            anchors.leftMargin: 24
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.margin
             y: 14
-            width: parent.width - 2 * x
-            height: pill.height + (Theme.large ? timeText.height + 6 : 0) // the time has a separate line
+            height: Math.max(32, timeText.height) + (Theme.large ? pill.height + 6 : 0) // the status has a separate line
 
+            Image {
+                id: kind
+                anchors.left: parent.left
+                anchors.verticalCenter: timeText.verticalCenter
+                width: row.known ? 32 : 0
+                height: 32
+                source: row.picture
+                sourceSize { width: 32; height: 32 }
+            }
+            PlainText {
+                id: timeText
+                anchors.left: kind.right
+                anchors.leftMargin: row.known ? 8 : 0
+                width: Math.min(implicitWidth, parent.width - kind.width - 8 - (Theme.large ? 0 : Math.min(pill.wanted, parent.width * 0.4) + 8))
+                height: Math.max(32, implicitHeight)
+                verticalAlignment: Text.AlignVCenter
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: 12
+                text: row.clock || row.time
+                font.pixelSize: Theme.titleSize + 2
+                font.bold: true
+            }
             Rectangle {
                 id: pill
-                anchors.left: parent.left
-                width: Math.min(statusText.implicitWidth + 24, parent.width - (Theme.large ? 0 : timeText.width + 8))
+                readonly property real wanted: statusText.implicitWidth + 24
+                anchors.left: Theme.large ? parent.left : undefined
+                anchors.right: Theme.large ? undefined : parent.right
+                y: Theme.large ? parent.height - height : (parent.height - height) / 2
+                width: Math.min(wanted, parent.width - (Theme.large ? 0 : kind.width + timeText.width + 16))
                 height: statusText.implicitHeight + 10
                 radius: height / 2
-                color: Theme.well
+                color: row.parking ? Theme.raised : Theme.well
                 PlainText {
                     id: statusText
                     anchors.centerIn: parent
                     width: Math.min(implicitWidth, pill.width - 24)
                     text: row.status
-                    color: Theme.accent
+                    color: row.tint
                     font.pixelSize: Theme.smallSize + 1
                     font.bold: true
                 }
             }
-            PlainText {
-                id: timeText
-                anchors.left: Theme.large ? parent.left : undefined
-                anchors.right: Theme.large ? undefined : parent.right
-                y: Theme.large ? parent.height - height : (parent.height - height) / 2
-                width: Theme.large ? parent.width : Math.min(implicitWidth, parent.width * 0.65)
-                fontSizeMode: Theme.large ? Text.HorizontalFit : Text.FixedSize
-                minimumPixelSize: 12
-                text: row.time
-                color: Theme.secondaryText
-                font.pixelSize: Theme.smallSize + 1
-            }
         }
 
-        // The two addresses, joined by a line.
+        // The two addresses, joined by a line; that of a stop once, and again in small.
         Item {
             id: way
             readonly property real needed: Math.max(ends.itemAt(0)?.implicitHeight ?? 0, ends.itemAt(1)?.implicitHeight ?? 0)
@@ -78,19 +108,21 @@ RowBody {
             anchors.bottom: foot.top
             anchors.topMargin: 10
             anchors.bottomMargin: 10
-            x: Theme.margin
-            width: parent.width - 2 * x
+            anchors.left: head.left
+            anchors.right: head.right
 
             Rectangle {
+                visible: !row.parking
                 anchors.horizontalCenter: start.horizontalCenter
                 anchors.top: start.bottom
                 anchors.bottom: end.top
                 width: 2
-                color: Theme.accent
+                color: row.tint
                 opacity: 0.45
             }
             Rectangle {
                 id: start
+                visible: !row.parking
                 anchors.left: parent.left
                 anchors.leftMargin: 3
                 y: parent.height * 0.25 - height / 2
@@ -99,17 +131,18 @@ RowBody {
                 radius: 7
                 color: "transparent"
                 border.width: 3
-                border.color: Theme.accent
+                border.color: row.tint
             }
             Rectangle {
                 id: end
+                visible: !row.parking
                 anchors.left: parent.left
                 anchors.leftMargin: 3
                 y: parent.height * 0.75 - height / 2
                 width: 14
                 height: 14
                 radius: 7
-                color: Theme.accent
+                color: row.tint
             }
             Repeater {
                 id: ends
@@ -118,15 +151,17 @@ RowBody {
                     required property int index
                     required property string modelData
                     anchors.left: way.left
-                    anchors.leftMargin: 32
+                    anchors.leftMargin: row.parking ? 0 : 28
                     anchors.right: way.right
                     y: index * way.height / 2
                     height: way.height / 2
-                    verticalAlignment: Text.AlignVCenter
+                    verticalAlignment: !row.parking ? Text.AlignVCenter : index === 0 ? Text.AlignBottom : Text.AlignTop
                     text: modelData
                     wrapMode: Text.Wrap
                     maximumLineCount: Theme.large ? 5 : 3
-                    font.weight: Font.Medium
+                    color: row.parking && index === 1 ? Theme.secondaryText : Theme.text
+                    font.pixelSize: row.parking && index === 1 ? Theme.smallSize : Theme.bodySize
+                    font.weight: row.parking && index === 1 ? Font.Normal : Font.Medium
                 }
             }
         }
@@ -136,8 +171,8 @@ RowBody {
             readonly property real line: Theme.large ? Theme.bodySize * 1.75 : 56
             columns: Theme.large ? 1 : 2
             anchors.bottom: parent.bottom
-            x: Theme.margin
-            width: parent.width - 2 * x
+            anchors.left: head.left
+            anchors.right: head.right
             height: Theme.large ? 2 * line : line
             Repeater {
                 model: [{ icon: "qrc:/images/RowDuration.svg", words: row.duration }, { icon: "qrc:/images/RowDistance.svg", words: row.distance }]
@@ -169,8 +204,8 @@ RowBody {
         }
         Rectangle {
             anchors.bottom: foot.top
-            x: Theme.margin
-            width: parent.width - 2 * x
+            anchors.left: head.left
+            anchors.right: head.right
             height: 1
             color: Theme.separator
         }

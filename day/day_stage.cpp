@@ -1,0 +1,39 @@
+#include "day/day_stage.h"
+
+#include "values/quantities.h"
+#include "values/times.h"
+
+namespace fleetor {
+
+namespace {
+
+constexpr std::size_t dayLength = 10;  // of "yyyy-MM-dd"
+
+DayStage::Kind kindOf(const RouteItem& item) {
+  const auto kilometres = readKilometres(item.distance.view());
+  if (!kilometres || item.from.empty() || item.to.empty()) return DayStage::Kind::unknown;
+  const bool isDriven = *kilometres > 0 || item.from.view() != item.to.view();
+  return isDriven ? DayStage::Kind::driving : DayStage::Kind::parking;
+}
+
+}  // namespace
+
+DayStage DayStage::fromItem(const RouteItem& item, std::string_view day) {
+  DayStage stage;
+  stage.kind = kindOf(item);
+  const auto midnight = readDay(day);
+  if (!midnight) return stage;
+  const auto begin = readTime(item.timeFrom.view(), *midnight);
+  if (!begin || std::chrono::floor<std::chrono::days>(*begin) != *midnight) return stage;
+  std::string_view clock = item.timeFrom.view();
+  if (readDay(clock.substr(0, dayLength))) clock.remove_prefix(dayLength + 1);
+  stage.clock = clock;
+
+  const auto end = readTime(item.timeTo.view(), *midnight);
+  if (!end || *end < *begin) return stage;
+  stage.begin = static_cast<float>((*begin - *midnight).count());
+  stage.end = static_cast<float>((*end - *midnight).count());
+  return stage;
+}
+
+}  // namespace fleetor

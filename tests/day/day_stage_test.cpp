@@ -1,0 +1,58 @@
+#include "day/day_stage.h"
+
+#include <gmock/gmock.h>
+
+namespace fleetor::test {
+namespace {
+
+using Kind = DayStage::Kind;
+
+TEST(DayStage, IsDrivingOrParkingByItsValuesAndNeitherWhereTheyAreNotUnderstood) {
+  struct Case {
+    const char* distance;
+    const char* from;
+    const char* to;
+    Kind kind;
+  };
+  for (const auto& [distance, from, to, kind] :
+       {Case{"12.5", "Mill Lane", "Harbour", Kind::driving}, Case{"0.4 km", "Home", "Home", Kind::driving},
+        Case{"0", "Home", "Harbour", Kind::driving}, Case{"0.0", "Home", "Home", Kind::parking},
+        Case{"0,0 km", "Home", "Home", Kind::parking}, Case{"", "Home", "Home", Kind::unknown},
+        Case{"far", "Home", "Harbour", Kind::unknown}, Case{"0", "", "", Kind::unknown}}) {
+    RouteItem item;
+    item.status = "Parking";  // decides nothing
+    item.distance = distance;
+    item.from = from;
+    item.to = to;
+    EXPECT_EQ(DayStage::fromItem(item, "2026-11-20").kind, kind) << distance << " " << from;
+  }
+}
+
+TEST(DayStage, HasTheTimesOfItsDayOnly) {
+  struct Case {
+    const char* from;
+    const char* to;
+    const char* clock;
+    std::optional<float> begin;
+    std::optional<float> end;
+  };
+  for (const auto& [from, to, clock, begin, end] :
+       {Case{"2026-11-20 07:03:00", "2026-11-20 07:46:10", "07:03:00", 25380, 27970},
+        Case{"2026-11-20T07:03", "2026-11-21 00:30", "07:03", 25380, 88200},
+        Case{"07:03", "07:46", "07:03", 25380, 27960},
+        Case{"2026-11-20 07:03:00", "later", "07:03:00", {}, {}},
+        Case{"2026-11-20 07:03:00", "2026-11-20 07:02:00", "07:03:00", {}, {}},
+        Case{"2026-11-19 23:50:00", "2026-11-20 00:10:00", "", {}, {}},
+        Case{"early", "2026-11-20 00:10:00", "", {}, {}}}) {
+    RouteItem item;
+    item.timeFrom = from;
+    item.timeTo = to;
+    const DayStage stage = DayStage::fromItem(item, "2026-11-20");
+    EXPECT_EQ(stage.clock, clock);
+    EXPECT_EQ(stage.begin, begin) << from;
+    EXPECT_EQ(stage.end, end) << to;
+  }
+}
+
+}  // namespace
+}  // namespace fleetor::test
