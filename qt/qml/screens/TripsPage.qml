@@ -18,6 +18,7 @@ FocusScope {
         width: parent.width
 
         DayBar {
+            id: bar
             width: parent.width
             screen: root.screen
             noted: note.visible
@@ -31,6 +32,13 @@ FocusScope {
         width: parent.width
         screen: root.screen
         focus: true
+    }
+
+    PullToLoad {
+        anchors.top: head.bottom
+        anchors.horizontalCenter: parent.horizontalCenter
+        list: page.rows
+        onPulled: bar.reload.tap()
     }
 
     DayNote {
