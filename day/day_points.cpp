@@ -3,12 +3,17 @@
 #include <chrono>
 #include <unordered_map>
 
+#include "map/great_circle.h"
 #include "values/quantities.h"
 #include "values/times.h"
 
 namespace fleetor {
 
 namespace {
+
+// More than that are metres, or another number that is no distance.
+constexpr double mostTimesLine = 10;
+constexpr double mostBeyondLine = 100;  // km; of a long way that has points at its ends only
 
 /// One value for each point, none below the one before it. Empty as soon as one is not understood.
 template <class Read>
@@ -35,12 +40,17 @@ std::vector<float> secondsOf(const std::vector<MapEntry>& entries, std::string_v
   });
 }
 
-std::vector<float> kilometresOf(const std::vector<MapEntry>& entries) {
+std::vector<float> kilometresOf(const std::vector<MapEntry>& entries, const std::vector<Coordinate>& line) {
   const double first = entries.empty() ? 0 : readKilometres(entries.front().totdist).value_or(0);
-  return risingColumn(entries, [&](const MapEntry& entry) -> std::optional<double> {
+  auto column = risingColumn(entries, [&](const MapEntry& entry) -> std::optional<double> {
     const auto kilometres = readKilometres(entry.totdist);
     return kilometres ? std::optional(*kilometres - first) : std::nullopt;
   });
+  double drawn = 0;
+  for (std::size_t i = 1; i < line.size(); ++i)
+    drawn += distanceInMetres(line[i - 1], line[i]) / 1000;
+  if (!column.empty() && column.back() > mostTimesLine * drawn + mostBeyondLine) column.clear();
+  return column;
 }
 
 DayStop stopAt(std::size_t index, const MapEntry& entry) {
@@ -68,7 +78,7 @@ DayPoints DayPoints::fromAnswer(const MapResponse& answer, std::string_view day)
     if (entry.isParking()) points.stops.push_back(stopAt(i, entry));
   }
   points.seconds = secondsOf(entries, day);
-  points.kilometres = kilometresOf(entries);
+  points.kilometres = kilometresOf(entries, points.coordinates);
   return points;
 }
 

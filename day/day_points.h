@@ -30,7 +30,8 @@ struct DayPoints {
   /// another day, or when the times go backwards.
   std::vector<float> seconds;
 
-  /// Driven since the first point. Empty when a distance is not understood, or when they go backwards.
+  /// Driven since the first point. Empty when a distance is not understood, when they go backwards, or when
+  /// they are far longer than the line.
   std::vector<float> kilometres;
 
   std::vector<std::uint32_t> addresses;   ///< index in addressTexts

@@ -7,12 +7,15 @@ namespace fleetor {
 
 namespace {
 
-constexpr std::size_t dayLength = 10;  // of "yyyy-MM-dd"
+constexpr std::size_t dayLength = 10;    // of "yyyy-MM-dd"
+constexpr double shortestRoundTrip = 1;  // km; below, the position of a vehicle at rest may have wandered
 
 DayStage::Kind kindOf(const RouteItem& item) {
   const auto kilometres = readKilometres(item.distance.view());
-  if (!kilometres || item.from.empty() || item.to.empty()) return DayStage::Kind::unknown;
-  const bool isDriven = *kilometres > 0 || item.from.view() != item.to.view();
+  if (!kilometres || *kilometres < 0 || item.from.empty() || item.to.empty()) return DayStage::Kind::unknown;
+  const bool isOnePlace = item.from == item.to;
+  if (isOnePlace && *kilometres > 0 && *kilometres < shortestRoundTrip) return DayStage::Kind::unknown;
+  const bool isDriven = *kilometres > 0 || !isOnePlace;
   return isDriven ? DayStage::Kind::driving : DayStage::Kind::parking;
 }
 

@@ -13,7 +13,7 @@ namespace fleetor {
 struct DayStage {
   enum class Kind {
     unknown,
-    driving,  ///< over a distance, or from one address to another
+    driving,  ///< over a distance, of a kilometre at least for a round trip, or from one address to another
     parking   ///< no distance, and the same address at both ends
   };
   Kind kind = Kind::unknown;

@@ -15,9 +15,10 @@ TEST(DayStage, IsDrivingOrParkingByItsValuesAndNeitherWhereTheyAreNotUnderstood)
     Kind kind;
   };
   for (const auto& [distance, from, to, kind] :
-       {Case{"12.5", "Mill Lane", "Harbour", Kind::driving}, Case{"0.4 km", "Home", "Home", Kind::driving},
+       {Case{"12.5", "Mill Lane", "Harbour", Kind::driving}, Case{"12.5 km", "Home", "Home", Kind::driving},
         Case{"0", "Home", "Harbour", Kind::driving}, Case{"0.0", "Home", "Home", Kind::parking},
         Case{"0,0 km", "Home", "Home", Kind::parking}, Case{"", "Home", "Home", Kind::unknown},
+        Case{"0.4", "Home", "Home", Kind::unknown}, Case{"-1", "Home", "Home", Kind::unknown},
         Case{"far", "Home", "Harbour", Kind::unknown}, Case{"0", "", "", Kind::unknown}}) {
     RouteItem item;
     item.status = "Parking";  // decides nothing
