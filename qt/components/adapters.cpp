@@ -6,6 +6,7 @@
 
 #include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
+#include "qt/components/day_items.h"
 #include "qt/components/table_model.h"
 #include "qt/components/view_controller_items.h"
 #include "qt/components/window_item.h"
@@ -27,6 +28,8 @@ Adapters::Adapters(Environment& environment) : environment_(environment) {
   add<TextField, TextFieldItem>();
   add<WebView, WebViewItem>();
   add<TabBar, TabBarAdapter>();
+  add<TimeRibbon, TimeRibbonItem>();
+  add<FactStrip, FactStripItem>();
   add<ProgressOverlay, ProgressOverlayItem>();
   add<Toast, ToastItem>();
   add<AlertView, AlertViewItem>();

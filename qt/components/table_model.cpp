@@ -82,7 +82,9 @@ void TableModel::tableDestroyed() {
 }
 
 TableItem::TableItem(Component& component, Adapters& registry)
-    : ComponentItem(component, registry), model_(*as<TableView>(), registry) {}
+    : ComponentItem(component, registry), model_(*as<TableView>(), registry) {
+  rowWanted_ = as<TableView>()->rowWanted.connect([this](int row) { Q_EMIT rowWanted(row); });
+}
 
 bool TableItem::emptyFooter() const {
   return read<TableView>([](TableView& c) { return c.tableFooterView(); });

@@ -87,8 +87,12 @@ class TableItem : public fleetor::ComponentItem {
   Q_INVOKABLE void endDisplaying(int row) { model_.endDisplaying(row); }
   void refresh() override;
 
+ Q_SIGNALS:
+  void rowWanted(int row);
+
  private:
   TableModel model_;
+  Connection rowWanted_;
 };
 
 /// A part of the drawing of a table that updates the model right before each frame. There are no frames while

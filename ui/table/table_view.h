@@ -77,6 +77,12 @@ class TableView : public Component {
   std::optional<IndexPath> indexPathForSelectedRow() const { return selected_; }
   void selectRowAtIndexPath(IndexPath path) { assign(selected_, std::optional(path)); }  ///< by the program
 
+  /// Asks the adapter to bring the row to the upper edge, as far as the list allows.
+  void scrollToRowAtIndexPath(IndexPath path) {
+    if (contains(path.row)) rowWanted.emit(path.row);
+  }
+  Signal<int> rowWanted;
+
   // For adapters. Rows out of range have no cell and no height, and are not tapped.
   int numberOfRows();
   double heightForRow(int row);
