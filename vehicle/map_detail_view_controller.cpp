@@ -4,6 +4,7 @@
 
 #include "service/api.h"
 #include "vehicle/day_track.h"
+#include "vehicle/day_views.h"
 #include "vehicle/notifications.h"
 
 namespace fleetor {
@@ -12,6 +13,12 @@ namespace {
 constexpr double vehicleMarkerHeight = 1000.0;
 constexpr ScreenPoint flagOffset{0, -20};  // the foot is in the middle of the lower edge
 }  // namespace
+
+MapDetailViewController::MapDetailViewController(Environment& environment)
+    : TrackPageViewController(environment), bar_(environment, *this, localized("No track on {day}")) {
+  outlet("dayRibbon", dayRibbon_);
+  dayRibbon_.setAccessibleName(localized("Timeline of the day"));
+}
 
 void MapDetailViewController::viewDidLoad() {
   TrackPageViewController::viewDidLoad();
@@ -104,6 +111,12 @@ bool MapDetailViewController::show(std::shared_ptr<const DayTrack> track) {
 
 void MapDetailViewController::setDayPoints(std::shared_ptr<const DayPoints> points) {
   dayPoints_ = std::move(points);
+  showTimeline(
+      dayRibbon_, dayPoints_ ? DayTimeline::fromPoints(*dayPoints_) : DayTimeline(),
+      colorFromHexString(vehicle().mapLineColor), [this](const std::string& key) { return localized(key); },
+      [day = dayPoints_](const DayStretch& stretch) {
+        return day->addressTexts.at(day->addresses.at(stretch.last));
+      });
   dayChanged.emit();
 }
 

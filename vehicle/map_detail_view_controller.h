@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "day/day_points.h"
+#include "ui/controls/time_ribbon.h"
 #include "vehicle/chosen_day.h"
 #include "vehicle/day_bar.h"
 #include "vehicle/track_page_view_controller.h"
@@ -28,8 +29,7 @@ struct DayTrack;
 /// then are the texts of the points read.
 class MapDetailViewController final : public TrackPageViewController {
  public:
-  explicit MapDetailViewController(Environment& environment)
-      : TrackPageViewController(environment), bar_(environment, *this, localized("No track on {day}")) {}
+  explicit MapDetailViewController(Environment& environment);
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
@@ -37,6 +37,9 @@ class MapDetailViewController final : public TrackPageViewController {
   /// The points of the track that is shown, some milliseconds after it; null without a track.
   const std::shared_ptr<const DayPoints>& dayPoints() const { return dayPoints_; }
   Signal<> dayChanged;
+
+  /// The hours of that day, as far as they are known.
+  TimeRibbon& dayRibbon() { return dayRibbon_; }
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -65,6 +68,7 @@ class MapDetailViewController final : public TrackPageViewController {
   bool wasDrawn_ = false;                  ///< a track has been drawn at least once
   std::shared_ptr<const DayTrack> track_;  ///< the one that is shown
   std::shared_ptr<const DayPoints> dayPoints_;
+  TimeRibbon dayRibbon_;
   ChosenDay day_;
   DayBar bar_;
 };

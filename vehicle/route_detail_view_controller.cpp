@@ -3,6 +3,7 @@
 #include "day/day_stage.h"
 #include "service/api.h"
 #include "shell/base/loading_cell.h"
+#include "vehicle/day_views.h"
 #include "vehicle/notifications.h"
 #include "vehicle/vehicle_route_table_view_cell.h"
 
@@ -31,6 +32,10 @@ RouteDetailViewController::RouteDetailViewController(Environment& environment)
       itemsTableView_(environment),
       bar_(environment, *this, localized("No trips on {day}")) {
   outlet("itemsTableView", itemsTableView_);
+  outlet("dayRibbon", dayRibbon_);
+  outlet("dayTotals", dayTotals_);
+  dayRibbon_.setAccessibleName(localized("Timeline of the day"));
+  momentChosen_ = dayRibbon_.momentChosen.connect([this](double) { showRowOfMoment(); });
   itemsTableView_.registerMaker(routeCell, [](const std::string& identifier) {
     return std::make_shared<VehicleRouteTableViewCell>(identifier);
   });
@@ -78,6 +83,7 @@ void RouteDetailViewController::clearView() {
   day_.putAside();
   setLoading(false);
   items_ = {};
+  showDay();
   itemsTableView_.reloadData();
   bar_.cleared();
 }
@@ -85,6 +91,9 @@ void RouteDetailViewController::clearView() {
 void RouteDetailViewController::load() {
   items_ = RouteResponse::initForLoading();
   bar_.removed();
+  dayTotals_.setFacts({});
+  // Blank, so that nothing moves until the answer comes.
+  if (!timeline_.isEmpty()) dayRibbon_.show({{0, DayTimeline::length}}, {}, {}, {});
   loadItems(date());
   itemsTableView_.reloadData();
 }
@@ -107,9 +116,26 @@ void RouteDetailViewController::loadItems(const std::optional<std::string>& day)
                        self->items_.onError();
                      }
                      self->setLoading(false);
+                     self->showDay();
                      self->itemsTableView_.reloadData();
                      self->bar_.loaded(*day, outcome);
                    });
+}
+
+void RouteDetailViewController::showDay() {
+  const Localizer words = [this](const std::string& key) { return localized(key); };
+  const bool isShown = items_.route && date();
+  timeline_ = isShown ? DayTimeline::fromRows(*items_.route, *date()) : DayTimeline();
+  showTimeline(dayRibbon_, timeline_, colorFromHexString(vehicle().mapLineColor), words,
+               [this](const DayStretch& stretch) { return items_.route->at(stretch.last).to.str(); });
+  showTotals(dayTotals_, isShown ? DayTotals::fromAnswer(items_, *date()) : DayTotals(), words);
+}
+
+void RouteDetailViewController::showRowOfMoment() {
+  const auto index = dayRibbon_.chosenStretch();
+  if (!index || *index >= timeline_.stretches.size()) return;
+  const auto row = static_cast<int>(timeline_.stretches[*index].first);
+  if (numberOfItems() > 0) itemsTableView_.scrollToRowAtIndexPath({0, row});
 }
 
 int RouteDetailViewController::tableViewNumberOfRowsInSection(TableView&, int) {

@@ -5,7 +5,10 @@
 #include <string>
 #include <utility>
 
+#include "day/day_timeline.h"
 #include "service/envelopes.h"
+#include "ui/controls/fact_strip.h"
+#include "ui/controls/time_ribbon.h"
 #include "ui/table/table_view.h"
 #include "vehicle/chosen_day.h"
 #include "vehicle/day_bar.h"
@@ -29,6 +32,10 @@ class RouteDetailViewController final : public DetailPageViewController,
 
   TableView& itemsTableView() { return itemsTableView_; }
   const RouteResponse& items() const { return items_; }
+
+  /// The hours of the day, as far as the rows tell them. A chosen moment brings its row into view.
+  TimeRibbon& dayRibbon() { return dayRibbon_; }
+  const FactStrip& dayTotals() const { return dayTotals_; }
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
@@ -60,7 +67,14 @@ class RouteDetailViewController final : public DetailPageViewController,
   void loadItems(const std::optional<std::string>& day);
   int numberOfItems() const { return items_.route ? static_cast<int>(items_.route->size()) : 0; }
 
+  void showDay();  ///< what the rows mean
+  void showRowOfMoment();
+
   TableView itemsTableView_;
+  TimeRibbon dayRibbon_;
+  FactStrip dayTotals_;
+  DayTimeline timeline_;
+  Connection momentChosen_;
   ChosenDay day_;
   DayBar bar_;
   RouteResponse items_;

@@ -111,6 +111,8 @@ TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
   ASSERT_TRUE(page->dayPoints());
   EXPECT_THAT(page->dayPoints()->seconds, ElementsAre(28800, 28860, 28920));
   EXPECT_EQ(page->dayPoints()->stops.size(), 1u);
+  page->dayRibbon().step(false);
+  EXPECT_EQ(page->dayRibbon().description(), "08:01 to 08:02, driving, Street 2");
   const auto next = [this](HttpReply reply) {
     choose(std::string("2026-03-09"));
     arrive(std::move(reply));
@@ -122,6 +124,7 @@ TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
   EXPECT_EQ(next(mapReply({""})), 1u);
   client.application.didEnterBackground();
   EXPECT_FALSE(page->dayPoints());
+  EXPECT_THAT(page->dayRibbon().stretches(), IsEmpty());
   EXPECT_EQ(changes, 3);
 }
 

@@ -73,6 +73,37 @@ TEST_F(RoutePage, SpinsWhileItLoadsTodayAndThenListsTheTripsAsTheyWereSent) {
   EXPECT_EQ(requests().size(), 1u);
 }
 
+TEST_F(RoutePage, ReadsTheHoursAndTheTotalsOfTheDayFromItsRows) {
+  TimeRibbon& ribbon = page->dayRibbon();
+  std::vector<int> wanted;
+  const auto connection = table.rowWanted.connect([&wanted](int row) { wanted.push_back(row); });
+  page->tabSelected();
+  EXPECT_THAT(ribbon.stretches(), IsEmpty());
+  arrive(routeReply(2));
+  std::string totals;
+  for (const auto& fact : page->dayTotals().facts())
+    totals += fact.caption + " " + fact.value + ", ";
+  EXPECT_EQ(totals,
+            "Distance 12.5 km, Trips 1, Stops 1, Driving time 0:12 h, Standing time 1:00 h, "
+            "First start 08:00, Last arrival 08:12, ");
+  EXPECT_EQ(ribbon.color(), (Color{0, 1, 0, 1}));
+  ribbon.choose(8.5 * 3600);
+  EXPECT_EQ(ribbon.description(), "08:12 to 09:12, parked, Harbour");
+  ribbon.step(false);
+  EXPECT_EQ(ribbon.description(), "08:00 to 08:12, driving, Harbour");
+  ribbon.choose(0);
+  EXPECT_EQ(ribbon.description(), "00:00 to 08:00, nothing known");
+  EXPECT_THAT(wanted, ElementsAre(1, 0, 0));
+
+  choose(std::string("2026-03-09"));
+  EXPECT_THAT(page->dayTotals().facts(), IsEmpty());
+  EXPECT_EQ(ribbon.stretches().size(), 1u) << "blank, and not gone, so that nothing jumps";
+  ribbon.step(true);
+  EXPECT_EQ(ribbon.description(), "");
+  arrive(failedReply(url_error::notConnectedToInternet));
+  EXPECT_THAT(ribbon.stretches(), IsEmpty());
+}
+
 TEST_F(RoutePage, IsEmptyAfterAFailureAndForADayChosenDuringALoad) {
   page->tabSelected();
   arrive(failedReply(url_error::notConnectedToInternet));

@@ -16,7 +16,7 @@ Item {
     readonly property real minimumValue: 0
     readonly property real maximumValue: 86400
     readonly property real stepSize: 60
-    property real value: 0
+    property real value
 
     function place(share) {
         return track.x + track.width * (Theme.mirrored ? 1 - share : share);

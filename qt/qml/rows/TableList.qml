@@ -9,6 +9,7 @@ ListView {
 
     property TableItem table
     property string label
+    property int pointedRow: -1 // the one that the program has brought into view
 
     // Moves the current row there, or to the first row in view when there is none yet. False when nothing changes.
     function go(to) {
@@ -38,7 +39,11 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: label
     onActiveFocusChanged: meetKeys()
-    onCountChanged: meetKeys()
+    onCountChanged: {
+        pointedRow = -1;
+        meetKeys();
+    }
+    onMovementStarted: pointedRow = -1
     Keys.onDownPressed: event => event.accepted = go(currentIndex + 1)
     Keys.onUpPressed: event => event.accepted = go(currentIndex - 1)
     Keys.onPressed: event => {
@@ -121,7 +126,7 @@ ListView {
 
         Rectangle {
             anchors.fill: parent
-            color: row.lit && row.cell?.selectable || row.shownBeside ? Theme.pressed : "transparent"
+            color: row.lit && row.cell?.selectable || row.shownBeside || row.index === list.pointedRow ? Theme.pressed : "transparent"
         }
 
         Loader {
@@ -155,6 +160,14 @@ ListView {
             anchors.right: parent.right
             height: 1
             color: Theme.separator
+        }
+    }
+
+    Connections {
+        target: list.table
+        function onRowWanted(row) {
+            list.pointedRow = row;
+            list.positionViewAtIndex(row, ListView.Beginning);
         }
     }
 

@@ -11,11 +11,16 @@ FocusScope {
     Column {
         id: head
         width: parent.width
+        z: 1 // what the ribbon names lies over the map
 
         DayBar {
             width: parent.width
             screen: root.screen
             noted: note.visible
+        }
+        DayRibbon {
+            width: parent.width
+            ribbon: root.screen.outlet("dayRibbon") as TimeRibbonItem
         }
     }
 

@@ -16,12 +16,17 @@ FocusScope {
     Column {
         id: head
         width: parent.width
+        z: 1 // what the ribbon names lies over the cards
 
         DayBar {
             id: bar
             width: parent.width
             screen: root.screen
             noted: note.visible
+        }
+        DayRibbon {
+            width: parent.width
+            ribbon: root.screen.outlet("dayRibbon") as TimeRibbonItem
         }
     }
 
@@ -32,6 +37,11 @@ FocusScope {
         width: parent.width
         screen: root.screen
         focus: true
+        rows.header: DayTotals {
+            width: page.width
+            strip: root.screen.outlet("dayTotals") as FactStripItem
+            onHeightChanged: page.rows.positionViewAtBeginning() // another day
+        }
     }
 
     PullToLoad {

@@ -1,0 +1,95 @@
+#include "vehicle/day_views.h"
+
+#include <charconv>
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+namespace fleetor {
+
+namespace {
+
+/// "07:03" of seconds since midnight.
+std::string clockText(double seconds) {
+  const int minutes = static_cast<int>(seconds / 60);
+  char text[16];
+  std::snprintf(text, sizeof text, "%02d:%02d", minutes / 60, minutes % 60);
+  return text;
+}
+
+std::string replaced(std::string text, std::string_view placeholder, const std::string& value) {
+  if (const auto at = text.find(placeholder); at != std::string::npos)
+    text.replace(at, placeholder.size(), value);
+  return text;
+}
+
+std::string wordOf(DayStage::Kind kind, const Localizer& localized) {
+  switch (kind) {
+    case DayStage::Kind::parking:
+      return localized("parked");
+    case DayStage::Kind::driving:
+      return localized("driving");
+    case DayStage::Kind::unknown:
+      break;
+  }
+  return localized("nothing known");
+}
+
+TimeRibbon::Weight weightOf(DayStage::Kind kind) {
+  using enum TimeRibbon::Weight;
+  return kind == DayStage::Kind::driving ? strong : kind == DayStage::Kind::parking ? light : blank;
+}
+
+/// "1:05 h".
+std::string hoursText(std::chrono::seconds duration) {
+  const auto minutes = std::chrono::round<std::chrono::minutes>(duration).count();
+  char text[32];
+  std::snprintf(text, sizeof text, "%d:%02d h", static_cast<int>(minutes / 60),
+                static_cast<int>(minutes % 60));
+  return text;
+}
+
+std::string kilometresText(double kilometres) {
+  char text[64];
+  const auto end = std::to_chars(text, text + sizeof text, kilometres, std::chars_format::fixed, 1).ptr;
+  return std::string(text, end) + " km";
+}
+
+}  // namespace
+
+void showTimeline(TimeRibbon& ribbon, DayTimeline day, Color color, Localizer localized, PlaceOf placeOf) {
+  std::vector<TimeRibbon::Stretch> stretches;
+  stretches.reserve(day.stretches.size());
+  for (const DayStretch& each : day.stretches)
+    stretches.push_back({each.begin, each.end, weightOf(each.kind)});
+  const auto mark = day.isEmpty() ? std::nullopt : std::optional(day.knownUntil);
+  ribbon.show(std::move(stretches), color, mark,
+              [day = std::move(day), localized = std::move(localized),
+               placeOf = std::move(placeOf)](std::size_t index) {
+                const DayStretch& stretch = day.stretches.at(index);
+                const std::string place = stretch.kind == DayStage::Kind::unknown ? "" : placeOf(stretch);
+                const std::string times =
+                    replaced(replaced(localized("{from} to {to}"), "{from}", clockText(stretch.begin)),
+                             "{to}", clockText(stretch.end));
+                return times + ", " + wordOf(stretch.kind, localized) + (place.empty() ? "" : ", " + place);
+              });
+}
+
+void showTotals(FactStrip& strip, const DayTotals& totals, const Localizer& localized) {
+  std::vector<FactStrip::Fact> facts;
+  const auto add = [&facts](std::string caption, const auto& value, auto text) {
+    if (value) facts.push_back({std::move(caption), text(*value)});
+  };
+  const auto number = [](int value) { return std::to_string(value); };
+  const auto clock = [](std::chrono::seconds time) { return clockText(static_cast<double>(time.count())); };
+  add(localized("Distance"), totals.kilometres, kilometresText);
+  add(localized("Trips"), totals.trips, number);
+  add(localized("Stops"), totals.stops, number);
+  add(localized("Driving time"), totals.driving, hoursText);
+  add(localized("Standing time"), totals.standing, hoursText);
+  add(localized("First start"), totals.firstStart, clock);
+  add(localized("Last arrival"), totals.lastArrival, clock);
+  strip.setFacts(std::move(facts));
+}
+
+}  // namespace fleetor
