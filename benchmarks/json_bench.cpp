@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "figures.h"
 #include "model/vehicle_records.h"
 
 #ifdef WITH_RAPIDJSON
@@ -289,6 +290,8 @@ int main(int rounds, int points) {
     const double ms = median(each.milliseconds);
     std::printf("%-30s %9.2f %9.0f %12.2f %9.2f %8.2f\n", each.name, ms, ms * 1e6 / points, ms / limitMs,
                 ms / oursMs, each.extraMemory);
+    bench::record("json", each.name, "ms", ms);
+    bench::record("json", each.name, "memory in bodies", each.extraMemory);
   }
   return 0;
 }

@@ -24,6 +24,7 @@
 #include <thread>
 #include <vector>
 
+#include "figures.h"
 #include "http/http_transport.h"
 #include "qt/device/queues.h"
 #include "service/api.h"
@@ -200,6 +201,10 @@ int main(int argc, char** argv) {
 
   std::printf("One /live round trip on loopback, %d rounds in turn, milliseconds\n", rounds);
   std::printf("%-28s %8s %8s\n", "", "median", "p95");
-  for (const Way& way : ways)
-    std::printf("%-28s %8.3f %8.3f\n", way.name, quantile(way.took, 0.5), quantile(way.took, 0.95));
+  for (const Way& way : ways) {
+    const double median = quantile(way.took, 0.5), high = quantile(way.took, 0.95);
+    std::printf("%-28s %8.3f %8.3f\n", way.name, median, high);
+    bench::record("live", way.name, "median, ms", median);
+    bench::record("live", way.name, "p95, ms", high);
+  }
 }

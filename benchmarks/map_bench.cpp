@@ -21,6 +21,7 @@
 #include <tuple>
 #include <vector>
 
+#include "figures.h"
 #include "pan_protocol.h"
 #include "qt/components/adapters.h"
 #include "qt/device/queues.h"
@@ -367,6 +368,13 @@ bool collect(Figures& figures, QStringList command) {
   return true;
 }
 
+void keep(const Key& key, const Figure& figure) {
+  const auto& [name, sight, points] = key;
+  const std::string row = sight + ", " + name + ", " + std::to_string(points) + " points";
+  bench::record("map", row, "median", figure.median);
+  bench::record("map", row, "p95", figure.high);
+}
+
 void printPan(const Figures& figures) {
   std::printf("a pan of %d frames, ms a frame: median (95th percentile)\n%-34s", pan::frames, "");
   for (const char* column : {"no line", "1,000", "10,000", "100,000"})
@@ -379,7 +387,9 @@ void printPan(const Figures& figures) {
     std::printf("\n%-7s%-27s", sight.c_str(), name.c_str());
     for (const int points : {0, pan::sizes[0], pan::sizes[1], pan::sizes[2]}) {
       const auto figure = figures.find({name, sight, points});
-      if (figure != figures.end()) std::printf(" %7.2f (%5.1f)", figure->second.median, figure->second.high);
+      if (figure == figures.end()) continue;
+      std::printf(" %7.2f (%5.1f)", figure->second.median, figure->second.high);
+      keep(figure->first, figure->second);
     }
   }
   for (const auto& sight : pan::sights) {
@@ -415,9 +425,11 @@ int compare(const QStringList& peers) {
   if (!measured) return 1;
   printPan(pans);
   std::printf("%-46s %8s %10s %10s\n", "", "points", "median", "95th");
-  for (const auto& [key, figure] : others)
+  for (const auto& [key, figure] : others) {
     std::printf("%-46s %8d %10.3f %10.3f\n", std::get<0>(key).c_str(), std::get<2>(key), figure.median,
                 figure.high);
+    keep(key, figure);
+  }
   return 0;
 }
 

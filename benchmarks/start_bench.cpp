@@ -4,10 +4,7 @@
 // folder.
 
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QGuiApplication>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
 #include <QProcess>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -23,13 +20,9 @@
 #include <string>
 #include <vector>
 
-#include "app/client.h"
-#include "qt/device/file_settings.h"
-#include "service/api.h"
-#include "support/memory_stores.h"
-#include "ui/containers/navigation_controller.h"
-#include "ui/containers/sw_reveal_view_controller.h"
-#include "ui/table/table_view.h"
+#include "figures.h"
+#include "shell/vehicles_table_view_controller.h"
+#include "signed_in.h"
 
 namespace {
 
@@ -79,47 +72,27 @@ int emptyWindow(double started) {
   return QGuiApplication::exec();
 }
 
-/// The list of vehicles, once it has rows besides the loading row.
-bool showsVehicles(Application& application) {
-  const auto* container =
-      dynamic_cast<SWRevealViewController*>(application.window().rootViewController().get());
-  if (!container) return false;
-  const auto* navigation = dynamic_cast<NavigationController*>(container->frontViewController().get());
-  if (!navigation || navigation->viewControllers().empty()) return false;
-  auto* const table =
-      dynamic_cast<TableView*>(navigation->viewControllers().front()->findOutlet("itemsTableView"));
-  return table && table->numberOfRows() > 1;
+/// Whether the list of vehicles has rows besides the loading row.
+bool showsVehicles(Client& client) {
+  auto* const list = bench::screenOf<VehiclesTableViewController>(client);
+  return list && list->itemsTableView().numberOfRows() > 1;
 }
 
 int wholeClient(double started, const std::string& url, const std::string& token, const std::string& folder) {
-  const std::string standard = folder + "/standard.json";
-  {
-    FileSettings settings(standard);
-    for (const char* flag : {"FirstRun", "TermsAccepted"})
-      settings.setObject(std::string(flag), flag);
-    settings.synchronize();
-  }
-  Client client({url,
-                 Idiom::phone,
-                 {},
-                 standard,
-                 folder + "/shared.json",
-                 folder + "/tiles",
-                 std::make_unique<test::MemoryKeyStore>()});
-  API::keychain().setObject(token, sec::valueData);
-  if (!client.open()) return 1;
+  const auto client = bench::signedInClient(url, token, folder);
+  if (!client->open()) return 1;
 
   int frames = 0;
   bool ready = false;
   bool done = false;
-  QObject::connect(&client.mainWindow().window(), &QQuickWindow::frameSwapped, &client.mainWindow(), [&] {
+  QObject::connect(&client->mainWindow().window(), &QQuickWindow::frameSwapped, &client->mainWindow(), [&] {
     if (++frames == 1) report("frame", monotonicMilliseconds() - started);
     if (ready && !done) {  // this frame was the first to be made with the rows there
       done = true;
       report("row", monotonicMilliseconds() - started - launchWait);
       endSettled();
     }
-    ready = ready || showsVehicles(client.application());
+    ready = ready || showsVehicles(*client);
   });
   return QGuiApplication::exec();
 }
@@ -144,40 +117,20 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-QString signIn(const QString& url) {
-  QNetworkAccessManager manager;
-  QNetworkRequest request(QUrl(url + "/token?grant_type=password"));
-  request.setRawHeader("Content-Type", "application/x-www-form-urlencoded");
-  std::unique_ptr<QNetworkReply> reply(manager.post(request, "username=demo&password=demo&uid=bench"));
-  QEventLoop loop;
-  QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
-  loop.exec();
-  const QByteArray body = reply->readAll();
-  const auto key = body.indexOf("\"access_token\":\"");
-  if (key < 0) return {};
-  const auto start = key + 16;
-  return QString::fromUtf8(body.mid(start, body.indexOf('"', start) - start));
-}
-
 int compare() {
-  QProcess demo;
-  demo.start(QCoreApplication::applicationDirPath() + "/../demo/fleetor-demo-service",
-             {"--port", "0", "--seed", "7"});
-  if (!demo.waitForReadyRead(10000)) {
-    std::fputs("fleetor_bench_start: the demo service did not start\n", stderr);
+  const bench::DemoService service;
+  if (service.token().isEmpty()) {
+    std::fputs("fleetor_bench_start: the demo service does not answer\n", stderr);
     return 1;
   }
-  const QString url = QString::fromUtf8(demo.readLine()).trimmed().section(' ', -1);
-  const QString token = signIn(url);
   const QTemporaryDir folder;
 
   Figures empty;
   Figures client;
-  bool measured = !token.isEmpty();
+  bool measured = true;
   for (int round = 0; measured && round < rounds; ++round)
-    measured = measure(empty, {"empty"}) && measure(client, {"client", url, token, folder.path()});
-  demo.terminate();
-  demo.waitForFinished(5000);
+    measured = measure(empty, {"empty"}) &&
+               measure(client, {"client", service.url(), service.token(), folder.path()});
   if (!measured) {
     std::fputs("fleetor_bench_start: a process did not finish its round\n", stderr);
     return 1;
@@ -186,6 +139,8 @@ int compare() {
   std::printf("medians of %d processes each              empty window   client   ratio\n", rounds);
   const auto row = [](const char* name, double reference, double ours) {
     std::printf("%-40s %12.1f %8.1f %7.2f\n", name, reference, ours, ours / reference);
+    bench::record("start", name, "client", ours);
+    bench::record("start", name, "client by empty window", ours / reference);
   };
   row("process start to first frame, ms", median(empty["frame"]), median(client["frame"]));
   row("process start to first vehicle, ms", median(empty["frame"]), median(client["row"]));
