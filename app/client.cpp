@@ -27,6 +27,7 @@ Client::Client(Setup setup)
       log_(LogSink::streamFromEnvironment()),
       widgetReading_(notificationCenter_, sharedSettings_),
       queues_(std::in_place),
+      networkUse_(*queues_),
       transport_(std::in_place),
       reportPost_(std::in_place, *queues_, *transport_, setup.reports),
       usage_(setup.reports, clock_.now()),

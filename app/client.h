@@ -71,11 +71,11 @@ class Client {
   SystemClock clock_;
   LogSink log_;
   SystemReachability reachability_;
-  NetworkUseIndicator networkUse_;
   NotificationCenter notificationCenter_;
   WidgetReading widgetReading_;
   Appearance appearance_;
   std::optional<QtQueues> queues_;
+  NetworkUseIndicator networkUse_;
   std::optional<HttpTransport> transport_;
   std::optional<ReportPost> reportPost_;
   UsageEvents usage_;

@@ -2,7 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The activity indicator: a light that runs along the top edge of the window while data is transferred.
+// The activity indicator: a light that runs along the top edge of the window while data is transferred; for users who have
+// turned animations off the whole edge is lit.
 Item {
     id: line
 
@@ -19,12 +20,12 @@ Item {
     }
     Rectangle {
         id: light
-        width: parent.width * 0.35
+        width: parent.width * (UserPreferences.wantsMotion ? 0.35 : 1)
         height: parent.height
         radius: height / 2
         color: line.overlay?.foregroundColor ?? "transparent"
         NumberAnimation on x {
-            running: line.visible
+            running: line.visible && UserPreferences.wantsMotion
             from: -light.width
             to: line.width
             duration: 900

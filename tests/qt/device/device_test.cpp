@@ -11,8 +11,10 @@
 
 #include "qt/device/desktop_device.h"
 #include "qt/device/file_settings.h"
+#include "qt/device/network_use_indicator.h"
 #include "qt/device/system_clock.h"
 #include "support/full_disk.h"
+#include "support/virtual_queues.h"
 
 namespace fleetor {
 namespace {
@@ -171,6 +173,25 @@ TEST_F(DeviceFiles, TheDeviceFindsDocumentsAndOpensOnlyHarmlessAddresses) {
        {"https://a.example/", "tel:+15551234", "file:///etc/passwd", "javascript:1", "", "x"})
     device.openURL(url);
   EXPECT_THAT(opened, testing::ElementsAre("https://a.example/", "tel:+15551234"));
+}
+
+TEST(NetworkUse, ShowsOnlyToThoseWhoWait) {
+  test::VirtualQueues queues;
+  NetworkUseIndicator indicator(queues);
+  bool shown = false;
+  indicator.onChange = [&shown](bool visible) { shown = visible; };
+  const auto showsAfter = [&](double seconds) {
+    queues.advance(Seconds(seconds));
+    return shown;
+  };
+  indicator.setVisible(true);
+  EXPECT_FALSE(showsAfter(0.3));
+  indicator.setVisible(false);
+  indicator.setVisible(true);
+  EXPECT_FALSE(showsAfter(0.3)) << "the first wait is over";
+  EXPECT_TRUE(showsAfter(0.2));
+  indicator.setVisible(false);
+  EXPECT_FALSE(shown);
 }
 
 TEST(SystemClock, GivesTheDayInTheTimeZoneOfTheMoment) {
