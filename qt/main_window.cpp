@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QInputMethod>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QtPlugin>
 
@@ -74,6 +75,7 @@ void MainWindow::followVisibility() {
                             state == Qt::ApplicationSuspended || state == Qt::ApplicationHidden;
   if (inBackground == inBackground_) return;
   inBackground_ = inBackground;
+  window_->contentItem()->setVisible(!inBackground);  // what turns or fades rests meanwhile
   if (inBackground)
     application_.didEnterBackground();
   else

@@ -227,6 +227,7 @@ TEST_F(WindowTest, AMinimisedWindowIsInTheBackgroundAndComesBackWithFreshReading
   EXPECT_FALSE(QTest::qWaitFor([&] { return updated() != before; }, 3'000)) << "the next poll is 15 s away";
   window().showMinimized();
   EXPECT_TRUE(QTest::qWaitFor([&] { return window().visibility() == QWindow::Minimized; }));
+  EXPECT_FALSE(window().contentItem()->isVisible()) << "spinners turn";
   window().showNormal();
   EXPECT_TRUE(QTest::qWaitFor([&] { return updated() != before; }, 5'000));
 }
