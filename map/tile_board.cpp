@@ -46,6 +46,7 @@ std::optional<TileBoard::Grid> TileBoard::gridUnder(const TileView& view, int mi
 
   Grid grid;
   grid.sample = {view.style, view.pixelRatio > 1 ? 2 : 1, {zoom, 0, 0}};
+  grid.fades = view.fades;
   const int count = 1 << zoom;
   grid.centreX = view.centre.x * count;
   grid.centreY = view.centre.y * count;
@@ -295,7 +296,7 @@ void TileBoard::draw(const Grid& grid, double now) {
       double opacity = image ? 1 : 0;
       if (const auto tile = tiles_.find(key); image && tile != tiles_.end()) {
         auto& since = tile->second.shownSince;
-        if (!since) since = now;
+        if (!since) since = grid.fades ? now : longAgo;
         opacity = std::min(1.0, (now - *since) / fadeSeconds);
       }
       if (opacity < 1) {

@@ -22,6 +22,7 @@ struct TileView {
   double height = 0;      ///< points
   double pixelRatio = 1;  ///< pixels a point; above 1, images for high-DPI displays
   MapStyle style = MapStyle::standard;
+  bool fades = true;  ///< new tiles fade in
 };
 
 /// An image, or a part of one, at its place in the world.
@@ -129,6 +130,7 @@ class TileBoard {
   // The tiles under a view. Columns may lie outside 0 ... count - 1.
   struct Grid {
     TileKey sample;                   // style, scale and zoom of all of them
+    bool fades = true;                // those that come
     double centreX = 0, centreY = 0;  // of the view, in tiles
     int left = 0, right = -1;         // first and last column
     int top = 0, bottom = -1;

@@ -1,5 +1,6 @@
 #include "qt/components/table_model.h"
 
+#include <QQuickWindow>
 #include <algorithm>
 #include <utility>
 
@@ -109,9 +110,17 @@ void TableUpdates::setTable(TableItem* table) {
   if (table == table_) return;
   if (table_) table_->model()->disconnect(this);
   table_ = table;
-  if (table) connect(table->model(), &TableModel::stale, this, &QQuickItem::polish);
+  if (table) connect(table->model(), &TableModel::stale, this, &TableUpdates::schedule);
   polish();
   Q_EMIT tableChanged();
+}
+
+// What changes within a frame asks for another one after it.
+void TableUpdates::schedule() {
+  if (isVisible() && window() && window()->isExposed())
+    QMetaObject::invokeMethod(this, &TableUpdates::updatePolish, Qt::QueuedConnection);
+  else
+    polish();
 }
 
 void TableUpdates::updatePolish() {

@@ -95,8 +95,8 @@ class TableItem : public fleetor::ComponentItem {
   Connection rowWanted_;
 };
 
-/// A part of the drawing of a table that updates the model right before each frame. There are no frames while
-/// the drawing or the window is hidden, so nothing is loaded that nobody sees.
+/// A part of the drawing of a table that updates the model for the next frame. There are no frames while the
+/// drawing or the window is hidden, so nothing is loaded that nobody sees.
 class TableUpdates : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT
@@ -114,6 +114,8 @@ class TableUpdates : public QQuickItem {
   void itemChange(ItemChange change, const ItemChangeData& data) override;
 
  private:
+  void schedule();
+
   QPointer<TableItem> table_;
 };
 

@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
 #include <QQuickWindow>
+#include <QScopedValueRollback>
 #include <QTouchEvent>
 #include <QWheelEvent>
 #include <algorithm>
@@ -16,7 +17,11 @@ namespace {
 
 constexpr double frameSeconds = 1.0 / 60;  // seconds, of the first step of a movement
 constexpr double longestStep = 0.1;        // after a hiccup a movement goes on where it was
-constexpr int mouseFinger = -1;            // the id of the mouse among the fingers
+constexpr double longestAnimation = 10;    // seconds; a fling needs most
+// A map that moves although nobody has touched it for a moment follows a vehicle: half the frames do.
+constexpr double untouched = 1;          // seconds
+constexpr double followingStep = 0.030;  // seconds, less than two frames
+constexpr int mouseFinger = -1;          // the id of the mouse among the fingers
 
 ScreenPoint toScreen(QPointF point) {
   return {point.x(), point.y()};
@@ -76,27 +81,54 @@ QString MapSurface::message() const {
 }
 
 void MapSurface::redraw() {
+  if (stepping_) return;
   stale_ = true;
-  if (isVisible()) update();
+  if (awaited_ || !isVisible()) return;
+  awaited_ = true;
+  QMetaObject::invokeMethod(this, &MapSurface::step, Qt::QueuedConnection);
 }
 
-// Called right before a frame is composed, so that it shows the camera as it is at that moment.
-void MapSurface::frame() {
+// Brings everything up to date. Outside of frames where that can be: what changes within a frame asks for
+// another one after it.
+void MapSurface::step() {
   MapView* const shown = view();
-  if (!stale_ || !isVisible() || !shown || !window()) return;
+  if (!isVisible() || !shown || !window()) {
+    awaited_ = false;
+    return ticker_.stop();
+  }
+  if (!stale_) return;
+  const QScopedValueRollback guard(stepping_, true);
   const double time = now();
   if (shown->camera().moving()) {
-    const double step = steppedAt_ < 0 ? frameSeconds : std::min(time - steppedAt_, longestStep);
-    steppedAt_ = time;
-    shown->moveCamera([step](MapCamera& camera) { camera.advance(step); });
+    const double seconds = steppedAt_ < 0 ? frameSeconds : std::min(time - steppedAt_, longestStep);
+    shown->moveCamera(
+        [this, seconds](MapCamera& camera) { camera.advance(animated_ ? seconds : longestAnimation); });
   }
   stale_ = false;
-  const bool more = layOut(time) || !frame_.steady;
+  const bool more = layOut(time) || !frame_.steady || board_->isFading();
+  const bool moves = shown->camera().moving();
+  steppedAt_ = moves ? time : -1;
+  awaited_ = true;
   update();
-  if (!shown->camera().moving()) steppedAt_ = -1;
-  if (!shown->camera().moving() && !board_->isFading() && !more) return;
-  stale_ = true;
-  window()->update();  // the item's own update() asks for this frame, which is under way already
+  if (moves || more)
+    ticker_.start();
+  else
+    ticker_.stop();
+}
+
+void MapSurface::Ticker::updateCurrentTime(int) {
+  if (surface_.stepping_ || (surface_.awaited_ && surface_.window()->isExposed())) return;
+  const double time = surface_.now();
+  const bool follows = surface_.frame_.steady && time - surface_.touchedAt_ > untouched;
+  if (follows && surface_.steppedAt_ >= 0 && time - surface_.steppedAt_ < followingStep) return;
+  surface_.stale_ = true;
+  surface_.step();
+}
+
+// A frame is about to be composed: it shows the fingers where they are now.
+void MapSurface::frame() {
+  awaited_ = false;
+  if (stale_) step();
 }
 
 // While the zoom stays, the map moves by whole pixels, so that it neither blurs nor trembles.
@@ -128,8 +160,9 @@ bool MapSurface::layOut(double time) {
   const MapStyle style = map_->satellite() ? MapStyle::satellite
                          : dark_           ? MapStyle::dark
                                            : MapStyle::standard;
-  board_->update({camera.centre(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style},
-                 time);
+  board_->update(
+      {camera.centre(), camera.zoom(), camera.width(), camera.height(), frame_.pixelRatio, style, animated_},
+      time);
   if (const std::pair seen(board_->state(), style); std::exchange(tiles_, seen) != seen)
     Q_EMIT tilesChanged();
   lines_->update(camera);
@@ -164,10 +197,13 @@ void MapSurface::geometryChange(const QRectF& now, const QRectF& before) {
 void MapSurface::itemChange(ItemChange change, const ItemChangeData& data) {
   if (change == ItemSceneChange) {
     disconnect(frames_);
+    ticker_.stop();
+    awaited_ = false;
     if (data.window) frames_ = connect(data.window, &QQuickWindow::afterAnimating, this, &MapSurface::frame);
   }
   QQuickItem::itemChange(change, data);
   if (change == ItemVisibleHasChanged) {
+    if (!data.boolValue) ticker_.stop();
     if (!data.boolValue && board_) board_->suspend();
     steppedAt_ = -1;
     redraw();
@@ -238,6 +274,7 @@ void MapSurface::wheelEvent(QWheelEvent* event) {
 }
 
 bool MapSurface::event(QEvent* event) {
+  if (event->isInputEvent()) touchedAt_ = now();
   if (event->type() != QEvent::NativeGesture) return QQuickItem::event(event);
   const auto& gesture = static_cast<QNativeGestureEvent&>(*event);
   MapView* const shown = view();

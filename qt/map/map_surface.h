@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractAnimation>
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QQuickItem>
@@ -18,8 +19,8 @@
 namespace fleetor {
 
 /// A map in the window: draws the ground, the tiles and the lines, and places the markers, which QML draws.
-/// Fingers, a mouse and its wheel, and the keyboard move it. It draws a frame only if something has changed.
-/// Main thread only.
+/// Fingers, a mouse and its wheel, and the keyboard move it. It draws a frame only if something has changed,
+/// and one for each change. Main thread only.
 class MapSurface : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT
@@ -27,6 +28,8 @@ class MapSurface : public QQuickItem {
   Q_PROPERTY(bool dark MEMBER dark_ WRITE setDark NOTIFY darkChanged)
   Q_PROPERTY(QColor ground MEMBER ground_ NOTIFY darkChanged)  ///< where there is no tile
   Q_PROPERTY(QColor grid MEMBER grid_ NOTIFY darkChanged)
+  /// Whether the program moves the map smoothly, and tiles fade in.
+  Q_PROPERTY(bool animated MEMBER animated_ NOTIFY animatedChanged)
   /// Within that distance from the left and the right edge, a sideways drag does not belong to the map.
   Q_PROPERTY(double leftEdge MEMBER leftEdge_ NOTIFY edgesChanged)
   Q_PROPERTY(double rightEdge MEMBER rightEdge_ NOTIFY edgesChanged)
@@ -49,6 +52,7 @@ class MapSurface : public QQuickItem {
  Q_SIGNALS:
   void mapChanged();
   void darkChanged();
+  void animatedChanged();
   void edgesChanged();
   void calloutChanged();
   void tilesChanged();
@@ -70,10 +74,24 @@ class MapSurface : public QQuickItem {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  /// Ticks in step with the frames while the map moves.
+  class Ticker final : public QAbstractAnimation {
+   public:
+    explicit Ticker(MapSurface& surface) : surface_(surface) {}
+    int duration() const override { return -1; }
+
+   protected:
+    void updateCurrentTime(int) override;
+
+   private:
+    MapSurface& surface_;
+  };
+
   MapView* view() const { return map_ ? map_->as<MapView>() : nullptr; }
   double now() const { return static_cast<double>(clock_.nsecsElapsed()) / 1e9; }
 
   void redraw();
+  void step();
   void frame();
   void takePosition(const MapCamera& camera);
   bool layOut(double now);  // true when there is more to lay out in the next frame
@@ -83,13 +101,18 @@ class MapSurface : public QQuickItem {
   bool dark_ = false;
   QColor ground_;
   QColor grid_;
+  bool animated_ = true;
   double leftEdge_ = 0;
   double rightEdge_ = 0;
   QPointer<QQuickItem> callout_;
 
   QElapsedTimer clock_;
-  bool stale_ = true;      // the next frame differs
+  bool stale_ = true;     // the next frame differs
+  bool awaited_ = false;  // a step or a frame, which shows all changes until then
+  bool stepping_ = false;
   double steppedAt_ = -1;  // when the camera was last moved on; below 0 while it rests
+  double touchedAt_ = -1;  // the last input
+  Ticker ticker_{*this};
   MapGestures gestures_;
   MapFrame frame_;
   std::pair<TileState, MapStyle> tiles_;  // that the last frame showed

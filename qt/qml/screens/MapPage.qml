@@ -68,6 +68,7 @@ FocusScope {
         enabled: !root.covered
         map: root.map
         dark: Theme.dark
+        animated: UserPreferences.wantsMotion
         ground: Theme.mapGround
         grid: Theme.mapGrid
         // A drag from the outer half of the wide edge leaves the screen.

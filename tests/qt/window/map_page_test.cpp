@@ -504,15 +504,25 @@ TEST_F(MapPageTest, ShowsNothingButItsGroundAndTakesNoGestureWhileItIsCovered) {
   EXPECT_TRUE(colored({100, 200}, tileColor));
 }
 
-TEST_F(MapPageTest, DrawsNoFrameWhileNothingMoves) {
+TEST_F(MapPageTest, DrawsAFrameForAChangeAndNoneWhileNothingMoves) {
   ASSERT_TRUE(colored({100, 200}, tileColor));
+  page_->map.addAnnotation(std::make_shared<Stop>(at(0, 500)));
   ASSERT_TRUE(comesToRest(window_));
   int frames = 0;
   const auto counting = QObject::connect(&window_, &QQuickWindow::frameSwapped, [&] { ++frames; });
-  EXPECT_FALSE(QTest::qWaitFor([&] { return frames > 1; }, 500));
-  page_->map.setCenterCoordinate(at(500, 0), true);
-  ASSERT_TRUE(waitForRest());
-  EXPECT_GE(frames, 5);
+  const auto framesOf = [&](const std::function<void()>& change) {
+    frames = 0;
+    change();
+    EXPECT_TRUE(comesToRest(window_));
+    return frames;
+  };
+  EXPECT_EQ(framesOf([] {}), 0);
+  EXPECT_EQ(framesOf([this] { page_->map.setCenterCoordinate(at(20, 0), false); }), 1);
+  EXPECT_EQ(framesOf([this] { page_->map.replaceAnnotations({std::make_shared<Stop>(at(0, 400))}); }), 1);
+  EXPECT_GE(framesOf([this] { page_->map.setCenterCoordinate(at(500, 0), true); }), 5);
+  within<MapSurface>(*window_.contentItem())->setProperty("animated", false);
+  EXPECT_EQ(framesOf([this] { page_->map.setCenterCoordinate(at(0, 0), true); }), 1);
+  EXPECT_TRUE(std::abs(page_->map.centerCoordinate().longitude) < 1e-9);
   QObject::disconnect(counting);
 }
 
