@@ -308,26 +308,6 @@ TEST(HttpTransport, ReceivesALongBodyWholeAndCountsItForWhoeverWatches) {
   EXPECT_EQ(request.progress->total, 0);
 }
 
-// Takes about two seconds to read what the test below sends.
-class SlowReader final : public RawServer::Channel {
- public:
-  using Channel::Channel;
-  ssize_t receive(char* bytes, std::size_t room) override {
-    std::this_thread::sleep_for(1ms);
-    return Channel::receive(bytes, room);
-  }
-};
-
-TEST(HttpTransport, DoesNotTimeOutWhileABodyStillLeaves) {
-  RawServer server(always(answer("{}")), [](int socket) { return std::make_unique<SlowReader>(socket); });
-  HttpTransport transport;
-  std::string body;
-  body.resize(30'000'000, 'x');
-  HttpRequest request = post(server.url("/"), std::move(body));
-  request.timeoutSeconds = 1;
-  EXPECT_EQ(fetch(transport, request).error, 0);
-}
-
 TEST(HttpTransport, KeepsNoCookiesAndReusesTheConnection) {
   std::atomic<int> connections = 0;
   RawServer server([&](RawServer::Peer& peer) {
