@@ -37,11 +37,16 @@ FocusScope {
         width: parent.width
         screen: root.screen
         focus: true
-        rows.header: DayTotals {
-            width: page.width
-            strip: root.screen.outlet("dayTotals") as FactStripItem
-            onHeightChanged: page.rows.positionViewAtBeginning() // another day
-        }
+        rows.topMargin: totals.height
+    }
+    // Scrolls with the cards. A header cannot: a bound component is not created by a view.
+    DayTotals {
+        id: totals
+        parent: page.rows.contentItem
+        y: page.rows.originY - height
+        width: page.width
+        strip: root.screen.outlet("dayTotals") as FactStripItem
+        onHeightChanged: page.rows.contentY = page.rows.originY - height // another day
     }
 
     PullToLoad {
