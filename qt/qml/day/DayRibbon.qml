@@ -133,7 +133,10 @@ Item {
         id: finger
         anchors.fill: parent
         preventStealing: true
-        onPressed: mouse => choose(mouse.x)
+        onPressed: mouse => {
+            root.forceActiveFocus(Qt.MouseFocusReason);
+            choose(mouse.x);
+        }
         onPositionChanged: mouse => choose(mouse.x)
 
         function choose(x) {
