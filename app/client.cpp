@@ -1,5 +1,6 @@
 #include "app/client.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QGuiApplication>
 #include <QLocale>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include "model/vehicle_records.h"
+#include "qt/device/url_programs.h"
 #include "service/api.h"
 #include "shell/login_view_controller.h"
 #include "shell/main_storyboard.h"
@@ -23,6 +25,10 @@ Client::Client(Setup setup)
       keyStore_(std::move(setup.keyStore)),
       device_({setup.idiom, ":/documents", setup.language,
                [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
+               hasProgramForScheme,
+               [](const std::string& text) {
+                 QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+               },
                &standardSettings_}),
       log_(LogSink::streamFromEnvironment()),
       widgetReading_(notificationCenter_, sharedSettings_),

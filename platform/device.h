@@ -33,7 +33,12 @@ class Device {
 
   virtual std::string pathForResource(const std::string& name,
                                       const std::string& type) const = 0;  ///< empty: none
-  virtual void openURL(const std::string& url) = 0;  ///< hands the URL to the system's own browser
+  virtual void openURL(const std::string& url) = 0;  ///< hands the URL to the system's program for it
+
+  /// Whether the system has a program for such URLs ("tel:+48600100200").
+  virtual bool canOpenURL(const std::string& url) const = 0;
+
+  virtual void setClipboard(const std::string& text) = 0;
 
   bool isPad() const { return userInterfaceIdiom() == Idiom::pad; }
 };

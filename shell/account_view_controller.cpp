@@ -17,9 +17,9 @@ constexpr InfoRow<User> accountRows[] = {
     {[](const User& user) { return user.address1.str(); }, "Address"},
     {[](const User& user) { return user.address2.str(); }, "Address"},
     {[](const User& user) { return user.vat.str(); }, "VAT ID"},
-    {[](const User& user) { return user.sms.str(); }, "SMS"},
-    {[](const User& user) { return user.gsm.str(); }, "Phone"},
-    {[](const User& user) { return user.mail.str(); }, "Mail"},
+    {[](const User& user) { return user.sms.str(); }, "SMS", Contact::sms},
+    {[](const User& user) { return user.gsm.str(); }, "Phone", Contact::phone},
+    {[](const User& user) { return user.mail.str(); }, "Mail", Contact::mail},
     {[](const User& user) { return user.expirationDate.str(); }, "Expiration date"},
 };
 static_assert(std::size(accountRows) == UserResponse::rows);
@@ -70,8 +70,8 @@ std::shared_ptr<TableViewCell> AccountViewController::tableViewCellForRowAtIndex
     loadItems();
     return dequeueLoadingCell(tableView);
   }
-  const auto& [value, caption] = accountRows[path.row];
-  return dequeueInfoCell(tableView, value(*response_.user), localized(caption));
+  const auto& [value, caption, contact] = accountRows[path.row];
+  return dequeueInfoCell(tableView, value(*response_.user), localized(caption), contact);
 }
 
 double AccountViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath) {

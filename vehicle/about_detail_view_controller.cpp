@@ -16,7 +16,7 @@ constexpr InfoRow<Info> aboutRows[] = {
     {[](const Info& info) { return info.service.oil.str(); }, "Oil change"},
     {[](const Info& info) { return info.service.odo.str(); }, "Distance service"},
     {[](const Info& info) { return info.vehicle.driver.str(); }, "Driver"},
-    {[](const Info& info) { return info.vehicle.driverGsm.str(); }, "Driver phone"},
+    {[](const Info& info) { return info.vehicle.driverGsm.str(); }, "Driver phone", Contact::phone},
     {[](const Info& info) { return info.vehicle.active.str(); }, "Localizer expiration date"},
 };
 static_assert(std::size(aboutRows) == InfoResponse::rows);
@@ -82,8 +82,8 @@ int AboutDetailViewController::tableViewNumberOfRowsInSection(TableView&, int) {
 std::shared_ptr<TableViewCell> AboutDetailViewController::tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                                          IndexPath path) {
   if (!response_.info) return dequeueLoadingCell(tableView);
-  const auto& [value, caption] = aboutRows[path.row];
-  return dequeueInfoCell(tableView, value(*response_.info), localized(caption));
+  const auto& [value, caption, contact] = aboutRows[path.row];
+  return dequeueInfoCell(tableView, value(*response_.info), localized(caption), contact);
 }
 
 double AboutDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath) {

@@ -77,8 +77,8 @@ std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIn
     cell->show(live_->vehicle(), true);
     return cell;
   }
-  const auto& [value, caption] = readingRows[path.row - 1];
-  return dequeueInfoCell(tableView, value(*live_), localized(caption));
+  const auto& [value, caption, contact] = readingRows[path.row - 1];
+  return dequeueInfoCell(tableView, value(*live_), localized(caption), contact);
 }
 
 double InfoDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath path) {

@@ -19,6 +19,7 @@ class VehicleTableViewCell final : public TableViewCell {
   ImageView& photoImageView() { return photoImageView_; }
   Label& nameLabel() { return nameLabel_; }
   std::string accessibleName() const override { return nameLabel_.text(); }
+  std::string copiedText() const override { return nameLabel_.text(); }
 
  private:
   ImageView photoImageView_;

@@ -10,8 +10,8 @@ CellItem::CellItem(Component& component, Adapters& registry) : ComponentItem(com
   reuseIdentifier_ = toQString(as<TableViewCell>()->reuseIdentifier());
 }
 
-bool CellItem::selectable() const {
-  return read<TableViewCell>([](TableViewCell& c) { return c.selectable(); });
+bool CellItem::tappable() const {
+  return read<TableViewCell>([](TableViewCell& c) { return c.selectable() || c.action(); });
 }
 
 ComponentItem* CellItem::outlet(const QString& name) const {
@@ -99,6 +99,11 @@ int TableItem::selectedRow() const {
 
 void TableItem::tap(int row) {
   if (auto* table = as<TableView>()) table->tap(row);
+}
+
+bool TableItem::copy(int row) {
+  auto* table = as<TableView>();
+  return table && table->copy(row);
 }
 
 void TableItem::refresh() {

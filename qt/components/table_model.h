@@ -17,12 +17,12 @@ class CellItem : public fleetor::ComponentItem {
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QString reuseIdentifier READ reuseIdentifier CONSTANT)
-  Q_PROPERTY(bool selectable READ selectable NOTIFY changed)
+  Q_PROPERTY(bool tappable READ tappable NOTIFY changed)
 
  public:
   CellItem(Component& component, Adapters& adapters);
   QString reuseIdentifier() const { return reuseIdentifier_; }
-  bool selectable() const;
+  bool tappable() const;
   Q_INVOKABLE fleetor::ComponentItem* outlet(const QString& name) const;
 
  private:
@@ -83,6 +83,7 @@ class TableItem : public fleetor::ComponentItem {
   bool emptyFooter() const;
   int selectedRow() const;  ///< -1: none
   Q_INVOKABLE void tap(int row);
+  Q_INVOKABLE bool copy(int row);
   Q_INVOKABLE void beginDisplaying(int row) { model_.beginDisplaying(row); }
   Q_INVOKABLE void endDisplaying(int row) { model_.endDisplaying(row); }
   void refresh() override;

@@ -7,6 +7,8 @@
 #include <QUrl>
 #include <QUuid>
 #include <algorithm>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 namespace fleetor {
@@ -14,6 +16,15 @@ namespace {
 
 constexpr const char* vendorIdentifierKey = "VendorIdentifier";
 constexpr double oldestSystemVersion = 8.0;
+
+std::string schemeOf(const std::string& url) {
+  return QUrl(QString::fromStdString(url)).scheme().toStdString();
+}
+
+bool isHarmless(std::string_view scheme) {
+  constexpr std::string_view harmless[] = {"https", "http", "mailto", "tel", "sms", "geo"};
+  return std::ranges::find(harmless, scheme) != std::end(harmless);
+}
 
 }  // namespace
 
@@ -60,9 +71,12 @@ std::string DesktopDevice::pathForResource(const std::string& name, const std::s
 }
 
 void DesktopDevice::openURL(const std::string& url) {
-  const QString scheme = QUrl(QString::fromStdString(url)).scheme();
-  const bool isHarmless = scheme == u"https" || scheme == u"http" || scheme == u"mailto" || scheme == u"tel";
-  if (isHarmless && parts_.openURL) parts_.openURL(url);
+  if (isHarmless(schemeOf(url)) && parts_.openURL) parts_.openURL(url);
+}
+
+bool DesktopDevice::canOpenURL(const std::string& url) const {
+  const std::string scheme = schemeOf(url);
+  return isHarmless(scheme) && parts_.opensScheme && parts_.opensScheme(scheme);
 }
 
 }  // namespace fleetor

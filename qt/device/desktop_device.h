@@ -16,7 +16,9 @@ class DesktopDevice final : public Device {
     Idiom idiom = Idiom::unspecified;
     std::string resourceRoot = ":/";  ///< folder of the documents, of files or of built-in resources
     std::string language = "en";      ///< as Language names it
-    std::function<void(const std::string&)> openURL = {};  ///< hands a URL to the system's browser
+    std::function<void(const std::string&)> openURL = {};  ///< hands a URL to the system's program for it
+    std::function<bool(const std::string& scheme)> opensScheme = {};  ///< whether there is such a program
+    std::function<void(const std::string&)> setClipboard = {};
     Settings* settings = nullptr;  ///< keeps the vendor identifier; outlives the device
   };
 
@@ -40,9 +42,12 @@ class DesktopDevice final : public Device {
   /// In the device's language, from the folder of its code, or else in English, from the one above.
   std::string pathForResource(const std::string& name, const std::string& type) const override;
 
-  /// Only web, mail and telephone addresses; everything else stays closed, since the text may come from a
-  /// service.
+  /// Only web, mail and telephone addresses and places; everything else stays closed, since the text may come
+  /// from a service.
   void openURL(const std::string& url) override;
+  bool canOpenURL(const std::string& url) const override;
+
+  void setClipboard(const std::string& text) override { parts_.setClipboard(text); }
 
  private:
   Parts parts_;

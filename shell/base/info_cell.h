@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "shell/base/contact_link.h"
 #include "ui/table/table_view.h"
 
 namespace fleetor {
@@ -12,12 +13,31 @@ template <class Record>
 struct InfoRow {
   std::string (*value)(const Record& record);
   const char* caption;  ///< English, not localised yet
+  Contact contact = Contact::none;
 };
 
-/// The row kind "InfoCell" of the client's lists: a value over its caption, not for tapping.
+/// The row kind "InfoCell" of the client's lists: a value over its caption, which can be copied. "linkImageView"
+/// shows what a tap does, where it does something, and has its name.
+class InfoTableViewCell final : public TableViewCell {
+ public:
+  explicit InfoTableViewCell(std::string reuseIdentifier);
+
+  /// A tap does this. An empty action: nothing.
+  void link(const std::string& image, std::string name, std::function<void()> action);
+
+  ImageView& linkImageView() { return linkImageView_; }
+  std::string copiedText() const override { return textLabel().text(); }
+
+ private:
+  ImageView linkImageView_;
+};
+
 void registerInfoCell(TableView& tableView);
 
-std::shared_ptr<TableViewCell> dequeueInfoCell(TableView& tableView, const std::string& value,
-                                               const std::string& caption);
+/// With a value that can be called or written to, a tap does that, or copies the value where the system has no
+/// program for it.
+std::shared_ptr<InfoTableViewCell> dequeueInfoCell(TableView& tableView, const std::string& value,
+                                                   const std::string& caption,
+                                                   Contact contact = Contact::none);
 
 }  // namespace fleetor

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <map>
 #include <mutex>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,8 @@ class FakeDevice final : public Device {
   std::map<std::string, std::string> translations;
   std::map<std::string, std::string> resources;  ///< "name.type" to path
   std::vector<std::string> openedURLs;
+  std::set<std::string> unknownSchemes;  ///< for which the system has no program
+  std::string clipboard;
   mutable std::vector<std::string> untranslated;  ///< what was asked for and has no translation
 
   Idiom userInterfaceIdiom() const override { return idiom; }
@@ -56,6 +59,10 @@ class FakeDevice final : public Device {
     return found == resources.end() ? std::string() : found->second;
   }
   void openURL(const std::string& url) override { openedURLs.push_back(url); }
+  bool canOpenURL(const std::string& url) const override {
+    return !unknownSchemes.contains(url.substr(0, url.find(':')));
+  }
+  void setClipboard(const std::string& text) override { clipboard = text; }
 };
 
 class FakeReachability final : public ReachabilityMonitor {

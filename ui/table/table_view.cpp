@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/clipboard.h"
 #include "ui/programming_error.h"
 
 namespace fleetor {
@@ -91,10 +92,20 @@ void TableView::didEndDisplayingRow(int row) {
 
 void TableView::tap(int row) {
   const auto cell = cellForRow(row);
-  if (!cell || !cell->selectable()) return;
+  if (!cell) return;
+  if (const auto action = cell->action()) return action();
+  if (!cell->selectable()) return;
   selected_ = IndexPath{0, row};
   changed.emit();
   if (delegate_) delegate_->tableViewDidSelectRowAtIndexPath(*this, {0, row});
+}
+
+bool TableView::copy(int row) {
+  const auto cell = cellForRow(row);
+  const std::string text = cell ? cell->copiedText() : std::string();
+  if (text.empty()) return false;
+  copyToClipboard(environment_, text);
+  return true;
 }
 
 }  // namespace fleetor

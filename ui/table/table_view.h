@@ -51,6 +51,7 @@ class TableView : public Component {
   using CellMaker = std::function<std::shared_ptr<TableViewCell>(const std::string& identifier)>;
 
   explicit TableView(Environment& environment) : environment_(environment) {}
+  Environment& environment() const { return environment_; }
 
   /// Weak: both must outlive the table or be reset.
   void setDataSource(TableViewDataSource* dataSource) { dataSource_ = dataSource; }
@@ -89,7 +90,8 @@ class TableView : public Component {
   double estimatedHeightForRow(int row);
   std::shared_ptr<TableViewCell> cellForRow(int row);  ///< the row is about to be shown
   void didEndDisplayingRow(int row);                   ///< the row has left the screen
-  void tap(int row);                                   ///< the user selects the row, if it is selectable
+  void tap(int row);   ///< the user selects the row, if it is selectable, or starts its action
+  bool copy(int row);  ///< the user copies the row; false: it cannot be copied
 
  private:
   bool contains(int row) { return row >= 0 && row < numberOfRows(); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -16,6 +17,7 @@ class TableViewCell : public Component, public Outlets {
   const std::string& reuseIdentifier() const { return reuseIdentifier_; }
 
   Label& textLabel() { return textLabel_; }
+  const Label& textLabel() const { return textLabel_; }
   Label& detailTextLabel() { return detailTextLabel_; }
 
   void setTag(int tag, Component& view) { tags_[tag] = &view; }
@@ -24,12 +26,20 @@ class TableViewCell : public Component, public Outlets {
   bool selectable() const { return selectable_; }
   void setSelectable(bool selectable) { assign(selectable_, selectable); }
 
+  /// What a tap on the row does in place of selecting it; empty: it selects.
+  const std::function<void()>& action() const { return action_; }
+  void setAction(std::function<void()> action) { action_ = std::move(action); }
+
+  /// What copying the row puts on the clipboard; empty: it cannot be copied.
+  virtual std::string copiedText() const { return {}; }
+
  private:
   std::string reuseIdentifier_;
   Label textLabel_;
   Label detailTextLabel_;
   std::map<int, Component*> tags_;
   bool selectable_ = true;
+  std::function<void()> action_;
 };
 
 /// The row for data that is still loading: a spinner with the tag 123. Not selectable.

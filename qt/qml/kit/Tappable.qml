@@ -7,6 +7,8 @@ Item {
     id: tappable
 
     property string label
+    property string hint // what a tap does, where the label does not tell
+    property bool holdable: false // a long press, or the other button, means something else than a tap
     property int role: Accessible.Button
     property bool tabStop: true
     readonly property alias pressed: area.pressed
@@ -16,6 +18,7 @@ Item {
     property bool checked: false
 
     signal tapped
+    signal held
 
     function activate() {
         if (enabled)
@@ -25,6 +28,7 @@ Item {
     activeFocusOnTab: tabStop
     Accessible.role: role
     Accessible.name: label
+    Accessible.description: hint
     Accessible.focusable: true
     Accessible.checkable: role === Accessible.PageTab
     Accessible.checked: checked
@@ -37,7 +41,13 @@ Item {
     MouseArea {
         id: area
         anchors.fill: parent
-        onClicked: tappable.activate()
+        acceptedButtons: tappable.holdable ? Qt.LeftButton | Qt.RightButton : Qt.LeftButton
+        onClicked: event => event.button === Qt.RightButton ? tappable.held() : tappable.activate()
+        onPressAndHold: event => {
+            event.accepted = tappable.holdable; // otherwise the release still counts as a tap
+            if (tappable.holdable)
+                tappable.held();
+        }
     }
 
     FocusRing {

@@ -2,14 +2,16 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A value over its caption.
+// A value over its caption. Where a tap does something, the value is coloured and a picture at the end tells what.
 RowBody {
     id: row
 
     readonly property LabelItem value: cell?.outlet("textLabel") as LabelItem
     readonly property LabelItem caption: cell?.outlet("detailTextLabel") as LabelItem
+    readonly property ImageViewItem link: cell?.outlet("linkImageView") as ImageViewItem
 
     spoken: captionText.text + ": " + valueText.text
+    hint: link?.accessibleName ?? ""
 
     // Somewhat smaller letters do, or it takes more lines.
     readonly property bool overflows: smallest.advanceWidth(valueText.text) > lines.width
@@ -25,12 +27,21 @@ RowBody {
         font.pixelSize: valueText.minimumPixelSize
         font.weight: valueText.font.weight
     }
+    Image {
+        id: picture
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        anchors.verticalCenter: parent.verticalCenter
+        visible: row.hint !== ""
+        source: row.link?.source ?? ""
+        sourceSize { width: 24; height: 24 }
+    }
     Column {
         id: lines
         anchors.left: parent.left
         anchors.leftMargin: Theme.margin
-        anchors.right: parent.right
-        anchors.rightMargin: Theme.margin
+        anchors.right: picture.visible ? picture.left : parent.right
+        anchors.rightMargin: picture.visible ? 12 : Theme.margin
         anchors.verticalCenter: parent.verticalCenter
         spacing: Math.round(Math.min(0, 1.2 * Theme.smallSize - metrics.height)) // the rows are low, and some typefaces tall
 
@@ -39,6 +50,7 @@ RowBody {
             text: row.value?.text ?? ""
             wraps: Theme.large || row.overflows
             mostLines: 4
+            color: picture.visible ? Theme.accent : Theme.text
             fontSizeMode: wraps ? Text.FixedSize : Text.HorizontalFit
             minimumPixelSize: 12
             font.weight: Font.Medium

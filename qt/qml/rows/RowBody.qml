@@ -6,6 +6,7 @@ import Fleetor
 Item {
     property CellItem cell
     property string spoken // what assistive technology reads out
+    property string hint // and then what a tap does, where that is not to open the row
     // The implicit height is what a text needs that takes more than its usual lines; otherwise it is 0, and the table gives
     // the height.
     property bool separated: true // has a line below it

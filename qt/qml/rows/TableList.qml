@@ -56,6 +56,8 @@ ListView {
             event.accepted = go(0);
         else if (event.key === Qt.Key_End)
             event.accepted = go(count - 1);
+        else if (event.matches(StandardKey.Copy) || event.key === Qt.Key_Menu)
+            event.accepted = table.copy(currentIndex);
     }
 
     delegate: Tappable {
@@ -94,6 +96,8 @@ ListView {
         role: Accessible.ListItem
         tabStop: false
         ringMargin: 2
+        holdable: true
+        hint: (body.item as RowBody)?.hint ?? ""
         label: {
             const content = body.item as RowBody;
             return content ? content.spoken : cell?.accessibleName ?? "";
@@ -102,6 +106,7 @@ ListView {
             list.currentIndex = index; // arrow keys continue from here
             list.table.tap(index);
         }
+        onHeld: list.table.copy(index)
         onPressedChanged: lit = false
         onYChanged: followView()
         onHeightChanged: followView()
@@ -126,7 +131,7 @@ ListView {
 
         Rectangle {
             anchors.fill: parent
-            color: row.lit && row.cell?.selectable || row.shownBeside || row.index === list.pointedRow ? Theme.pressed : "transparent"
+            color: row.lit && row.cell?.tappable || row.shownBeside || row.index === list.pointedRow ? Theme.pressed : "transparent"
         }
 
         Loader {

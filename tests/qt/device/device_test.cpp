@@ -154,7 +154,8 @@ TEST_F(DeviceFiles, TheDeviceFindsDocumentsAndOpensOnlyHarmlessAddresses) {
   std::vector<std::string> opened;
   DesktopDevice device({.idiom = Idiom::pad,
                         .resourceRoot = folder_.path().toStdString(),
-                        .openURL = [&opened](const std::string& url) { opened.push_back(url); }});
+                        .openURL = [&opened](const std::string& url) { opened.push_back(url); },
+                        .opensScheme = [](const std::string& scheme) { return scheme != "geo"; }});
   EXPECT_EQ(device.pathForResource("terms", "html"), path("terms.html"));
   EXPECT_EQ(device.pathForResource("about", "html"), "");
   ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("pt")));
@@ -170,9 +171,12 @@ TEST_F(DeviceFiles, TheDeviceFindsDocumentsAndOpensOnlyHarmlessAddresses) {
   EXPECT_TRUE(device.isPad());
   EXPECT_GE(device.systemVersion(), 8.0);
   for (const char* url :
-       {"https://a.example/", "tel:+15551234", "file:///etc/passwd", "javascript:1", "", "x"})
+       {"https://a.example/", "tel:+15551234", "geo:1,2", "file:///etc/passwd", "javascript:1", "", "x"}) {
     device.openURL(url);
-  EXPECT_THAT(opened, testing::ElementsAre("https://a.example/", "tel:+15551234"));
+    EXPECT_EQ(device.canOpenURL(url), !opened.empty() && opened.back() == url && url != std::string("geo:1,2"))
+        << url;
+  }
+  EXPECT_THAT(opened, testing::ElementsAre("https://a.example/", "tel:+15551234", "geo:1,2"));
 }
 
 TEST(NetworkUse, ShowsOnlyToThoseWhoWait) {
