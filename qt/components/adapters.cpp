@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QQmlEngine>
 
+#include "qt/components/action_sheet_item.h"
 #include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/day_items.h"
@@ -33,6 +34,7 @@ Adapters::Adapters(Environment& environment) : environment_(environment) {
   add<ProgressOverlay, ProgressOverlayItem>();
   add<Toast, ToastItem>();
   add<AlertView, AlertViewItem>();
+  add<ActionSheet, ActionSheetItem>();
   add<ActionSheetDatePicker, DatePickerItem>();
   add<Window, WindowItem>();
   add<Appearance, AppearanceItem>();

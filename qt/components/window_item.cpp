@@ -45,8 +45,14 @@ DatePickerItem* WindowItem::datePicker() const {
   return window ? adapters().itemFor<DatePickerItem>(window->datePicker().get()) : nullptr;
 }
 
+ActionSheetItem* WindowItem::actionSheet() const {
+  const auto* window = as<Window>();
+  return window ? adapters().itemFor<ActionSheetItem>(window->actionSheet().get()) : nullptr;
+}
+
 bool WindowItem::blocked() const {
-  return read<Window>([](Window& c) { return !c.alerts().empty() || c.datePicker() != nullptr; });
+  return read<Window>(
+      [](Window& c) { return !c.alerts().empty() || c.datePicker() != nullptr || c.actionSheet() != nullptr; });
 }
 
 bool WindowItem::pad() const {

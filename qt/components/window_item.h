@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "qt/components/action_sheet_item.h"
 #include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/view_controller_items.h"
@@ -20,7 +21,8 @@ class WindowItem : public fleetor::ComponentItem {
   Q_PROPERTY(fleetor::ToastItem* toast READ toast NOTIFY changed)
   Q_PROPERTY(fleetor::AlertViewItem* alert READ alert NOTIFY changed)
   Q_PROPERTY(fleetor::DatePickerItem* datePicker READ datePicker NOTIFY changed)
-  Q_PROPERTY(bool blocked READ blocked NOTIFY changed)  ///< an alert or a picker waits for its answer
+  Q_PROPERTY(fleetor::ActionSheetItem* actionSheet READ actionSheet NOTIFY changed)
+  Q_PROPERTY(bool blocked READ blocked NOTIFY changed)  ///< an alert, a picker or a sheet waits for its answer
   Q_PROPERTY(bool pad READ pad CONSTANT)
   Q_PROPERTY(fleetor::AppearanceItem* appearance READ appearance CONSTANT)
   Q_PROPERTY(double keyboardHeight READ keyboardHeight NOTIFY changed)  ///< points that a keyboard covers
@@ -33,6 +35,7 @@ class WindowItem : public fleetor::ComponentItem {
   ToastItem* toast() const;
   AlertViewItem* alert() const;
   DatePickerItem* datePicker() const;
+  ActionSheetItem* actionSheet() const;
   bool blocked() const;
   bool pad() const;
   AppearanceItem* appearance() const;

@@ -53,6 +53,14 @@ Window {
         OverlayLoader {
             anchors.fill: parent
             window: main.content
+            subject: main.content.actionSheet
+            enabled: main.content.alert === null
+            source: "ActionSheetPanel.qml"
+        }
+
+        OverlayLoader {
+            anchors.fill: parent
+            window: main.content
             subject: main.content.alert
             source: "AlertPanel.qml"
         }

@@ -23,6 +23,7 @@ void Window::setRootViewController(std::shared_ptr<ViewController> root) {
   // The screens may set another root while they appear and disappear.
   const auto shown = root_;
   const auto picker = std::exchange(datePicker_, nullptr);  // alive until its adapter has dropped it
+  const auto sheet = std::exchange(actionSheet_, nullptr);
   alerts_.clear();
 
   // Topmost first. What a form sheet left visible disappears, too.
@@ -55,6 +56,10 @@ bool Window::goBack() {
   if (!alerts_.empty()) {
     const auto alert = alerts_.back();
     alert->tapButton(0);
+    return true;
+  }
+  if (const auto sheet = actionSheet_) {
+    sheet->cancel();
     return true;
   }
   if (const auto picker = datePicker_) {

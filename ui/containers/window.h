@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ui/containers/view_controller.h"
+#include "ui/controls/action_sheet.h"
 #include "ui/controls/action_sheet_date_picker.h"
 #include "ui/controls/alert_view.h"
 #include "ui/controls/progress_overlay.h"
@@ -14,7 +15,7 @@
 
 namespace fleetor {
 
-/// The one window. `changed` reports a new root, toast, alert, picker or size. Main thread only.
+/// The one window. `changed` reports a new root, toast, alert, picker, sheet or size. Main thread only.
 class Window : public Component {
  public:
   explicit Window(Environment& environment);
@@ -23,7 +24,7 @@ class Window : public Component {
   const std::shared_ptr<ViewController>& rootViewController() const { return root_; }
 
   /// The old root and everything presented over it disappear, the new one appears, not animated. The old
-  /// screens, the date picker and the alerts are released without an answer.
+  /// screens, the date picker, the sheet and the alerts are released without an answer.
   void setRootViewController(std::shared_ptr<ViewController> root);
 
   /// The screen on top: the last one presented, or the root.
@@ -33,7 +34,7 @@ class Window : public Component {
   const Size& size() const { return size_; }
   void setSize(const Size& size);
 
-  /// The user wants to go back: cancels the alert or the date picker, or goes one step back in the screen on
+  /// The user wants to go back: cancels the alert, the sheet or the date picker, or goes one step back in the screen on
   /// top. False: there is nothing to go back from.
   bool goBack();
 
@@ -49,8 +50,10 @@ class Window : public Component {
   /// Oldest first; the last one is on top and the only one to answer.
   const std::vector<std::shared_ptr<AlertView>>& alerts() const { return alerts_; }
   const std::shared_ptr<ActionSheetDatePicker>& datePicker() const { return datePicker_; }
+  const std::shared_ptr<ActionSheet>& actionSheet() const { return actionSheet_; }
 
  private:
+  friend class ActionSheet;
   friend class AlertView;
   friend class ActionSheetDatePicker;
 
@@ -64,6 +67,7 @@ class Window : public Component {
   std::deque<std::shared_ptr<Toast>> toasts_;
   std::vector<std::shared_ptr<AlertView>> alerts_;
   std::shared_ptr<ActionSheetDatePicker> datePicker_;
+  std::shared_ptr<ActionSheet> actionSheet_;
   std::shared_ptr<bool> toastTimer_;  ///< alive while its delayed call is the valid one
 };
 
