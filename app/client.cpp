@@ -5,11 +5,13 @@
 #include <QGuiApplication>
 #include <QLocale>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QUrl>
 #include <utility>
 
 #include "model/vehicle_records.h"
 #include "qt/device/url_programs.h"
+#include "qt/page_printer.h"
 #include "service/api.h"
 #include "shell/login_view_controller.h"
 #include "shell/main_storyboard.h"
@@ -34,11 +36,14 @@ Client::Client(Setup setup)
       widgetReading_(notificationCenter_, sharedSettings_),
       queues_(std::in_place),
       networkUse_(*queues_),
+      documents_(*queues_, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString(),
+                 pdfOf),
       transport_(std::in_place),
       reportPost_(std::in_place, *queues_, *transport_, setup.reports),
       usage_(setup.reports, clock_.now()),
       tiles_(TileAddresses::compiledIn(serviceURL_), QString::fromStdString(setup.tileFolder)),
-      environment_{*queues_, device_, clock_, notificationCenter_, appearance_},
+      environment_{*queues_,    device_, clock_,  notificationCenter_,
+                   appearance_, nullptr, nullptr, &documents_},
       storyboard_(makeMainStoryboard(environment_, standardSettings_, sharedSettings_)),
       delegate_(environment_, standardSettings_, serviceURL_) {
   // Dates, numbers and the direction in which everything is laid out.

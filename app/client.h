@@ -10,6 +10,7 @@
 #include "http/system_reachability.h"
 #include "platform/key_store.h"
 #include "qt/device/desktop_device.h"
+#include "qt/device/desktop_documents.h"
 #include "qt/device/file_settings.h"
 #include "qt/device/log_sink.h"
 #include "qt/device/network_use_indicator.h"
@@ -76,6 +77,7 @@ class Client {
   Appearance appearance_;
   std::optional<QtQueues> queues_;
   NetworkUseIndicator networkUse_;
+  DesktopDocuments documents_;
   std::optional<HttpTransport> transport_;
   std::optional<ReportPost> reportPost_;
   UsageEvents usage_;

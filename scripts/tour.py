@@ -74,6 +74,27 @@ def callout(client):
     client.gone(PARKED, CALLOUT)
 
 
+def take_along(client):
+    """The sheet of a position with its QR code, and that of the day's formats, of which one is saved."""
+    tab(client, "Info")
+    client.click("Address: ", "list item")
+    client.find("Copy as degrees")
+    client.picture("position")
+    client.click("Show a QR code")
+    client.find("Scan with another phone")
+    client.picture("position-code")
+    client.key("Escape")
+    client.gone("Scan with another phone")
+    tab(client, "Map")
+    client.click("Save the day", "push button")
+    client.find("GeoJSON")
+    client.picture("save-day")
+    client.click("PDF", "push button")
+    client.find("Saved as")
+    client.picture("saved-day")
+    client.gone("Saved as")
+
+
 def satellite(client):
     client.click("Satellite map")
     box = map_box(client)
@@ -175,6 +196,7 @@ def choose_widget_vehicle(client):
 def pages(client, vehicle):
     day_track(client, vehicle)
     callout(client)
+    take_along(client)
     satellite(client)
     tab(client, "Trips")
     client.find("Driving|Parking")

@@ -8,6 +8,7 @@ namespace fleetor {
 
 class Appearance;
 class Application;
+class Documents;
 class NotificationCenter;
 class Window;
 
@@ -21,6 +22,7 @@ struct Environment {
   Appearance& appearance;
   Window* window = nullptr;
   Application* application = nullptr;
+  Documents* documents = nullptr;  ///< null: nothing can be saved
 };
 
 }  // namespace fleetor

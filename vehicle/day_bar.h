@@ -43,6 +43,9 @@ class DayBar {
   void cleared();                                        ///< nor waits for an answer
   void appeared();
   void disappeared() { listening_ = false; }
+  /// The day that the page shows; none: nothing.
+  const std::optional<std::string>& shownDay() const { return shown_; }
+
   void refresh();  ///< time has passed: today may be another day
 
  private:

@@ -2,15 +2,19 @@
 
 #include <any>
 #include <iterator>
+#include <string_view>
 
 #include "shell/base/info_cell.h"
 #include "shell/base/loading_cell.h"
 #include "vehicle/notifications.h"
+#include "vehicle/position_sheet.h"
 #include "vehicle/vehicle_table_view_cell.h"
 
 namespace fleetor {
 
 namespace {
+
+constexpr const char* addressCaption = "Address";
 
 /// What comes below the vehicle's own row.
 constexpr InfoRow<Live> readingRows[] = {
@@ -18,7 +22,7 @@ constexpr InfoRow<Live> readingRows[] = {
     {[](const Live& live) { return live.speed.str() + "km/h"; }, "Speed"},
     {[](const Live& live) { return live.rpm.str(); }, "RPM"},
     {[](const Live& live) { return live.direction.str() + "°"; }, "Direction"},
-    {[](const Live& live) { return live.street.str(); }, "Address"},
+    {[](const Live& live) { return live.street.str(); }, addressCaption},
     {[](const Live& live) { return live.powerSupply.str() + live.powerSupplyType.str(); }, "Power supply"},
     {[](const Live& live) { return live.temp.str() + "°C"; }, "Temperature"},
     {[](const Live& live) { return live.fuel.str() + live.fuelType.str(); }, "Fuel"},
@@ -78,7 +82,15 @@ std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIn
     return cell;
   }
   const auto& [value, caption, contact] = readingRows[path.row - 1];
-  return dequeueInfoCell(tableView, value(*live_), localized(caption), contact);
+  auto cell = dequeueInfoCell(tableView, value(*live_), localized(caption), contact);
+  if (std::string_view(caption) == addressCaption && isPosition(live_->coordinate()))
+    cell->link("RowShare", localized("Share position"), [this] { sharePosition(); });
+  return cell;
+}
+
+void InfoDetailViewController::sharePosition() {
+  showPositionSheet(environment(), {live_->coordinate(), live_->vehicle().name.str(),
+                                    live_->street.str() + '\n' + live_->dateTime().str()});
 }
 
 double InfoDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath path) {

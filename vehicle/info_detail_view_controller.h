@@ -29,6 +29,8 @@ class InfoDetailViewController final : public DetailPageViewController,
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  private:
+  void sharePosition();
+
   TableView itemsTableView_;
   std::shared_ptr<const Live> live_;
 };

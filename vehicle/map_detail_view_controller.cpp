@@ -15,7 +15,9 @@ constexpr ScreenPoint flagOffset{0, -20};  // the foot is in the middle of the l
 }  // namespace
 
 MapDetailViewController::MapDetailViewController(Environment& environment)
-    : TrackPageViewController(environment), bar_(environment, *this, localized("No track on {day}")) {
+    : TrackPageViewController(environment),
+      bar_(environment, *this, localized("No track on {day}")),
+      export_(environment, *this, [this] { return exportableDay(); }) {
   outlet("dayRibbon", dayRibbon_);
   dayRibbon_.setAccessibleName(localized("Timeline of the day"));
 }
@@ -106,6 +108,7 @@ bool MapDetailViewController::show(std::shared_ptr<const DayTrack> track) {
   mapView().replaceAnnotations(track->markers);
   mapView().showAnnotations(mapView().annotations(), false);
   track_ = std::move(track);
+  if (dayPoints_) setDayPoints(nullptr);  // those of an earlier track
   return !isEmpty;
 }
 
@@ -123,6 +126,11 @@ void MapDetailViewController::setDayPoints(std::shared_ptr<const DayPoints> poin
 void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {
   removePolyline();
   addPolyline(std::move(polyline));
+}
+
+ExportableDay MapDetailViewController::exportableDay() const {
+  if (bar_.shownDay()) return {vehicle(), *bar_.shownDay(), dayPoints_, std::nullopt};
+  return {vehicle(), date().value_or(""), nullptr, std::nullopt};
 }
 
 void MapDetailViewController::endLoading() {

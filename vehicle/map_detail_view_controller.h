@@ -9,6 +9,7 @@
 #include "ui/controls/time_ribbon.h"
 #include "vehicle/chosen_day.h"
 #include "vehicle/day_bar.h"
+#include "vehicle/day_export.h"
 #include "vehicle/track_page_view_controller.h"
 
 namespace fleetor {
@@ -64,6 +65,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();
   void updateCover();
+  ExportableDay exportableDay() const;
 
   bool wasDrawn_ = false;                  ///< a track has been drawn at least once
   std::shared_ptr<const DayTrack> track_;  ///< the one that is shown
@@ -71,6 +73,7 @@ class MapDetailViewController final : public TrackPageViewController {
   TimeRibbon dayRibbon_;
   ChosenDay day_;
   DayBar bar_;
+  DayExportButton export_;
 };
 
 }  // namespace fleetor

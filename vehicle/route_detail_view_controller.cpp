@@ -30,7 +30,11 @@ const char* imageOf(DayStage::Kind kind) {
 RouteDetailViewController::RouteDetailViewController(Environment& environment)
     : DetailPageViewController(environment),
       itemsTableView_(environment),
-      bar_(environment, *this, localized("No trips on {day}")) {
+      bar_(environment, *this, localized("No trips on {day}")),
+      export_(environment, *this, [this] {
+        return ExportableDay{vehicle(), bar_.shownDay() ? *bar_.shownDay() : date().value_or(""), nullptr,
+                             bar_.shownDay() ? items_.route : std::nullopt};
+      }) {
   outlet("itemsTableView", itemsTableView_);
   outlet("dayRibbon", dayRibbon_);
   outlet("dayTotals", dayTotals_);

@@ -12,6 +12,7 @@
 #include "ui/table/table_view.h"
 #include "vehicle/chosen_day.h"
 #include "vehicle/day_bar.h"
+#include "vehicle/day_export.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
@@ -77,6 +78,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   Connection momentChosen_;
   ChosenDay day_;
   DayBar bar_;
+  DayExportButton export_;
   RouteResponse items_;
 };
 

@@ -1,6 +1,9 @@
 #include "vehicle/track_page_view_controller.h"
 
+#include <string>
 #include <utility>
+
+#include "vehicle/position_sheet.h"
 
 namespace fleetor {
 
@@ -28,6 +31,12 @@ TrackPageViewController::TrackPageViewController(Environment& environment)
         [this](Component& sender) { changeMapType(sender); });
   equip("wholeTrackButton", wholeTrackButton_, "BtnWholeTrack", localized("Show the whole track"),
         [this](Component&) { mapView_.showAll(true); });
+  equip("sharePositionButton", sharePositionButton_, "RowShare", localized("Share position"),
+        [this](Component&) { sharePosition(); });
+  onMap_ = mapView_.changed.connect([this] {
+    const auto& selected = mapView_.selectedAnnotation();
+    sharePositionButton_.setEnabled(selected && isPosition(selected->coordinate()));
+  });
   equip("zoomInButton", zoomInButton_, "BtnZoomIn", localized("Zoom in"),
         [this](Component&) { mapView_.zoomBy(1); });
   equip("zoomOutButton", zoomOutButton_, "BtnZoomOut", localized("Zoom out"),
@@ -62,6 +71,14 @@ void TrackPageViewController::changeMapType(Component&) {
   changeTypeButton_.setSelected(satellite);
   changeTypeButton_.setImage(satellite ? "BtnMapTypeSelected" : "BtnMapType");
   mapView_.setMapType(satellite ? MapType::satellite : MapType::standard);
+}
+
+void TrackPageViewController::sharePosition() {
+  const auto& place = *mapView_.selectedAnnotation();
+  const std::string title = place.title();
+  const std::string subtitle = place.subtitle();
+  showPositionSheet(environment(), {place.coordinate(), vehicle().name.str(),
+                                    title + (title.empty() || subtitle.empty() ? "" : "\n") + subtitle});
 }
 
 void TrackPageViewController::clearView() {

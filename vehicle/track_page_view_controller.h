@@ -11,9 +11,9 @@ namespace fleetor {
 
 /// What the two pages with a map share: "mapView" with the vehicle's line on it, "changeTypeButton", which is
 /// selected while the map shows satellite pictures, "zoomInButton", "zoomOutButton", and "wholeTrackButton",
-/// which shows all that is on the map. "loadingIndicator" spins while the page waits for something to show;
-/// "noteLabel" reports that it waits, or that there is nothing. The page is the map's delegate while it is
-/// visible.
+/// which shows all that is on the map. "sharePositionButton" in the callout offers its place to be taken
+/// along. "loadingIndicator" spins while the page waits for something to show; "noteLabel" reports that it
+/// waits, or that there is nothing. The page is the map's delegate while it is visible.
 ///
 /// Until there is something to show, the map is covered and follows the positions that the pager receives.
 ///
@@ -58,13 +58,17 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
                                                            const std::string& image, const std::string& kind);
 
  private:
+  void sharePosition();
+
   MapView mapView_;
   Button changeTypeButton_;
   Button zoomInButton_;
   Button zoomOutButton_;
   Button wholeTrackButton_;
+  Button sharePositionButton_;
   ActivityIndicator loadingIndicator_;
   Label noteLabel_;
+  Connection onMap_;
   std::shared_ptr<MapPolyline> polyline_;
   std::shared_ptr<MapPolylineRenderer> polylineRenderer_;
 };

@@ -7,7 +7,7 @@ namespace fleetor {
 
 namespace {
 
-QStringList textsOf(const ActionSheet* sheet, std::string SheetEntry::* text) {
+QStringList textsOf(const ActionSheet* sheet, std::string SheetEntry::*text) {
   QStringList texts;
   if (sheet)
     for (const SheetEntry& entry : sheet->content().entries)

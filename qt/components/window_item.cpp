@@ -51,8 +51,9 @@ ActionSheetItem* WindowItem::actionSheet() const {
 }
 
 bool WindowItem::blocked() const {
-  return read<Window>(
-      [](Window& c) { return !c.alerts().empty() || c.datePicker() != nullptr || c.actionSheet() != nullptr; });
+  return read<Window>([](Window& c) {
+    return !c.alerts().empty() || c.datePicker() != nullptr || c.actionSheet() != nullptr;
+  });
 }
 
 bool WindowItem::pad() const {

@@ -17,10 +17,14 @@ struct ContactPicture {
 
 ContactPicture pictureOf(Contact contact) {
   switch (contact) {
-    case Contact::none: return {"", ""};
-    case Contact::phone: return {"RowCall", "Call"};
-    case Contact::sms: return {"RowMessage", "Send SMS"};
-    case Contact::mail: return {"RowMail", "Send mail"};
+    case Contact::none:
+      return {"", ""};
+    case Contact::phone:
+      return {"RowCall", "Call"};
+    case Contact::sms:
+      return {"RowMessage", "Send SMS"};
+    case Contact::mail:
+      return {"RowMail", "Send mail"};
   }
   return {"", ""};
 }

@@ -16,8 +16,8 @@ struct InfoRow {
   Contact contact = Contact::none;
 };
 
-/// The row kind "InfoCell" of the client's lists: a value over its caption, which can be copied. "linkImageView"
-/// shows what a tap does, where it does something, and has its name.
+/// The row kind "InfoCell" of the client's lists: a value over its caption, which can be copied.
+/// "linkImageView" shows what a tap does, where it does something, and has its name.
 class InfoTableViewCell final : public TableViewCell {
  public:
   explicit InfoTableViewCell(std::string reuseIdentifier);
@@ -34,8 +34,8 @@ class InfoTableViewCell final : public TableViewCell {
 
 void registerInfoCell(TableView& tableView);
 
-/// With a value that can be called or written to, a tap does that, or copies the value where the system has no
-/// program for it.
+/// With a value that can be called or written to, a tap does that, or copies the value where the system has
+/// no program for it.
 std::shared_ptr<InfoTableViewCell> dequeueInfoCell(TableView& tableView, const std::string& value,
                                                    const std::string& caption,
                                                    Contact contact = Contact::none);

@@ -54,7 +54,8 @@ class Contacts : public testing::Test {
 
   Machine phone;
   Client client{phone};
-  std::shared_ptr<AccountViewController> account = std::make_shared<AccountViewController>(client.environment);
+  std::shared_ptr<AccountViewController> account =
+      std::make_shared<AccountViewController>(client.environment);
   TableView& table = account->infoTableView();
 };
 

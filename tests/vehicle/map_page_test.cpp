@@ -125,7 +125,7 @@ TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
   client.application.didEnterBackground();
   EXPECT_FALSE(page->dayPoints());
   EXPECT_THAT(page->dayRibbon().stretches(), IsEmpty());
-  EXPECT_EQ(changes, 3);
+  EXPECT_EQ(changes, 4);
 }
 
 TEST_F(MapPage, IsCoveredUntilATrackIsDrawnOrADayWithoutOneLeavesTheLastPosition) {

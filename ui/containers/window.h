@@ -34,8 +34,8 @@ class Window : public Component {
   const Size& size() const { return size_; }
   void setSize(const Size& size);
 
-  /// The user wants to go back: cancels the alert, the sheet or the date picker, or goes one step back in the screen on
-  /// top. False: there is nothing to go back from.
+  /// The user wants to go back: cancels the alert, the sheet or the date picker, or goes one step back in the
+  /// screen on top. False: there is nothing to go back from.
   bool goBack();
 
   Keyboard& keyboard() { return keyboard_; }

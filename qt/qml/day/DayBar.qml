@@ -93,10 +93,31 @@ FocusScope {
             }
             DayButton {
                 id: today
-                anchors.right: parent.right
+                anchors.right: save.left
                 width: Math.min(implicitWidth, parent.width * 0.3)
                 button: root.screen.outlet("todayButton") as ButtonItem
                 opacity: enabled ? 1 : 0
+            }
+            Tappable {
+                id: save
+                readonly property ButtonItem button: root.screen.outlet("exportButton") as ButtonItem
+                anchors.right: parent.right
+                width: Theme.touch
+                height: Theme.touch
+                enabled: button?.enabled ?? false
+                label: button?.accessibleName ?? ""
+                onTapped: button.tap()
+
+                Rectangle {
+                    anchors.fill: parent
+                    radius: 8
+                    color: parent.pressed ? Theme.pressed : "transparent"
+                }
+                Image {
+                    anchors.centerIn: parent
+                    source: save.button?.image ?? ""
+                    sourceSize { width: 24; height: 24 }
+                }
             }
         }
 

@@ -7,6 +7,7 @@ Item {
     id: root
 
     property MapMarkerItem marker
+    property ButtonItem share // takes the place along
     property point target // the marker's middle
     property real lowest // where the labels at the map's lower edge begin
     property real sideSpace: 8
@@ -24,8 +25,8 @@ Item {
     readonly property bool inSight: target.x >= 0 && target.x <= parent.width && target.y >= 0 && target.y <= parent.height
 
     visible: marker !== null && inSight && (title.text !== "" || subtitle.text !== "")
-    width: Math.min(parent.width - 2 * sideSpace - buttonStrip, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28)
-    height: texts.height + 20
+    width: Math.min(parent.width - 2 * sideSpace - buttonStrip, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28 + sharing.width)
+    height: Math.max(texts.height + 20, sharing.height)
     x: Math.round(Math.max(leftmost, Math.min(rightmost - width, target.x - width / 2)))
     y: Math.round(Math.max(sideSpace, Math.min(lowest - sideSpace - height, wantedY)))
     Accessible.role: Accessible.StaticText
@@ -62,8 +63,10 @@ Item {
 
     Column {
         id: texts
-        anchors.centerIn: parent
-        width: parent.width - 28
+        anchors.left: parent.left
+        anchors.leftMargin: 14
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width - 28 - sharing.width
         spacing: 2
 
         Text {
@@ -92,6 +95,24 @@ Item {
             maximumLineCount: 4
             elide: Text.ElideRight
             Accessible.ignored: true
+        }
+    }
+
+    Tappable {
+        id: sharing
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        visible: enabled
+        enabled: root.share?.enabled ?? false
+        width: enabled ? Theme.touch : 0
+        height: width
+        label: root.share?.accessibleName ?? ""
+        onTapped: root.share.tap()
+
+        Image {
+            anchors.centerIn: parent
+            source: root.share?.image ?? ""
+            sourceSize { width: 24; height: 24 }
         }
     }
 }

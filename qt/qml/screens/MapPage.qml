@@ -107,6 +107,7 @@ FocusScope {
         MapCallout {
             id: callout
             marker: root.map?.selected ?? null
+            share: root.screen.outlet("sharePositionButton") as ButtonItem
             lowest: root.lowest
             buttonStrip: root.buttonStrip
             upperButtons: upperButtons.y + upperButtons.height

@@ -173,7 +173,8 @@ TEST_F(DeviceFiles, TheDeviceFindsDocumentsAndOpensOnlyHarmlessAddresses) {
   for (const char* url :
        {"https://a.example/", "tel:+15551234", "geo:1,2", "file:///etc/passwd", "javascript:1", "", "x"}) {
     device.openURL(url);
-    EXPECT_EQ(device.canOpenURL(url), !opened.empty() && opened.back() == url && url != std::string("geo:1,2"))
+    EXPECT_EQ(device.canOpenURL(url),
+              !opened.empty() && opened.back() == url && url != std::string("geo:1,2"))
         << url;
   }
   EXPECT_THAT(opened, testing::ElementsAre("https://a.example/", "tel:+15551234", "geo:1,2"));

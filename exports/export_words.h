@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "model/vehicle_records.h"
+
+namespace fleetor {
+
+/// The words of a file in the user's language.
+struct ExportWords {
+  std::string log, status, start, end, duration, distance, from, to, stops, standing;
+
+  static ExportWords of(const Localizer& localized);
+};
+
+}  // namespace fleetor

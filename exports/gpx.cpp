@@ -1,0 +1,36 @@
+#include "exports/formats.h"
+#include "exports/piece_writer.h"
+
+namespace fleetor {
+
+namespace {
+
+std::string placeAttributes(Coordinate at) {
+  return " lat=\"" + decimals(at.latitude, 6) + "\" lon=\"" + decimals(at.longitude, 6) + "\">";
+}
+
+}  // namespace
+
+bool writeGpx(const DayRecord& record, const PieceSink& sink) {
+  const DayPoints& points = *record.points;
+  const std::string name = xmlEscaped(record.vehicle.name) + ' ' + xmlEscaped(record.day);
+  PieceWriter file(sink);
+  file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+          "<gpx version=\"1.1\" creator=\"Fleetor\" xmlns=\"http://www.topografix.com/GPX/1/1\">\n"
+          "<metadata><name>"
+       << name << "</name></metadata>\n";
+  for (const DayStop& stop : points.stops)
+    file << "<wpt" << placeAttributes(points.coordinates[stop.index]) << "<name>"
+         << xmlEscaped(addressOf(points, stop.index)) << "</name><desc>" << xmlEscaped(timeTextOf(stop))
+         << "</desc></wpt>\n";
+  file << "<trk><name>" << name << "</name><trkseg>\n";
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    file << "<trkpt" << placeAttributes(points.coordinates[i]);
+    if (const std::string time = timeTextOf(record, i); !time.empty()) file << "<desc>" << time << "</desc>";
+    file << "</trkpt>\n";
+  }
+  file << "</trkseg></trk>\n</gpx>\n";
+  return file.finish();
+}
+
+}  // namespace fleetor

@@ -1,0 +1,203 @@
+#include "lone_page.h"
+#include "platform/documents.h"
+#include "vehicle/about_detail_view_controller.h"
+#include "vehicle/info_detail_view_controller.h"
+#include "vehicle/live_detail_view_controller.h"
+#include "vehicle/map_detail_view_controller.h"
+#include "vehicle/route_detail_view_controller.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Keeps what is saved, or refuses to.
+class FakeDocuments final : public Documents {
+ public:
+  explicit FakeDocuments(Queues& queues) : queues_(queues) {}
+
+  SaveOutcome outcome = SaveOutcome::saved;
+  std::map<std::string, std::string> files;
+  mutable Page printed;
+
+  void save(NewDocument document, Done done) override {
+    queues_.global([this, document = std::move(document), done = std::move(done)] {
+      std::string& content = files[document.name];
+      EXPECT_TRUE(document.write([&](std::string_view piece) {
+        content += piece;
+        return true;
+      }));
+      queues_.main([this, name = document.name, done] { done(outcome, "~/" + name); });
+    });
+  }
+  std::string pdfOf(const Page& page) const override {
+    printed = page;
+    return "%PDF";
+  }
+
+ private:
+  Queues& queues_;
+};
+
+std::vector<std::string> titlesOf(const ActionSheet& sheet) {
+  std::vector<std::string> titles;
+  for (const SheetEntry& entry : sheet.content().entries)
+    titles.push_back(entry.title);
+  return titles;
+}
+
+std::shared_ptr<const Live> liveAt(const char* latitude, const char* longitude) {
+  auto live = std::make_shared<Live>();
+  live->vehicles.vehicleId = 7;
+  live->vehicles.name = "Van";
+  live->datetime = "2026-03-10 08:00:15";
+  live->street = "Long Street 5";
+  live->location.lat = latitude;
+  live->location.lon = longitude;
+  return live;
+}
+
+void tap(ViewController& page, const char* button) {
+  dynamic_cast<Button&>(*page.findOutlet(button)).tap();
+}
+
+using SharingInfo = LonePage<InfoDetailViewController>;
+
+TEST_F(SharingInfo, TheAddressLeadsToASheetThatHandsThePositionOn) {
+  constexpr int addressRow = 5;
+  auto& window = client.application.window();
+  poll(liveAt("50.06143", "19.93744"));
+  page->itemsTableView().tap(addressRow);
+  ASSERT_TRUE(window.actionSheet());
+  EXPECT_EQ(window.actionSheet()->content().message, "Long Street 5\n2026-03-10 08:00:15");
+  EXPECT_THAT(titlesOf(*window.actionSheet()),
+              ElementsAre("Copy the coordinates", "Copy as degrees", "Open in a map program", "Send mail",
+                          "Show a QR code"));
+  window.actionSheet()->tapEntry(1);
+  EXPECT_FALSE(window.actionSheet());
+  EXPECT_EQ(phone.device.clipboard, "50°03′41.1″N 19°56′14.8″E");
+
+  phone.device.unknownSchemes = {"mailto"};
+  page->itemsTableView().tap(addressRow);
+  ASSERT_EQ(titlesOf(*window.actionSheet()).size(), 4u) << "no entry for what no program does";
+  window.actionSheet()->tapEntry(2);
+  EXPECT_THAT(phone.device.openedURLs, ElementsAre("geo:50.061430,19.937440"));
+  page->itemsTableView().tap(addressRow);
+  window.actionSheet()->tapEntry(3);
+  EXPECT_GT(window.actionSheet()->content().picture.side, 0);
+  EXPECT_TRUE(window.goBack());
+  EXPECT_FALSE(window.actionSheet());
+}
+
+TEST_F(SharingInfo, APositionThatIsNoneIsNotOffered) {
+  poll(liveAt("none", ""));
+  page->itemsTableView().tap(5);
+  EXPECT_FALSE(client.application.window().actionSheet());
+}
+
+using SharingLive = LonePage<LiveDetailViewController>;
+
+TEST_F(SharingLive, TheCalloutOffersItsPosition) {
+  poll(liveAt("50.06143", "19.93744"));
+  tap(*page, "sharePositionButton");
+  EXPECT_FALSE(client.application.window().actionSheet()) << "no callout is open";
+  page->mapView().selectAnnotation(page->mapView().annotations().front());
+  tap(*page, "sharePositionButton");
+  ASSERT_TRUE(client.application.window().actionSheet());
+  EXPECT_EQ(client.application.window().actionSheet()->content().message,
+            "2026-03-10 08:00:15\nLong Street 5");
+}
+
+template <class Page>
+class Exporting : public LonePage<Page> {
+ protected:
+  /// Chooses the format with that ending's entry, in the order of the sheet.
+  void save(int entry) {
+    tap(*exporter, "exportButton");
+    this->client.application.window().actionSheet()->tapEntry(entry);
+    this->client.queues.runUntilIdle();
+  }
+
+  FakeDocuments documents{this->client.queues};
+  std::shared_ptr<Page> exporter = [this] {
+    this->client.environment.documents = &documents;
+    auto made = std::make_shared<Page>(this->client.environment);
+    Vehicle vehicle;
+    vehicle.vehicleId = 7;
+    vehicle.name = "Van";
+    vehicle.mapLineColor = "0f0";
+    made->setVehicle(vehicle);
+    return made;
+  }();
+};
+
+constexpr int pdf = 0, csv = 1, gpx = 2;
+
+class ExportingMap : public Exporting<MapDetailViewController> {};
+
+TEST_F(ExportingMap, TakesWhatIsShownAndAsksForTheRest) {
+  client.application.window().setRootViewController(exporter);
+  exporter->tabSelected();
+  EXPECT_THAT(requests(), ElementsAre("GET /map?date=2026-03-10&vehid=7"));
+  save(gpx);
+  EXPECT_THAT(requests(), IsEmpty());
+  EXPECT_THAT(documents.files["Van 2026-03-10.gpx"],
+              HasSubstr("<trkpt lat=\"50.020000\" lon=\"19.940000\">"));
+  EXPECT_THAT(client.takeMessages(), ElementsAre("Saved as ~/Van 2026-03-10.gpx [square]"));
+
+  save(pdf);
+  EXPECT_THAT(requests(), ElementsAre("GET /route?date=2026-03-10&vehid=7"));
+  EXPECT_EQ(documents.files["Van 2026-03-10.pdf"], "%PDF");
+  const auto& lines = documents.printed.lines;
+  EXPECT_TRUE(std::ranges::any_of(lines, [](const PageLine& line) { return line.colour == 0x00ff00; }));
+
+  documents.outcome = SaveOutcome::diskFull;
+  save(gpx);
+  documents.outcome = SaveOutcome::cancelled;
+  save(gpx);
+  client.transport.answer("/route", jsonReply(envelope(0, R"("route":[])")));
+  save(csv);
+  EXPECT_THAT(client.takeMessages(),
+              ElementsAre("Saved as ~/Van 2026-03-10.pdf [square]", "Not saved: the disk is full [square]",
+                          "There is nothing on this day [square]"));
+}
+
+class ExportingTrips : public Exporting<RouteDetailViewController> {};
+
+TEST_F(ExportingTrips, SavesTheListAndAFailureIsReportedOnce) {
+  client.application.window().setRootViewController(exporter);
+  exporter->tabSelected();
+  EXPECT_THAT(requests(), ElementsAre("GET /route?date=2026-03-10&vehid=7"));
+  save(csv);
+  EXPECT_THAT(requests(), IsEmpty());
+  EXPECT_THAT(documents.files["Van 2026-03-10.csv"],
+              HasSubstr("\r\nDriving,08:00,08:12,12 min,12.5,Mill Lane,Harbour\r\n"));
+  client.takeMessages();
+  client.transport.answer("/map", jsonReply(envelope(0, "", 500)));
+  save(gpx);
+  EXPECT_EQ(client.takeMessages().size(), 1u);
+  EXPECT_FALSE(documents.files.contains("Van 2026-03-10.gpx"));
+}
+
+using MarkedAbout = LonePage<AboutDetailViewController>;
+
+TEST_F(MarkedAbout, StatesWhatIsDueOnceBothSidesAreKnownAndMarksItsTab) {
+  std::vector<std::string> marks;
+  const Connection onMark = page->marked.connect([&](const std::string& reason) { marks.push_back(reason); });
+  auto& overdue = dynamic_cast<Label&>(*page->findOutlet("overdueLabel"));
+  auto live = std::make_shared<Live>(*liveAt("50", "20"));
+  live->odometer = "150340";
+  poll(std::shared_ptr<const Live>(live));
+  EXPECT_EQ(overdue.text(), "Distance service: 340 km overdue");
+  EXPECT_THAT(marks, ElementsAre("Distance service: 340 km overdue"));
+  live = std::make_shared<Live>(*live);
+  live->odometer = "100000";
+  poll(std::shared_ptr<const Live>(live));
+  EXPECT_EQ(overdue.text(), "");
+  EXPECT_EQ(marks.back(), "");
+}
+
+}  // namespace
+}  // namespace fleetor::test
