@@ -1,11 +1,13 @@
 #include "vehicle/about_detail_view_controller.h"
 
+#include <any>
 #include <iterator>
 
 #include "service/api.h"
 #include "shell/base/info_cell.h"
 #include "shell/base/loading_cell.h"
 #include "vehicle/notifications.h"
+#include "vehicle/service_due.h"
 
 namespace fleetor {
 
@@ -26,6 +28,8 @@ static_assert(std::size(aboutRows) == InfoResponse::rows);
 AboutDetailViewController::AboutDetailViewController(Environment& environment)
     : DetailPageViewController(environment), itemsTableView_(environment) {
   outlet("itemsTableView", itemsTableView_);
+  outlet("overdueLabel", overdueLabel_);
+  outlet("dueLabel", dueLabel_);
   registerInfoCell(itemsTableView_);
   registerLoadingCell(itemsTableView_, localized("Loading"));
   itemsTableView_.setDataSource(this);
@@ -56,8 +60,27 @@ void AboutDetailViewController::firstSelected() {
   itemsTableView_.reloadData();
 }
 
-void AboutDetailViewController::receivedNotification(const Notification&) {
+void AboutDetailViewController::receivedNotification(const Notification& notification) {
   if (!response_.info) loadItems();
+  const auto* live = std::any_cast<std::shared_ptr<const Live>>(&notification.object);
+  if (!live || (*live)->vehicle().vehicleId != vehicle().vehicleId) return;
+  live_ = *live;
+  stateWhatIsDue();
+}
+
+void AboutDetailViewController::stateWhatIsDue() {
+  if (!response_.info || !live_) return;
+  const auto due =
+      serviceDue(*response_.info, *live_, [this](const std::string& key) { return localized(key); });
+  const auto joined = [](const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+      text += (text.empty() ? "" : "\n") + line;
+    return text;
+  };
+  overdueLabel_.setText(joined(due.overdue));
+  dueLabel_.setText(joined(due.soon));
+  marked.emit(!due.isUrgent ? "" : !due.overdue.empty() ? due.overdue.front() : due.soon.front());
 }
 
 void AboutDetailViewController::loadItems() {
@@ -71,6 +94,7 @@ void AboutDetailViewController::loadItems() {
                      else
                        self->response_.onError();
                      self->setLoading(false);
+                     self->stateWhatIsDue();
                      self->itemsTableView_.reloadData();
                    });
 }

@@ -11,6 +11,7 @@ namespace fleetor {
 /// The vehicle's standing data as a list in "itemsTableView": dates of service, driver, tracking unit.
 /// Fetched once and kept. Until then, each poll of the pager while this page is visible, a failed one
 /// included, starts a request; after a failure the list is empty. A request in flight keeps the page alive.
+/// "overdueLabel" and "dueLabel" state what is due, a line each, once a reading has come as well.
 class AboutDetailViewController final : public DetailPageViewController,
                                         public TableViewDataSource,
                                         public TableViewDelegate {
@@ -33,9 +34,13 @@ class AboutDetailViewController final : public DetailPageViewController,
 
  private:
   void loadItems();
+  void stateWhatIsDue();
 
   TableView itemsTableView_;
   InfoResponse response_;
+  std::shared_ptr<const Live> live_;
+  Label overdueLabel_;
+  Label dueLabel_;
 };
 
 }  // namespace fleetor

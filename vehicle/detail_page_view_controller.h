@@ -35,6 +35,9 @@ class DetailPageViewController : public BaseViewController {
   /// is visible.
   virtual void receivedPosition(Coordinate /*position*/) {}
 
+  /// Why the page's tab is to have a mark, in the user's language; empty: it is to have none.
+  Signal<std::string> marked;
+
   /// "RGB", "RRGGBB" or "RRGGBBAA" with or without "#"; without alpha, opaque. A text of any other length is
   /// read as one number in the last form's places, and the number ends at the first character that is not a
   /// hexadecimal digit.

@@ -68,6 +68,8 @@ void VehicleViewController::makePages() {
     pages_[i]->setVehicle(vehicle_);
     pages_[i]->setDayChoice(days_);
     pages_[i]->setAccessibleName(localized(pageTable[i].title));
+    marks_[i] = pages_[i]->marked.connect(
+        [item = pagesTabBar_.items()[i]](const std::string& reason) { item->setMark(reason); });
     installed.push_back(pages_[i]);
   }
   swipeTabBarController_ = std::dynamic_pointer_cast<SwipeTabBarController>(childViewControllers().back());

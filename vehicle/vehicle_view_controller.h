@@ -70,6 +70,7 @@ class VehicleViewController final : public PageViewController,
   std::shared_ptr<DayChoice> days_;
   std::shared_ptr<SwipeTabBarController> swipeTabBarController_;
   std::array<std::shared_ptr<DetailPageViewController>, pageCount> pages_;
+  std::array<Connection, pageCount> marks_;
 };
 
 }  // namespace fleetor

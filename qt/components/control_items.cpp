@@ -151,6 +151,20 @@ QStringList TabBarAdapter::titles() const {
       titles << toQString(item->title());
   return titles;
 }
+QStringList TabBarAdapter::labels() const {
+  QStringList labels;
+  if (auto* bar = as<TabBar>())
+    for (const auto& item : bar->items())
+      labels << toQString(item->accessibleName());
+  return labels;
+}
+QList<bool> TabBarAdapter::marks() const {
+  QList<bool> marks;
+  if (auto* bar = as<TabBar>())
+    for (const auto& item : bar->items())
+      marks << !item->mark().empty();
+  return marks;
+}
 QList<QUrl> TabBarAdapter::images() const {
   QList<QUrl> images;
   if (auto* bar = as<TabBar>())

@@ -131,6 +131,8 @@ class TabBarAdapter : public fleetor::ComponentItem {
   QML_NAMED_ELEMENT(TabBarItem)
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QStringList titles READ titles NOTIFY changed)
+  Q_PROPERTY(QStringList labels READ labels NOTIFY changed)  ///< for assistive technology
+  Q_PROPERTY(QList<bool> marks READ marks NOTIFY changed)    ///< whether the item has a mark
   Q_PROPERTY(QList<QUrl> images READ images NOTIFY changed)
   Q_PROPERTY(QList<QUrl> selectedImages READ selectedImages NOTIFY changed)
   Q_PROPERTY(int selectedIndex READ selectedIndex NOTIFY changed)
@@ -139,6 +141,8 @@ class TabBarAdapter : public fleetor::ComponentItem {
  public:
   TabBarAdapter(Component& component, Adapters& adapters) : ComponentItem(component, adapters) { refresh(); }
   QStringList titles() const;
+  QStringList labels() const;
+  QList<bool> marks() const;
   QList<QUrl> images() const;
   QList<QUrl> selectedImages() const;
   int selectedIndex() const;  ///< -1 while nothing is selected

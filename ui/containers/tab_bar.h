@@ -24,12 +24,17 @@ class TabBarItem : public Component {
   const std::string& selectedImage() const { return selectedImage_; }
   void setSelectedImage(std::string name) { assign(selectedImage_, std::move(name)); }
 
-  std::string accessibleName() const override { return title_; }
+  /// Why the item has a mark, in the user's language; empty: it has none.
+  const std::string& mark() const { return mark_; }
+  void setMark(std::string reason) { assign(mark_, std::move(reason)); }
+
+  std::string accessibleName() const override { return title_ + (mark_.empty() ? "" : ", ") + mark_; }
 
  private:
   std::string title_;
   std::string image_;
   std::string selectedImage_;
+  std::string mark_;
 };
 
 class TabBarDelegate {

@@ -23,7 +23,7 @@ FocusScope {
             LiveDetailVC: "MapPage.qml",
             MapDetailVC: "DayMapPage.qml",
             RouteDetailVC: "TripsPage.qml",
-            AboutDetailVC: "TablePage.qml"
+            AboutDetailVC: "VehicleAboutPage.qml"
         })
     readonly property bool ready: screen?.loaded ?? false
     property ViewControllerItem drawn: null

@@ -48,7 +48,7 @@ Rectangle {
                 width: strip.width / strip.count
                 height: strip.height
                 role: Accessible.PageTab
-                label: strip.tabBar?.titles[index] ?? ""
+                label: strip.tabBar?.labels[index] ?? ""
                 checked: strip.tabBar?.selectedIndex === index
                 ringColor: Theme.tabTitle
                 opacity: pressed ? 0.6 : 1
@@ -72,11 +72,24 @@ Rectangle {
                         anchors.horizontalCenter: parent.horizontalCenter
                         source: (tab.checked ? strip.tabBar?.selectedImages[tab.index] : strip.tabBar?.images[tab.index]) ?? ""
                         sourceSize { width: 26; height: 26 }
+
+                        Rectangle {
+                            anchors.horizontalCenter: parent.right
+                            anchors.verticalCenter: parent.top
+                            anchors.verticalCenterOffset: 3
+                            visible: strip.tabBar?.marks[tab.index] ?? false
+                            width: 11
+                            height: 11
+                            radius: 6
+                            color: Theme.alert
+                            border.width: 1
+                            border.color: Theme.menuText
+                        }
                     }
                     PlainText {
                         width: parent.width
                         horizontalAlignment: Text.AlignHCenter
-                        text: tab.label
+                        text: strip.tabBar?.titles[tab.index] ?? ""
                         color: tab.checked ? Theme.tabSelected : Theme.tabTitle
                         font.pixelSize: strip.wordSize
                         font.bold: true

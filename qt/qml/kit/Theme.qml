@@ -35,6 +35,7 @@ QtObject {
     readonly property color accentText: dark ? "#10181d" : "#ffffff"
     readonly property color field: dark ? "#1e262c" : "#ffffff"
     readonly property color fieldBorder: dark ? "#4a5963" : "#9fb0ba"
+    readonly property color alert: dark ? "#f2a39b" : "#b3261e"
     readonly property color focusRing: dark ? "#cfe6f2" : "#1d5c78"
     readonly property color driving: dark ? "#7fc4a4" : "#2f6b53"
     readonly property color parking: dark ? "#86bdea" : "#25639c"

@@ -1,0 +1,53 @@
+import QtQuick
+import Fleetor
+
+// A vehicle's standing data, and above it what is due.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+    readonly property LabelItem overdue: screen.outlet("overdueLabel") as LabelItem
+    readonly property LabelItem due: screen.outlet("dueLabel") as LabelItem
+
+    component Statement: PlainText {
+        width: parent.width
+        visible: text !== ""
+        wrapMode: Text.Wrap
+        font.weight: Font.DemiBold
+        Accessible.ignored: false
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    Rectangle {
+        id: strip
+        width: parent.width
+        height: (root.overdue?.text ?? "") || (root.due?.text ?? "") ? Math.min(lines.height + 24, root.height / 2) : 0
+        clip: true
+        color: Theme.well
+
+        Column {
+            id: lines
+            x: Theme.margin
+            y: 12
+            width: parent.width - 2 * x
+            spacing: 6
+
+            Statement {
+                text: root.overdue?.text ?? ""
+                color: Theme.alert
+            }
+            Statement {
+                text: root.due?.text ?? ""
+            }
+        }
+    }
+
+    TablePage {
+        anchors.top: strip.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        screen: root.screen
+        focus: true
+    }
+}
