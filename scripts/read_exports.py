@@ -100,7 +100,8 @@ expect("csv, no formula", rows[1][5], "'" + STREET.replace("\x07", " "))
 text = output("pdftotext", "-layout", f"{FILE}.pdf", "-")
 expect("pdf, pages", text.count("\f"), 1)
 expect("pdf, vehicle and day", NAME in text and DAY in text, True)
-expect("pdf, trips", sum(text.count(trip["timeFrom"][11:]) > 0 for trip in route["route"]), len(route["route"]))
+shown = min(len(route["route"]), 20)  # as many have room on the page in any case
+expect("pdf, trips", [trip["timeFrom"][11:] in text for trip in route["route"][:shown]], [True] * shown)
 
 latitude, longitude = (track["map"][0]["location"][key] for key in ("lat", "lon"))
 expect("QR code", output("zbarimg", "--quiet", "--raw", f"{FILE}.pbm").strip(), f"geo:{latitude},{longitude}")
