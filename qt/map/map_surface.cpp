@@ -109,6 +109,7 @@ void MapSurface::step() {
   const bool moves = shown->camera().moving();
   steppedAt_ = moves ? time : -1;
   awaited_ = true;
+  stepped_ = true;
   update();
   if (moves || more)
     ticker_.start();
@@ -125,10 +126,15 @@ void MapSurface::Ticker::updateCurrentTime(int) {
   surface_.step();
 }
 
-// A frame is about to be composed: it shows the fingers where they are now.
+// A frame is about to be composed: it shows the fingers where they are now. Whatever else has changed since
+// the step that was made for it waits for the next one.
 void MapSurface::frame() {
   awaited_ = false;
-  if (stale_) step();
+  const bool stepped = std::exchange(stepped_, false);
+  if (!stale_) return;
+  if (stepped && !gestures_.movesMap()) return redraw();
+  step();
+  awaited_ = stepped_ = false;  // no other frame need come
 }
 
 // While the zoom stays, the map moves by whole pixels, so that it neither blurs nor trembles.

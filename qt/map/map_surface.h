@@ -110,6 +110,7 @@ class MapSurface : public QQuickItem {
   bool stale_ = true;     // the next frame differs
   bool awaited_ = false;  // a step or a frame, which shows all changes until then
   bool stepping_ = false;
+  bool stepped_ = false;   // for the frame that is awaited
   double steppedAt_ = -1;  // when the camera was last moved on; below 0 while it rests
   double touchedAt_ = -1;  // the last input
   Ticker ticker_{*this};
