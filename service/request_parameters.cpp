@@ -7,16 +7,11 @@ namespace fleetor {
 
 std::string ParamValue::text() const {
   if (const auto* text = std::get_if<std::string>(&value_)) return *text;
-  char digits[64];
-  const auto written = std::visit(
-      [&](const auto& number) -> char* {
-        if constexpr (std::is_arithmetic_v<std::remove_cvref_t<decltype(number)>>)
-          return std::to_chars(digits, digits + sizeof digits, number).ptr;
-        else
-          return digits;
-      },
-      value_);
-  return {digits, written};
+  char digits[400];  // the longest double has 342
+  const auto* real = std::get_if<double>(&value_);
+  const auto written = real ? std::to_chars(digits, std::end(digits), *real, std::chars_format::fixed)
+                            : std::to_chars(digits, std::end(digits), std::get<std::int64_t>(value_));
+  return {digits, written.ptr};
 }
 
 std::string urlEncode(const ParamValue& value) {

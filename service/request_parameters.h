@@ -20,7 +20,7 @@ class ParamValue {
   ParamValue(double number) : value_(number) {}
 
   bool isNumber() const { return !std::holds_alternative<std::string>(value_); }
-  std::string text() const;  ///< a number as its shortest decimal text
+  std::string text() const;  ///< a number in decimal digits, without an exponent
 
  private:
   std::variant<std::string, std::int64_t, double> value_;

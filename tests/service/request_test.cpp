@@ -69,8 +69,9 @@ TEST_F(RequestTest, OddParametersKeepTheirShape) {
   EXPECT_EQ(
       sent(),
       "POST http://service.test/a\nContent-type: jsonmodel/automatic; charset=utf-8\nContent-Length: 0\n\n");
-  API::getWithPath("/a", {{"k y&", "v"}, {"Z", -1}, {"half", 0.5}}, noModelClass, {}, completed());
-  EXPECT_EQ(sent(), "GET http://service.test/a?Z=-1&half=0.5&k y&=v\n")
+  API::getWithPath("/a", {{"k y&", "v"}, {"Z", -1}, {"half", 0.5}, {"many", 100000.0}}, noModelClass, {},
+                   completed());
+  EXPECT_EQ(sent(), "GET http://service.test/a?Z=-1&half=0.5&k y&=v&many=100000\n")
       << "keys sorted by code and never escaped";
 
   EXPECT_EQ(urlEncode("!*'();:@&=+$,/?%#[]"), "%21%2A%27%28%29%3B%3A%40%26%3D%2B%24%2C%2F%3F%25%23%5B%5D");
