@@ -153,16 +153,6 @@ void ViewControllerItem::refresh() {
       }
 }
 
-NavigationControllerItem::NavigationControllerItem(Component& component, Adapters& registry)
-    : ViewControllerItem(component, registry) {
-  bar_ = as<NavigationController>()->navigationBar().changed.connect([this] { Q_EMIT changed(); });
-}
-
-ViewControllerItem* NavigationControllerItem::top() const {
-  const auto* stack = as<NavigationController>();
-  return stack ? adapters().itemFor<ViewControllerItem>(stack->topViewController().get()) : nullptr;
-}
-
 int NavigationControllerItem::depth() const {
   return read<NavigationController>(
       [](NavigationController& c) { return static_cast<int>(c.viewControllers().size()); });

@@ -97,22 +97,17 @@ class NavigationControllerItem : public fleetor::ViewControllerItem {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
-  Q_PROPERTY(fleetor::ViewControllerItem* top READ top NOTIFY changed)
   Q_PROPERTY(int depth READ depth NOTIFY changed)
   Q_PROPERTY(QString backLabel READ backLabel CONSTANT)  ///< accessible name of the bar's back button
 
  public:
-  NavigationControllerItem(Component& component, Adapters& adapters);
-  ViewControllerItem* top() const;
+  using ViewControllerItem::ViewControllerItem;
   int depth() const;
   QString backLabel() const;
 
   /// Index from the bottom of the stack, or -1 when the screen has been popped.
   Q_INVOKABLE int indexOf(fleetor::ViewControllerItem* screen) const;
   Q_INVOKABLE void pop();
-
- private:
-  Connection bar_;
 };
 
 class RevealControllerItem : public fleetor::ViewControllerItem {
