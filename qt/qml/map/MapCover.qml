@@ -20,14 +20,12 @@ Rectangle {
             anchors.horizontalCenter: parent.horizontalCenter
             running: root.busy
         }
-        Text {
+        PlainText {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             text: root.words
-            textFormat: Text.PlainText
-            color: Theme.text
-            font.pixelSize: Theme.bodySize
             wrapMode: Text.Wrap
+            Accessible.ignored: false
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }

@@ -16,15 +16,12 @@ Rectangle {
     Accessible.role: role
     Accessible.name: text
 
-    Text {
+    PlainText {
         id: words
         anchors.centerIn: parent
         width: Math.min(implicitWidth, root.parent.width - 12)
         text: root.text
-        textFormat: Text.PlainText
-        color: Theme.text
         font.pixelSize: Math.max(11, Theme.smallSize - 2)
         wrapMode: Text.Wrap
-        Accessible.ignored: true
     }
 }

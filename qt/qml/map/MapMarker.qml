@@ -57,24 +57,19 @@ Item {
         border.width: 1
         border.color: Theme.menuText
 
-        Text {
+        PlainText {
             id: number
             anchors.centerIn: parent
             text: parent.count
             color: Theme.menuText
             font.pixelSize: Math.round(11 * Math.min(Theme.scale, 1.5))
             font.bold: true
-            Accessible.ignored: true
         }
     }
 
-    Rectangle {
+    FocusRing {
         anchors.fill: parent
         anchors.margins: -3
-        visible: root.activeFocus && UserPreferences.usesKeys
-        color: "transparent"
         radius: 10
-        border.width: 2
-        border.color: Theme.focusRing
     }
 }
