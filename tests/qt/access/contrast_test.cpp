@@ -43,8 +43,11 @@ QColor over(const QColor& top, const QColor& ground) {
 
 /// The texts of the theme and what they are written on.
 const std::map<std::string, std::vector<std::string>> grounds{
-    {"text", {"background", "raised", "well", "pressed", "field", "mapLabel", "mapGround"}},
-    {"secondaryText", {"background", "raised", "well", "pressed", "field"}},
+    {"text", {"background", "raised", "well", "pressed", "field", "parkingPlate", "mapLabel", "mapGround"}},
+    {"secondaryText", {"background", "raised", "well", "pressed", "field", "parkingPlate"}},
+    {"driving", {"raised", "well"}},
+    {"parking", {"raised", "parkingPlate"}},
+    {"alert", {"well"}},
     {"accent", {"background", "raised", "well", "pressed"}},
     {"accentText", {"accent", "accentPressed"}},
     {"tabSelected", {"bar", "tabPlate"}},
