@@ -12,12 +12,12 @@ namespace {
 
 constexpr std::size_t freeOfRatio = std::size_t{1} << 20;
 
-// The parser reads a few bytes past the end of a body; with that room there it needs no copy.
+// The JSON parser reads a few bytes past the end of a body; with that much spare capacity it needs no copy.
 constexpr std::size_t roomForParser = 64;
 
 constexpr int gzipWindow = MAX_WBITS + 16;
 
-// A raw stream never begins like that: the bits would be those of a stored block that no compressor writes.
+// A raw stream never begins with these bits: they would be a stored block that no compressor writes.
 int deflateWindow(char first) {
   return (first & 0x0F) == Z_DEFLATED ? MAX_WBITS : -MAX_WBITS;
 }

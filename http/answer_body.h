@@ -17,8 +17,8 @@ class AnswerBody {
   enum class Verdict { good, tooLong, broken };
 
   /// At most `longest` bytes, packed and unpacked, and, once a packed body has given 1 MiB, at most `ratio`
-  /// times the bytes that arrived. `encoding` is the value of "Content-Encoding", `announced` the length that
-  /// the answer states, not above zero when it states none.
+  /// times the bytes that arrived. `encoding` is the value of "Content-Encoding", `announced` that of
+  /// "Content-Length", zero or below without one.
   AnswerBody(std::size_t longest, std::size_t ratio, std::string_view encoding, std::int64_t announced);
   ~AnswerBody();
   AnswerBody(const AnswerBody&) = delete;

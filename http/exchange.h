@@ -16,7 +16,7 @@
 namespace fleetor {
 
 /// One request of the transport, through all of its redirects, until `done` has been called. It prepares the
-/// transfer of each hop and judges how it ended; who owns it runs the transfers. Made on any thread, used on
+/// transfer of each hop and judges how it ended; its owner runs the transfers. Made on any thread, used on
 /// the network thread.
 class Exchange {
  public:
@@ -34,11 +34,11 @@ class Exchange {
   void start();                    ///< prepares the first hop, or is over
   void hopEnded(CURLcode result);  ///< prepares the next hop, or is over
 
-  /// Each time before the transfers of all exchanges run: lets the transfer go on when its body has used up
-  /// its last turn. Anything but CURLE_OK is how the hop ended.
+  /// Call before each round of transfers: begins a turn, and resumes the transfer if it was paused at the end
+  /// of the last one. Anything but CURLE_OK means that the hop has ended that way.
   CURLcode beginTurn();
 
-  Clock::time_point limit() const;  ///< when it times out unless something moves before
+  Clock::time_point limit() const;  ///< when it times out unless something arrives or leaves before
   void timeOut();                   ///< is over
   void cancel();                    ///< is over
 

@@ -80,7 +80,7 @@ class HttpTransport::Network {
     exchanges_.clear();
   }
 
-  /// Starts what was sent meanwhile; false when the transport is being destroyed.
+  /// Starts the requests that have been handed over since; false when the transport is being destroyed.
   bool takeArrivals() {
     Exchanges arrived;
     bool isStopping = false;
@@ -117,7 +117,8 @@ class HttpTransport::Network {
     if (!exchange.isOver()) curl_multi_add_handle(transfers_, exchange.transfer());
   }
 
-  /// Ends what has reached its limit of time; returns the milliseconds until there is something to do again.
+  /// Ends the exchanges that have reached their time limit; returns the milliseconds until there is something
+  /// to do again.
   int endLate() {
     const auto now = Exchange::Clock::now();
     auto next = now + longestWait;

@@ -31,7 +31,7 @@ class HttpTransport final : public Transport {
     /// Of a body, as it arrives and unpacked. A longer one, announced or real, fails with
     /// dataLengthExceedsMaximum.
     std::size_t bodyBytes = std::size_t{64} << 20;
-    /// Of what a packed body becomes, to what arrived of it; the first 1 MiB is free. More fails with
+    /// Unpacked bytes for each byte that arrived; the first unpacked MiB is exempt. More fails with
     /// dataLengthExceedsMaximum.
     std::size_t unpackingRatio = 200;
     /// Of all header lines of a request, those of interim answers and redirects included. More fails with

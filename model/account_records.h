@@ -29,7 +29,8 @@ inline constexpr auto propertiesOf<User> = properties(required<&User::name>,
                                                       required<&User::vat>, required<&User::gsm>,
                                                       required<&User::mail>, required<&User::expirationDate>);
 
-/// The credential that signing in returns. The members keep the service's spelling, the getters ours.
+/// The credential that signing in returns. The members keep the service's spelling; the getters are in camel
+/// case.
 struct Token : APIModel {
   Text access_token;  ///< bearer token, sent with every later request; secret
   Text token_type;

@@ -8,8 +8,8 @@
 
 namespace fleetor::json {
 
-// `Document` takes the parser's tape and texts, and `Node` reads their layout (tape.md of simdjson's
-// documentation). Tried with 3.0.
+// `Document` takes over the parser's tape and texts, and `Node` reads their layout (tape.md of simdjson's
+// documentation). Tested with 3.0.
 static_assert(
     simdjson::SIMDJSON_VERSION_MAJOR == 3,
     "compare tape.md of this simdjson with `Node`, run the tests of model/ and fuzz_envelopes, then "

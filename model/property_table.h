@@ -17,7 +17,7 @@ namespace fleetor {
 
 class JSONModel;
 
-/// One declared property: a data member, whose name it bears, and whether the input may leave it out.
+/// One declared property: a data member, whose name it has, and whether the input may leave it out.
 template <auto Member>
 struct Property {
   static constexpr auto member = Member;
@@ -31,7 +31,7 @@ template <auto Member>
 inline constexpr std::tuple optional(Property<Member>{true});
 
 /// The properties of record R: all data members in the order of their declaration, those of its base first.
-/// It must be specialised right behind the record:
+/// It must be specialised right after the record:
 ///
 ///   template <>
 ///   inline constexpr auto propertiesOf<Location> =

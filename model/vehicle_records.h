@@ -10,10 +10,10 @@
 
 namespace fleetor {
 
-// Where a vehicle is and was. Almost every value is text, numbers included: the service sends it as it likes
-// it shown. Derived values are computed anew on every call.
+// Where a vehicle is and was. Almost every value is text, numbers included: the service sends it formatted
+// for display. Derived values are computed at every call.
 
-/// Looks up the text for people behind an English key.
+/// Translates an English text into the user's language.
 using Localizer = std::function<std::string(const std::string& key)>;
 
 /// One vehicle of the account.
@@ -48,7 +48,7 @@ struct Location : APIModel {
 template <>
 inline constexpr auto propertiesOf<Location> = properties(required<&Location::lat>, required<&Location::lon>);
 
-/// Values that are reported with the live state and not shown.
+/// Values that are reported with the live state but not shown.
 struct LiveLed : APIModel {
   Text z1, z3, z4, z6, z8, z14, z23, z28, z33;
 };
@@ -60,8 +60,8 @@ inline constexpr auto propertiesOf<LiveLed> = properties(required<&LiveLed::z1>,
                                                          required<&LiveLed::z23>, required<&LiveLed::z28>,
                                                          required<&LiveLed::z33>);
 
-/// A vehicle's latest reported state. The key "vehicles" holds one vehicle; reading names differ from the
-/// keys.
+/// A vehicle's latest reported state. The key "vehicles" holds one vehicle; some getters have other
+/// names than their keys.
 struct Live : APIModel {
   Text datetime;
   Vehicle vehicles;

@@ -23,8 +23,8 @@ class Device {
   /// about the device.
   virtual std::string identifierForVendor() = 0;
 
-  /// The text for people behind an English key, in the language of the device; the key itself when
-  /// untranslated.
+  /// The translation of an English text into the language of the device; the text itself without a
+  /// translation.
   virtual std::string localizedString(const std::string& key) const = 0;
 
   /// A day in words of the device's language. In the pattern "d" stands for the day of the month, "ddd" for

@@ -29,7 +29,7 @@ inline constexpr const char* returnData = "r_Data";  ///< of a query: the value 
 
 /// What happens in the platform's store after a call has returned.
 enum class KeyStoreEvent {
-  readable,  ///< items of an earlier run that could not be read when they were asked for; they can be now
+  readable,  ///< items of an earlier run that could not be read when they were requested can be read now
   notKept,   ///< the last change is in memory only, and lost when the client ends
 };
 

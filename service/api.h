@@ -40,8 +40,8 @@ class RequestBody {
   std::string text_;
 };
 
-/// The way to the service: requests, and the signed-in session. Main thread only, unless an operation says
-/// otherwise.
+/// Requests to the service, and the signed-in session. Main thread only, unless stated otherwise at an
+/// operation.
 ///
 ///     API::getWithPath("/live", {{"vehid", id}}, modelClass<LiveResponse>, {},
 ///                      [self](auto response, auto kind, auto status, auto& error) { ... });
@@ -55,11 +55,11 @@ class API {
   using Completion = std::type_identity_t<APICompletion<R>>;
 
  public:
-  /// Starts the class-level state afresh over this device. Once, before anything else of this class.
+  /// Resets the class-level state and binds it to this device. Once, before anything else of this class.
   static void install(ServiceDevice device);
 
-  /// Before the device is taken apart: no request leaves any more. Then the transport goes, then the queues,
-  /// then the rest; completions that are still due are dropped with the queues.
+  /// From here on no request is sent any more. The device may then be destroyed: the transport first, then
+  /// the queues, then the rest. Completions that are still due are dropped with the queues.
   static void shutDown() { APIHTTPClient::shutDown(); }
 
   static void setAPIBaseURLWithString(const std::string& url);  ///< no trailing slash
@@ -67,14 +67,14 @@ class API {
   /// Installs the stored token, the activity indicator and the reachability monitor. Once, at start-up.
   static void configureRequest();
 
-  /// Sends the token with every later request. Nothing, and a text that cannot stand in a header, change
-  /// nothing: an installed token cannot be taken away.
+  /// Sends the token with every later request. No token, or one that is not a valid header value, changes
+  /// nothing: an installed token cannot be removed.
   static void requestAuthForToken(const std::optional<std::string>& token);
 
   static KeychainItemWrapper keychain();  ///< a fresh wrapper over the stored credential
 
   /// Begins a session: stores the token, sends it with every later request and shows the main screen. A token
-  /// that cannot stand in a header is invalid data: a message reports it and nothing else changes.
+  /// that is not a valid header value counts as invalid data: a message reports it and nothing else changes.
   static void loginUserWithToken(std::string_view token);
 
   /// Ends the session: reports it to the service, forgets the widget's vehicle and the stored token, and

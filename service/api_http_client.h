@@ -19,7 +19,8 @@ namespace fleetor {
 
 using Headers = std::map<std::string, std::string>;
 
-/// Whether the text can stand in a header: a control character would end the header and could begin another.
+/// Whether the text is a valid header value: a control character would end the header and could begin
+/// another.
 bool isHeaderValue(std::string_view text);
 
 /// The headers that every request carries: a live dictionary, written on the main thread while requests are
@@ -56,8 +57,8 @@ class APIHTTPClient {
  public:
   static constexpr const char* automaticContentType = "jsonmodel/automatic";
 
-  /// Starts the class-level state afresh over this device: no headers, automatic content type, 30 seconds, no
-  /// cache. Once, on the main thread, before the first request.
+  /// Resets the class-level state and binds it to this device: no headers, automatic content type, 30
+  /// seconds, no cache. Once, on the main thread, before the first request.
   static void install(const ServiceDevice& device);
 
   /// From here on no request is sent any more, not even one that is being built, and the transport may be

@@ -15,7 +15,7 @@ class KeychainItemWrapper {
   static KeychainItemWrapper initWithIdentifier(KeyStore& store, const std::string& identifier,
                                                 const std::optional<std::string>& accessGroup);
 
-  /// Nothing is ignored, as is a value equal to the current one; anything else is written to the store.
+  /// Writes the value to the store. No value, or one equal to the current one, changes nothing.
   void setObject(const std::optional<std::string>& value, const std::string& key);
   std::optional<std::string> objectForKey(const std::string& key) const;
 

@@ -8,14 +8,14 @@
 
 namespace fleetor {
 
-/// An envelope of some class, mapped and tested; nothing when an error says why not.
+/// An envelope of some class, mapped and tested; null when there is an error.
 struct MappedEnvelope {
   std::shared_ptr<void> envelope;
   std::optional<APIFailure> error;
 };
 
 /// Maps a decoded answer (nil when there is none) into the envelope R and asks it whether it is valid. Any
-/// thread. Made for each class of service/envelopes.h.
+/// thread. Instantiated for each class of service/envelopes.h.
 template <class R>
 MappedEnvelope mapEnvelope(JSONValue json);
 
@@ -28,7 +28,7 @@ struct ModelClass {
 template <class R>
 inline constexpr ModelClass<R> modelClass{&mapEnvelope<R>};
 
-/// The answer is not looked into: the completion gets no record.
+/// The answer is not mapped: the completion gets no record.
 inline constexpr ModelClass<void> noModelClass{};
 
 }  // namespace fleetor

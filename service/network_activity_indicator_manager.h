@@ -15,7 +15,7 @@ class AFNetworkActivityIndicatorManager
  public:
   static constexpr Seconds hideDelay{0.17};
 
-  /// Makes the shared manager afresh over this indicator, which outlives the queues.
+  /// Makes a new shared manager for this indicator, which outlives the queues.
   static std::shared_ptr<AFNetworkActivityIndicatorManager> install(Queues& queues,
                                                                     NetworkActivityIndicator& indicator);
 

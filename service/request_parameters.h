@@ -33,8 +33,8 @@ using Params = std::map<std::string, ParamValue>;
 std::string parameterText(const Params& params);
 
 /// How parameters appear in the log: one JSON object on one line, every text a JSON string with its quotes
-/// and backslashes escaped, so that a sink finds the value of "password" whatever it holds. "(null)" stands
-/// for nothing.
+/// and backslashes escaped, so that a sink can mask the value of "password" whatever it contains. "(null)"
+/// without parameters.
 std::string parametersForLog(const std::optional<Params>& params);
 
 /// Percent-escapes every byte of the text's UTF-8 except ASCII letters, digits and "-", ".", "_", "~".

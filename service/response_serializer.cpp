@@ -85,7 +85,7 @@ class Converter {
       std::size_t room = piece.size();
       const auto result = iconv(handle_, flushing ? nullptr : &in, &left, &out, &room);
       text.append(piece.data(), piece.size() - room);
-      if (text.size() > longestJSON) return text;  // what is decoded from it is refused for its length
+      if (text.size() > longestJSON) return text;  // decodeJSON refuses it for its length
       if (result == static_cast<std::size_t>(-1)) {
         if (errno != E2BIG) return {};
       } else if (flushing) {

@@ -36,7 +36,7 @@ void API::loginUserWithToken(std::string_view token) {
   device().showMainOrLogin();
 }
 
-// The request belongs to the time without a user, which shows its messages.
+// The request belongs to the session that begins here, so that a failure is still shown.
 void API::logoutUser() {
   Session::startNext();
   const std::string uid = device().device.identifierForVendor();

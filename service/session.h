@@ -5,8 +5,8 @@
 namespace fleetor {
 
 /// The time from one sign-in or sign-out to the next. Every request, scheduled call and screen belongs to the
-/// session in which it was made, and keeps a `Session` to ask whether that has ended. Main thread only, but
-/// for copies.
+/// session in which it was made, and keeps a `Session` to ask whether that has ended. Main thread only,
+/// except for copies.
 class Session {
  public:
   Session() : number_(current_) {}  ///< the one that is under way
