@@ -17,7 +17,7 @@ struct ReportedProgram {
 /// The report holds the signal, the class of an uncaught exception, the time (seconds since 1970, UTC) and
 /// the place: the frames of the crashed thread, innermost first, each as a module, an offset in it and the
 /// module's build id. Memory, registers, addresses outside of the modules, folders, and the text of an
-/// exception are never written, so nothing that a person typed or the service sent gets into it.
+/// exception are never written, so nothing that the user typed or the service sent gets into it.
 ///
 /// Afterwards the process ends as it would have without: the handlers that were set before are back, the
 /// fault happens again or the signal is raised again. A stack that overflows is reported on the calling

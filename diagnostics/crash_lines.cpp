@@ -81,7 +81,7 @@ void addPlace(CrashLine& line, std::uintptr_t address, const char* program) {
     line.text("?");
     return;
   }
-  // Only the file name: folders may contain the name of a person.
+  // Only the file name: folders may contain the user's name.
   const char* const path = module.dlfo_link_map->l_name;
   const char* const slash = std::strrchr(path, '/');
   const char* const name = slash ? slash + 1 : path;

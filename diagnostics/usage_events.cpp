@@ -18,8 +18,8 @@ void UsageEvents::count(const std::string& event) {
   std::string text = "Fleetor usage\nversion: " + version_ + "\n";
   for (const auto& [name, times] : counts_)
     text += name + ": " + std::to_string(times) + "\n";
-  // Written anew each time, for a run may end at any moment; the text only grows. Half of it would be wrong
-  // counts, so a full disk ends the counting.
+  // Rewritten each time, because a run may end at any moment; the text only grows. A partly written file
+  // would have wrong counts, so a full disk ends the counting.
   if (::pwrite(file_->descriptor(), text.data(), text.size(), 0) == std::ssize(text)) return;
   [[maybe_unused]] const int ignored = ::ftruncate(file_->descriptor(), 0);
   file_.reset();

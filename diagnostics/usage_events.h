@@ -11,7 +11,7 @@
 namespace fleetor {
 
 /// Counts how often a handful of things happen in one run ("started", "signed in", "screen LiveDetailVC"), in
-/// a file that the next start packs and offers. It identifies no person, place or time. Without an
+/// a file that the next start packs and offers. It identifies no user, place or time. Without an
 /// address to offer it to, nothing is counted and no file made. Main thread.
 class UsageEvents {
  public:
@@ -19,7 +19,7 @@ class UsageEvents {
 
   bool isCounting() const { return file_.has_value(); }
 
-  /// `event` is a constant of the program, never a text that a person or the service wrote.
+  /// `event` is a constant of the program, never a text that the user or the service wrote.
   void count(const std::string& event);
 
  private:

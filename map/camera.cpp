@@ -17,7 +17,8 @@ constexpr double zoomGlideSeconds = 0.1;
 constexpr double restingZoom = 0.001;      // half a point at the edge of a tablet
 constexpr double leastMetresFitted = 300;  // one marker alone is seen among its streets
 
-/// How much a flight prefers to rise over travelling low; 1.42 is what people liked best (see along()).
+/// How much a flight prefers rising to travelling low; 1.42 is what the users of a study preferred (see
+/// along()).
 constexpr double flightCurvature = 1.42;
 
 bool isFinite(ScreenPoint point) {

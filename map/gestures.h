@@ -72,7 +72,7 @@ class MapGestures {
   double lastZoom_ = -std::numeric_limits<double>::infinity();  ///< when a tap last zoomed
 };
 
-/// Zooms about a place as a wheel turns by so many notches, away from the person above 0.
+/// Zooms about a place as a wheel turns by so many notches; positive: away from the user, which zooms in.
 void zoomByWheel(MapCamera& camera, double notches, ScreenPoint around);
 /// The same for two fingers that scroll so many points on a touchpad.
 void zoomByTouchpad(MapCamera& camera, double points, ScreenPoint around);

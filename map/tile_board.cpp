@@ -37,7 +37,7 @@ TileKey TileBoard::Grid::key(int column, int row) const {
 }
 
 std::optional<TileBoard::Grid> TileBoard::gridUnder(const TileView& view, int minimumZoom, int maximumZoom) {
-  // Far more copies of the world than a map ever scrolls through; also refuses what is no number.
+  // Far more copies of the world than a map ever scrolls through; also refuses NaN.
   if (!(std::abs(view.centre.x) < 16 && std::abs(view.centre.y) < 16 && std::abs(view.zoom) < 64)) return {};
   if (!(view.width > 0 && view.height > 0)) return {};
   const int zoom = std::clamp(static_cast<int>(std::floor(view.zoom + 0.5)), minimumZoom, maximumZoom);

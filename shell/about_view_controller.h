@@ -7,7 +7,7 @@
 
 namespace fleetor {
 
-/// What this program is, as a document in "aboutWebView".
+/// Information about this program, as a document in "aboutWebView".
 class AboutViewController final : public SheetPage, public WebViewDelegate {
  public:
   explicit AboutViewController(Environment& environment);

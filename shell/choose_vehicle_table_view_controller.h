@@ -17,7 +17,7 @@ class ChooseVehicleTableViewControllerDelegate {
                                                                const Vehicle& vehicle) = 0;
 };
 
-/// Asks which vehicle the widget is to show. Reports the answer to its delegate, which also dismisses it.
+/// Asks which vehicle the widget shows. Reports the answer to its delegate, which also dismisses it.
 class ChooseVehicleTableViewController final : public PagedVehicles<BaseViewController> {
  public:
   explicit ChooseVehicleTableViewController(Environment& environment);

@@ -7,7 +7,7 @@
 namespace fleetor {
 
 /// The first screen: shows the launch image for three seconds, or the terms until the user agrees to them,
-/// and then has the top level built. The delayed call keeps the screen alive.
+/// and then has the application delegate build the top level. The delayed call keeps the screen alive.
 class LaunchViewController final : public BaseViewController, public TermsViewControllerDelegate {
  public:
   LaunchViewController(Environment& environment, Settings& standardSettings);

@@ -15,8 +15,8 @@ namespace fleetor {
 /// failed page the list keeps what it has and requests no more; only a new screen starts again. A page that
 /// adds nothing to an incomplete list is requested again after 15 seconds, then 30, up to 5 minutes.
 ///
-/// A request in flight keeps the screen alive, a pause between requests does not. Made for BaseViewController
-/// and PageViewController.
+/// A request in flight keeps the screen alive, a pause between requests does not. Instantiated for
+/// BaseViewController and PageViewController.
 template <class Base>
 class PagedVehicles : public Base, public TableViewDataSource, public TableViewDelegate {
  public:

@@ -8,7 +8,8 @@
 
 namespace fleetor {
 
-/// The appearance of all navigation bars. Without a value, whoever draws chooses.
+/// The appearance of all navigation bars. A colour without a value is drawn as transparent, an empty name as
+/// no image.
 struct NavigationBarAppearance {
   std::optional<Color> backgroundImageColor;  ///< of the 1 × 1 point image that fills the bar
   std::optional<Color> barTintColor;

@@ -50,7 +50,7 @@ void ChosenVehicle::read() {
   const QJsonValue vehicle = settings.value(QStringLiteral("WidgetVehicle"));
   QJsonObject reading = settings.value(QStringLiteral("WidgetReading")).toObject();
   chosen_ = vehicle.isDouble();
-  // Between two writes of the client the reading may still be that of the vehicle before.
+  // Between two writes of the client the reading may still be that of the vehicle chosen before.
   if (!chosen_ || reading.value(QStringLiteral("vehicle")).toString() != QString::number(vehicle.toInteger()))
     reading = {};
   name_ = drawn(reading.value(QStringLiteral("name")));

@@ -221,7 +221,7 @@ bool GuardedKeyStore::takeStoredItems() {
   return true;
 }
 
-// Earlier calls returned that there are no items.
+// Calls before this one reported that there are no items.
 void GuardedKeyStore::takeLateItems() {
   if (reading_ == Reading::late && takeStoredItems() && !kept_.empty() && listener_)
     listener_(KeyStoreEvent::readable);

@@ -6,7 +6,7 @@
 
 namespace fleetor {
 
-/// One language's texts. A language goes by its code, with or without a region: "pt", "pt-PT". Any thread
+/// One language's texts. A language is named by its code, with or without a region: "pt", "pt-PT". Any thread
 /// once it is made.
 class Language {
  public:

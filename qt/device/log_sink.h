@@ -9,9 +9,9 @@
 
 namespace fleetor {
 
-/// A line of the request layer with "***" for every password and token: in the query of a requested URL, in
-/// JSON whatever stands under a name that holds the word, and any other answer as a whole when it holds one.
-/// It hides too much rather than too little.
+/// A line of the request layer with "***" in place of every password and token: in the query of a requested
+/// URL; in JSON, the value of every name that contains such a word; any other answer as a whole when it
+/// contains one. It hides too much rather than too little.
 std::string maskSecrets(std::string_view text);
 
 /// Writes masked lines to a stream, or nowhere. A line break stays; other control characters do not reach the

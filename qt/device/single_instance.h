@@ -20,10 +20,10 @@ class SingleInstance {
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  /// True: this is the one. False: another one runs, and has got the request: text without line breaks, maybe
-  /// none at all; one of more than 4,000 bytes arrives as none. Gives the other up to ten seconds to answer;
-  /// when it does not, or the folder cannot be used, that is reported on standard error, and this client
-  /// runs as well.
+  /// True: this is the one client. False: another one runs and has received the request: a text without line
+  /// breaks, which may be empty; one of more than 4,000 bytes arrives as an empty one. Gives the other up to
+  /// ten seconds to answer; when it does not, or the folder cannot be used, that is reported on standard
+  /// error, and this client runs as well.
   bool enter(const std::string& request);
 
   /// Calls `received` with each request of a later start; those that came since `enter` first. Call it once.

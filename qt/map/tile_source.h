@@ -22,7 +22,7 @@ namespace fleetor {
 /// A fresh tile on the disk is shown without a request, a stale one is requested again (often with the answer
 /// "not modified"). TileLoader::Source::cache takes it however old: an old map is better than none.
 ///
-/// Nothing that identifies the person is sent: no cookies, no token, no credentials of any kind, not even
+/// Nothing that identifies the user is sent: no cookies, no token, no credentials of any kind, not even
 /// those of an address that contains some. Redirects are followed within their origin only. An answer that is
 /// not an image of a tile (beyond the limits, broken, or neither PNG, JPEG nor WebP) is a failure and is not
 /// kept.

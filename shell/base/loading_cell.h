@@ -7,7 +7,7 @@
 
 namespace fleetor {
 
-/// The row kind "LoadingCell" of the client's lists, under that accessible name.
+/// Registers the row kind "LoadingCell", with that accessible name.
 void registerLoadingCell(TableView& tableView, const std::string& accessibleName);
 
 /// A "LoadingCell" whose spinner turns.

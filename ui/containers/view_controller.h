@@ -63,7 +63,7 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   }
   NavigationItem& navigationItem() { return navigationItem_; }
 
-  /// The user wants to go one step back: a presented screen taps its left button, a container undoes its last
+  /// The user wants to go back one step: a presented screen taps its left button, a container undoes its last
   /// step. False: there is nothing to go back from.
   virtual bool handleBack();
 

@@ -4,8 +4,8 @@
 
 namespace fleetor {
 
-/// The indicator over everything that requests are in flight. Taps pass through it. Its colours are in the
-/// shared Appearance. The window owns it.
+/// The indicator that requests are in flight, drawn over everything. Taps pass through it. Its colours are in
+/// the shared Appearance. The window owns it.
 class ProgressOverlay : public Component {
  public:
   bool visible() const { return visible_; }

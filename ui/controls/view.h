@@ -22,7 +22,7 @@ class View : public Component {
   /// Asks the adapter to move everything to where its constraints now put it, over that time.
   void animateLayout(Seconds duration) { layoutAnimated.emit(duration); }
 
-  Signal<const Rect&> frameChanged;  ///< the frame before
+  Signal<const Rect&> frameChanged;  ///< the argument is the previous frame
   Signal<Seconds> layoutAnimated;
 
  private:

@@ -14,7 +14,7 @@ class WebViewDelegate {
  public:
   virtual ~WebViewDelegate() = default;
 
-  /// Whether the view may go to that URL by itself.
+  /// Whether the view loads that URL itself.
   virtual bool webViewShouldStartLoadWithRequest(WebView& webView, const std::string& url,
                                                  NavigationType type) = 0;
 };
@@ -31,7 +31,7 @@ class WebView : public Component {
   /// The user taps a link of the document.
   void tapLink(const std::string& url) { navigate(url, NavigationType::linkClicked); }
 
-  /// Weak: must outlive the view or be taken back.
+  /// Weak: must outlive the view or be reset.
   void setDelegate(WebViewDelegate* delegate) { delegate_ = delegate; }
 
  private:

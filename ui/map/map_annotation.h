@@ -19,15 +19,15 @@ class MapAnnotation {
   virtual std::string title() const = 0;     ///< first line of the callout; may be empty
   virtual std::string subtitle() const = 0;  ///< second line; may be empty
 
-  /// What is at the place. Set it if a later annotation may show the same thing at another place.
+  /// What is at the place. Override it if a later annotation may show the same thing at another place.
   virtual std::string subject() const { return {}; }
 };
 
 enum class AnnotationViewDragState { none };
 
 /// The marker of one annotation: an image of 40 by 40 points at the annotation's coordinate, the same size at
-/// every zoom, and the callout that a tap on it opens. To assistive technology it is the kind of place that
-/// the program has set as its accessible name, and the callout's texts.
+/// every zoom, and the callout that a tap on it opens. Its accessible name is the one that the program has
+/// set, the kind of place, followed by the callout's texts.
 class MapAnnotationView : public Component {
  public:
   explicit MapAnnotationView(std::string reuseIdentifier) : reuseIdentifier_(std::move(reuseIdentifier)) {}

@@ -33,11 +33,11 @@ class MapViewDelegate {
       MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) = 0;
 };
 
-/// A map: what of the world it shows, the markers and the lines on it. Main thread only.
+/// A map: the part of the world that it shows, the markers and the lines on it. Main thread only.
 ///
 /// The delegate is asked for each annotation's view and each overlay's renderer once, when they are added;
-/// without a delegate, when one is set again. What the delegate gave stays drawn when it is taken away. Of a
-/// crowd of annotations it is asked only for those that are about to be drawn.
+/// without a delegate, when one is set again. What the delegate gave stays drawn when the delegate is reset.
+/// Of a crowd of annotations it is asked only for those that are about to be drawn.
 ///
 /// There are several signals, so that a pan does not visit the markers: `cameraChanged` for what is shown,
 /// `annotationsChanged` and `overlaysChanged` for the lists and for what belongs to them, `changed` for the
@@ -45,9 +45,9 @@ class MapViewDelegate {
 class MapView : public Component {
  public:
   static constexpr double fitPadding = 64;   ///< points between the edges and what is shown
-  static constexpr std::size_t crowd = 300;  ///< more annotations than that are a crowd
+  static constexpr std::size_t crowd = 300;  ///< more annotations than this are a crowd
 
-  /// Weak: must outlive the map or be removed.
+  /// Weak: must outlive the map or be reset.
   void setDelegate(MapViewDelegate* delegate);
   MapViewDelegate* delegate() const { return delegate_; }
 
@@ -111,8 +111,8 @@ class MapView : public Component {
   /// The annotation whose marker is the tab stop of all markers: the one that had the focus last, or the
   /// first one. None on an empty map.
   std::shared_ptr<MapAnnotation> currentAnnotation() const;
-  /// The marker of that annotation, which is on this map, has got the focus: makes it the current one, and
-  /// centres the map on it unless it shows well within the edges.
+  /// The marker of that annotation, which is on this map, has received the focus: makes it the current one,
+  /// and centres the map on it unless it is well within the edges.
   void focusAnnotation(const std::shared_ptr<MapAnnotation>& annotation);
 
   // Lines.

@@ -10,7 +10,7 @@ QtObject {
     readonly property bool dark: forceDark || (UserPreferences.wantsDark ?? palette.window.hslLightness < 0.5)
     readonly property SystemPalette palette: SystemPalette {}
 
-    // The bars look as the program sets them.
+    // The colours of the bars are those that the program sets.
     property AppearanceItem appearance: null
     readonly property color bar: appearance?.bar ?? "transparent"
     readonly property color barButton: appearance?.barButton ?? "transparent"

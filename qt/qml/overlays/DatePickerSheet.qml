@@ -8,7 +8,7 @@ Overlay {
     id: root
 
     readonly property DatePickerItem picker: subject as DatePickerItem
-    readonly property int lowestRow: 44 // that a finger can hit
+    readonly property int lowestRow: 44 // the lowest that a finger can hit
     property bool popover: false
     property ButtonItem button
     property rect at // the place of the button

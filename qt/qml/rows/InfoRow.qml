@@ -13,7 +13,7 @@ RowBody {
     spoken: captionText.text + ": " + valueText.text
     hint: link?.accessibleName ?? ""
 
-    // Somewhat smaller letters do, or it takes more lines.
+    // Even in the smallest letters the value does not fit one line: it takes more.
     readonly property bool overflows: smallest.advanceWidth(valueText.text) > lines.width
 
     implicitHeight: valueText.wraps ? lines.height + 20 : 0
