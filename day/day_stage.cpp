@@ -1,5 +1,7 @@
 #include "day/day_stage.h"
 
+#include <algorithm>
+
 #include "values/quantities.h"
 #include "values/times.h"
 
@@ -7,6 +9,7 @@ namespace fleetor {
 
 namespace {
 
+constexpr float slack = 5 * 60;          // seconds
 constexpr std::size_t dayLength = 10;    // of "yyyy-MM-dd"
 constexpr double shortestRoundTrip = 1;  // km; below, the position of a vehicle at rest may have wandered
 
@@ -37,6 +40,15 @@ DayStage DayStage::fromItem(const RouteItem& item, std::string_view day) {
   stage.begin = static_cast<float>((*begin - *midnight).count());
   stage.end = static_cast<float>((*end - *midnight).count());
   return stage;
+}
+
+std::optional<DayStage::Range> DayStage::pointsOf(const DayPoints& points) const {
+  if (!begin || !end) return std::nullopt;
+  const auto& seconds = points.seconds;
+  const auto first = std::ranges::lower_bound(seconds, *begin);
+  const auto behind = std::ranges::upper_bound(seconds, *end);
+  if (behind - first < 2 || *first > *begin + slack || *(behind - 1) < *end - slack) return std::nullopt;
+  return Range{first - seconds.begin(), behind - 1 - seconds.begin()};
 }
 
 }  // namespace fleetor

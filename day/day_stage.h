@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "day/day_points.h"
 #include "model/vehicle_records.h"
 
 namespace fleetor {
@@ -29,6 +31,14 @@ struct DayStage {
 
   /// `day` is the day that was asked for, "yyyy-MM-dd".
   static DayStage fromItem(const RouteItem& item, std::string_view day);
+
+  struct Range {
+    std::ptrdiff_t first = 0;  ///< index of a point
+    std::ptrdiff_t last = 0;   ///< greater than `first`
+  };
+  /// The points of the same day between its times. None when a time is not understood, and when no point lies
+  /// within five minutes of the beginning and of the end.
+  std::optional<Range> pointsOf(const DayPoints& points) const;
 };
 
 }  // namespace fleetor

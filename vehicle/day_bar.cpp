@@ -116,6 +116,11 @@ void DayBar::appeared() {
   if (!loading_) postWaiting();
 }
 
+void DayBar::open(const std::string& day) {
+  days_->selectDay(day);
+  load();
+}
+
 void DayBar::load() {
   waiting_ = days_->day();
   if (!loading_) postWaiting();

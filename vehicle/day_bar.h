@@ -35,6 +35,11 @@ class DayBar {
 
   void setChoice(std::shared_ptr<DayChoice> days);
 
+  const std::optional<std::string>& shown() const { return shown_; }  ///< the day that the page shows
+
+  /// Chooses that day and loads it, now or when the page has its answer.
+  void open(const std::string& day);
+
   // The page reports: days are "yyyy-MM-dd".
   /// It asks for that day now; the request fills in what is returned.
   std::shared_ptr<TransferProgress> loading(const std::string& day);

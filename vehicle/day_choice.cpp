@@ -10,10 +10,17 @@ namespace fleetor {
 DayChoice::DayChoice(Environment& environment) : environment_(environment), date_(environment.clock.now()) {}
 
 void DayChoice::selectLater(int days) {
-  const std::chrono::sys_days wanted = laterBy(dayOf(day()), std::chrono::days(days));
-  // Noon in London is that day in every time zone but those furthest east, where midnight is.
-  const Date noon = wanted + std::chrono::hours(12);
-  select(dayOf(environment_.clock.day(noon)) == wanted ? noon : Date(wanted));
+  select(std::chrono::sys_days(laterBy(dayOf(day()), std::chrono::days(days))));
+}
+
+void DayChoice::selectDay(const std::string& day) {
+  select(std::chrono::sys_days(dayOf(day)));
+}
+
+// Noon in London is that day in every time zone but those furthest east, where midnight is.
+void DayChoice::select(std::chrono::sys_days day) {
+  const Date noon = day + std::chrono::hours(12);
+  select(dayOf(environment_.clock.day(noon)) == day ? noon : Date(day));
 }
 
 void DayChoice::post() {

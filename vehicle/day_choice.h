@@ -11,6 +11,8 @@
 
 namespace fleetor {
 
+struct OpenedTrip;
+
 /// The day that is chosen in a vehicle's pager, by its date picker or by the day bars of its pages. Main
 /// thread only. Shared by the pager and those pages.
 class DayChoice : public std::enable_shared_from_this<DayChoice> {
@@ -21,9 +23,11 @@ class DayChoice : public std::enable_shared_from_this<DayChoice> {
   std::string day() const { return environment_.clock.day(date_); }  ///< "yyyy-MM-dd"
   std::string today() const { return environment_.clock.day(environment_.clock.now()); }
 
-  /// Chooses, without a word to the pages, the current moment, or a moment of the day so many days later.
+  /// Chooses, without a word to the pages, the current moment, a moment of the day so many days later, or one
+  /// of that day.
   void selectToday() { select(environment_.clock.now()); }
   void selectLater(int days);
+  void selectDay(const std::string& day);
 
   /// Posts kFleetorNotificationDate: the page in view loads the chosen day.
   void post();
@@ -33,8 +37,13 @@ class DayChoice : public std::enable_shared_from_this<DayChoice> {
 
   Signal<> changed;
 
+  // From a card of Trips to its trip on the Map, and back.
+  Signal<const OpenedTrip&> tripOpened;
+  Signal<> tripLeft;
+
  private:
   void select(Date date);
+  void select(std::chrono::sys_days day);
 
   Environment& environment_;
   Date date_;

@@ -22,6 +22,25 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
   dayRibbon_.setAccessibleName(localized("Timeline of the day"));
 }
 
+void MapDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
+  tripOpened_ = days->tripOpened.connect([this](const OpenedTrip& trip) {
+    trip_.open(trip);
+    if (bar_.shown() == trip.day)
+      drawTrip();
+    else
+      bar_.open(trip.day);
+  });
+  trip_.setBack([days](Component&) { days->tripLeft.emit(); });
+  bar_.setChoice(std::move(days));
+}
+
+// A trip of another day is over as soon as that day shows.
+void MapDetailViewController::drawTrip() {
+  if (!trip_.trip() || !bar_.shown()) return;
+  if (trip_.trip()->day != *bar_.shown()) return trip_.close();
+  if (dayPoints_) trip_.draw(*dayPoints_, polylineRenderer());
+}
+
 void MapDetailViewController::viewDidLoad() {
   TrackPageViewController::viewDidLoad();
   day_.setDate(environment().clock.day(environment().clock.now()));
@@ -53,6 +72,7 @@ void MapDetailViewController::receivedNotification(const Notification& notificat
 
 void MapDetailViewController::clearView() {
   day_.putAside();
+  trip_.erase();
   TrackPageViewController::clearView();
   track_ = nullptr;
   if (dayPoints_) setDayPoints(nullptr);
@@ -120,10 +140,12 @@ void MapDetailViewController::setDayPoints(std::shared_ptr<const DayPoints> poin
       [day = dayPoints_](const DayStretch& stretch) {
         return day->addressTexts.at(day->addresses.at(stretch.last));
       });
+  drawTrip();
   dayChanged.emit();
 }
 
 void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {
+  trip_.erase();
   removePolyline();
   addPolyline(std::move(polyline));
 }
@@ -142,6 +164,12 @@ void MapDetailViewController::endLoading() {
 void MapDetailViewController::updateCover() {
   const bool isLoaded = wasSelected() && !isLoading();
   mapView().setCovered(!wasDrawn_ && !(isLoaded && mapView().isPlaced()));
+}
+
+std::shared_ptr<MapPolylineRenderer> MapDetailViewController::mapViewRendererForOverlay(
+    MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) {
+  const auto ofTrip = trip_.rendererFor(overlay);
+  return ofTrip ? ofTrip : TrackPageViewController::mapViewRendererForOverlay(mapView, overlay);
 }
 
 std::shared_ptr<MapAnnotationView> MapDetailViewController::mapViewViewForAnnotation(

@@ -11,6 +11,7 @@
 #include "vehicle/day_bar.h"
 #include "vehicle/day_export.h"
 #include "vehicle/track_page_view_controller.h"
+#include "vehicle/trip_on_map.h"
 
 namespace fleetor {
 
@@ -45,12 +46,14 @@ class MapDetailViewController final : public TrackPageViewController {
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
   void viewDidDisappear(bool animated) override;
-  void setDayChoice(std::shared_ptr<DayChoice> days) override { bar_.setChoice(std::move(days)); }
+  void setDayChoice(std::shared_ptr<DayChoice> days) override;
   void firstSelected() override;
   void clearView() override;
   void receivedPosition(Coordinate position) override;
   void receivedNotification(const Notification& notification);
 
+  std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(
+      MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) override;
   std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
       MapView& mapView, const std::shared_ptr<MapAnnotation>& annotation) override;
   void mapViewDidAddAnnotationViews(MapView& mapView, const MapAnnotationViews& views) override;
@@ -62,6 +65,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void loadItems(const std::optional<std::string>& day);
   bool show(std::shared_ptr<const DayTrack> track);  ///< false: there is nothing on that day
   void setDayPoints(std::shared_ptr<const DayPoints> points);
+  void drawTrip();
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();
   void updateCover();
@@ -74,6 +78,8 @@ class MapDetailViewController final : public TrackPageViewController {
   ChosenDay day_;
   DayBar bar_;
   DayExportButton export_;
+  TripOnMap trip_{environment(), *this, mapView()};
+  Connection tripOpened_;
 };
 
 }  // namespace fleetor

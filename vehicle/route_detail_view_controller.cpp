@@ -5,6 +5,7 @@
 #include "shell/base/loading_cell.h"
 #include "vehicle/day_views.h"
 #include "vehicle/notifications.h"
+#include "vehicle/opened_trip.h"
 #include "vehicle/vehicle_route_table_view_cell.h"
 
 namespace fleetor {
@@ -13,6 +14,11 @@ namespace {
 constexpr const char* routeCell = "RouteCell";
 constexpr double routeRowHeight = 265.0;
 constexpr double routeLoadingRowHeight = 60.0;
+
+/// Whether the map can be asked for it: a stop is a marker there.
+bool isOnMap(const DayStage& stage) {
+  return stage.kind == DayStage::Kind::driving && stage.begin;
+}
 
 const char* imageOf(DayStage::Kind kind) {
   switch (kind) {
@@ -155,6 +161,7 @@ std::shared_ptr<TableViewCell> RouteDetailViewController::tableViewCellForRowAtI
   const DayStage stage = DayStage::fromItem(item, date().value_or(""));
   cell->kindImageView().setImage(imageOf(stage.kind));
   cell->clockLabel().setText(stage.clock);
+  cell->setSelectable(isOnMap(stage));
   cell->statusLabel().setText(item.status.str());
   cell->timeLabel().setText(item.timeFrom.str());
   cell->durationLabel().setText(item.duration.str());
@@ -162,6 +169,13 @@ std::shared_ptr<TableViewCell> RouteDetailViewController::tableViewCellForRowAtI
   cell->fromLabel().setText(item.from.str());
   cell->toLabel().setText(item.to.str());
   return cell;
+}
+
+void RouteDetailViewController::tableViewDidSelectRowAtIndexPath(TableView&, IndexPath path) {
+  const RouteItem& item = items_.route->at(static_cast<std::size_t>(path.row));
+  if (!days_ || !date()) return;
+  days_->tripOpened.emit({*date(), DayStage::fromItem(item, *date()), item.from.str(), item.to.str(),
+                          item.distance.str() + " km", item.duration.str()});
 }
 
 double RouteDetailViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath path) {

@@ -41,7 +41,10 @@ class RouteDetailViewController final : public DetailPageViewController,
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
 
-  void setDayChoice(std::shared_ptr<DayChoice> days) override { bar_.setChoice(std::move(days)); }
+  void setDayChoice(std::shared_ptr<DayChoice> days) override {
+    days_ = days;
+    bar_.setChoice(std::move(days));
+  }
   void receivedPosition(Coordinate /*position*/) override { bar_.refresh(); }
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -56,6 +59,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                 IndexPath path) override;
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
+  void tableViewDidSelectRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  private:
   void didEnterBackground() { clearView(); }
@@ -79,6 +83,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   ChosenDay day_;
   DayBar bar_;
   DayExportButton export_;
+  std::shared_ptr<DayChoice> days_;
   RouteResponse items_;
 };
 

@@ -6,7 +6,6 @@ namespace fleetor {
 
 VehicleRouteTableViewCell::VehicleRouteTableViewCell(std::string reuseIdentifier)
     : TableViewCell(std::move(reuseIdentifier)) {
-  setSelectable(false);
   outlet("kindImageView", kindImageView_);
   outlet("clockLabel", clockLabel_);
   outlet("statusLabel", statusLabel_);

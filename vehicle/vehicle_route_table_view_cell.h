@@ -6,7 +6,7 @@
 
 namespace fleetor {
 
-/// The row of one trip or stop. The page fills its labels; it is not for tapping. "kindImageView" is empty
+/// The row of one trip or stop. The page fills its labels. "kindImageView" is empty
 /// where the values do not tell a trip from a stop, "clockLabel" where the time does not belong to the day.
 class VehicleRouteTableViewCell final : public TableViewCell {
  public:

@@ -31,6 +31,9 @@ constexpr std::array<PageEntry, VehicleViewController::pageCount> pageTable{{
     {"AboutDetailVC", "TabAbout", "About|vehicle"},
 }};
 
+constexpr int mapPage = 2;
+constexpr int tripsPage = 3;
+
 }  // namespace
 
 VehicleViewController::VehicleViewController(Environment& environment) : PageViewController(environment) {
@@ -53,6 +56,11 @@ void VehicleViewController::viewDidLoad() {
   dateButton->setAccessibleName(localized("Choose date"));
   navigationItem().setRightBarButtonItem(dateButton);
   days_ = std::make_shared<DayChoice>(environment());
+  tripOpened_ = days_->tripOpened.connect([this](const OpenedTrip&) {
+    pagesTabBar_.tap(mapPage);
+    cameFromCard_ = true;
+  });
+  tripLeft_ = days_->tripLeft.connect([this] { pagesTabBar_.tap(tripsPage); });
   makePages();
   styleTabBar();
   addObserver(UIApplicationDidEnterBackgroundNotification,
@@ -138,6 +146,7 @@ void VehicleViewController::loadItems() {
 void VehicleViewController::swipeTabBarControllerDidScrollToIndexFromIndex(SwipeTabBarController&, int index,
                                                                            int fromIndex) {
   if (index == fromIndex) return;
+  cameFromCard_ = false;
   if (pagesTabBar_.indexOfItem(pagesTabBar_.selectedItem()) == index) return;
   const auto page = static_cast<std::size_t>(index);
   pages_[page]->tabSelected();
@@ -147,8 +156,15 @@ void VehicleViewController::swipeTabBarControllerDidScrollToIndexFromIndex(Swipe
 void VehicleViewController::tabBarDidSelectItem(TabBar&, TabBarItem& item) {
   const int index = pagesTabBar_.indexOfItem(&item);
   if (index == swipeTabBarController_->selectedIndex()) return;
+  cameFromCard_ = false;
   pages_[static_cast<std::size_t>(index)]->tabSelected();
   swipeTabBarController_->setSelectedIndexAnimated(index, false);
+}
+
+bool VehicleViewController::handleBack() {
+  if (!cameFromCard_) return PageViewController::handleBack();
+  days_->tripLeft.emit();
+  return true;
 }
 
 void VehicleViewController::didEnterBackground() {

@@ -48,6 +48,9 @@ class VehicleViewController final : public PageViewController,
   void viewWillDisappear(bool animated) override;
   void viewDidDisappear(bool animated) override;
 
+  /// From a trip on the map back to its card.
+  bool handleBack() override;
+
   void swipeTabBarControllerDidScrollToIndexFromIndex(SwipeTabBarController& controller, int index,
                                                       int fromIndex) override;
   void tabBarDidSelectItem(TabBar& tabBar, TabBarItem& item) override;
@@ -68,6 +71,9 @@ class VehicleViewController final : public PageViewController,
   Vehicle vehicle_;
   TabBar pagesTabBar_;
   std::shared_ptr<DayChoice> days_;
+  Connection tripOpened_;
+  Connection tripLeft_;
+  bool cameFromCard_ = false;  ///< the map shows since a card of Trips was tapped
   std::shared_ptr<SwipeTabBarController> swipeTabBarController_;
   std::array<std::shared_ptr<DetailPageViewController>, pageCount> pages_;
   std::array<Connection, pageCount> marks_;

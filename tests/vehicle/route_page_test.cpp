@@ -53,7 +53,7 @@ TEST_F(RoutePage, SpinsWhileItLoadsTodayAndThenListsTheTripsAsTheyWereSent) {
   EXPECT_THAT(rows(), ElementsAre(drive, stop));
   EXPECT_EQ(drawn(table, 0), "RowDriving 08:00");
   EXPECT_EQ(drawn(table, 1), "parking 08:12");
-  table.tap(0);
+  table.tap(1);
   EXPECT_FALSE(table.indexPathForSelectedRow());
   page->tabSelected();
   EXPECT_THAT(requests(), IsEmpty());

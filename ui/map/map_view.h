@@ -69,6 +69,10 @@ class MapView : public Component {
   /// Fits the map to those annotations, which must be on it. None: it stays where it is.
   void showAnnotations(const MapAnnotations& annotations, bool animated);
 
+  void showCoordinates(const std::vector<Coordinate>& coordinates, bool animated) {
+    fit(coordinates, animated);
+  }
+
   /// Fits the map to all annotations and lines on it. None: it stays where it is.
   void showAll(bool animated);
 

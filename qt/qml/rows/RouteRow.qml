@@ -202,6 +202,15 @@ RowBody {
                 }
             }
         }
+        PlainText {
+            visible: row.cell?.selectable ?? false
+            anchors.right: head.right
+            anchors.verticalCenter: foot.verticalCenter
+            text: Theme.mirrored ? "‹" : "›"
+            color: Theme.accent
+            font.pixelSize: Theme.titleSize + 2
+            font.bold: true
+        }
         Rectangle {
             anchors.bottom: foot.top
             anchors.left: head.left

@@ -44,5 +44,10 @@ FocusScope {
         id: foot
         anchors.bottom: parent.bottom
         width: parent.width
+
+        TripStrip {
+            width: parent.width
+            screen: root.screen
+        }
     }
 }

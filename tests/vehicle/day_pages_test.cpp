@@ -10,12 +10,12 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// The pages Map and Trips of vehicle 3; their requests stay open until they are answered.
-class DayBars : public testing::Test {
+class DayPages : public testing::Test {
  protected:
   static constexpr int map = 2;
   static constexpr int trips = 3;
 
-  DayBars() {
+  DayPages() {
     client.transport.leaveOpen("/map");
     client.transport.leaveOpen("/route");
     client.start();
@@ -75,7 +75,7 @@ class DayBars : public testing::Test {
   const HttpReply lost = failedReply(url_error::notConnectedToInternet);
 };
 
-TEST_F(DayBars, ReportWhatTheMapShowsWhateverComesOfTheChosenDay) {
+TEST_F(DayPages, ReportWhatTheMapShowsWhateverComesOfTheChosenDay) {
   EXPECT_EQ(bar(), "Today");
   EXPECT_EQ(arrive(track), "Today");
   EXPECT_FALSE(outlet<Button>("todayButton").enabled());
@@ -98,7 +98,7 @@ TEST_F(DayBars, ReportWhatTheMapShowsWhateverComesOfTheChosenDay) {
   EXPECT_THAT(asked(), ElementsAre("2025-12-30"));
 }
 
-TEST_F(DayBars, KeepTheLastStepUntilThePageHasItsAnswer) {
+TEST_F(DayPages, KeepTheLastStepUntilThePageHasItsAnswer) {
   EXPECT_EQ(tap("previousDayButton"), "Yesterday: loading: 10 Mar");
   EXPECT_EQ(tap("previousDayButton"), "Sun, 8 Mar: loading: 10 Mar");
   EXPECT_EQ(client.queues.day(screen->date()), "2026-03-08");
@@ -129,7 +129,7 @@ TEST_F(DayBars, KeepTheLastStepUntilThePageHasItsAnswer) {
   }
 }
 
-TEST_F(DayBars, OfTwoPagesAgreeOnTheChosenDayAndEachReportsItsOwn) {
+TEST_F(DayPages, OfTwoPagesAgreeOnTheChosenDayAndEachReportsItsOwn) {
   arrive(track);
   go(trips);
   EXPECT_EQ(bar(), "Today");
@@ -146,7 +146,7 @@ TEST_F(DayBars, OfTwoPagesAgreeOnTheChosenDayAndEachReportsItsOwn) {
   EXPECT_EQ(tap("dayLoadButton"), "Sun, 8 Mar");
 }
 
-TEST_F(DayBars, ReportHowMuchOfASlowDayHasComeUntilItIsThere) {
+TEST_F(DayPages, ReportHowMuchOfASlowDayHasComeUntilItIsThere) {
   const auto progress = client.transport.last().progress;
   ASSERT_TRUE(progress);
   const auto shown = [this] { return outlet<Label>("dayProgressLabel").text(); };
@@ -164,11 +164,59 @@ TEST_F(DayBars, ReportHowMuchOfASlowDayHasComeUntilItIsThere) {
   EXPECT_EQ(shown(), "");
 }
 
-TEST_F(DayBars, KnowThatTodayHasBecomeYesterday) {
+TEST_F(DayPages, KnowThatTodayHasBecomeYesterday) {
   arrive(track);
   client.advance(16.0 * 3600);
   EXPECT_EQ(bar(), "Yesterday");
   EXPECT_TRUE(outlet<Button>("todayButton").enabled());
+}
+
+TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
+  MapView& drawn = outlet<MapView>("mapView");
+  const auto& page = *screen->swipeTabBarController();
+  arrive(track);
+  go(trips);
+  arrive(routeReply(2));
+  tap("previousDayButton");
+  arrive(routeReply(2));  // from 08:00 to 08:12, and a stop
+  auto& table = outlet<TableView>("itemsTableView");
+  table.tap(1);
+  EXPECT_EQ(page.selectedIndex(), trips);
+  asked();
+  table.tap(0);
+  EXPECT_EQ(page.selectedIndex(), map);
+  EXPECT_THAT(asked(), ElementsAre("2026-03-09"));
+  EXPECT_EQ(outlet<Label>("tripLabel").text(), "08:00 · 12.5 km · 12 min");
+  EXPECT_EQ(outlet<Label>("tripWayLabel").text(), "Mill Lane → Harbour");
+  arrive(mapReply(std::vector<std::string>(10)));  // from 08:00 to 08:09
+  const auto& lines = drawn.overlays();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[1]->coordinates().size(), 10u);
+  const auto alpha = [&](std::size_t line) {
+    return drawn.rendererForOverlay(*lines[line])->strokeColor().alpha;
+  };
+  EXPECT_LT(alpha(0), alpha(1));
+
+  EXPECT_TRUE(client.application.window().goBack());
+  EXPECT_EQ(page.selectedIndex(), trips);
+  table.tap(0);
+  EXPECT_THAT(asked(), IsEmpty());
+  EXPECT_EQ(lines.size(), 2u);
+  tap("tripCloseButton");
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_EQ(alpha(0), 1);
+  EXPECT_EQ(outlet<Label>("tripLabel").text(), "");
+
+  // Points that end long before the trip does are not its own.
+  tap("tripBackButton");
+  table.tap(0);
+  tap("dayButton");
+  arrive(track);
+  EXPECT_EQ(lines.size(), 1u);
+  EXPECT_EQ(outlet<Label>("tripNoteLabel").text(), "The track has no points at the times of this trip");
+  tap("previousDayButton");
+  arrive(track);
+  EXPECT_EQ(outlet<Label>("tripLabel").text(), "") << "it is not of this day";
 }
 
 // Each clock's noon in London falls on another day somewhere.

@@ -1,0 +1,77 @@
+#include "vehicle/trip_on_map.h"
+
+#include <utility>
+#include <vector>
+
+namespace fleetor {
+
+namespace {
+
+constexpr double tripLineWidth = 4.0;
+constexpr double faintness = 0.35;  // the share of its colour that the rest of the day keeps
+
+}  // namespace
+
+TripOnMap::TripOnMap(const Environment& environment, Outlets& page, MapView& map)
+    : environment_(environment), map_(map) {
+  page.outlet("tripLabel", label_);
+  page.outlet("tripWayLabel", wayLabel_);
+  page.outlet("tripNoteLabel", noteLabel_);
+  page.outlet("tripBackButton", backButton_);
+  page.outlet("tripCloseButton", closeButton_);
+  backButton_.setTitle(environment.device.localizedString("Back to the trips"));
+  closeButton_.setTitle(environment.device.localizedString("Whole day"));
+  closeButton_.setAction([this](Component&) {
+    close();
+    map_.showAll(true);
+  });
+}
+
+void TripOnMap::open(OpenedTrip trip) {
+  erase();
+  label_.setText(trip.stage.clock + " · " + trip.distance + " · " + trip.duration);
+  wayLabel_.setText(trip.from + " → " + trip.to);
+  noteLabel_.setText("");
+  trip_ = std::move(trip);
+}
+
+void TripOnMap::draw(const DayPoints& points, std::shared_ptr<MapPolylineRenderer> renderer) {
+  erase();
+  const auto range = trip_->stage.pointsOf(points);
+  noteLabel_.setText(
+      range ? "" : environment_.device.localizedString("The track has no points at the times of this trip"));
+  if (!range || !renderer) return;
+  const auto first = points.coordinates.begin();
+  line_ = MapPolyline::polylineWithCoordinates({first + range->first, first + range->last + 1});
+  renderer_ = std::make_shared<MapPolylineRenderer>(line_);
+  renderer_->setStrokeColor(renderer->strokeColor());
+  renderer_->setLineWidth(tripLineWidth);
+  Color faint = renderer->strokeColor();
+  faint.alpha *= faintness;
+  renderer->setStrokeColor(faint);
+  daysRenderer_ = std::move(renderer);
+  map_.addOverlay(line_);
+  map_.showCoordinates({first + range->first, first + range->last + 1}, true);
+}
+
+void TripOnMap::erase() {
+  if (!line_) return;
+  daysRenderer_->setStrokeColor(renderer_->strokeColor());
+  map_.removeOverlay(std::exchange(line_, nullptr));
+  renderer_ = nullptr;
+  daysRenderer_ = nullptr;
+}
+
+void TripOnMap::close() {
+  erase();
+  trip_.reset();
+  for (Label* label : {&label_, &wayLabel_, &noteLabel_})
+    label->setText("");
+}
+
+std::shared_ptr<MapPolylineRenderer> TripOnMap::rendererFor(
+    const std::shared_ptr<MapPolyline>& overlay) const {
+  return overlay == line_ ? renderer_ : nullptr;
+}
+
+}  // namespace fleetor
