@@ -205,9 +205,32 @@ def pages(client, vehicle):
     client.click_at(ribbon.x + ribbon.width // 2, ribbon.y + ribbon.height // 3)
     client.find(r"\d\d:\d\d to \d\d:\d\d, .+", "slider")
     client.picture("trips-at-noon")
+    trip_on_the_map(client)
     tab(client, "About")
     client.find("Localizer expiration date")
     client.picture("vehicle-about")
+
+
+def trip_on_the_map(client):
+    """From a card to its trip, back to it, and from a stop to its card."""
+    client.click("Driving", "list item")
+    client.find("Whole day")
+    wait_for_tiles(client)
+    client.picture("map-trip")
+    client.key("alt+Left")
+    client.find("Driving", "list item")
+
+
+def day_that_fails(client, demo):
+    demo.fault("map=500")
+    client.click("Previous day")
+    client.find(".* could not be loaded")
+    client.gone("An unexpected error occurred")
+    client.picture("map-day-not-loaded")
+    demo.no_faults()
+    client.click("Try again")
+    client.gone(".* could not be loaded")
+    client.click("Next day")
 
 
 def small_phone():
@@ -319,6 +342,7 @@ def walk_on_the_phone(demo):
     wait_for_tiles(phone)
     phone.picture("map-other-day")
 
+    day_that_fails(phone, demo)
     phone.resize(844, 390)
     phone.picture("map-turned")
     phone.click("Choose date", "push button")

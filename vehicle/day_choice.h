@@ -37,9 +37,11 @@ class DayChoice : public std::enable_shared_from_this<DayChoice> {
 
   Signal<> changed;
 
-  // From a card of Trips to its trip on the Map, and back.
+  // From a card of Trips to its trip on the Map and back, and from a stop on the Map to its card: the day,
+  // and the seconds since its midnight.
   Signal<const OpenedTrip&> tripOpened;
   Signal<> tripLeft;
+  Signal<const std::string&, float> stopOpened;
 
  private:
   void select(Date date);

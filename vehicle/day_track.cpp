@@ -4,11 +4,12 @@
 
 namespace fleetor {
 
-MapEntryAnnotation::MapEntryAnnotation(const MapEntry& entry)
+MapEntryAnnotation::MapEntryAnnotation(const MapEntry& entry, std::size_t point)
     : coordinate_(entry.coordinate()),
       title_(entry.title().str()),
       subtitle_(entry.subtitle()),
       lp_(entry.lp),
+      point_(static_cast<std::uint32_t>(point)),
       parking_(entry.isParking()) {}
 
 DayTrack DayTrack::fromAnswer(const MapResponse& answer) {
@@ -28,7 +29,7 @@ DayTrack DayTrack::fromAnswer(const MapResponse& answer) {
     if (!end && !entries[i].isParking()) continue;
     MapEntry entry = entries[i];
     if (end) entry.label = "";
-    track.markers.push_back(std::make_shared<MapEntryAnnotation>(entry));
+    track.markers.push_back(std::make_shared<MapEntryAnnotation>(entry, i));
   }
   return track;
 }

@@ -13,19 +13,21 @@ namespace fleetor {
 /// hold on to a whole day's answer.
 class MapEntryAnnotation final : public MapAnnotation {
  public:
-  explicit MapEntryAnnotation(const MapEntry& entry);
+  MapEntryAnnotation(const MapEntry& entry, std::size_t point);
 
   Coordinate coordinate() const override { return coordinate_; }
   std::string title() const override { return title_; }
   std::string subtitle() const override { return subtitle_; }
   std::int64_t lp() const { return lp_; }
   bool isParking() const { return parking_; }
+  std::uint32_t point() const { return point_; }  ///< its index in the answer
 
  private:
   Coordinate coordinate_;
   std::string title_;
   std::string subtitle_;
   std::int64_t lp_ = 0;
+  std::uint32_t point_ = 0;
   bool parking_ = false;
 };
 

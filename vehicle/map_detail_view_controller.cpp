@@ -31,7 +31,20 @@ void MapDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
       bar_.open(trip.day);
   });
   trip_.setBack([days](Component&) { days->tripLeft.emit(); });
+  outlet("stopCardButton", stopCardButton_);
+  stopCardButton_.setAccessibleName(localized("Show in the trips"));
+  stopCardButton_.setAction(
+      [this, days](Component&) { days->stopOpened.emit(*bar_.shown(), *timeOfOpenStop()); });
+  mapChanged_ =
+      mapView().changed.connect([this] { stopCardButton_.setEnabled(timeOfOpenStop() && bar_.shown()); });
   bar_.setChoice(std::move(days));
+}
+
+std::optional<float> MapDetailViewController::timeOfOpenStop() {
+  const auto* stop = dynamic_cast<const MapEntryAnnotation*>(mapView().selectedAnnotation().get());
+  if (!stop || !stop->isParking() || !dayPoints_ || stop->point() >= dayPoints_->seconds.size())
+    return std::nullopt;
+  return dayPoints_->seconds[stop->point()];
 }
 
 // A trip of another day is over as soon as that day shows.

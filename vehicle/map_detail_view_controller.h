@@ -26,6 +26,8 @@ struct DayTrack;
 /// belongs to another day and is dropped, and the map keeps its content until the next selection or day. A
 /// day without points keeps the content, a day with one point keeps the line.
 ///
+/// "stopCardButton" leads from the open callout of a stop to its card on Trips.
+///
 /// The global queue turns an answer into a line and markers, the main queue shows them at once; the request
 /// counts as in flight until then and keeps the page alive. So a day of 86,400 points drops no frame. Only
 /// then are the texts of the points read.
@@ -66,6 +68,7 @@ class MapDetailViewController final : public TrackPageViewController {
   bool show(std::shared_ptr<const DayTrack> track);  ///< false: there is nothing on that day
   void setDayPoints(std::shared_ptr<const DayPoints> points);
   void drawTrip();
+  std::optional<float> timeOfOpenStop();  ///< of the stop whose callout is open
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();
   void updateCover();
@@ -80,6 +83,8 @@ class MapDetailViewController final : public TrackPageViewController {
   DayExportButton export_;
   TripOnMap trip_{environment(), *this, mapView()};
   Connection tripOpened_;
+  Button stopCardButton_;  ///< of the open callout
+  Connection mapChanged_;
 };
 
 }  // namespace fleetor

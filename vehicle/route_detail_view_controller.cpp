@@ -54,6 +54,29 @@ RouteDetailViewController::RouteDetailViewController(Environment& environment)
   itemsTableView_.setDelegate(this);
 }
 
+void RouteDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
+  stopOpened_ = days->stopOpened.connect([this](const std::string& day, float seconds) {
+    wanted_ = seconds;
+    if (bar_.shown() == day)
+      showWantedCard();
+    else
+      bar_.open(day);
+  });
+  days_ = days;
+  bar_.setChoice(std::move(days));
+}
+
+void RouteDetailViewController::showWantedCard() {
+  const auto seconds = std::exchange(wanted_, std::nullopt);
+  if (!seconds || !date()) return;
+  for (int row = 0; row < numberOfItems(); ++row) {
+    const auto stage = DayStage::fromItem(items_.route->at(static_cast<std::size_t>(row)), *date());
+    if (stage.begin && *stage.begin <= *seconds && *seconds < *stage.end)
+      return itemsTableView_.scrollToRowAtIndexPath({0, row});
+  }
+  showErrorToast(localized("The trips have no stop at this time"));
+}
+
 void RouteDetailViewController::viewDidLoad() {
   DetailPageViewController::viewDidLoad();
   day_.setDate(environment().clock.day(environment().clock.now()));
@@ -128,6 +151,8 @@ void RouteDetailViewController::loadItems(const std::optional<std::string>& day)
                      self->setLoading(false);
                      self->showDay();
                      self->itemsTableView_.reloadData();
+                     if (outcome != DayBar::Outcome::failed && outcome != DayBar::Outcome::dropped)
+                       self->showWantedCard();
                      self->bar_.loaded(*day, outcome);
                    });
 }

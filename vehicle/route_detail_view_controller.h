@@ -41,10 +41,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
 
-  void setDayChoice(std::shared_ptr<DayChoice> days) override {
-    days_ = days;
-    bar_.setChoice(std::move(days));
-  }
+  void setDayChoice(std::shared_ptr<DayChoice> days) override;
   void receivedPosition(Coordinate /*position*/) override { bar_.refresh(); }
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
@@ -65,6 +62,8 @@ class RouteDetailViewController final : public DetailPageViewController,
   void didEnterBackground() { clearView(); }
   void wilEnterForeground() { day_.putBack(); }
 
+  void showWantedCard();
+
   /// Shows the loading row and asks for the day.
   void load();
 
@@ -84,6 +83,8 @@ class RouteDetailViewController final : public DetailPageViewController,
   DayBar bar_;
   DayExportButton export_;
   std::shared_ptr<DayChoice> days_;
+  Connection stopOpened_;
+  std::optional<float> wanted_;  ///< the time of a stop whose card is to come into view
   RouteResponse items_;
 };
 

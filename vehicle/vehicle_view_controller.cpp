@@ -61,6 +61,7 @@ void VehicleViewController::viewDidLoad() {
     cameFromCard_ = true;
   });
   tripLeft_ = days_->tripLeft.connect([this] { pagesTabBar_.tap(tripsPage); });
+  stopOpened_ = days_->stopOpened.connect([this](const std::string&, float) { pagesTabBar_.tap(tripsPage); });
   makePages();
   styleTabBar();
   addObserver(UIApplicationDidEnterBackgroundNotification,

@@ -73,6 +73,7 @@ class VehicleViewController final : public PageViewController,
   std::shared_ptr<DayChoice> days_;
   Connection tripOpened_;
   Connection tripLeft_;
+  Connection stopOpened_;
   bool cameFromCard_ = false;  ///< the map shows since a card of Trips was tapped
   std::shared_ptr<SwipeTabBarController> swipeTabBarController_;
   std::array<std::shared_ptr<DetailPageViewController>, pageCount> pages_;

@@ -8,6 +8,7 @@ Item {
 
     property MapMarkerItem marker
     property ButtonItem share // takes the place along
+    property ButtonItem card // leads to the card of the place
     property point target // the marker's middle
     property real lowest // where the labels at the map's lower edge begin
     property real sideSpace: 8
@@ -25,7 +26,7 @@ Item {
     readonly property bool inSight: target.x >= 0 && target.x <= parent.width && target.y >= 0 && target.y <= parent.height
 
     visible: marker !== null && inSight && (title.text !== "" || subtitle.text !== "")
-    width: Math.min(parent.width - 2 * sideSpace - buttonStrip, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28 + sharing.width)
+    width: Math.min(parent.width - 2 * sideSpace - buttonStrip, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28 + sharing.width + lead.room)
     height: Math.max(texts.height + 20, sharing.height)
     x: Math.round(Math.max(leftmost, Math.min(rightmost - width, target.x - width / 2)))
     y: Math.round(Math.max(sideSpace, Math.min(lowest - sideSpace - height, wantedY)))
@@ -66,7 +67,7 @@ Item {
         anchors.left: parent.left
         anchors.leftMargin: 14
         anchors.verticalCenter: parent.verticalCenter
-        width: parent.width - 28 - sharing.width
+        width: parent.width - 28 - sharing.width - lead.room
         spacing: 2
 
         Text {
@@ -113,6 +114,28 @@ Item {
             anchors.centerIn: parent
             source: root.share?.image ?? ""
             sourceSize { width: 24; height: 24 }
+        }
+    }
+
+    Tappable {
+        anchors.fill: texts
+        anchors.margins: -10
+        anchors.rightMargin: -10 - lead.room
+        visible: enabled
+        enabled: root.card?.enabled ?? false
+        label: root.card?.accessibleName ?? ""
+        onTapped: root.card.tap()
+
+        PlainText {
+            id: lead
+            readonly property real room: parent.enabled ? implicitWidth + 8 : 0
+            anchors.right: parent.right
+            anchors.rightMargin: 10
+            anchors.verticalCenter: parent.verticalCenter
+            text: Theme.mirrored ? "‹" : "›"
+            color: Theme.accent
+            font.pixelSize: Theme.titleSize
+            font.bold: true
         }
     }
 }

@@ -30,6 +30,7 @@ FocusScope {
         anchors.bottom: foot.top
         width: parent.width
         screen: root.screen
+        card: root.screen.outlet("stopCardButton") as ButtonItem
         focus: true
 
         DayNote {

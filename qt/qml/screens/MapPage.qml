@@ -11,6 +11,7 @@ FocusScope {
     readonly property MapViewItem map: screen.outlet("mapView") as MapViewItem
     readonly property ActivityIndicatorItem loading: screen.outlet("loadingIndicator") as ActivityIndicatorItem
     readonly property LabelItem note: screen.outlet("noteLabel") as LabelItem
+    property ButtonItem card // in the callout of a stop
     readonly property bool busy: loading?.animating ?? false
     readonly property bool covered: map?.covered ?? false
 
@@ -108,6 +109,7 @@ FocusScope {
             id: callout
             marker: root.map?.selected ?? null
             share: root.screen.outlet("sharePositionButton") as ButtonItem
+            card: root.card
             lowest: root.lowest
             buttonStrip: root.buttonStrip
             upperButtons: upperButtons.y + upperButtons.height
