@@ -19,7 +19,10 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
       bar_(environment, *this, localized("No track on {day}")),
       export_(environment, *this, [this] { return exportableDay(); }) {
   outlet("dayRibbon", dayRibbon_);
+  outlet("stopCardButton", stopCardButton_);
   dayRibbon_.setAccessibleName(localized("Timeline of the day"));
+  stopCardButton_.setAccessibleName(localized("Show in the trips"));
+  stopCardButton_.setEnabled(false);
 }
 
 void MapDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
@@ -31,8 +34,6 @@ void MapDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
       bar_.open(trip.day);
   });
   trip_.setBack([days](Component&) { days->tripLeft.emit(); });
-  outlet("stopCardButton", stopCardButton_);
-  stopCardButton_.setAccessibleName(localized("Show in the trips"));
   stopCardButton_.setAction(
       [this, days](Component&) { days->stopOpened.emit(*bar_.shown(), *timeOfOpenStop()); });
   mapChanged_ =

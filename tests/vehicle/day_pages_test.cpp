@@ -2,6 +2,7 @@
 
 #include "support/client.h"
 #include "ui/controls/action_sheet_date_picker.h"
+#include "ui/map/map_view.h"
 
 namespace fleetor::test {
 namespace {
@@ -180,10 +181,14 @@ TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
   tap("previousDayButton");
   arrive(routeReply(2));  // from 08:00 to 08:12, and a stop
   auto& table = outlet<TableView>("itemsTableView");
-  table.tap(1);
+  const auto tapCard = [&](int row) {
+    table.tap(row);
+    client.queues.runUntilIdle();
+  };
+  tapCard(1);
   EXPECT_EQ(page.selectedIndex(), trips);
   asked();
-  table.tap(0);
+  tapCard(0);
   EXPECT_EQ(page.selectedIndex(), map);
   EXPECT_THAT(asked(), ElementsAre("2026-03-09"));
   EXPECT_EQ(outlet<Label>("tripLabel").text(), "08:00 · 12.5 km · 12 min");
@@ -199,7 +204,7 @@ TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
 
   EXPECT_TRUE(client.application.window().goBack());
   EXPECT_EQ(page.selectedIndex(), trips);
-  table.tap(0);
+  tapCard(0);
   EXPECT_THAT(asked(), IsEmpty());
   EXPECT_EQ(lines.size(), 2u);
   tap("tripCloseButton");
@@ -209,7 +214,7 @@ TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
 
   // Points that end long before the trip does are not its own.
   tap("tripBackButton");
-  table.tap(0);
+  tapCard(0);
   tap("dayButton");
   arrive(track);
   EXPECT_EQ(lines.size(), 1u);
@@ -217,6 +222,34 @@ TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
   tap("previousDayButton");
   arrive(track);
   EXPECT_EQ(outlet<Label>("tripLabel").text(), "") << "it is not of this day";
+}
+
+TEST_F(DayPages, LeadFromAStopOnTheMapToItsCard) {
+  MapView& drawn = outlet<MapView>("mapView");
+  arrive(mapReply({"", "Parking", "", "Parking", ""}));  // a point each minute from 08:00
+  const auto openStop = [&](std::size_t marker) {
+    drawn.selectAnnotation(drawn.annotations().at(marker));
+    return outlet<Button>("stopCardButton").enabled();
+  };
+  EXPECT_FALSE(openStop(0)) << "the flag is no stop";
+  ASSERT_TRUE(openStop(1));
+  tap("stopCardButton");
+  std::vector<int> wanted;
+  const Connection onRow =
+      outlet<TableView>("itemsTableView").rowWanted.connect([&](int row) { wanted.push_back(row); });
+  const auto row = [](const char* from, const char* to) {
+    return std::string(
+               R"({"lp":1,"status":"","duration":"","distance":"0","from":"A","to":"A","timeFrom":")") +
+           from + R"(","timeTo":")" + to + R"("})";
+  };
+  arrive(jsonReply(envelope(2, R"("route":[)" + row("08:00", "08:01") + "," + row("08:01", "08:03") + "]")));
+  EXPECT_THAT(wanted, ElementsAre(1));
+
+  go(map);
+  openStop(2);
+  tap("stopCardButton");
+  EXPECT_THAT(wanted, ElementsAre(1));
+  EXPECT_THAT(client.takeMessages(), ElementsAre("The trips have no stop at this time [square]"));
 }
 
 // Each clock's noon in London falls on another day somewhere.
