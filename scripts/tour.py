@@ -217,7 +217,7 @@ def trip_on_the_map(client):
     client.find("Whole day")
     wait_for_tiles(client)
     client.picture("map-trip")
-    client.key("alt+Left")
+    client.click("Back to the trips")
     client.find("Driving", "list item")
 
 

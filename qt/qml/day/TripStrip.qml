@@ -54,6 +54,9 @@ FocusScope {
             }
         }
         Row {
+            anchors.left: parent.left
+            anchors.leftMargin: -12 // the words, not the buttons, stand below each other
+
             DayButton {
                 button: root.screen.outlet("tripBackButton") as ButtonItem
                 width: Math.min(implicitWidth, column.width / 2)
