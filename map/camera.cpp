@@ -228,7 +228,7 @@ void MapCamera::travel(const CameraPosition& target, bool animated) {
   const double fromView = size / pointsPerWorldUnit(from.zoom);
   const double toView = size / pointsPerWorldUnit(to.zoom);
   if (distance <= std::max(fromView, toView)) {
-    journey.duration = std::min(1.0, 0.3 + 0.06 * std::abs(to.zoom - from.zoom));
+    journey.duration = std::min(1.0, shortJourney + 0.06 * std::abs(to.zoom - from.zoom));
   } else {
     const double curvature = flightCurvature * flightCurvature;
     const double wider = toView * toView - fromView * fromView;
@@ -250,7 +250,7 @@ CameraPosition MapCamera::along(const Journey& journey) const {
   // A short way starts at once: steps that follow each other quickly, as of a key held down, flow together.
   const double change = std::abs(to.zoom - from.zoom);
   const bool isShort = length == 0 && change < 2;
-  const double eased = isShort ? 1 - std::pow(1 - time, 3) : 1 - std::pow(1 - time * time, 2);
+  const double eased = isShort ? easedOut(time) : 1 - std::pow(1 - time * time, 2);
   double zoom = from.zoom + (to.zoom - from.zoom) * eased;
   double done = eased;  // of the way from centre to centre
   if (length > 0) {

@@ -34,6 +34,11 @@ struct CameraPosition {
 /// One thread. Numbers that are not finite are ignored.
 class MapCamera {
  public:
+  static constexpr double shortJourney = 0.3;  ///< seconds, to a place in view at the same zoom
+
+  /// How much of a short way is done after that share of its time: fast at first, slow at its end.
+  static double easedOut(double time) { return 1 - (1 - time) * (1 - time) * (1 - time); }
+
   /// In points. Keeps the requested region, or else centre and zoom. An empty viewport counts as missing.
   void setViewport(double width, double height);
   bool hasViewport() const { return width_ > 0; }

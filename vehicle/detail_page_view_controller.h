@@ -2,9 +2,11 @@
 
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "model/vehicle_records.h"
 #include "shell/base/base_view_controller.h"
+#include "vehicle/watch/vehicle_watch.h"
 
 namespace fleetor {
 
@@ -21,6 +23,10 @@ class DetailPageViewController : public BaseViewController {
 
   /// The day chosen in the pager, for the pages that show one.
   virtual void setDayChoice(std::shared_ptr<DayChoice> /*days*/) {}
+
+  /// What has been seen of the vehicle; null for a page without a pager.
+  const std::shared_ptr<const VehicleWatch>& watch() const { return watch_; }
+  void setWatch(std::shared_ptr<const VehicleWatch> watch) { watch_ = std::move(watch); }
 
   bool wasSelected() const { return wasSelected_; }
 
@@ -45,6 +51,7 @@ class DetailPageViewController : public BaseViewController {
 
  private:
   Vehicle vehicle_;
+  std::shared_ptr<const VehicleWatch> watch_;
   bool wasSelected_ = false;
 };
 

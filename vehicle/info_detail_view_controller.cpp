@@ -15,25 +15,36 @@ namespace fleetor {
 namespace {
 
 constexpr const char* addressCaption = "Address";
+constexpr int updateTimeRow = 1;
+
+struct ReadingRow {
+  InfoRow<Live> texts;
+  const char* picture;
+};
 
 /// What comes below the vehicle's own row.
-constexpr InfoRow<Live> readingRows[] = {
-    {[](const Live& live) { return live.dateTime().str(); }, "Update time"},
-    {[](const Live& live) { return live.speed.str() + "km/h"; }, "Speed"},
-    {[](const Live& live) { return live.rpm.str(); }, "RPM"},
-    {[](const Live& live) { return live.direction.str() + "°"; }, "Direction"},
-    {[](const Live& live) { return live.street.str(); }, addressCaption},
-    {[](const Live& live) { return live.powerSupply.str() + live.powerSupplyType.str(); }, "Power supply"},
-    {[](const Live& live) { return live.temp.str() + "°C"; }, "Temperature"},
-    {[](const Live& live) { return live.fuel.str() + live.fuelType.str(); }, "Fuel"},
-    {[](const Live& live) { return live.odometer.str(); }, "Odometer"},
+constexpr ReadingRow readingRows[] = {
+    {{[](const Live& live) { return live.dateTime().str(); }, "Update time"}, "RowDuration"},
+    {{[](const Live& live) { return live.speed.str() + "km/h"; }, "Speed"}, "RowSpeed"},
+    {{[](const Live& live) { return live.rpm.str(); }, "RPM"}, "RowEngine"},
+    {{[](const Live& live) { return live.direction.str() + "°"; }, "Direction"}, "RowCompass"},
+    {{[](const Live& live) { return live.street.str(); }, addressCaption}, "RowPlace"},
+    {{[](const Live& live) { return live.powerSupply.str() + live.powerSupplyType.str(); }, "Power supply"},
+     "RowPower"},
+    {{[](const Live& live) { return live.temp.str() + "°C"; }, "Temperature"}, "RowTemperature"},
+    {{[](const Live& live) { return live.fuel.str() + live.fuelType.str(); }, "Fuel"}, "RowFuel"},
+    {{[](const Live& live) { return live.odometer.str(); }, "Odometer"}, "RowDistance"},
 };
 
 }  // namespace
 
 InfoDetailViewController::InfoDetailViewController(Environment& environment)
-    : DetailPageViewController(environment), itemsTableView_(environment) {
+    : DetailPageViewController(environment),
+      itemsTableView_(environment),
+      status_(environment),
+      aged_(status_.aged.connect([this] { itemsTableView_.reloadData(); })) {
   outlet("itemsTableView", itemsTableView_);
+  status_.addOutletsTo(*this);
   itemsTableView_.registerMaker("VehicleCell", [](const std::string& identifier) {
     auto cell = std::make_shared<VehicleTableViewCell>(identifier);
     cell->setSelectable(false);
@@ -48,23 +59,27 @@ InfoDetailViewController::InfoDetailViewController(Environment& environment)
 void InfoDetailViewController::viewDidLoad() {
   DetailPageViewController::viewDidLoad();
   itemsTableView_.setTableFooterView(true);
+  status_.setWatch(watch());
 }
 
 void InfoDetailViewController::viewDidAppear(bool animated) {
   DetailPageViewController::viewDidAppear(animated);
   addObserver(kFleetorNotificationLive,
               [this](const Notification& notification) { receivedNotification(notification); });
+  status_.setVisible(true);
 }
 
 void InfoDetailViewController::viewDidDisappear(bool animated) {
   DetailPageViewController::viewDidDisappear(animated);
   removeFromNotificationCenter();
+  status_.setVisible(false);
 }
 
 void InfoDetailViewController::receivedNotification(const Notification& notification) {
   const auto* live = std::any_cast<std::shared_ptr<const Live>>(&notification.object);
   if (!live || (*live)->vehicle().vehicleId != vehicle().vehicleId) return;
   live_ = *live;
+  status_.received(*live_);
   itemsTableView_.reloadData();
 }
 
@@ -81,10 +96,15 @@ std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIn
     cell->show(live_->vehicle(), true);
     return cell;
   }
-  const auto& [value, caption, contact] = readingRows[path.row - 1];
-  auto cell = dequeueInfoCell(tableView, value(*live_), localized(caption), contact);
-  if (std::string_view(caption) == addressCaption && isPosition(live_->coordinate()))
+  const auto& [texts, picture] = readingRows[path.row - 1];
+  auto cell = dequeueInfoCell(tableView, texts.value(*live_), localized(texts.caption), texts.contact);
+  if (std::string_view(texts.caption) == addressCaption && isPosition(live_->coordinate()))
     cell->link("RowShare", localized("Share position"), [this] { sharePosition(); });
+  cell->pictureImageView().setImage(picture);
+  const bool isAged = path.row == updateTimeRow;
+  cell->textLabel().setFaded(status_.freshness() == LiveStatus::Freshness::old);
+  cell->noteLabel().setText(isAged ? status_.ageLabel().text() : "");
+  cell->noteImageView().setImage(isAged ? status_.ageImageView().image() : "");
   return cell;
 }
 

@@ -4,11 +4,13 @@
 
 #include "ui/table/table_view.h"
 #include "vehicle/detail_page_view_controller.h"
+#include "vehicle/watch/live_status.h"
 
 namespace fleetor {
 
 /// The vehicle's latest readings as a list in "itemsTableView". The pager's polls update it while it is
-/// visible; otherwise, and after failures, it keeps the last readings.
+/// visible; otherwise, and after failures, it keeps the last readings. Their age stands in the row of the
+/// update time; old ones are faded.
 class InfoDetailViewController final : public DetailPageViewController,
                                        public TableViewDataSource,
                                        public TableViewDelegate {
@@ -33,6 +35,8 @@ class InfoDetailViewController final : public DetailPageViewController,
 
   TableView itemsTableView_;
   std::shared_ptr<const Live> live_;
+  LiveStatus status_;
+  Connection aged_;
 };
 
 }  // namespace fleetor

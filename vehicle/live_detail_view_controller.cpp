@@ -12,7 +12,8 @@ namespace fleetor {
 namespace {
 
 constexpr float plainImageAbove = 179.0f;  ///< degrees
-constexpr double standingStill = 1.0;      ///< metres
+constexpr const char* vehicleSubject = "vehicle";
+constexpr double standingStill = 1.0;  ///< metres
 
 class LiveAnnotation final : public MapAnnotation {
  public:
@@ -20,7 +21,7 @@ class LiveAnnotation final : public MapAnnotation {
   Coordinate coordinate() const override { return live_->coordinate(); }
   std::string title() const override { return live_->title().str(); }
   std::string subtitle() const override { return live_->subtitle().str(); }
-  std::string subject() const override { return "vehicle"; }
+  std::string subject() const override { return vehicleSubject; }
 
  private:
   std::shared_ptr<const Live> live_;
@@ -28,10 +29,21 @@ class LiveAnnotation final : public MapAnnotation {
 
 }  // namespace
 
+LiveDetailViewController::LiveDetailViewController(Environment& environment)
+    : TrackPageViewController(environment), status_(environment) {
+  outlet("followButton", followButton_);
+  status_.addOutletsTo(*this);
+  followButton_.setAccessibleName(localized("Follow the vehicle"));
+  followButton_.setAction([this](Component&) { setFollows(!followButton_.selected()); });
+  setFollows(true);
+}
+
 void LiveDetailViewController::viewDidLoad() {
   TrackPageViewController::viewDidLoad();
   items_.clear();
   imageName_ = vehicle().icon.str();
+  mapView().setGlidingSubject(vehicleSubject);
+  status_.setWatch(watch());
   updateCover();
 }
 
@@ -39,11 +51,25 @@ void LiveDetailViewController::viewDidAppear(bool animated) {
   TrackPageViewController::viewDidAppear(animated);
   addObserver(kFleetorNotificationLive,
               [this](const Notification& notification) { receivedNotification(notification); });
+  status_.setVisible(true);
+}
+
+void LiveDetailViewController::viewDidDisappear(bool animated) {
+  TrackPageViewController::viewDidDisappear(animated);
+  status_.setVisible(false);
+}
+
+void LiveDetailViewController::setFollows(bool follows) {
+  followButton_.setSelected(follows);
+  followButton_.setImage(follows ? "BtnCentreSelected" : "BtnCentre");
+  if (follows && !items_.empty()) mapView().setCenterCoordinate(items_.back()->coordinate(), true);
 }
 
 void LiveDetailViewController::clearView() {
   TrackPageViewController::clearView();
   items_.clear();
+  status_.clear();
+  setFollows(true);
   updateCover();
 }
 
@@ -64,6 +90,7 @@ void LiveDetailViewController::receivedNotification(const Notification& notifica
   const std::string icon = live.vehicle().icon.str();
   const auto heading = static_cast<float>(doubleValue(live.direction));
   imageName_ = heading <= plainImageAbove ? "p" + icon : icon;
+  status_.received(live);
   if (!items_.empty() && !(distanceInMetres(items_.back()->coordinate(), live.coordinate()) > standingStill))
     return;
   items_.push_back(*object);
@@ -78,7 +105,7 @@ void LiveDetailViewController::updateMapView() {
   mapView().replaceAnnotations({std::make_shared<LiveAnnotation>(last)});
   if (items_.size() == 1)
     mapView().setRegion(last->coordinate(), vehicleSpan, vehicleSpan, true);
-  else
+  else if (followButton_.selected())
     mapView().setCenterCoordinate(last->coordinate(), true);
 }
 

@@ -7,6 +7,7 @@
 #include "service/envelopes.h"
 #include "ui/appearance.h"
 #include "ui/storyboard.h"
+#include "vehicle/map_detail_view_controller.h"
 #include "vehicle/notifications.h"
 
 namespace fleetor {
@@ -71,14 +72,20 @@ void VehicleViewController::viewDidLoad() {
 }
 
 void VehicleViewController::makePages() {
+  watch_ = std::make_shared<VehicleWatch>(environment().clock);
   std::vector<std::shared_ptr<ViewController>> installed;
   for (std::size_t i = 0; i < pageCount; ++i) {
     pages_[i] = storyboard()->instantiate<DetailPageViewController>(pageTable[i].storyboardIdentifier);
     pages_[i]->setVehicle(vehicle_);
     pages_[i]->setDayChoice(days_);
+    pages_[i]->setWatch(watch_);
     pages_[i]->setAccessibleName(localized(pageTable[i].title));
     marks_[i] = pages_[i]->marked.connect(
         [item = pagesTabBar_.items()[i]](const std::string& reason) { item->setMark(reason); });
+    if (auto* const map = dynamic_cast<MapDetailViewController*>(pages_[i].get()))
+      dayChanged_ = map->dayChanged.connect([this, map] {
+        if (map->dayPoints() && map->date()) watch_->received(*map->dayPoints(), *map->date());
+      });
     installed.push_back(pages_[i]);
   }
   swipeTabBarController_ = std::dynamic_pointer_cast<SwipeTabBarController>(childViewControllers().back());
@@ -129,9 +136,11 @@ void VehicleViewController::loadItems() {
                        std::any object;
                        if (kind == ResponseKindSuccess) {
                          const Live& live = *response->live;
-                         if (live.vehicle().vehicleId == self->vehicle_.vehicleId)
+                         if (live.vehicle().vehicleId == self->vehicle_.vehicleId) {
+                           self->watch_->received(live);
                            for (const auto& page : self->pages_)
                              page->receivedPosition(live.coordinate());
+                         }
                          object = std::shared_ptr<const Live>(response, &live);
                        } else if (error) {
                          object = *error;

@@ -76,6 +76,8 @@ class VehicleViewController final : public PageViewController,
   Connection stopOpened_;
   bool cameFromCard_ = false;  ///< the map shows since a card of Trips was tapped
   std::shared_ptr<SwipeTabBarController> swipeTabBarController_;
+  std::shared_ptr<VehicleWatch> watch_;
+  Connection dayChanged_;
   std::array<std::shared_ptr<DetailPageViewController>, pageCount> pages_;
   std::array<Connection, pageCount> marks_;
 };

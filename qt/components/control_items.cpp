@@ -42,11 +42,18 @@ void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList
 QString LabelItem::text() const {
   return read<Label>([](Label& c) { return toQString(c.text()); });
 }
+bool LabelItem::faded() const {
+  return read<Label>([](Label& c) { return c.faded(); });
+}
+
 QUrl ImageViewItem::source() const {
   return read<ImageView>([](ImageView& c) { return Adapters::imageUrl(c.image()); });
 }
 QUrl ImageViewItem::darkSource() const {
   return read<ImageView>([](ImageView& c) { return Adapters::imageUrl("dark/" + c.image()); });
+}
+double ImageViewItem::rotation() const {
+  return read<ImageView>([](ImageView& c) { return c.rotation(); });
 }
 
 bool ActivityIndicatorItem::animating() const {

@@ -26,10 +26,12 @@ class LabelItem : public fleetor::ComponentItem {
   QML_ELEMENT
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QString text READ text NOTIFY changed)
+  Q_PROPERTY(bool faded READ faded NOTIFY changed)
 
  public:
   using ComponentItem::ComponentItem;
   QString text() const;
+  bool faded() const;
 };
 
 class ImageViewItem : public fleetor::ComponentItem {
@@ -38,11 +40,13 @@ class ImageViewItem : public fleetor::ComponentItem {
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QUrl source READ source NOTIFY changed)
   Q_PROPERTY(QUrl darkSource READ darkSource NOTIFY changed)  ///< for the dark appearance; empty without one
+  Q_PROPERTY(double rotation READ rotation NOTIFY changed)
 
  public:
   using ComponentItem::ComponentItem;
   QUrl source() const;
   QUrl darkSource() const;
+  double rotation() const;
 };
 
 class ActivityIndicatorItem : public fleetor::ComponentItem {

@@ -8,6 +8,15 @@ Date SystemClock::now() const {
   return std::chrono::system_clock::now();
 }
 
+std::chrono::duration<double> SystemClock::uptime() const {
+#ifdef CLOCK_BOOTTIME  // the steady clock of Linux stops while the machine sleeps
+  std::timespec time{};
+  if (::clock_gettime(CLOCK_BOOTTIME, &time) == 0)
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+#endif
+  return std::chrono::steady_clock::now().time_since_epoch();
+}
+
 std::string SystemClock::day(Date moment) const {
   const std::time_t seconds =
       std::chrono::system_clock::to_time_t(std::chrono::floor<std::chrono::seconds>(moment));

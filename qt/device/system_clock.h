@@ -8,6 +8,7 @@ namespace fleetor {
 class SystemClock final : public Clock {
  public:
   Date now() const override;
+  std::chrono::duration<double> uptime() const override;
   std::string day(Date moment) const override;
 };
 

@@ -99,14 +99,13 @@ void MapSurface::step() {
   if (!stale_) return;
   const QScopedValueRollback guard(stepping_, true);
   const double time = now();
-  if (shown->camera().moving()) {
+  if (shown->isMoving()) {
     const double seconds = steppedAt_ < 0 ? frameSeconds : std::min(time - steppedAt_, longestStep);
-    shown->moveCamera(
-        [this, seconds](MapCamera& camera) { camera.advance(animated_ ? seconds : longestAnimation); });
+    shown->advance(animated_ ? seconds : longestAnimation);
   }
   stale_ = false;
   const bool more = layOut(time) || !frame_.steady || board_->isFading();
-  const bool moves = shown->camera().moving();
+  const bool moves = shown->isMoving();
   steppedAt_ = moves ? time : -1;
   awaited_ = true;
   stepped_ = true;
@@ -173,7 +172,7 @@ bool MapSurface::layOut(double time) {
     Q_EMIT tilesChanged();
   lines_->update(camera);
   lineLayer_.show(frame_, *lines_);
-  const bool resting = !camera.moving() && !gestures_.movesMap();
+  const bool resting = !view()->isMoving() && !gestures_.movesMap();
   const bool more = map_->placeMarkers(resting ? frame_.pixelRatio : 0);
   if (const auto wake = board_->wakeAt())
     retry_.start(static_cast<int>(std::ceil(std::clamp(*wake - time, 0.0, 3600.0) * 1000)));

@@ -197,7 +197,7 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
   // Moving the map moves their origin alone, until that is far away.
   const QPointF away = moved - middle;
   if (placedZoom_ != camera.zoom() || std::hypot(away.x(), away.y()) > furthestOrigin ||
-      (onWhole && !placedOnPixels_)) {
+      (onWhole && !placedOnPixels_) || std::exchange(placedGliding_, map->isGliding()) || map->isGliding()) {
     origin_ = camera.centre();
     moved = middle;
     placedZoom_ = camera.zoom();
@@ -205,7 +205,7 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
     for (const auto& marker : markers_.items()) {
       const auto* const view = marker ? marker->as<MapAnnotationView>() : nullptr;
       if (!view || !view->annotation()) continue;
-      const ScreenPoint at = camera.screenPoint(project(view->annotation()->coordinate()));
+      const ScreenPoint at = camera.screenPoint(map->placeOf(*view->annotation()));
       const ScreenPoint offset = view->centerOffset();
       const QPointF place = QPointF(at.x + offset.x, at.y + offset.y) - middle;
       const bool nearby = std::abs(place.x()) < camera.width() / 2 + furthestOrigin + margin &&

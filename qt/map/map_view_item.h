@@ -146,6 +146,7 @@ class MapViewItem : public fleetor::ComponentItem {
   WorldPoint origin_;       // of markerOrigin_
   double placedZoom_ = -1;  // for which the markers were placed; below 0: none yet
   bool placedOnPixels_ = false;
+  bool placedGliding_ = false;
   QPointF markerOrigin_;
   MapMarkerModel::Items touchable_;  // by their indices in stacks_
   MarkerStacks stacks_;

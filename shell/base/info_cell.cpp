@@ -34,6 +34,9 @@ ContactPicture pictureOf(Contact contact) {
 InfoTableViewCell::InfoTableViewCell(std::string reuseIdentifier)
     : TableViewCell(std::move(reuseIdentifier)) {
   outlet("linkImageView", linkImageView_);
+  outlet("pictureImageView", pictureImageView_);
+  outlet("noteLabel", noteLabel_);
+  outlet("noteImageView", noteImageView_);
   setSelectable(false);
 }
 

@@ -17,7 +17,8 @@ struct InfoRow {
 };
 
 /// The row kind "InfoCell" of the client's lists: a value over its caption, which can be copied.
-/// "linkImageView" shows what a tap does, where it does something, and has its name.
+/// Where they are set: "pictureImageView" shows what the row is about, "noteLabel" is a note on the value and
+/// "noteImageView" its mark, and "linkImageView" shows what a tap does, and has its name.
 class InfoTableViewCell final : public TableViewCell {
  public:
   explicit InfoTableViewCell(std::string reuseIdentifier);
@@ -26,10 +27,16 @@ class InfoTableViewCell final : public TableViewCell {
   void link(const std::string& image, std::string name, std::function<void()> action);
 
   ImageView& linkImageView() { return linkImageView_; }
+  ImageView& pictureImageView() { return pictureImageView_; }
+  Label& noteLabel() { return noteLabel_; }
+  ImageView& noteImageView() { return noteImageView_; }
   std::string copiedText() const override { return textLabel().text(); }
 
  private:
   ImageView linkImageView_;
+  ImageView pictureImageView_;
+  Label noteLabel_;
+  ImageView noteImageView_;
 };
 
 void registerInfoCell(TableView& tableView);

@@ -57,13 +57,14 @@ int differences(const QImage& a, const QImage& b) {
 }
 
 TEST(Images, OfAllNamesDrawSomethingOnATransparentGround) {
-  for (const QString name :
-       {"NavMenu",        "NavBack",          "NavDate",          "NavShadow",       "BtnLogout",
-        "BtnAccount",     "BtnAbout",         "BtnVehicles",      "BtnMapType",      "BtnMapTypeSelected",
-        "BtnZoomIn",      "BtnZoomOut",       "BtnWholeTrack",    "TabInfo",         "TabLive",
-        "TabMap",         "TabRoute",         "TabAbout",         "TabInfoSelected", "TabLiveSelected",
-        "TabMapSelected", "TabRouteSelected", "TabAboutSelected", "RowDuration",     "RowDistance",
-        "flag",           "parking",          "fleetor"}) {
+  const QString names =
+      "NavMenu NavBack NavDate NavShadow BtnLogout BtnAccount BtnAbout BtnVehicles BtnMapType "
+      "BtnMapTypeSelected BtnZoomIn BtnZoomOut BtnWholeTrack TabInfo TabLive TabMap TabRoute "
+      "TabAbout TabInfoSelected TabLiveSelected TabMapSelected TabRouteSelected "
+      "TabAboutSelected RowDuration RowDistance BtnCentre BtnCentreSelected RowSpeed RowEngine "
+      "RowCompass RowCourse RowPlace RowPower RowTemperature RowFuel AgeFresh AgeLate AgeOld "
+      "flag parking fleetor";
+  for (const QString& name : names.split(' ')) {
     const QImage image = drawn(name);
     QImage empty(image.size(), image.format());
     empty.fill(Qt::transparent);

@@ -38,6 +38,8 @@ class VirtualQueues final : public Queues, public Clock {
 
   Date now() const override { return start_ + std::chrono::duration_cast<Date::duration>(elapsed_); }
 
+  std::chrono::duration<double> uptime() const override { return elapsed_; }
+
   std::string day(Date moment) const override {
     const std::time_t seconds = std::chrono::system_clock::to_time_t(moment);
     std::tm parts{};

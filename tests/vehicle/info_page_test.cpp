@@ -1,4 +1,7 @@
+#include <tuple>
+
 #include "lone_page.h"
+#include "shell/base/info_cell.h"
 
 namespace fleetor::test {
 namespace {
@@ -42,6 +45,50 @@ TEST_F(InfoPage, IgnoresErrorsOtherVehiclesAndWhatComesWhileItIsHidden) {
   hide();
   poll(record(7));
   EXPECT_EQ(page->live(), shown);
+}
+
+TEST_F(InfoPage, ShowsTheAgeOfTheReadingsBesideTheirTimeAndFadesThemWhenTheyAreOld) {
+  int reloads = 0;
+  const Connection reloaded = table.reloaded.connect([&] { ++reloads; });
+  const auto row = [this](int index) {
+    return std::static_pointer_cast<InfoTableViewCell>(table.cellForRow(index));
+  };
+  poll(record(7));
+  const double start = client.queues.elapsed().count();
+  for (const auto& [seconds, age, mark, isFaded] : {std::tuple{0.0, "now", "AgeFresh", false},
+                                                    {19.9, "now", "AgeFresh", false},
+                                                    {20.1, "20 s", "AgeFresh", false},
+                                                    {29.9, "25 s", "AgeFresh", false},
+                                                    {30.1, "30 s", "AgeLate", false},
+                                                    {59.9, "55 s", "AgeLate", false},
+                                                    {60.1, "1 min", "AgeLate", false},
+                                                    {299, "4 min", "AgeLate", false},
+                                                    {301, "5 min", "AgeOld", true},
+                                                    {3599, "59 min", "AgeOld", true},
+                                                    {7501, "2 h 5 min", "AgeOld", true}}) {
+    client.advance(start + seconds - client.queues.elapsed().count());
+    EXPECT_EQ(row(1)->noteLabel().text(), age);
+    EXPECT_EQ(row(1)->noteImageView().image(), mark) << age;
+    EXPECT_EQ(row(1)->textLabel().faded() && row(9)->textLabel().faded(), isFaded) << age;
+    EXPECT_EQ(row(2)->noteLabel().text(), "");
+  }
+  EXPECT_EQ(reloads, 1 + 9 + 124);  // every 5 seconds, then every minute
+}
+
+TEST_F(InfoPage, UpdatesTheAgeOnlyWhileItIsSeen) {
+  const auto age = [this] {
+    return std::static_pointer_cast<InfoTableViewCell>(table.cellForRow(1))->noteLabel().text();
+  };
+  poll(record(7));
+  for (const bool inBackground : {true, false}) {
+    inBackground ? client.application.didEnterBackground() : hide();
+    const std::string before = age();
+    client.advance(3600);
+    EXPECT_EQ(client.queues.waiting(), 0u);
+    EXPECT_EQ(age(), before);
+    inBackground ? client.application.willEnterForeground() : show();
+    EXPECT_EQ(age(), inBackground ? "1 h 0 min" : "2 h 0 min");
+  }
 }
 
 }  // namespace

@@ -13,9 +13,10 @@ class LivePage : public LonePage<LiveDetailViewController> {
   }
 
   /// The vehicle is that many metres north of where it started.
-  void postAt(double metres, const std::string& direction = "270", std::int64_t vehicleId = 7) {
+  void postAt(double metres, const std::string& direction = "270", std::int64_t vehicleId = 7,
+              const std::string& datetime = "08:00:15") {
     auto live = std::make_shared<Live>();
-    live->datetime = "08:00:15";
+    live->datetime = datetime;
     live->street = "Long Street 5";
     live->vehicles.vehicleId = vehicleId;
     live->vehicles.icon = "bus";
@@ -89,6 +90,35 @@ TEST_F(LivePage, IsCoveredUntilTheFirstPositionAndFollowsThePagerMeanwhile) {
   EXPECT_NEAR(metresNorth(), 0, 1);
   client.application.didEnterBackground();
   EXPECT_TRUE(isWaiting());
+}
+
+TEST_F(LivePage, FollowsTheVehicleUnlessTheUserHasUnlockedIt) {
+  postAt(0);
+  page->followButton().tap();
+  postAt(300);
+  EXPECT_EQ(drawn(), "bus, 2");
+  EXPECT_NEAR(metresNorth(), 0, 1);
+  page->followButton().tap();
+  map.moveCamera([](MapCamera& camera) { camera.advance(10); });
+  EXPECT_NEAR(metresNorth(), 300, 1);
+  postAt(600);
+  EXPECT_NEAR(metresNorth(), 600, 1);
+  page->followButton().tap();
+  client.application.didEnterBackground();
+  EXPECT_TRUE(page->followButton().selected()) << "a new trail begins";
+}
+
+TEST_F(LivePage, ReportsHowLongTheVehicleHasSentNothingNew) {
+  auto& noReport = page->status().noReportLabel();
+  for (int i = 0; i < 9; ++i) {
+    EXPECT_EQ(noReport.text(), "");
+    postAt(0);
+    client.advance(15);
+  }
+  EXPECT_EQ(noReport.text(), "no new report for 2 min");
+  EXPECT_EQ(page->status().ageLabel().text(), "now");
+  postAt(0, "270", 7, "08:02:30");
+  EXPECT_EQ(noReport.text(), "");
 }
 
 TEST_F(LivePage, KeepsAnOpenCalloutAtTheNextPosition) {

@@ -17,10 +17,15 @@ class Label : public Component {
   const std::string& text() const { return text_; }
   void setText(std::string text) { assign(text_, std::move(text)); }
 
+  /// Whether it is drawn in a weaker colour, because its text may no longer be true.
+  bool faded() const { return faded_; }
+  void setFaded(bool faded) { assign(faded_, faded); }
+
   std::string accessibleName() const override { return text_; }
 
  private:
   std::string text_;
+  bool faded_ = false;
 };
 
 class ImageView : public Component {
@@ -29,8 +34,12 @@ class ImageView : public Component {
   const std::string& image() const { return image_; }
   void setImage(std::string name) { assign(image_, std::move(name)); }
 
+  double rotation() const { return rotation_; }  ///< degrees, clockwise
+  void setRotation(double degrees) { assign(rotation_, degrees); }
+
  private:
   std::string image_;
+  double rotation_ = 0;
 };
 
 class ActivityIndicator : public Component {

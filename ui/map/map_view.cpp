@@ -1,6 +1,7 @@
 #include "ui/map/map_view.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace fleetor {
@@ -113,6 +114,7 @@ void MapView::removeAnnotations(const MapAnnotations& annotations) {
     removed = true;
     removedSelected |= annotation == selected_;
     if (annotation == current_) current_ = nullptr;
+    if (glide_ && annotation == glide_->annotation) glide_.reset();
     if (const auto view = std::move(found->second)) {
       view->setAnnotation(nullptr);
       if (!view->reuseIdentifier().empty()) reusable_[view->reuseIdentifier()].push_back(view);
@@ -127,10 +129,32 @@ void MapView::removeAnnotations(const MapAnnotations& annotations) {
 
 void MapView::replaceAnnotations(const MapAnnotations& annotations) {
   const std::string subject = selected_ ? selected_->subject() : "";
+  const auto isGlider = [this](const auto& each) {
+    return !glidingSubject_.empty() && each->subject() == glidingSubject_;
+  };
+  const auto before = std::ranges::find_if(annotations_, isGlider);
+  const auto after = std::ranges::find_if(annotations, isGlider);
+  std::optional<Glide> glide;
+  if (before != annotations_.end() && after != annotations.end()) glide = Glide{*after, placeOf(**before)};
   removeAnnotations(annotations_);
+  glide_ = std::move(glide);
   addAnnotations(annotations);
   const auto successor = std::ranges::find(annotations, subject, &MapAnnotation::subject);
   if (!subject.empty() && successor != annotations.end()) selectAnnotation(*successor);
+}
+
+WorldPoint MapView::placeOf(const MapAnnotation& annotation) const {
+  const WorldPoint to = project(annotation.coordinate());
+  if (!glide_ || glide_->annotation.get() != &annotation) return to;
+  const double left = 1 - MapCamera::easedOut(glide_->elapsed / MapCamera::shortJourney);
+  const double way = glide_->from.x - to.x;
+  return {to.x + (way - std::round(way)) * left, to.y + (glide_->from.y - to.y) * left};
+}
+
+void MapView::advance(double seconds) {
+  if (glide_ && (glide_->elapsed += seconds) >= MapCamera::shortJourney) glide_.reset();
+  camera_.advance(seconds);
+  cameraChanged.emit();
 }
 
 std::shared_ptr<MapAnnotationView> MapView::viewForAnnotation(const MapAnnotation& annotation) const {

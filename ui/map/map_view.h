@@ -2,8 +2,10 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "map/camera.h"
@@ -97,6 +99,17 @@ class MapView : public Component {
   /// Removes all and adds these. An open callout moves to the first of these that has the same subject.
   void replaceAnnotations(const MapAnnotations& annotations);
 
+  /// From now on an annotation of that subject glides to the place of the one that replaces it, in step with
+  /// a camera that follows it. Both move as the map is advanced.
+  void setGlidingSubject(std::string subject) { glidingSubject_ = std::move(subject); }
+
+  /// Where the marker of an annotation on this map is at this moment.
+  WorldPoint placeOf(const MapAnnotation& annotation) const;
+  bool isGliding() const { return glide_.has_value(); }
+
+  bool isMoving() const { return camera_.moving() || isGliding(); }
+  void advance(double seconds);  ///< what moves, by one frame
+
   /// Makes the missing markers of these annotations, which are on this map and about to be drawn.
   void needViews(const MapAnnotations& annotations);
 
@@ -132,6 +145,12 @@ class MapView : public Component {
   Signal<> overlaysChanged;
 
  private:
+  struct Glide {
+    std::shared_ptr<MapAnnotation> annotation;
+    WorldPoint from;
+    double elapsed = 0;
+  };
+
   void fit(const std::vector<Coordinate>& coordinates, bool animated);
   bool isCrowded() const { return annotations_.size() > crowd; }
   void makeViews(const MapAnnotations& annotations);
@@ -146,6 +165,8 @@ class MapView : public Component {
   std::map<std::string, MapAnnotationViews> reusable_;
   std::shared_ptr<MapAnnotation> selected_;
   std::shared_ptr<MapAnnotation> current_;
+  std::string glidingSubject_;
+  std::optional<Glide> glide_;
   std::vector<std::shared_ptr<MapPolyline>> overlays_;
   std::unordered_map<const MapPolyline*, std::shared_ptr<MapPolylineRenderer>> renderers_;
 };

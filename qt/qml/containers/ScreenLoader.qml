@@ -19,8 +19,8 @@ FocusScope {
             MenuVC: "MenuScreen.qml",
             AccountVC: "AccountScreen.qml",
             AboutVC: "AboutScreen.qml",
-            InfoDetailVC: "TablePage.qml",
-            LiveDetailVC: "MapPage.qml",
+            InfoDetailVC: "InfoPage.qml",
+            LiveDetailVC: "LivePage.qml",
             MapDetailVC: "DayMapPage.qml",
             RouteDetailVC: "TripsPage.qml",
             AboutDetailVC: "VehicleAboutPage.qml"

@@ -2,7 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// A value over its caption. Where a tap does something, the value is coloured and a picture at the end tells what.
+// A value over its caption; before it a picture of what it is, where there is room, and after it a note on it. Where a tap
+// does something, the value is coloured and a picture at the end tells what.
 RowBody {
     id: row
 
@@ -10,7 +11,7 @@ RowBody {
     readonly property LabelItem caption: cell?.outlet("detailTextLabel") as LabelItem
     readonly property ImageViewItem link: cell?.outlet("linkImageView") as ImageViewItem
 
-    spoken: captionText.text + ": " + valueText.text
+    spoken: captionText.text + ": " + valueText.text + (note.visible ? ", " + note.words : "")
     hint: link?.accessibleName ?? ""
 
     // Even in the smallest letters the value does not fit one line: it takes more.
@@ -39,9 +40,9 @@ RowBody {
     Column {
         id: lines
         anchors.left: parent.left
-        anchors.leftMargin: Theme.margin
+        anchors.leftMargin: Theme.margin + (symbol.visible ? 62 : 0) // where the text of a vehicle's row begins
         anchors.right: picture.visible ? picture.left : parent.right
-        anchors.rightMargin: picture.visible ? 12 : Theme.margin
+        anchors.rightMargin: picture.visible ? 12 : Theme.margin + (note.visible ? note.width + 8 : 0)
         anchors.verticalCenter: parent.verticalCenter
         spacing: Math.round(Math.min(0, 1.2 * Theme.smallSize - metrics.height)) // the rows are low, and some typefaces tall
 
@@ -50,9 +51,9 @@ RowBody {
             text: row.value?.text ?? ""
             wraps: Theme.large || row.overflows
             mostLines: 4
-            color: picture.visible ? Theme.accent : Theme.text
             fontSizeMode: wraps ? Text.FixedSize : Text.HorizontalFit
             minimumPixelSize: 12
+            color: row.value?.faded ? Theme.secondaryText : picture.visible ? Theme.accent : Theme.text
             font.weight: Font.Medium
         }
         RowText {
@@ -62,5 +63,24 @@ RowBody {
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize
         }
+    }
+
+    AgeMark {
+        id: note
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        anchors.verticalCenter: parent.verticalCenter
+        age: row.cell?.outlet("noteLabel") as LabelItem
+        mark: row.cell?.outlet("noteImageView") as ImageViewItem
+    }
+
+    Image {
+        id: symbol
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.margin + 13
+        anchors.verticalCenter: parent.verticalCenter
+        visible: source != "" && !(Theme.large && row.width < 480)
+        source: (row.cell?.outlet("pictureImageView") as ImageViewItem)?.source ?? ""
+        sourceSize { width: 22; height: 22 }
     }
 }

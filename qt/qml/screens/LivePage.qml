@@ -1,0 +1,36 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// The live map, with the button that lets it follow the vehicle and a card about the latest record.
+FocusScope {
+    id: root
+
+    required property ViewControllerItem screen
+
+    MapButton {
+        anchors.left: parent.left
+        anchors.leftMargin: page.space
+        y: page.space
+        z: 1
+        visible: !page.covered
+        button: root.screen.outlet("followButton") as ButtonItem
+        checked: button?.selected ?? false
+        Accessible.checkable: true
+    }
+
+    MapPage {
+        id: page
+        anchors.fill: parent
+        screen: root.screen
+        focus: true
+    }
+
+    StatusCard {
+        anchors.left: parent.left
+        anchors.leftMargin: page.space
+        y: page.lowest - height - page.space
+        screen: root.screen
+        widest: parent.width - 2 * page.space - (page.roomy ? page.buttonStrip : 0)
+    }
+}

@@ -1,0 +1,108 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "support/client.h"
+#include "vehicle/watch/reading_series.h"
+
+namespace fleetor::test {
+namespace {
+
+/// A signed-in phone with the second vehicle open.
+class Watch : public testing::Test {
+ protected:
+  Watch() {
+    client.start();
+    client.transport.answer("/live", [this](const HttpRequest& request) {
+      return std::optional(liveReply(numberOf(request.url, "vehid"), speed, lat));
+    });
+    client.transport.answer("/map", mapReply({"Parking"}));
+    pager = client.open(1);
+  }
+
+  std::string status() {
+    auto& page = *client.find<InfoDetailViewController>();
+    const auto text = [&page](const char* name) {
+      return dynamic_cast<Label&>(*page.findOutlet(name)).text();
+    };
+    return text("speedLabel") + text("speedUnitLabel") + " " + text("motionLabel") + " " +
+           text("motionSinceLabel");
+  }
+  void show(int tab) {
+    pager->pagesTabBar().tap(tab);
+    client.settle();
+  }
+
+  Client client;
+  VehicleViewController* pager = nullptr;
+  int speed = 57;
+  std::string lat = "50.06";
+};
+
+TEST_F(Watch, ShowsSinceWhenTheVehicleDrivesOrStandsAsFarAsItWasSeen) {
+  EXPECT_EQ(status(), "57km/h Driving ");
+  client.advance(75);
+  EXPECT_EQ(status(), "57km/h Driving for over 1 min");
+  speed = 0;
+  client.advance(15);
+  EXPECT_EQ(status(), "0km/h Standing ");
+  client.advance(125);
+  EXPECT_EQ(status(), "0km/h Standing for 2 min");
+  client.transport.leaveOpen("/live");
+  client.advance(90);
+  EXPECT_EQ(status(), "0km/h  ") << "what it does now is not known";
+  client.transport.answer("/live", liveReply(2, 0));
+  client.transport.answerOpen("/live", liveReply(2, 0));
+  client.advance(61);
+  EXPECT_EQ(status(), "0km/h Standing for over 1 min") << "it may have driven meanwhile";
+}
+
+TEST_F(Watch, TakesTheBeginningOfAStopFromTheDaysTrackWhereThatEndsWithIt) {
+  const auto at =
+      dynamic_cast<ImageView&>(*client.find<InfoDetailViewController>()->findOutlet("courseImageView"))
+          .rotation();
+  EXPECT_EQ(at, 270);
+  for (const auto& [kmh, place, expected] : {std::tuple{57, "50.00", "57km/h Driving for over 1 min"},
+                                             {0, "50.06", "0km/h Standing for 1 min"},
+                                             {0, "50.00", "0km/h Standing for 2 min"}}) {
+    speed = kmh;
+    lat = place;
+    client.advance(75);
+    show(2);
+    show(0);
+    client.advance(15);
+    EXPECT_EQ(status(), expected) << place;
+  }
+}
+
+TEST(ReadingSeries, KeepsADayInFewPointsAndTheExtremesAmongThem) {
+  ReadingSeries series;
+  for (int i = 0; i < 6000; ++i) {
+    const float value = i == 400 ? 99.0f : i == 401 ? -9.0f : static_cast<float>(i % 7);
+    series.add(15 * i, value, "V");
+    ASSERT_LE(series.points().size(), ReadingSeries::most);
+  }
+  const auto& points = series.points();
+  EXPECT_LE(points.back().seconds - points.front().seconds, ReadingSeries::longest);
+  EXPECT_GT(points.back().seconds - points.front().seconds, ReadingSeries::longest - 300);
+  EXPECT_TRUE(std::ranges::is_sorted(points, {}, &ReadingSeries::Point::seconds));
+  const auto [lowest, highest] = std::ranges::minmax(points, {}, &ReadingSeries::Point::value);
+  EXPECT_EQ(lowest.value, -9);
+  EXPECT_EQ(highest.value, 99);
+  series.add(15 * 6000, 12, "%");
+  EXPECT_EQ(series.points().size(), 1u) << "volts and percent are not one line";
+}
+
+TEST(ReadingSeries, StoresAValueThatStaysTheSameAsTwoPointsAndMarksGaps) {
+  ReadingSeries series;
+  for (int i = 0; i < 100; ++i)
+    series.add(15 * i, 3, "");
+  EXPECT_EQ(series.points().size(), 2u);
+  series.add(15 * 99 + 61, 3, "");
+  ASSERT_EQ(series.points().size(), 4u);
+  EXPECT_TRUE(std::isnan(series.points()[2].value));
+}
+
+}  // namespace
+}  // namespace fleetor::test

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "model/vehicle_records.h"
+#include "platform/clock.h"
+#include "vehicle/watch/reading_series.h"
+
+namespace fleetor {
+
+struct DayPoints;
+
+/// The readings that are numbers.
+enum class Reading { speed, rpm, powerSupply, temp, fuel };
+
+/// What this client has seen of one vehicle while it watched: its readings, and whether it drives or stands.
+/// Only numbers that are wholly understood count. In memory only. Main thread only.
+class VehicleWatch {
+ public:
+  using Uptime = std::chrono::duration<double>;
+
+  struct Motion {
+    bool drives = false;
+    Uptime since{};             ///< by the stopwatch
+    bool seenToBegin = false;   ///< false: it may have begun earlier
+    std::string reportedSince;  ///< "14:05" in the service's time where the day's track tells, or empty
+  };
+
+  /// The clock outlives the watch.
+  explicit VehicleWatch(const Clock& clock) : clock_(clock) {}
+
+  void received(const Live& live);
+
+  /// The track of that day, "yyyy-MM-dd": where it ends with a stop at which the vehicle still stands, that
+  /// is since when.
+  void received(const DayPoints& points, const std::string& day);
+
+  /// None while the vehicle's speed is not known, or was not for a minute.
+  const std::optional<Motion>& motion() const { return motion_; }
+  const ReadingSeries& series(Reading reading) const { return series_[static_cast<std::size_t>(reading)]; }
+
+ private:
+  const Clock& clock_;
+  std::optional<Uptime> seen_;
+  std::optional<Live> last_;
+  std::optional<Motion> motion_;
+  std::array<ReadingSeries, 5> series_;
+};
+
+}  // namespace fleetor
