@@ -36,7 +36,7 @@ std::pair<int, int> copiesIn(const WorldRect& view, double left, double right) {
 
 /// Liang and Barsky's: what of a segment lies in the window.
 std::optional<TrackCutter::Segment> clipped(const TrackCutter::Segment& segment, const WorldRect& window) {
-  const auto [from, to] = segment;
+  const auto& [from, to, first, last] = segment;
   const double dx = to.x - from.x;
   const double dy = to.y - from.y;
   double enters = 0;
@@ -55,7 +55,9 @@ std::optional<TrackCutter::Segment> clipped(const TrackCutter::Segment& segment,
   against(dy, window.bottom - from.y);
   if (enters >= leaves) return std::nullopt;
   return TrackCutter::Segment{{from.x + dx * enters, from.y + dy * enters},
-                              {from.x + dx * leaves, from.y + dy * leaves}};
+                              {from.x + dx * leaves, from.y + dy * leaves},
+                              first,
+                              last};
 }
 
 }  // namespace
@@ -66,49 +68,54 @@ TrackCutter::TrackCutter(int level)
 TrackCutter TrackCutter::continued() const {
   TrackCutter next(scale_, reach_);
   next.last_ = last_;
+  next.lastPoint_ = lastPoint_;
   next.stretch_ = stretch_;
   return next;
 }
 
-void TrackCutter::keep(WorldPoint vertex) {
+void TrackCutter::keep(WorldPoint vertex, std::size_t index) {
+  const auto point = static_cast<std::uint32_t>(index);
   const auto isFar = [&](WorldPoint from) {
     return std::abs(vertex.x - from.x) > reach_ || std::abs(vertex.y - from.y) > reach_;
   };
   if (!last_) {
-    start(vertex);
+    start(vertex, point);
   } else if (isFar(*last_)) {
     close();
-    longSegments_.push_back({*last_, vertex});
-    start(vertex);
+    longSegments_.push_back({*last_, vertex, lastPoint_, point});
+    start(vertex, point);
   } else {
     if (isFar(stretch_.origin)) {
       close();
-      start(*last_);
+      start(*last_, lastPoint_);
     }
-    add(vertex);
+    add(vertex, point);
     if (stretch_.vertices.size() == verticesOfChunk) {
       close();
-      start(vertex);
+      start(vertex, point);
     }
   }
   last_ = vertex;
+  lastPoint_ = point;
 }
 
 void TrackCutter::close() {
   if (stretch_.vertices.size() > 1) chunks_.push_back(std::make_shared<const TrackChunk>(stretch_));
 }
 
-void TrackCutter::start(WorldPoint vertex) {
+void TrackCutter::start(WorldPoint vertex, std::uint32_t point) {
   stretch_.origin = vertex;
   stretch_.bounds = {vertex.x, vertex.y, vertex.x, vertex.y};
   stretch_.vertices.assign(1, {0, 0});
+  stretch_.points.assign(1, point);
 }
 
-void TrackCutter::add(WorldPoint vertex) {
+void TrackCutter::add(WorldPoint vertex, std::uint32_t point) {
   const WorldPoint offset = offsetInPoints(stretch_.origin, vertex, scale_);
   const TrackVertex rounded{static_cast<float>(offset.x), static_cast<float>(offset.y)};
   if (rounded == stretch_.vertices.back()) return;
   stretch_.vertices.push_back(rounded);
+  stretch_.points.push_back(point);
   WorldRect& bounds = stretch_.bounds;
   bounds = {std::min(bounds.left, vertex.x), std::min(bounds.top, vertex.y), std::max(bounds.right, vertex.x),
             std::max(bounds.bottom, vertex.y)};
@@ -145,21 +152,21 @@ inline void TrackLevel::Sleeve::take(WorldPoint point) {
 void TrackLevel::catchUp(const TrackPoints& points) {
   if (taken_ >= points.size()) return;
   if (taken_ == 0) {
-    done_.keep(points[0]);
+    done_.keep(points[0], 0);
     sleeve_ = Sleeve(points[0], scale_);
   }
   Sleeve sleeve = sleeve_;  // with its operations inlined, a copy stays in registers: three times as fast
   for (; taken_ < points.size(); ++taken_) {
     const WorldPoint point = points[taken_];
     if (!sleeve.reaches(point)) {
-      done_.keep(sleeve.latest());
+      done_.keep(sleeve.latest(), taken_ - 1);
       sleeve = Sleeve(sleeve.latest(), scale_);
     }
     sleeve.take(point);
   }
   sleeve_ = sleeve;
   tail_ = done_.continued();
-  tail_.keep(sleeve_.latest());
+  tail_.keep(sleeve_.latest(), taken_ - 1);
   tail_.close();
   window_.reset();
 }
@@ -189,19 +196,21 @@ void TrackLevel::cutLongSegments(const WorldRect& window) {
   window_ = window;
   longPieces_.clear();
   for (const TrackCutter* part : {&done_, &tail_}) {
-    for (const auto& [from, to] : part->longSegments()) {
+    for (const auto& [from, to, before, after] : part->longSegments()) {
       const auto [first, last] = copiesIn(window, std::min(from.x, to.x), std::max(from.x, to.x));
       for (int copy = first; copy <= last; ++copy) {
-        const auto inWindow = clipped({{from.x + copy, from.y}, {to.x + copy, to.y}}, window);
+        const auto inWindow = clipped({{from.x + copy, from.y}, {to.x + copy, to.y}, before, after}, window);
         if (!inWindow) continue;
-        const auto [start, end] = *inWindow;
+        const WorldPoint start = inWindow->from;
+        const WorldPoint end = inWindow->to;
         const WorldPoint offset = offsetInPoints(start, end, scale_);
         const TrackVertex vertex{static_cast<float>(offset.x), static_cast<float>(offset.y)};
         if (vertex != TrackVertex{}) {
           const WorldRect bounds{std::min(start.x, end.x), std::min(start.y, end.y), std::max(start.x, end.x),
                                  std::max(start.y, end.y)};
-          longPieces_.push_back(
-              {std::make_shared<const TrackChunk>(TrackChunk{start, bounds, {TrackVertex{}, vertex}}), 0});
+          longPieces_.push_back({std::make_shared<const TrackChunk>(
+                                     TrackChunk{start, bounds, {TrackVertex{}, vertex}, {before, after}}),
+                                 0});
         }
       }
     }

@@ -12,6 +12,8 @@ class TrackCutter {
   struct Segment {
     WorldPoint from;
     WorldPoint to;
+    std::uint32_t first = 0;  ///< the point that it comes from; the next vertex is `last`
+    std::uint32_t last = 0;
   };
 
   explicit TrackCutter(int level);
@@ -19,7 +21,8 @@ class TrackCutter {
   /// One that goes on from the stretch under way, with nothing finished.
   TrackCutter continued() const;
 
-  void keep(WorldPoint vertex);
+  /// The vertex is that point of the line.
+  void keep(WorldPoint vertex, std::size_t point);
   /// Finishes the stretch under way.
   void close();
 
@@ -28,12 +31,13 @@ class TrackCutter {
 
  private:
   TrackCutter(double scale, double reach) : scale_(scale), reach_(reach) {}
-  void start(WorldPoint vertex);
-  void add(WorldPoint vertex);
+  void start(WorldPoint vertex, std::uint32_t point);
+  void add(WorldPoint vertex, std::uint32_t point);
 
   double scale_;  ///< points for one world unit
   double reach_;  ///< world units: how far a stretch may go from its origin
   std::optional<WorldPoint> last_;
+  std::uint32_t lastPoint_ = 0;
   TrackChunk stretch_;
   std::vector<std::shared_ptr<const TrackChunk>> chunks_;
   std::vector<Segment> longSegments_;

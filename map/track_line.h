@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -44,6 +45,7 @@ struct TrackChunk {
   WorldPoint origin;
   WorldRect bounds;
   std::vector<TrackVertex> vertices;
+  std::vector<std::uint32_t> points;  ///< which of the line's points each vertex is
 };
 
 /// A chunk, to be drawn `shift` worlds east of its origin.

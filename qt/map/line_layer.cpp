@@ -73,7 +73,7 @@ void LineLayer::show(const MapFrame& frame, const MapLines& lines) {
                      wholeInPixels(frame.size.height()) + 2 * margin.height());
   const QSizeF pixels = whole * frame.pixelRatio;
   const bool moves = lines_ == &lines && drawn_.camera.centre != frame.camera.centre;
-  const bool keep = frame.steady && (kept_ || moves) &&
+  const bool keep = frame.steady && (kept_ || moves) && !lines.progressed() &&
                     std::max(pixels.width(), pixels.height()) <= longestSide &&
                     pixels.width() * pixels.height() <= mostPixels &&
                     lines.pixels() > frame.size.width() * frame.size.height() * fewPixels;

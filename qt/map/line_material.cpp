@@ -17,10 +17,13 @@ struct LineUniforms {
   float casingWidth;
   float pixel;
   float scale;
+  float strongUntil;
+  float faintness;
 };
 
 constexpr float casingWidth = 1;  // points, on each side
 constexpr float casingOpacity = 0.55F;
+constexpr float faintness = 0.4F;
 constexpr double lightLine = 0.75;  // luma above which the casing is dark
 
 class LineShader final : public QSGMaterialShader {
@@ -47,6 +50,8 @@ class LineShader final : public QSGMaterialShader {
     uniforms.casingWidth = casingWidth;
     uniforms.pixel = style.pixel;
     uniforms.scale = style.scale;
+    uniforms.strongUntil = style.strongUntil;
+    uniforms.faintness = faintness;
     std::memcpy(state.uniformData()->data(), &uniforms, sizeof uniforms);
     return true;
   }
@@ -81,8 +86,10 @@ const QSGGeometry::AttributeSet& LineMaterial::attributes() {
                                                       QSGGeometry::UnknownAttribute),
       QSGGeometry::Attribute::createWithAttributeType(2, 1, QSGGeometry::FloatType,
                                                       QSGGeometry::UnknownAttribute),
+      QSGGeometry::Attribute::createWithAttributeType(3, 1, QSGGeometry::FloatType,
+                                                      QSGGeometry::UnknownAttribute),
   };
-  static const QSGGeometry::AttributeSet set{3, sizeof(LineVertex), list};
+  static const QSGGeometry::AttributeSet set{4, sizeof(LineVertex), list};
   return set;
 }
 

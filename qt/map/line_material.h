@@ -13,18 +13,22 @@ struct LineVertex {
   float y = 0;
   float outwardsX = 0;  ///< to the edge of a line of half width 1
   float outwardsY = 0;
-  float side = 0;  ///< -1 or 1: which edge
+  float side = 0;   ///< -1 or 1: which edge
+  float point = 0;  ///< which of the line's points
 };
 
 /// A line of any width with smooth edges, whatever the zoom at which its vertices were made, in a thin casing
 /// that sets it off from streets and aerial pictures. Render thread.
 class LineMaterial final : public QSGMaterial {
  public:
+  static constexpr float everyPoint = 1e9F;
+
   struct Style {
     QColor color;
-    float halfWidth = 1;  ///< points
-    float pixel = 1;      ///< points
-    float scale = 1;      ///< points for one unit of the vertices
+    float halfWidth = 1;             ///< points
+    float pixel = 1;                 ///< points
+    float scale = 1;                 ///< points for one unit of the vertices
+    float strongUntil = everyPoint;  ///< the last of the line's points up to which it is not faint
 
     friend bool operator==(const Style&, const Style&) = default;
   };

@@ -1,6 +1,7 @@
 #include "qt/map/line_node.h"
 
 #include <QMatrix4x4>
+#include <algorithm>
 #include <cmath>
 
 #include "qt/map/map_frame.h"
@@ -20,7 +21,7 @@ LineDirection directionOf(const TrackVertex& from, const TrackVertex& to) {
   const float x = to.x - from.x;
   const float y = to.y - from.y;
   const float length = std::hypot(x, y);
-  return {x / length, y / length};
+  return length > 0 ? LineDirection{x / length, y / length} : LineDirection{};
 }
 
 class StripWriter {
@@ -28,10 +29,14 @@ class StripWriter {
   explicit StripWriter(LineVertex* out) : out_(out) {}
 
   /// Both edges at a point; along moves them on in the direction of the line, in half widths.
-  void pair(const TrackVertex& at, LineDirection direction, float across, float along) {
+  void pair(const TrackVertex& at, LineDirection direction, float across, float along, float point) {
     for (const float side : {-1.0F, 1.0F})
-      *out_++ = {at.x, at.y, -direction.y * across * side + direction.x * along,
-                 direction.x * across * side + direction.y * along, side};
+      *out_++ = {at.x,
+                 at.y,
+                 -direction.y * across * side + direction.x * along,
+                 direction.x * across * side + direction.y * along,
+                 side,
+                 point};
   }
 
  private:
@@ -56,7 +61,8 @@ QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk) {
   auto* geometry = new QSGGeometry(LineMaterial::attributes(), static_cast<int>(2 * pairs));
   geometry->setDrawingMode(QSGGeometry::DrawTriangleStrip);
   StripWriter strip(static_cast<LineVertex*>(geometry->vertexData()));
-  strip.pair(points.front(), directions.front(), 1, -1);
+  const auto point = [&chunk](std::size_t vertex) { return static_cast<float>(chunk.points[vertex]); };
+  strip.pair(points.front(), directions.front(), 1, -1, point(0));
   // A gentle turn is a mitre: its pair lies across the mean direction, further out by 1 / cos(turn / 2), so
   // that both edges keep their distance from the line. At a sharp turn both segments end in a straight cap.
   for (std::size_t i = 1; i + 1 < points.size(); ++i) {
@@ -65,15 +71,15 @@ QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk) {
     const float cosine = before.x * after.x + before.y * after.y;
     if (cosine < sharpTurn) {
       const float over = cosine < 0 ? 1.0F : 0.5F;  // of the caps: they cover the outside of the turn
-      strip.pair(points[i], before, 1, over);
-      strip.pair(points[i], after, 1, -over);
+      strip.pair(points[i], before, 1, over, point(i));
+      strip.pair(points[i], after, 1, -over, point(i));
     } else {
       const float half = std::sqrt((1 + cosine) / 2);  // cos(turn / 2)
       const LineDirection middle{(before.x + after.x) / (2 * half), (before.y + after.y) / (2 * half)};
-      strip.pair(points[i], middle, 1 / half, 0);
+      strip.pair(points[i], middle, 1 / half, 0, point(i));
     }
   }
-  strip.pair(points.back(), directions.back(), 1, 1);
+  strip.pair(points.back(), directions.back(), 1, 1, point(points.size() - 1));
 
   auto* node = new QSGGeometryNode;
   node->setGeometry(geometry);
@@ -108,12 +114,55 @@ void LineNode::takePieces(const DrawnLine& line, WorldPoint origin) {
     delete gone.place;
 }
 
+// Vertices are left out where the line is nearly straight, so the place lies between two of them.
+float LineNode::drawTip(const DrawnLine& line, const LineProgress& progress) {
+  if (!tip_) {
+    tip_ = new QSGGeometryNode;
+    tip_->setGeometry(new QSGGeometry(LineMaterial::attributes(), 4));
+    tip_->geometry()->setDrawingMode(QSGGeometry::DrawTriangleStrip);
+    tip_->setFlag(OwnsGeometry);
+    tip_->setMaterial(&material_);
+    appendChildNode(tip_);
+  }
+  const double scale = pointsPerWorldUnit(line.level);
+  TrackVertex from;
+  TrackVertex to;
+  float passed = static_cast<float>(progress.passed);
+  for (const auto& [chunk, shift] : line.pieces) {
+    const auto& points = chunk->points;
+    if (progress.passed < points.front() || progress.passed >= points.back()) continue;
+    const auto next = std::ranges::upper_bound(points, progress.passed);
+    const auto vertex = static_cast<std::size_t>(next - points.begin()) - 1;
+    passed = static_cast<float>(points[vertex]);
+    const double east = chunk->origin.x + shift - origin_.x;
+    const double south = chunk->origin.y - origin_.y;
+    const double way = progress.place.x - chunk->origin.x;  // in whatever copy of the world
+    from = {static_cast<float>(east * scale) + chunk->vertices[vertex].x,
+            static_cast<float>(south * scale) + chunk->vertices[vertex].y};
+    to = {static_cast<float>((east + way - std::round(way)) * scale),
+          static_cast<float>((progress.place.y - origin_.y) * scale)};
+    break;
+  }
+  const LineDirection direction = directionOf(from, to);
+  StripWriter strip(static_cast<LineVertex*>(tip_->geometry()->vertexData()));
+  strip.pair(from, direction, 1, -1, 0);
+  strip.pair(to, direction, 1, 1, 0);
+  tip_->markDirty(DirtyGeometry);
+  return passed;
+}
+
 void LineNode::update(const MapFrame& frame, const DrawnLine& line) {
   if (line.version != version_) takePieces(line, frame.camera.centre);
+  if (!line.progress && tip_) {
+    delete tip_;
+    tip_ = nullptr;
+  }
+  const float strongUntil = line.progress ? drawTip(line, *line.progress) : LineMaterial::everyPoint;
 
   const double scale = std::exp2(frame.camera.zoom - level_);
   const LineMaterial::Style style{line.color, static_cast<float>(line.width / 2),
-                                  static_cast<float>(1 / frame.pixelRatio), static_cast<float>(scale)};
+                                  static_cast<float>(1 / frame.pixelRatio), static_cast<float>(scale),
+                                  strongUntil};
   if (style != material_.style) {
     material_.style = style;
     for (const auto& [key, strip] : strips_)

@@ -28,12 +28,15 @@ class LineNode final : public QSGTransformNode {
 
   void takePieces(const DrawnLine& line, WorldPoint origin);
   QSGGeometryNode* makeStrip(const TrackChunk& chunk);
+  /// Draws the way from the last vertex that was passed, and returns which of the line's points that is.
+  float drawTip(const DrawnLine& line, const LineProgress& progress);
 
   LineMaterial material_;
   int level_ = 0;
   std::uint64_t version_ = 0;  // 0: nothing yet
   WorldPoint origin_;
   std::map<Key, Strip> strips_;
+  QSGGeometryNode* tip_ = nullptr;  // while something travels along the line
 };
 
 }  // namespace fleetor

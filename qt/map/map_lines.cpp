@@ -28,7 +28,7 @@ double pixelsOf(const DrawnLine& line) {
   const double scale = pointsPerWorldUnit(line.level);
   double pixels = 0;
   for (const TrackPiece& piece : line.pieces) {
-    const auto& [origin, bounds, vertices] = *piece.chunk;
+    const auto& [origin, bounds, vertices, points] = *piece.chunk;
     const double left = (line.window.left - piece.shift - origin.x) * scale;
     const double right = (line.window.right - piece.shift - origin.x) * scale;
     const double top = (line.window.top - origin.y) * scale;
@@ -68,8 +68,14 @@ void MapLines::setOverlays(const MapView& map) {
   }
 }
 
-void MapLines::update(const MapCamera& camera) {
+void MapLines::update(const MapView& map) {
+  const MapCamera& camera = map.camera();
+  const auto& traveller = map.traveller();
+  progressed_ = false;
   for (DrawnLine& line : drawn_) {
+    std::optional<LineProgress> progress;
+    if (traveller && traveller->line->line() == line.line) progress = {traveller->passed, traveller->place};
+    progressed_ = std::exchange(line.progress, progress) != progress || progressed_;
     if (line.level != TrackLine::levelFor(camera.zoom()) || !contains(line.window, camera.visibleRect()))
       choose(line, camera);
   }

@@ -13,6 +13,14 @@
 
 namespace fleetor {
 
+/// How far along a line something has come.
+struct LineProgress {
+  double passed = 0;  ///< of the line's points
+  WorldPoint place;
+
+  friend bool operator==(const LineProgress&, const LineProgress&) = default;
+};
+
 /// What is drawn of one line.
 struct DrawnLine {
   std::shared_ptr<TrackLine> line;
@@ -21,8 +29,9 @@ struct DrawnLine {
   int level = 0;     ///< of the pieces
   WorldRect window;  ///< all pieces that show in there, in the same copy of the world
   std::vector<TrackPiece> pieces;
-  double pixels = 0;          ///< about what the pieces cost to draw, as points that they fill
-  std::uint64_t version = 0;  ///< changes with the pieces
+  double pixels = 0;                     ///< about what the pieces cost to draw, as points that they fill
+  std::uint64_t version = 0;             ///< changes with the pieces
+  std::optional<LineProgress> progress;  ///< the line is strong until there, and faint beyond
 };
 
 /// Chooses what of the lines on a map is drawn. A long line that needs simplifying for a zoom is simplified
@@ -36,11 +45,13 @@ class MapLines {
 
   /// The overlays of the map have changed.
   void setOverlays(const MapView& map);
-  /// Follows the camera. Costs next to nothing while it stays within what was chosen before.
-  void update(const MapCamera& camera);
+  /// Follows the camera and what travels along a line. Costs next to nothing while the camera stays within
+  /// what was chosen before.
+  void update(const MapView& map);
 
   const std::vector<DrawnLine>& drawn() const { return drawn_; }  ///< lowest first
   std::uint64_t version() const { return versions_; }             ///< changes with anything drawn
+  bool progressed() const { return progressed_; }                 ///< since the update before the last
   double pixels() const;                                          ///< of all lines
 
  private:
@@ -51,6 +62,7 @@ class MapLines {
   std::function<void()> onReady_;
   std::vector<DrawnLine> drawn_;
   std::uint64_t versions_ = 0;
+  bool progressed_ = false;
   std::vector<std::shared_ptr<TrackLine>> underWay_;  // being simplified
   std::shared_ptr<MapLines*> self_;  // shows a simplified line whether this object still exists
 };

@@ -57,6 +57,7 @@ void MapSurface::setMap(MapViewItem* map) {
     lines_->setOverlays(*shown);
     connect(map, &MapViewItem::cameraChanged, this, &MapSurface::redraw);
     connect(map, &MapViewItem::markersChanged, this, &MapSurface::redraw);
+    connect(map, &MapViewItem::travellerChanged, this, &MapSurface::redraw);
     connect(map, &ComponentItem::changed, this, &MapSurface::redraw);
     connect(map, &MapViewItem::overlaysChanged, this, [this] {
       if (const MapView* const now = view()) lines_->setOverlays(*now);
@@ -170,9 +171,10 @@ bool MapSurface::layOut(double time) {
       time);
   if (const std::pair seen(board_->state(), style); std::exchange(tiles_, seen) != seen)
     Q_EMIT tilesChanged();
-  lines_->update(camera);
+  lines_->update(*view());
   lineLayer_.show(frame_, *lines_);
   const bool resting = !view()->isMoving() && !gestures_.movesMap();
+  map_->placeTraveller();
   const bool more = map_->placeMarkers(resting ? frame_.pixelRatio : 0);
   if (const auto wake = board_->wakeAt())
     retry_.start(static_cast<int>(std::ceil(std::clamp(*wake - time, 0.0, 3600.0) * 1000)));

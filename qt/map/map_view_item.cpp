@@ -100,6 +100,10 @@ MapViewItem::MapViewItem(Component& component, Adapters& registry, TileSource& t
   auto& map = *as<MapView>();
   connections_.push_back(map.cameraChanged.connect([this] { Q_EMIT cameraChanged(); }));
   connections_.push_back(map.overlaysChanged.connect([this] { Q_EMIT overlaysChanged(); }));
+  connections_.push_back(map.travellerChanged.connect([this] {
+    travellerStale_ = true;
+    Q_EMIT travellerChanged();
+  }));
   connections_.push_back(map.annotationsChanged.connect([this] {
     markersStale_ = true;
     Q_EMIT markersChanged();
@@ -125,6 +129,19 @@ QString MapViewItem::attribution() const {
 
 QString MapViewItem::noTilesMessage() const {
   return adapters().localized("Map pictures are not available");
+}
+
+bool MapViewItem::travels() const {
+  return read<MapView>([](MapView& c) { return c.traveller().has_value(); });
+}
+
+double MapViewItem::travellerCourse() const {
+  return read<MapView>([](MapView& c) { return c.traveller() ? c.traveller()->course : 0; });
+}
+
+QUrl MapViewItem::travellerImage() const {
+  return read<MapView>(
+      [](MapView& c) { return c.traveller() ? Adapters::imageUrl(c.traveller()->image) : QUrl(); });
 }
 
 MapMarkerItem* MapViewItem::selected() const {
@@ -220,6 +237,19 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
     Q_EMIT markersMoved();
   }
   return !complete_;
+}
+
+void MapViewItem::placeTraveller() {
+  const auto* const map = as<MapView>();
+  if (!map) return;
+  QPointF place;
+  if (const auto& traveller = map->traveller()) {
+    const ScreenPoint at = map->camera().screenPoint(traveller->place);
+    place = {at.x, at.y};
+  }
+  if (!std::exchange(travellerStale_, false) && place == travellerPlace_) return;
+  travellerPlace_ = place;
+  Q_EMIT travellerMoved();
 }
 
 void MapViewItem::stackMarkers() {

@@ -89,6 +89,12 @@ class MapViewItem : public fleetor::ComponentItem {
   Q_PROPERTY(fleetor::MapMarkerItem* selected READ selected NOTIFY changed)  ///< whose callout is open
   Q_PROPERTY(fleetor::MapMarkerItem* current READ current NOTIFY changed)    ///< the markers' tab stop
   Q_PROPERTY(QPointF markerOrigin READ markerOrigin NOTIFY markersMoved)
+  // What travels along a line: whether there is something, its middle on the map, degrees clockwise from
+  // north.
+  Q_PROPERTY(bool travels READ travels NOTIFY travellerMoved)
+  Q_PROPERTY(QPointF travellerPlace READ travellerPlace NOTIFY travellerMoved)
+  Q_PROPERTY(double travellerCourse READ travellerCourse NOTIFY travellerMoved)
+  Q_PROPERTY(QUrl travellerImage READ travellerImage NOTIFY travellerMoved)
 
  public:
   MapViewItem(Component& component, Adapters& adapters, TileSource& tiles);
@@ -104,6 +110,11 @@ class MapViewItem : public fleetor::ComponentItem {
 
   /// Where on the map the places of the markers are measured from.
   QPointF markerOrigin() const { return markerOrigin_; }
+
+  bool travels() const;
+  QPointF travellerPlace() const { return travellerPlace_; }
+  double travellerCourse() const;
+  QUrl travellerImage() const;
 
   /// A tap on that marker opens its callout or closes it.
   Q_INVOKABLE void toggle(fleetor::MapMarkerItem* marker);
@@ -121,6 +132,9 @@ class MapViewItem : public fleetor::ComponentItem {
   /// one. True if more follow in the next frame.
   bool placeMarkers(double pixelRatio);
 
+  /// Puts what travels where the camera shows it. Call it once per frame.
+  void placeTraveller();
+
   TileSource& tiles() const { return tiles_; }
   Queues& queues() const { return adapters().environment().queues; }
 
@@ -129,6 +143,8 @@ class MapViewItem : public fleetor::ComponentItem {
   void cameraChanged();
   void overlaysChanged();
   void markersChanged();
+  void travellerChanged();  ///< a frame is due
+  void travellerMoved();    ///< the frame has been laid out
 
  private:
   MapMarkerItem* itemFor(const MapView& map, const std::shared_ptr<MapAnnotation>& annotation) const;
@@ -148,6 +164,8 @@ class MapViewItem : public fleetor::ComponentItem {
   bool placedOnPixels_ = false;
   bool placedGliding_ = false;
   QPointF markerOrigin_;
+  QPointF travellerPlace_;
+  bool travellerStale_ = false;
   MapMarkerModel::Items touchable_;  // by their indices in stacks_
   MarkerStacks stacks_;
   std::vector<Connection> connections_;

@@ -91,7 +91,7 @@ TEST(TrackLine, CutsIntoChunksWithoutGaps) {
     const auto pieces = line.pieces(everywhere, level);
     ASSERT_GT(pieces.size(), 10U);
     for (std::size_t p = 0; p < pieces.size(); ++p) {
-      const auto& [origin, bounds, vertices] = *pieces[p].chunk;
+      const auto& [origin, bounds, vertices, points] = *pieces[p].chunk;
       EXPECT_LE(vertices.size(), 512U);
       const WorldPoint end =
           place(pieces[p > 0 ? p - 1 : p], p > 0 ? pieces[p - 1].chunk->vertices.size() - 1 : 0, level);
@@ -103,6 +103,9 @@ TEST(TrackLine, CutsIntoChunksWithoutGaps) {
                     y < bounds.bottom + edge);
         EXPECT_LE(std::max(std::abs(vertices[i].x), std::abs(vertices[i].y)), 65536);
         EXPECT_TRUE(i == 0 || vertices[i] != vertices[i - 1]) << "a segment without a direction";
+        const WorldPoint point = line.points()[points[i]];
+        EXPECT_LE(std::hypot(point.x - x, point.y - y) * pointsPerWorldUnit(level), rounding);
+        EXPECT_TRUE(i == 0 || points[i] > points[i - 1]);
       }
     }
     const auto& street = pieces[5].chunk;

@@ -197,6 +197,12 @@ void MapView::addOverlay(std::shared_ptr<MapPolyline> overlay) {
   overlaysChanged.emit();
 }
 
+void MapView::setTraveller(const std::optional<MapTraveller>& traveller) {
+  if (traveller_ == traveller) return;
+  traveller_ = traveller;
+  travellerChanged.emit();
+}
+
 void MapView::removeOverlay(const std::shared_ptr<MapPolyline>& overlay) {
   if (renderers_.erase(overlay.get()) == 0) return;
   std::erase(overlays_, overlay);

@@ -35,6 +35,17 @@ class MapViewDelegate {
       MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) = 0;
 };
 
+/// Something that moves along a line on a map. The part of the line behind it is drawn strong, the rest faint.
+struct MapTraveller {
+  std::shared_ptr<MapPolyline> line;
+  WorldPoint place;
+  double course = 0;  ///< degrees clockwise from north
+  double passed = 0;  ///< of the line's points: 2.25 is a quarter of the way from the third to the fourth
+  std::string image;  ///< name of the image resource
+
+  friend bool operator==(const MapTraveller&, const MapTraveller&) = default;
+};
+
 /// A map: the part of the world that it shows, the markers and the lines on it. Main thread only.
 ///
 /// The delegate is asked for each annotation's view and each overlay's renderer once, when they are added;
@@ -42,8 +53,8 @@ class MapViewDelegate {
 /// Of a crowd of annotations it is asked only for those that are about to be drawn.
 ///
 /// There are several signals, so that a pan does not visit the markers: `cameraChanged` for what is shown,
-/// `annotationsChanged` and `overlaysChanged` for the lists and for what belongs to them, `changed` for the
-/// type and the callout.
+/// `annotationsChanged` and `overlaysChanged` for the lists and for what belongs to them, `travellerChanged`,
+/// and `changed` for the type and the callout.
 class MapView : public Component {
  public:
   static constexpr double fitPadding = 64;   ///< points between the edges and what is shown
@@ -140,9 +151,14 @@ class MapView : public Component {
   /// Null without a delegate, or if that gave none.
   std::shared_ptr<MapPolylineRenderer> rendererForOverlay(const MapPolyline& overlay) const;
 
+  /// None: every line is drawn strong. Costs the same whatever the length of its line.
+  void setTraveller(const std::optional<MapTraveller>& traveller);
+  const std::optional<MapTraveller>& traveller() const { return traveller_; }
+
   Signal<> cameraChanged;
   Signal<> annotationsChanged;
   Signal<> overlaysChanged;
+  Signal<> travellerChanged;
 
  private:
   struct Glide {
@@ -169,6 +185,7 @@ class MapView : public Component {
   std::optional<Glide> glide_;
   std::vector<std::shared_ptr<MapPolyline>> overlays_;
   std::unordered_map<const MapPolyline*, std::shared_ptr<MapPolylineRenderer>> renderers_;
+  std::optional<MapTraveller> traveller_;
 };
 
 }  // namespace fleetor

@@ -1,6 +1,7 @@
 #version 440
 
 layout(location = 0) in float offset;
+layout(location = 1) in float passed;
 layout(location = 0) out vec4 fragment;
 
 layout(std140, binding = 0) uniform Line {
@@ -11,6 +12,8 @@ layout(std140, binding = 0) uniform Line {
     float casingWidth;
     float pixel;
     float scale;
+    float strongUntil;
+    float faintness;
 };
 
 // How much of the pixel lies within that distance from the middle of the line.
@@ -21,4 +24,6 @@ float covered(float reach) {
 void main() {
     vec4 line = color * covered(halfWidth);
     fragment = line + casing * covered(halfWidth + casingWidth) * (1.0 - line.a);
+    if (passed > strongUntil)
+        fragment *= faintness;
 }

@@ -105,6 +105,10 @@ FocusScope {
             }
         }
 
+        MapTraveller {
+            map: root.map
+        }
+
         MapCallout {
             id: callout
             marker: root.map?.selected ?? null
