@@ -6,8 +6,10 @@
 
 #include "qt/components/action_sheet_item.h"
 #include "qt/components/appearance_item.h"
+#include "qt/components/chart_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/day_items.h"
+#include "qt/components/player_item.h"
 #include "qt/components/table_model.h"
 #include "qt/components/view_controller_items.h"
 #include "qt/components/window_item.h"
@@ -26,6 +28,8 @@ Adapters::Adapters(Environment& environment) : environment_(environment) {
   add<Label, LabelItem>();
   add<ImageView, ImageViewItem>();
   add<ActivityIndicator, ActivityIndicatorItem>();
+  add<Player, PlayerItem>();
+  add<Chart, ChartItem>();
   add<TextField, TextFieldItem>();
   add<WebView, WebViewItem>();
   add<TabBar, TabBarAdapter>();

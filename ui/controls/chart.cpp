@@ -1,0 +1,150 @@
+#include "ui/controls/chart.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace fleetor {
+
+namespace {
+
+constexpr int valueMarks = 4;
+constexpr std::array<int, 13> timeSteps{60,   120,   300,   600,   900,   1800, 3600,
+                                        7200, 10800, 14400, 21600, 43200, 86400};
+
+/// The smallest of 1, 2, 5, 10, ... times a power of ten that is not less.
+double roundStep(double least) {
+  const double power = std::pow(10, std::floor(std::log10(least)));
+  for (const double factor : {1.0, 2.0, 5.0})
+    if (factor * power >= least * (1 - 1e-9)) return factor * power;
+  return 10 * power;
+}
+
+/// With as many decimals as the step needs.
+std::string numberText(double value, double step) {
+  const int decimals = static_cast<int>(std::clamp(std::ceil(-std::log10(step) - 1e-9), 0.0, 6.0));
+  std::array<char, 48> text{};
+  std::snprintf(text.data(), text.size(), "%.*f", decimals, value == 0 ? 0 : value);
+  return text.data();
+}
+
+std::string clockText(double second) {
+  const int minutes = static_cast<int>(second / 60);
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "%02d:%02d", minutes / 60, minutes % 60);
+  return text.data();
+}
+
+}  // namespace
+
+void Chart::setTitle(std::string title, std::string unit) {
+  title_ = std::move(title);
+  unit_ = std::move(unit);
+  changed.emit();
+}
+
+void Chart::setPoints(std::vector<Point> points) {
+  points_ = std::move(points);
+  least_ = std::numeric_limits<double>::infinity();
+  most_ = -least_;
+  for (const auto& [second, value] : points_) {
+    if (!std::isfinite(value)) continue;
+    least_ = std::min(least_, value);
+    most_ = std::max(most_, value);
+  }
+  if (least_ > most_) least_ = most_ = 0;
+  // From zero, unless that would make a line of what changes little.
+  const double from = least_ >= 0 && least_ < most_ / 2 ? 0 : least_;
+  step_ = most_ > from ? roundStep((most_ - from) / valueMarks) : 1;
+  low_ = std::floor(from / step_ + 1e-9) * step_;
+  high_ = std::max(std::ceil(most_ / step_ - 1e-9) * step_, low_ + step_);
+  changed.emit();
+}
+
+void Chart::setMoment(std::optional<double> second) {
+  if (std::exchange(moment_, second) != second) momentChanged.emit();
+}
+
+void Chart::choose(double share) {
+  if (points_.empty() || !onChosen_ || !std::isfinite(share)) return;
+  const double begin = points_.front().second;
+  onChosen_(begin + std::clamp(share, 0.0, 1.0) * (points_.back().second - begin));
+}
+
+double Chart::shareOf(double second) const {
+  if (points_.empty() || points_.back().second <= points_.front().second) return 0;
+  const double begin = points_.front().second;
+  return std::clamp((second - begin) / (points_.back().second - begin), 0.0, 1.0);
+}
+
+std::string Chart::valueText(double second) const {
+  const auto next = std::ranges::upper_bound(points_, second, {}, &Point::second);
+  if (next == points_.begin() || !std::isfinite((next - 1)->value)) return {};
+  return numberText((next - 1)->value, step_ / 10) + " " + unit_;
+}
+
+std::vector<std::vector<ScreenPoint>> Chart::strokes(double width, double height) const {
+  std::vector<std::vector<ScreenPoint>> made;
+  bool broken = true;
+  const auto yOf = [&](double value) { return height * (high_ - value) / (high_ - low_); };
+  const auto add = [&](double x, double y) {
+    if (made.back().empty() || made.back().back() != ScreenPoint{x, y}) made.back().push_back({x, y});
+  };
+  for (std::size_t i = 0; i < points_.size();) {
+    if (!std::isfinite(points_[i].value)) {
+      broken = true;
+      ++i;
+      continue;
+    }
+    if (std::exchange(broken, false)) made.emplace_back();
+    const double x = shareOf(points_[i].second) * width;
+    const double column = std::floor(x);
+    double low = yOf(points_[i].value);
+    double high = low;
+    add(x, low);
+    double last = low;
+    double lastX = x;
+    for (++i; i < points_.size() && std::isfinite(points_[i].value); ++i) {
+      const double nextX = shareOf(points_[i].second) * width;
+      if (std::floor(nextX) != column) break;
+      lastX = nextX;
+      last = yOf(points_[i].value);
+      low = std::max(low, last);
+      high = std::min(high, last);
+    }
+    add(lastX, high);
+    add(lastX, low);
+    add(lastX, last);
+  }
+  return made;
+}
+
+std::vector<ChartTick> Chart::timeTicks(int most) const {
+  std::vector<ChartTick> ticks;
+  if (points_.empty() || most < 1) return ticks;
+  const double begin = points_.front().second;
+  const double end = points_.back().second;
+  const auto step = std::ranges::find_if(timeSteps, [&](int each) { return (end - begin) / each < most; });
+  const double every = step == timeSteps.end() ? timeSteps.back() : *step;
+  for (double second = std::ceil(begin / every) * every; second <= end; second += every)
+    ticks.push_back({shareOf(second), clockText(second)});
+  return ticks;
+}
+
+std::vector<ChartTick> Chart::valueTicks() const {
+  std::vector<ChartTick> ticks;
+  const int count = static_cast<int>(std::lround((high_ - low_) / step_));
+  for (int i = 0; i <= count; ++i)
+    ticks.push_back({static_cast<double>(i) / count, numberText(low_ + i * step_, step_)});
+  return ticks;
+}
+
+std::string Chart::accessibleName() const {
+  if (points_.empty()) return title_;
+  return title_ + ", " + clockText(points_.front().second) + " – " + clockText(points_.back().second) + ", " +
+         numberText(least_, step_ / 10) + " – " + numberText(most_, step_ / 10) + " " + unit_;
+}
+
+}  // namespace fleetor

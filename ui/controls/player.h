@@ -1,0 +1,64 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "ui/component.h"
+
+namespace fleetor {
+
+/// A recording that can be replayed: what its controls show, and what the user does with them. `changed`
+/// follows changes of states and texts, ten a second at most while it plays; `moved` follows every change of
+/// the moment.
+class Player : public Component {
+ public:
+  struct State {
+    bool available = false;  ///< there is something to replay
+    bool open = false;       ///< the controls are shown
+    bool playing = false;    ///< advance() is due once per frame
+    bool following = true;   ///< the map keeps to the place that is replayed
+    bool gap = false;        ///< nothing was recorded at the moment
+    int rate = 0;            ///< times as fast as it was
+    std::string time;
+    std::string speed;  ///< may be empty, as those below
+    std::string distance;
+    std::string address;
+    std::string note;  ///< what is special about the moment
+
+    friend bool operator==(const State&, const State&) = default;
+  };
+  const State& state() const { return state_; }
+
+  /// Seconds of the day, of which `begin` and `end` are the first and the last that can be replayed.
+  double moment() const { return moment_; }
+  double begin() const { return begin_; }
+  double end() const { return end_; }
+
+  virtual void setOpen(bool open) = 0;
+  virtual void togglePlaying() = 0;
+  virtual void nextRate() = 0;
+  virtual void step(int points) = 0;  ///< below 0: back
+  virtual void moveTo(double moment) = 0;
+  virtual void follow() = 0;
+  virtual void advance(double seconds) = 0;
+
+  Signal<> moved;
+
+ protected:
+  void show(State state) { assign(state_, std::move(state)); }
+  void setRange(double begin, double end) {
+    assign(begin_, begin);
+    assign(end_, end);
+  }
+  void setMoment(double moment) {
+    if (std::exchange(moment_, moment) != moment) moved.emit();
+  }
+
+ private:
+  State state_;
+  double moment_ = 0;
+  double begin_ = 0;
+  double end_ = 0;
+};
+
+}  // namespace fleetor
