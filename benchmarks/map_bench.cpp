@@ -1,19 +1,15 @@
 // The map: a pan over a day's track beside the same map without a line (and beside other map components, when
 // there are any), a live position appended to a trail, a whole day's answer from the last byte to the drawn
-// track, and the memory that such a day takes. Needs a display, and the demo service beside this program's
-// folder.
+// track, the memory that such a day takes, and its replay. Needs a display, and the demo service beside this
+// program's folder.
 //
 //   fleetor_bench_map [program of another map component, with its arguments, as one word]...
 
 #include <QGuiApplication>
 #include <QProcess>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
 #include <fstream>
-#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -22,18 +18,10 @@
 #include <vector>
 
 #include "figures.h"
-#include "pan_protocol.h"
-#include "qt/components/adapters.h"
-#include "qt/device/queues.h"
-#include "qt/device/system_clock.h"
-#include "qt/map/map_surface.h"
-#include "qt/map/tile_source.h"
+#include "map_stage.h"
 #include "service/api.h"
-#include "support/fake_device.h"
 #include "support/memory_stores.h"
 #include "support/scripted_transport.h"
-#include "ui/appearance.h"
-#include "ui/notification_center.h"
 #include "vehicle/live_detail_view_controller.h"
 #include "vehicle/map_detail_view_controller.h"
 #include "vehicle/notifications.h"
@@ -70,94 +58,6 @@ double kilobytes(const char* field) {
     if (line.starts_with(field)) return std::stod(line.substr(std::string_view(field).size()));
   return 0;
 }
-
-/// Everything that a map needs of the client, in a separate window; without a service there are no tiles.
-struct Stage {
-  explicit Stage(const QString& service)
-      : tiles(
-            [&service] {
-              TileAddresses server;
-              if (!service.isEmpty())
-                server.standard = service.toStdString() + "/tiles/standard/{z}/{x}/{y}.png?scale={scale}";
-              return server;
-            }(),
-            folder.path()) {
-    addMapAdapters(adapters, tiles);
-    window.resize(pan::width, pan::height);
-    surface.setParentItem(window.contentItem());
-    surface.setSize(QSizeF(pan::width, pan::height));
-    surface.setProperty("ground", QColor(0xee, 0xea, 0xe2));
-    surface.setProperty("grid", QColor(0xe2, 0xde, 0xd6));
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [this] {
-      if (onFrame) onFrame();
-    });
-    window.show();
-  }
-  ~Stage() { surface.setMap(nullptr); }
-
-  void show(MapView& map) { surface.setMap(adapters.itemFor<MapViewItem>(&map)); }
-
-  /// Lets the event loop run until `done`, or gives up.
-  bool runUntil(const std::function<bool()>& done, double seconds = 20) {
-    for (const double end = pan::now() + seconds * 1e3; pan::now() < end;) {
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
-      if (done()) return true;
-    }
-    return false;
-  }
-  void rest(double seconds) {
-    runUntil([] { return false; }, seconds);
-  }
-
-  std::function<void()> onFrame;
-
-  QTemporaryDir folder;
-  QtQueues queues;
-  test::FakeDevice device;
-  SystemClock clock;
-  NotificationCenter center;
-  Appearance appearance;
-  Environment environment{queues, device, clock, center, appearance};
-  TileSource tiles;
-  Adapters adapters{environment};
-  QQuickWindow window;
-  MapSurface surface;
-};
-
-/// A line in one colour.
-class OneLine final : public MapViewDelegate {
- public:
-  std::shared_ptr<MapAnnotationView> mapViewViewForAnnotation(
-      MapView&, const std::shared_ptr<MapAnnotation>&) override {
-    return nullptr;
-  }
-  std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(
-      MapView&, const std::shared_ptr<MapPolyline>& overlay) override {
-    auto renderer = std::make_shared<MapPolylineRenderer>(overlay);
-    renderer->setStrokeColor({0.11, 0.44, 0.82, 1});
-    renderer->setLineWidth(pan::lineWidth);
-    return renderer;
-  }
-};
-
-/// From the request for a frame to its end, on the one thread that does both.
-class FrameTimer final : public QObject {
- public:
-  explicit FrameTimer(Stage& stage) {
-    stage.window.installEventFilter(this);
-    stage.onFrame = [this] {
-      if (finished) finished(pan::now() - started_);
-    };
-  }
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::UpdateRequest) started_ = pan::now();
-    return QObject::eventFilter(watched, event);
-  }
-  std::function<void(double milliseconds)> finished;
-
- private:
-  double started_ = 0;
-};
 
 void panOver(Stage& stage, const std::string& name, int points, const pan::Sight& sight) {
   OneLine delegate;
@@ -420,6 +320,7 @@ int compare(const QStringList& peers) {
     measured = collect(others, {self, "append", url, QString::number(trail)}) && measured;
   measured = collect(others, {self, "day"}) && measured;
   measured = collect(others, {self, "stops"}) && measured;
+  measured = collect(others, {self, "replay", url}) && measured;
   demo.terminate();
   demo.waitForFinished(5000);
   if (!measured) return 1;
@@ -437,12 +338,13 @@ int compare(const QStringList& peers) {
 
 int main(int argc, char** argv) {
   const std::string task = argc > 1 ? argv[1] : "";
-  if (task == "pan" || task == "append" || task == "day" || task == "stops") {
+  if (task == "pan" || task == "append" || task == "day" || task == "stops" || task == "replay") {
     WatchedApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     if (task == "pan") panOverAll(arguments.value(2));
     if (task == "append") appendTo(arguments.value(2), arguments.value(3).toInt());
     if (task == "day") openDay(application, 2000, "a day");
+    if (task == "replay") replayDay(arguments.value(2));
     if (task == "stops") openDay(application, 1, "a day of stops");
     return 0;
   }

@@ -95,6 +95,19 @@ def take_along(client):
     client.gone("Saved as")
 
 
+def replay(client):
+    """The middle of the day, as it is played and in the charts."""
+    client.click("Replay the day", "push button")
+    ribbon = client.find(".", "slider")
+    client.click_at(ribbon.x + ribbon.width * 2 // 5, ribbon.y + ribbon.height // 2)
+    client.picture("map-replay")
+    client.click("Charts of the day", "push button")
+    client.find("Average speed", "chart")
+    client.picture("map-charts")
+    client.click("Close the replay", "push button")
+    client.gone("Charts of the day")
+
+
 def satellite(client):
     client.click("Satellite map")
     box = map_box(client)
@@ -197,6 +210,7 @@ def pages(client, vehicle):
     day_track(client, vehicle)
     callout(client)
     take_along(client)
+    replay(client)
     satellite(client)
     tab(client, "Trips")
     client.find("Driving|Parking")
@@ -255,6 +269,7 @@ def small_phone():
     tab(client, "Map")
     wait_for_tiles(client)
     callout(client)
+    replay(client)
     client.click("Choose date", "push button")
     client.find("Choose date", "dialog")
     client.picture("date-picker")
@@ -445,6 +460,7 @@ def large_text():
     client.picture("trips")
     tab(client, "Map")
     callout(client)
+    replay(client)
     client.close()
 
 

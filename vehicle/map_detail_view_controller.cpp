@@ -23,6 +23,21 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
   dayRibbon_.setAccessibleName(localized("Timeline of the day"));
   stopCardButton_.setAccessibleName(localized("Show in the trips"));
   stopCardButton_.setEnabled(false);
+  outlet("replay", replay_);
+  outlet("replayButton", replayButton_);
+  outlet("chartsButton", charts_.button());
+  outlet("distanceChart", charts_.distance());
+  outlet("speedChart", charts_.speed());
+  chosen_ = dayRibbon_.momentChosen.connect([this](double seconds) {
+    replay_.setOpen(true);
+    replay_.moveTo(seconds);
+  });
+  replays_ = replay_.changed.connect([this] {
+    dayRibbon_.setMoment(replay_.state().open ? std::optional(replay_.moment()) : std::nullopt);
+  });
+  replayButton_.setImage("BtnReplay");
+  replayButton_.setAccessibleName(localized("Replay the day"));
+  replayButton_.setAction([this](Component&) { replay_.setOpen(true); });
 }
 
 void MapDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
@@ -66,11 +81,13 @@ void MapDetailViewController::viewDidAppear(bool animated) {
   addObserver(kFleetorNotificationDate,
               [this](const Notification& notification) { receivedNotification(notification); });
   bar_.appeared();
+  addObserver(UIApplicationDidEnterBackgroundNotification, [this](const Notification&) { replay_.pause(); });
 }
 
 void MapDetailViewController::viewDidDisappear(bool animated) {
   TrackPageViewController::viewDidDisappear(animated);
   bar_.disappeared();
+  replay_.pause();
 }
 
 // The pager may call this before the page is notified of the return to the foreground.
@@ -155,6 +172,7 @@ void MapDetailViewController::setDayPoints(std::shared_ptr<const DayPoints> poin
         return day->addressTexts.at(day->addresses.at(stretch.last));
       });
   drawTrip();
+  replay_.setDay(dayPoints_, polyline(), vehicle().icon.str());
   dayChanged.emit();
 }
 

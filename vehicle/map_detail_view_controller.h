@@ -9,7 +9,9 @@
 #include "ui/controls/time_ribbon.h"
 #include "vehicle/chosen_day.h"
 #include "vehicle/day_bar.h"
+#include "vehicle/day_charts.h"
 #include "vehicle/day_export.h"
+#include "vehicle/day_replay.h"
 #include "vehicle/track_page_view_controller.h"
 #include "vehicle/trip_on_map.h"
 
@@ -34,6 +36,8 @@ struct DayTrack;
 class MapDetailViewController final : public TrackPageViewController {
  public:
   explicit MapDetailViewController(Environment& environment);
+
+  DayReplay& replay() { return replay_; }
 
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
@@ -85,6 +89,11 @@ class MapDetailViewController final : public TrackPageViewController {
   Connection tripOpened_;
   Button stopCardButton_;  ///< of the open callout
   Connection mapChanged_;
+  DayReplay replay_{mapView(), environment().device};
+  Button replayButton_;
+  DayCharts charts_{replay_, environment().device};
+  Connection chosen_;   ///< a moment, on the ribbon
+  Connection replays_;  ///< the moment, onto the ribbon
 };
 
 }  // namespace fleetor

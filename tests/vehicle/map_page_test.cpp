@@ -196,5 +196,39 @@ TEST_F(MapPage, EmptiesInTheBackgroundAndLoadsItsDayAgain) {
   EXPECT_EQ(drawn(), "flag0 van1* 2");
 }
 
+TEST_F(MapPage, ReplaysTheDayOnItsLineAndPausesInTheBackgroundAndOnAnotherPage) {
+  page->tabSelected();
+  arrive(mapReply({"", "", ""}));
+  dynamic_cast<Button&>(*page->findOutlet("replayButton")).tap();
+  ASSERT_TRUE(map.traveller());
+  EXPECT_EQ(map.traveller()->line, page->polyline());
+  EXPECT_EQ(map.traveller()->image, "van");
+  DayReplay& replay = page->replay();
+  auto& ribbon = dynamic_cast<TimeRibbon&>(*page->findOutlet("dayRibbon"));
+  EXPECT_EQ(ribbon.moment(), 8 * 3600);
+  ribbon.choose(8 * 3600 + 90);
+  EXPECT_NEAR(map.traveller()->passed, 1.5, 1e-9);
+  replay.setOpen(false);
+  EXPECT_FALSE(ribbon.moment());
+  ribbon.choose(8 * 3600 + 60);
+  EXPECT_NEAR(map.traveller()->passed, 1, 1e-9);
+  replay.togglePlaying();
+  EXPECT_TRUE(replay.state().playing);
+  hide();
+  EXPECT_FALSE(replay.state().playing);
+  show();
+  replay.togglePlaying();
+  client.application.didEnterBackground();
+  EXPECT_TRUE(replay.state().open);
+  EXPECT_FALSE(replay.state().playing);
+  client.application.willEnterForeground();
+
+  choose(std::string("2026-03-09"));
+  arrive(mapReply({"", ""}));
+  EXPECT_EQ(map.traveller()->line, page->polyline()) << "the other day";
+  page->clearView();
+  EXPECT_FALSE(map.traveller());
+}
+
 }  // namespace
 }  // namespace fleetor::test

@@ -7,6 +7,10 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    readonly property PlayerItem player: screen.outlet("replay") as PlayerItem
+    readonly property bool replays: player?.open ?? false
+
+    onReplaysChanged: (replays ? replay : page).focus = true
 
     Column {
         id: head
@@ -38,6 +42,23 @@ FocusScope {
             screen: root.screen
             visible: page.covered && !page.busy
         }
+
+        MapButton {
+            anchors.left: parent.left
+            anchors.leftMargin: page.space
+            y: page.lowest - height - page.space
+            visible: (root.player?.available ?? false) && !root.replays && !page.covered
+            button: root.screen.outlet("replayButton") as ButtonItem
+        }
+    }
+
+    DayCharts {
+        anchors.top: page.height < 200 ? parent.top : page.top
+        anchors.bottom: page.bottom
+        width: parent.width
+        button: root.screen.outlet("chartsButton") as ButtonItem
+        distance: root.screen.outlet("distanceChart") as ChartItem
+        speed: root.screen.outlet("speedChart") as ChartItem
     }
 
     // What lies below the map.
@@ -49,6 +70,12 @@ FocusScope {
         TripStrip {
             width: parent.width
             screen: root.screen
+        }
+        ReplayBar {
+            id: replay
+            width: parent.width
+            player: root.player
+            charts: root.screen.outlet("chartsButton") as ButtonItem
         }
     }
 }

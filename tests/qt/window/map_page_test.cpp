@@ -249,6 +249,28 @@ TEST_F(MapPageTest, DrawsALongLineOnceItIsPreparedAndWhatItGrowsBy) {
   EXPECT_TRUE(colored({300, 300}, lineColor));
 }
 
+// All points but the ends lie on the straight line between these, and are left out; their distances grow.
+TEST_F(MapPageTest, DrawsALineStrongBehindWhatTravelsAlongItAndFaintAhead) {
+  std::vector<Coordinate> way;
+  for (int i = 0; i <= 1000; ++i)
+    way.push_back(at(-2000 + i * i * 0.004, 0));
+  const auto line = MapPolyline::polylineWithCoordinates(way);
+  page_->map.addOverlay(line);
+  EXPECT_TRUE(colored({300, 300}, lineColor));
+  const auto isFaint = [this](int x) {
+    const QColor seen = window_.grabWindow().pixelColor(x, 300);
+    return seen != lineColor && seen.red() > tileColor.red() + 30;
+  };
+  page_->map.setTraveller(MapTraveller{line, project(at(-1000, 0)), 90, 500, "car"});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return isFaint(150); }));
+  EXPECT_TRUE(colored({60, 300}, lineColor));
+  page_->map.setTraveller(MapTraveller{line, project(at(890, 0)), 90, 850, "car"});
+  EXPECT_TRUE(colored({250, 300}, lineColor));
+  EXPECT_TRUE(isFaint(390));
+  page_->map.setTraveller(std::nullopt);
+  EXPECT_TRUE(colored({390, 300}, lineColor));
+}
+
 TEST_F(MapPageTest, KeepsManyLinesInPlaceWhileTheMapMovesAndZooms) {
   page_->draw(upAndDown());
   const auto* const layer = within<LineLayer>(*window_.contentItem());

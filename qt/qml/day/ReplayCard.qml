@@ -1,0 +1,78 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Fleetor
+
+// What was at the moment that is replayed: its time, the average speed, the distance so far, the nearest address.
+Column {
+    id: root
+
+    property PlayerItem player
+
+    component Reading: Row {
+        property string value
+        property string caption
+
+        spacing: 4
+        visible: value !== ""
+
+        PlainText {
+            id: number
+            text: parent.value
+            font.pixelSize: Theme.bodySize
+            font.bold: true
+            Accessible.ignored: false
+            Accessible.role: Accessible.StaticText
+            Accessible.name: `${parent.caption}, ${text}`
+        }
+        PlainText {
+            anchors.baseline: number.baseline
+            text: parent.caption
+            color: Theme.secondaryText
+            font.pixelSize: Math.round(11 * Theme.scale)
+        }
+    }
+
+    Flow {
+        width: parent.width
+        spacing: 12
+        layoutDirection: Theme.mirrored ? Qt.RightToLeft : Qt.LeftToRight
+
+        PlainText {
+            text: root.player?.time ?? ""
+            font.pixelSize: Theme.bodySize + 2
+            font.bold: true
+            Accessible.ignored: false
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Reading {
+            value: root.player?.speed ?? ""
+            caption: root.player?.word("average") ?? ""
+        }
+        Reading {
+            value: root.player?.distance ?? ""
+            caption: root.player?.word("so far") ?? ""
+        }
+    }
+
+    component Note: PlainText {
+        width: root.width
+        font.pixelSize: Theme.smallSize
+        Accessible.ignored: false
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    Note {
+        visible: !gap.visible
+        text: root.player?.note || root.player?.address || ""
+        color: Theme.secondaryText
+    }
+    Note {
+        id: gap
+        visible: root.player?.gap ?? false
+        text: root.player?.note ?? ""
+        font.bold: true
+        Accessible.role: Accessible.AlertMessage
+    }
+}
