@@ -12,18 +12,17 @@ namespace {
 struct LineUniforms {
   float matrix[16];
   float color[4];
+  float faint[4];
   float casing[4];
   float halfWidth;
   float casingWidth;
   float pixel;
   float scale;
   float strongUntil;
-  float faintness;
 };
 
 constexpr float casingWidth = 1;  // points, on each side
 constexpr float casingOpacity = 0.55F;
-constexpr float faintness = 0.4F;
 constexpr double lightLine = 0.75;  // luma above which the casing is dark
 
 class LineShader final : public QSGMaterialShader {
@@ -38,10 +37,14 @@ class LineShader final : public QSGMaterialShader {
     LineUniforms uniforms;
     std::memcpy(uniforms.matrix, state.combinedMatrix().constData(), sizeof uniforms.matrix);
     const float opacity = static_cast<float>(style.color.alphaF()) * state.opacity();
-    uniforms.color[0] = static_cast<float>(style.color.redF()) * opacity;
-    uniforms.color[1] = static_cast<float>(style.color.greenF()) * opacity;
-    uniforms.color[2] = static_cast<float>(style.color.blueF()) * opacity;
-    uniforms.color[3] = opacity;
+    const auto premultiply = [opacity](const QColor& color, float* out) {
+      out[0] = static_cast<float>(color.redF()) * opacity;
+      out[1] = static_cast<float>(color.greenF()) * opacity;
+      out[2] = static_cast<float>(color.blueF()) * opacity;
+      out[3] = opacity;
+    };
+    premultiply(style.color, uniforms.color);
+    premultiply(style.faint, uniforms.faint);
     const double luma =
         0.299 * style.color.redF() + 0.587 * style.color.greenF() + 0.114 * style.color.blueF();
     std::fill_n(uniforms.casing, 3, luma > lightLine ? 0.0F : casingOpacity * opacity);
@@ -51,7 +54,6 @@ class LineShader final : public QSGMaterialShader {
     uniforms.pixel = style.pixel;
     uniforms.scale = style.scale;
     uniforms.strongUntil = style.strongUntil;
-    uniforms.faintness = faintness;
     std::memcpy(state.uniformData()->data(), &uniforms, sizeof uniforms);
     return true;
   }

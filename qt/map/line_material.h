@@ -25,6 +25,7 @@ class LineMaterial final : public QSGMaterial {
 
   struct Style {
     QColor color;
+    QColor faint;                    ///< of what lies ahead
     float halfWidth = 1;             ///< points
     float pixel = 1;                 ///< points
     float scale = 1;                 ///< points for one unit of the vertices

@@ -24,6 +24,14 @@ LineDirection directionOf(const TrackVertex& from, const TrackVertex& to) {
   return length > 0 ? LineDirection{x / length, y / length} : LineDirection{};
 }
 
+/// More of the ground than of the line.
+QColor mixed(const QColor& line, const QColor& ground) {
+  constexpr float share = 0.4F;
+  const auto mix = [](float a, float b) { return share * a + (1 - share) * b; };
+  return QColor::fromRgbF(mix(line.redF(), ground.redF()), mix(line.greenF(), ground.greenF()),
+                          mix(line.blueF(), ground.blueF()));
+}
+
 class StripWriter {
  public:
   explicit StripWriter(LineVertex* out) : out_(out) {}
@@ -46,7 +54,8 @@ class StripWriter {
 }  // namespace
 
 QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk) {
-  const auto& points = chunk.vertices;
+  // Backwards: what has been driven lies over what lies ahead.
+  const std::vector<TrackVertex> points(chunk.vertices.rbegin(), chunk.vertices.rend());
   std::size_t pairs = points.size();
   std::vector<LineDirection> directions;
   directions.reserve(points.size() - 1);
@@ -61,7 +70,9 @@ QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk) {
   auto* geometry = new QSGGeometry(LineMaterial::attributes(), static_cast<int>(2 * pairs));
   geometry->setDrawingMode(QSGGeometry::DrawTriangleStrip);
   StripWriter strip(static_cast<LineVertex*>(geometry->vertexData()));
-  const auto point = [&chunk](std::size_t vertex) { return static_cast<float>(chunk.points[vertex]); };
+  const auto point = [&chunk](std::size_t i) {
+    return static_cast<float>(*(chunk.points.rbegin() + static_cast<std::ptrdiff_t>(i)));
+  };
   strip.pair(points.front(), directions.front(), 1, -1, point(0));
   // A gentle turn is a mitre: its pair lies across the mean direction, further out by 1 / cos(turn / 2), so
   // that both edges keep their distance from the line. At a sharp turn both segments end in a straight cap.
@@ -102,7 +113,7 @@ void LineNode::takePieces(const DrawnLine& line, WorldPoint origin) {
     } else {
       strip = {piece.chunk, new QSGTransformNode, makeStrip(*piece.chunk)};
       strip.place->appendChildNode(strip.node);
-      appendChildNode(strip.place);
+      prependChildNode(strip.place);
     }
     QMatrix4x4 matrix;
     matrix.translate(static_cast<float>((piece.chunk->origin.x + piece.shift - origin.x) * scale),
@@ -160,8 +171,11 @@ void LineNode::update(const MapFrame& frame, const DrawnLine& line) {
   const float strongUntil = line.progress ? drawTip(line, *line.progress) : LineMaterial::everyPoint;
 
   const double scale = std::exp2(frame.camera.zoom - level_);
-  const LineMaterial::Style style{line.color, static_cast<float>(line.width / 2),
-                                  static_cast<float>(1 / frame.pixelRatio), static_cast<float>(scale),
+  const LineMaterial::Style style{line.color,
+                                  mixed(line.color, frame.ground),
+                                  static_cast<float>(line.width / 2),
+                                  static_cast<float>(1 / frame.pixelRatio),
+                                  static_cast<float>(scale),
                                   strongUntil};
   if (style != material_.style) {
     material_.style = style;

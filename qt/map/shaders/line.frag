@@ -7,13 +7,13 @@ layout(location = 0) out vec4 fragment;
 layout(std140, binding = 0) uniform Line {
     mat4 matrix;
     vec4 color;
+    vec4 faint;
     vec4 casing;
     float halfWidth;
     float casingWidth;
     float pixel;
     float scale;
     float strongUntil;
-    float faintness;
 };
 
 // How much of the pixel lies within that distance from the middle of the line.
@@ -22,8 +22,7 @@ float covered(float reach) {
 }
 
 void main() {
-    vec4 line = color * covered(halfWidth);
-    fragment = line + casing * covered(halfWidth + casingWidth) * (1.0 - line.a);
-    if (passed > strongUntil)
-        fragment *= faintness;
+    bool ahead = passed > strongUntil;
+    vec4 line = (ahead ? faint : color) * covered(halfWidth);
+    fragment = line + casing * covered(halfWidth + casingWidth) * (1.0 - line.a) * (ahead ? 0.4 : 1.0);
 }

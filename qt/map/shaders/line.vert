@@ -12,13 +12,13 @@ layout(location = 1) out float passed;  // points of the line
 layout(std140, binding = 0) uniform Line {
     mat4 matrix;
     vec4 color;      // premultiplied
+    vec4 faint;      // premultiplied
     vec4 casing;     // premultiplied
     float halfWidth; // points
     float casingWidth; // points, on each side
     float pixel;     // points
     float scale;     // points for one point at the zoom of the level
     float strongUntil; // points of the line
-    float faintness;
 };
 
 void main() {
