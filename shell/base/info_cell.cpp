@@ -68,7 +68,8 @@ std::shared_ptr<InfoTableViewCell> dequeueInfoCell(TableView& tableView, const s
         copyToClipboard(environment, value);
     };
   const auto& [image, name] = pictureOf(contact);
-  cell->link(image, action ? environment.device.localizedString(name) : "", std::move(action));
+  std::string words = action ? environment.device.localizedString(name) : std::string();
+  cell->link(image, std::move(words), std::move(action));
   return cell;
 }
 

@@ -60,6 +60,12 @@ class Contacts : public testing::Test {
 };
 
 TEST_F(Contacts, AreCalledAndWrittenToByATapOrCopiedWhereNoProgramDoes) {
+  const auto hintOf = [&](int row) {
+    auto& picture = dynamic_cast<ImageView&>(*table.cellForRow(row)->findOutlet("linkImageView"));
+    return picture.image() + picture.accessibleName();
+  };
+  EXPECT_EQ(hintOf(phoneRow), "RowCallCall");
+  EXPECT_EQ(hintOf(smsRow), "") << "no number";
   phone.device.unknownSchemes = {"mailto"};
   for (const int row : {0, smsRow, phoneRow, mailRow})
     table.tap(row);
