@@ -35,7 +35,8 @@ class MapViewDelegate {
       MapView& mapView, const std::shared_ptr<MapPolyline>& overlay) = 0;
 };
 
-/// Something that moves along a line on a map. The part of the line behind it is drawn strong, the rest faint.
+/// Something that moves along a line on a map. The part of the line behind it is drawn strong, the rest
+/// faint.
 struct MapTraveller {
   std::shared_ptr<MapPolyline> line;
   WorldPoint place;
