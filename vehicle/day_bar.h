@@ -35,8 +35,6 @@ class DayBar {
 
   void setChoice(std::shared_ptr<DayChoice> days);
 
-  const std::optional<std::string>& shown() const { return shown_; }  ///< the day that the page shows
-
   /// Chooses that day and loads it, now or when the page has its answer.
   void open(const std::string& day);
 

@@ -34,7 +34,8 @@ DayReplay::DayReplay(MapView& map, const Device& device) : map_(map), device_(de
 
 void DayReplay::setDay(std::shared_ptr<const DayPoints> day, std::shared_ptr<MapPolyline> line,
                        std::string image) {
-  const bool wasOpen = state().open;
+  const bool reopens = reopens_ || state().open;
+  reopens_ = reopens && !day;
   setOpen(false);
   const bool matches = day && line && line->coordinates().size() == day->coordinates.size();
   day_ = matches && DayPath::canFollow(*day) ? std::move(day) : nullptr;
@@ -42,7 +43,7 @@ void DayReplay::setDay(std::shared_ptr<const DayPoints> day, std::shared_ptr<Map
   State now;
   now.available = day_ != nullptr;
   show(std::move(now));
-  setOpen(wasOpen);
+  setOpen(reopens);
 }
 
 void DayReplay::setOpen(bool open) {

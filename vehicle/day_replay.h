@@ -50,6 +50,7 @@ class DayReplay final : public Player {
   int rate_;
   double sinceTexts_ = 0;   ///< seconds of playing
   CameraPosition seen_;     ///< what the map showed last
+  bool reopens_ = false;    ///< with the day that takes the place of none
   bool movesMap_ = false;   ///< from here, at this moment
   bool returns_ = false;    ///< the map is on its way to the vehicle
   Connection cameraMoves_;  ///< while it is open

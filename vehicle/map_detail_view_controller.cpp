@@ -43,16 +43,16 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
 void MapDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
   tripOpened_ = days->tripOpened.connect([this](const OpenedTrip& trip) {
     trip_.open(trip);
-    if (bar_.shown() == trip.day)
+    if (bar_.shownDay() == trip.day)
       drawTrip();
     else
       bar_.open(trip.day);
   });
   trip_.setBack([days](Component&) { days->tripLeft.emit(); });
   stopCardButton_.setAction(
-      [this, days](Component&) { days->stopOpened.emit(*bar_.shown(), *timeOfOpenStop()); });
+      [this, days](Component&) { days->stopOpened.emit(*bar_.shownDay(), *timeOfOpenStop()); });
   mapChanged_ =
-      mapView().changed.connect([this] { stopCardButton_.setEnabled(timeOfOpenStop() && bar_.shown()); });
+      mapView().changed.connect([this] { stopCardButton_.setEnabled(timeOfOpenStop() && bar_.shownDay()); });
   bar_.setChoice(std::move(days));
 }
 
@@ -65,9 +65,9 @@ std::optional<float> MapDetailViewController::timeOfOpenStop() {
 
 // A trip of another day is over as soon as that day shows.
 void MapDetailViewController::drawTrip() {
-  if (!trip_.trip() || !bar_.shown()) return;
-  if (trip_.trip()->day != *bar_.shown()) return trip_.close();
-  if (dayPoints_) trip_.draw(*dayPoints_, polylineRenderer());
+  if (!trip_.trip() || !dayPoints_) return;
+  if (trip_.trip()->day != bar_.shownDay()) return trip_.close();
+  trip_.draw(*dayPoints_, polylineRenderer());
 }
 
 void MapDetailViewController::viewDidLoad() {

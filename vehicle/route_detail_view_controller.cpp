@@ -57,7 +57,7 @@ RouteDetailViewController::RouteDetailViewController(Environment& environment)
 void RouteDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
   stopOpened_ = days->stopOpened.connect([this](const std::string& day, float seconds) {
     wanted_ = seconds;
-    if (bar_.shown() == day)
+    if (bar_.shownDay() == day)
       showWantedCard();
     else
       bar_.open(day);
