@@ -19,9 +19,9 @@ constexpr double frameSeconds = 1.0 / 60;  // seconds, of the first step of a mo
 constexpr double longestStep = 0.1;        // after a hiccup a movement goes on where it was
 constexpr double longestAnimation = 10;    // seconds; a fling needs most
 // A map that moves although nobody has touched it for a moment follows a vehicle: half the frames do.
-constexpr double untouched = 1;          // seconds
-constexpr double followingStep = 0.030;  // seconds, less than two frames
-constexpr int mouseFinger = -1;          // the id of the mouse among the fingers
+constexpr double untouched = 1;    // seconds
+constexpr int followingStep = 33;  // milliseconds
+constexpr int mouseFinger = -1;    // the id of the mouse among the fingers
 
 ScreenPoint toScreen(QPointF point) {
   return {point.x(), point.y()};
@@ -36,6 +36,9 @@ MapSurface::MapSurface(QQuickItem* parent) : QQuickItem(parent), lineLayer_(*new
   clock_.start();
   retry_.setSingleShot(true);
   connect(&retry_, &QTimer::timeout, this, &MapSurface::redraw);
+  following_.setSingleShot(true);
+  following_.setTimerType(Qt::PreciseTimer);
+  connect(&following_, &QTimer::timeout, this, &MapSurface::redraw);
   connect(this, &MapSurface::darkChanged, this, &MapSurface::redraw);
 }
 
@@ -81,23 +84,37 @@ QString MapSurface::message() const {
   return map_ && tiles_.first == TileState::unavailable ? map_->noTilesMessage() : QString();
 }
 
+// A change is laid out before the next frame begins: what changes within a frame asks for another one after
+// it.
 void MapSurface::redraw() {
   if (stepping_) return;
   stale_ = true;
-  if (awaited_ || !isVisible()) return;
-  awaited_ = true;
-  QMetaObject::invokeMethod(this, &MapSurface::step, Qt::QueuedConnection);
+  if (posted_ || !isVisible()) return;
+  posted_ = true;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        posted_ = false;
+        step();
+        stepped_ = true;
+      },
+      Qt::QueuedConnection);
 }
 
-// Brings everything up to date. Outside of frames where that can be: what changes within a frame asks for
-// another one after it.
+// A frame is about to be composed: it shows the fingers where they are now, and the next step of a movement,
+// unless a step has just been made for it.
+void MapSurface::frame() {
+  const bool stepped = std::exchange(stepped_, false);
+  if (!stale_ || !isVisible()) return;
+  if (stepped && !gestures_.movesMap())
+    window()->update();
+  else
+    step();
+}
+
 void MapSurface::step() {
   MapView* const shown = view();
-  if (!isVisible() || !shown || !window()) {
-    awaited_ = false;
-    return ticker_.stop();
-  }
-  if (!stale_) return;
+  if (!stale_ || !isVisible() || !shown || !window()) return;
   const QScopedValueRollback guard(stepping_, true);
   const double time = now();
   if (shown->isMoving()) {
@@ -106,35 +123,15 @@ void MapSurface::step() {
   }
   stale_ = false;
   const bool more = layOut(time) || !frame_.steady || board_->isFading();
+  update();
   const bool moves = shown->isMoving();
   steppedAt_ = moves ? time : -1;
-  awaited_ = true;
-  stepped_ = true;
-  update();
-  if (moves || more)
-    ticker_.start();
-  else
-    ticker_.stop();
-}
-
-void MapSurface::Ticker::updateCurrentTime(int) {
-  if (surface_.stepping_ || (surface_.awaited_ && surface_.window()->isExposed())) return;
-  const double time = surface_.now();
-  const bool follows = surface_.frame_.steady && time - surface_.touchedAt_ > untouched;
-  if (follows && surface_.steppedAt_ >= 0 && time - surface_.steppedAt_ < followingStep) return;
-  surface_.stale_ = true;
-  surface_.step();
-}
-
-// A frame is about to be composed: it shows the fingers where they are now. Whatever else has changed since
-// the step that was made for it waits for the next one.
-void MapSurface::frame() {
-  awaited_ = false;
-  const bool stepped = std::exchange(stepped_, false);
-  if (!stale_) return;
-  if (stepped && !gestures_.movesMap()) return redraw();
-  step();
-  awaited_ = stepped_ = false;  // no other frame need come
+  if (moves && !more && time - touchedAt_ > untouched) {
+    following_.start(followingStep);
+  } else if (moves || more) {
+    stale_ = true;
+    window()->update();  // the item's own update() asks for this frame, which may be under way already
+  }
 }
 
 // While the zoom stays, the map moves by whole pixels, so that it neither blurs nor trembles.
@@ -204,13 +201,10 @@ void MapSurface::geometryChange(const QRectF& now, const QRectF& before) {
 void MapSurface::itemChange(ItemChange change, const ItemChangeData& data) {
   if (change == ItemSceneChange) {
     disconnect(frames_);
-    ticker_.stop();
-    awaited_ = false;
     if (data.window) frames_ = connect(data.window, &QQuickWindow::afterAnimating, this, &MapSurface::frame);
   }
   QQuickItem::itemChange(change, data);
   if (change == ItemVisibleHasChanged) {
-    if (!data.boolValue) ticker_.stop();
     if (!data.boolValue && board_) board_->suspend();
     steppedAt_ = -1;
     redraw();

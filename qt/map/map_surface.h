@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAbstractAnimation>
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QQuickItem>
@@ -74,19 +73,6 @@ class MapSurface : public QQuickItem {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  /// Ticks in step with the frames while the map moves.
-  class Ticker final : public QAbstractAnimation {
-   public:
-    explicit Ticker(MapSurface& surface) : surface_(surface) {}
-    int duration() const override { return -1; }
-
-   protected:
-    void updateCurrentTime(int) override;
-
-   private:
-    MapSurface& surface_;
-  };
-
   MapView* view() const { return map_ ? map_->as<MapView>() : nullptr; }
   double now() const { return static_cast<double>(clock_.nsecsElapsed()) / 1e9; }
 
@@ -107,13 +93,12 @@ class MapSurface : public QQuickItem {
   QPointer<QQuickItem> callout_;
 
   QElapsedTimer clock_;
-  bool stale_ = true;     // the next frame differs
-  bool awaited_ = false;  // a step or a frame, which shows all changes until then
+  bool stale_ = true;    // the next frame differs
+  bool posted_ = false;  // a step
   bool stepping_ = false;
-  bool stepped_ = false;   // for the frame that is awaited
+  bool stepped_ = false;   // for the next frame
   double steppedAt_ = -1;  // when the camera was last moved on; below 0 while it rests
   double touchedAt_ = -1;  // the last input
-  Ticker ticker_{*this};
   MapGestures gestures_;
   MapFrame frame_;
   std::pair<TileState, MapStyle> tiles_;  // that the last frame showed
@@ -122,6 +107,7 @@ class MapSurface : public QQuickItem {
   std::optional<MapLines> lines_;
   LineLayer& lineLayer_;  // the first child: everything else on the map lies above it
   QTimer retry_;
+  QTimer following_;
   Connection tilesBack_;
   QMetaObject::Connection frames_;
 };
