@@ -53,8 +53,8 @@ void ActionSheetItem::cancel() {
   if (auto* sheet = as<ActionSheet>()) sheet->cancel();
 }
 
-void CellPictureView::setPicture(const QImage& picture) {
-  picture_ = picture;
+void CellPictureView::show(ActionSheetItem* sheet) {
+  picture_ = sheet ? sheet->picture() : QImage();
   Q_EMIT pictureChanged();
   update();
 }

@@ -16,7 +16,6 @@ class ActionSheetItem : public fleetor::ComponentItem {
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QString title READ title CONSTANT)
   Q_PROPERTY(QString message READ message CONSTANT)
-  Q_PROPERTY(QImage picture READ picture CONSTANT)  ///< a pixel for each cell; null without a picture
   // Of the entries.
   Q_PROPERTY(QStringList titles READ titles CONSTANT)
   Q_PROPERTY(QStringList details READ details CONSTANT)
@@ -26,7 +25,7 @@ class ActionSheetItem : public fleetor::ComponentItem {
   using ComponentItem::ComponentItem;
   QString title() const;
   QString message() const;
-  QImage picture() const;
+  QImage picture() const;  ///< a pixel for each cell; null without a picture
   QStringList titles() const;
   QStringList details() const;
   QList<QUrl> images() const;
@@ -34,17 +33,15 @@ class ActionSheetItem : public fleetor::ComponentItem {
   Q_INVOKABLE void cancel();
 };
 
-/// Draws a picture of cells as large as its sides allow, with sharp edges.
+/// Draws the picture of a sheet as large as its sides allow, with sharp edges.
 class CellPictureView : public QQuickPaintedItem {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(QImage picture READ picture WRITE setPicture NOTIFY pictureChanged)
   Q_PROPERTY(bool filled READ filled NOTIFY pictureChanged)  ///< has a picture
 
  public:
   bool filled() const { return !picture_.isNull(); }
-  QImage picture() const { return picture_; }
-  void setPicture(const QImage& picture);
+  Q_INVOKABLE void show(fleetor::ActionSheetItem* sheet);  ///< takes a copy
   void paint(QPainter* painter) override;
 
  Q_SIGNALS:

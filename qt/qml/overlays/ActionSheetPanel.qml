@@ -16,7 +16,7 @@ Overlay {
             return;
         title.text = sheet.title;
         message.text = sheet.message;
-        code.picture = sheet.picture;
+        code.show(sheet);
         details = sheet.details;
         images = sheet.images;
         titles = sheet.titles;
