@@ -13,9 +13,9 @@ RowBody {
     readonly property string distance: text("distanceLabel")
     readonly property string from: text("fromLabel")
     readonly property string to: text("toLabel")
-    readonly property url picture: (cell?.outlet("kindImageView") as ImageViewItem)?.source ?? ""
-    readonly property bool known: picture.toString() !== ""
-    readonly property bool parking: picture.toString().includes("parking")
+    readonly property string picture: String((cell?.outlet("kindImageView") as ImageViewItem)?.source ?? "")
+    readonly property bool known: picture !== ""
+    readonly property bool parking: picture.includes("parking")
     readonly property color tint: !known ? Theme.accent : parking ? Theme.parking : Theme.driving
 
     function text(name) {
