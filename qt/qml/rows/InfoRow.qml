@@ -76,11 +76,14 @@ RowBody {
 
     Image {
         id: symbol
+
+        readonly property string image: String((row.cell?.outlet("pictureImageView") as ImageViewItem)?.source ?? "")
+
         anchors.left: parent.left
         anchors.leftMargin: Theme.margin + 13
         anchors.verticalCenter: parent.verticalCenter
-        visible: source != "" && !(Theme.large && row.width < 480)
-        source: (row.cell?.outlet("pictureImageView") as ImageViewItem)?.source ?? ""
+        visible: image !== "" && !(Theme.large && row.width < 480)
+        source: image
         sourceSize { width: 22; height: 22 }
     }
 }
