@@ -28,7 +28,7 @@ namespace fleetor::bench {
 /// The demo service at a free port, with the town of seed 7, as long as this object lives.
 class DemoService {
  public:
-  explicit DemoService(QStringList options = {}) {
+  explicit DemoService(const QStringList& options = {}) {
     process_.start(QCoreApplication::applicationDirPath() + "/../demo/fleetor-demo-service",
                    options + QStringList{"--port", "0", "--seed", "7"});
     if (process_.waitForReadyRead(10000))

@@ -22,7 +22,7 @@ class DetailPageViewController : public BaseViewController {
   void setVehicle(Vehicle vehicle) { vehicle_ = std::move(vehicle); }
 
   /// The day chosen in the pager, for the pages that show one.
-  virtual void setDayChoice(std::shared_ptr<DayChoice> /*days*/) {}
+  virtual void setDayChoice(const std::shared_ptr<DayChoice>& /*days*/) {}
 
   /// What has been seen of the vehicle; null for a page without a pager.
   const std::shared_ptr<const VehicleWatch>& watch() const { return watch_; }

@@ -40,7 +40,7 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
   replayButton_.setAction([this](Component&) { replay_.setOpen(true); });
 }
 
-void MapDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
+void MapDetailViewController::setDayChoice(const std::shared_ptr<DayChoice>& days) {
   tripOpened_ = days->tripOpened.connect([this](const OpenedTrip& trip) {
     trip_.open(trip);
     if (bar_.shownDay() == trip.day)
@@ -53,7 +53,7 @@ void MapDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
       [this, days](Component&) { days->stopOpened.emit(*bar_.shownDay(), *timeOfOpenStop()); });
   mapChanged_ =
       mapView().changed.connect([this] { stopCardButton_.setEnabled(timeOfOpenStop() && bar_.shownDay()); });
-  bar_.setChoice(std::move(days));
+  bar_.setChoice(days);
 }
 
 std::optional<float> MapDetailViewController::timeOfOpenStop() {

@@ -52,7 +52,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
   void viewDidDisappear(bool animated) override;
-  void setDayChoice(std::shared_ptr<DayChoice> days) override;
+  void setDayChoice(const std::shared_ptr<DayChoice>& days) override;
   void firstSelected() override;
   void clearView() override;
   void receivedPosition(Coordinate position) override;

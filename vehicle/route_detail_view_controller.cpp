@@ -54,7 +54,7 @@ RouteDetailViewController::RouteDetailViewController(Environment& environment)
   itemsTableView_.setDelegate(this);
 }
 
-void RouteDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
+void RouteDetailViewController::setDayChoice(const std::shared_ptr<DayChoice>& days) {
   stopOpened_ = days->stopOpened.connect([this](const std::string& day, float seconds) {
     wanted_ = seconds;
     if (bar_.shownDay() == day)
@@ -63,7 +63,7 @@ void RouteDetailViewController::setDayChoice(std::shared_ptr<DayChoice> days) {
       bar_.open(day);
   });
   days_ = days;
-  bar_.setChoice(std::move(days));
+  bar_.setChoice(days);
 }
 
 void RouteDetailViewController::showWantedCard() {

@@ -41,7 +41,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   /// The day shown, "yyyy-MM-dd"; none while the program is in the background.
   const std::optional<std::string>& date() const { return day_.date(); }
 
-  void setDayChoice(std::shared_ptr<DayChoice> days) override;
+  void setDayChoice(const std::shared_ptr<DayChoice>& days) override;
   void receivedPosition(Coordinate /*position*/) override { bar_.refresh(); }
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
