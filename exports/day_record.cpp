@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "exports/piece_writer.h"
+#include "platform/number_text.h"
 
 namespace fleetor {
 
@@ -31,7 +32,7 @@ std::string timeTextOf(const DayStop& stop) {
 
 std::string timeTextOf(const DayRecord& record, std::size_t point) {
   if (record.points->seconds.empty()) return {};
-  return record.day + ' ' + clockText(record.points->seconds[point]);
+  return record.day + ' ' + clockText(record.points->seconds[point], ClockDigits::seconds);
 }
 
 const std::string& addressOf(const DayPoints& points, std::size_t point) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "day/day_points.h"
@@ -17,6 +18,7 @@ struct DayRecord {
   std::string day;                          ///< "yyyy-MM-dd"
   std::shared_ptr<const DayPoints> points;  ///< null: not loaded
   std::vector<RouteItem> trips;
+  std::vector<std::pair<std::string, std::string>> totals;  ///< caption, in the user's language, and value
 };
 
 /// A name for the day's file without its ending: the vehicle's name and the day, without what file systems

@@ -5,8 +5,10 @@
 #include <string>
 #include <string_view>
 
+#include "day/day_timeline.h"
 #include "exports/piece_writer.h"
 #include "map/mercator.h"
+#include "platform/number_text.h"
 
 namespace fleetor {
 
@@ -98,18 +100,18 @@ void addMap(Page& page, const DayRecord& record) {
 
 /// The 24 hours: driving in the vehicle's colour, standing light, unknown blank.
 void addRibbon(Page& page, const DayRecord& record) {
-  const DayPoints& points = *record.points;
-  if (points.seconds.empty()) return;
-  const auto add = [&](double from, double to, std::uint32_t colour) {
-    const double left = ribbonBox.x + ribbonBox.width * std::clamp(from / 86400, 0.0, 1.0);
-    const double right = ribbonBox.x + ribbonBox.width * std::clamp(to / 86400, 0.0, 1.0);
-    page.areas.push_back({{left, ribbonBox.y, right - left, ribbonBox.height}, colour});
+  const DayTimeline timeline = DayTimeline::fromPoints(*record.points);
+  if (timeline.isEmpty()) return;
+  const auto place = [](double second) {
+    return ribbonBox.x + ribbonBox.width * second / DayTimeline::length;
   };
-  add(points.seconds.front(), points.seconds.back(), record.colour);
-  for (const DayStop& stop : points.stops)
-    if (stop.parked) add(points.seconds[stop.index], points.seconds[stop.index] + *stop.parked, standing);
+  for (const DayStretch& stretch : timeline.stretches)
+    if (stretch.kind != DayStage::Kind::unknown)
+      page.areas.push_back(
+          {{place(stretch.begin), ribbonBox.y, place(stretch.end) - place(stretch.begin), ribbonBox.height},
+           stretch.kind == DayStage::Kind::driving ? record.colour : standing});
   for (int hour = 0; hour <= 24; hour += 2) {
-    const double x = ribbonBox.x + ribbonBox.width * hour / 24;
+    const double x = place(hour * 3600);
     const double y = ribbonBox.y + ribbonBox.height;
     page.lines.push_back({{{x, y}, {x, y + 1}}, 0.2, faint});
     page.texts.push_back(
@@ -120,26 +122,13 @@ void addRibbon(Page& page, const DayRecord& record) {
       {{{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}, {x, y}}, 0.2, rule});
 }
 
-void addTotals(Page& page, const DayRecord& record, const ExportWords& words) {
-  const DayPoints& points = *record.points;
-  std::vector<std::pair<std::string, std::string>> totals;
-  if (!points.kilometres.empty())
-    totals.emplace_back(words.distance, decimals(points.kilometres.back(), 1) + " km");
-  totals.emplace_back(words.stops, std::to_string(points.stops.size()));
-  double parked = 0;
-  for (const DayStop& stop : points.stops)
-    parked = stop.parked ? parked + *stop.parked : NAN;
-  if (!std::isnan(parked)) totals.emplace_back(words.standing, clockText(parked));
-  if (!points.seconds.empty()) {
-    totals.emplace_back(words.start, clockText(points.seconds.front()));
-    totals.emplace_back(words.end, clockText(points.seconds.back()));
-  }
-  const double width = contentWidth / 5;
-  for (std::size_t i = 0; i < totals.size(); ++i) {
-    const double x = margin + width * static_cast<double>(i);
-    page.texts.push_back(
-        {{x, totalsTop, width - 2, 5}, totals[i].first, 8, false, PageText::Align::start, faint});
-    page.texts.push_back({{x, totalsTop + 5, width - 2, 6}, totals[i].second, 12, true});
+void addTotals(Page& page, const DayRecord& record) {
+  const double width = contentWidth / 7;
+  double x = margin;
+  for (const auto& [caption, text] : record.totals) {
+    page.texts.push_back({{x, totalsTop, width - 2, 5}, caption, 8, false, PageText::Align::start, faint});
+    page.texts.push_back({{x, totalsTop + 5, width - 2, 6}, text, 11, true});
+    x += width;
   }
 }
 
@@ -195,7 +184,7 @@ Page driversLog(const DayRecord& record, const ExportWords& words) {
       {{margin + 120, 23, 60, 7}, record.vehicle.registration.str(), 12, false, PageText::Align::end, faint});
   addMap(page, record);
   addRibbon(page, record);
-  addTotals(page, record, words);
+  addTotals(page, record);
   addTrips(page, record, words);
   return page;
 }

@@ -10,9 +10,7 @@ ExportWords ExportWords::of(const Localizer& localized) {
           .duration = localized("Duration"),
           .distance = localized("Distance"),
           .from = localized("From"),
-          .to = localized("To"),
-          .stops = localized("Stops"),
-          .standing = localized("Standing")};
+          .to = localized("To")};
 }
 
 }  // namespace fleetor

@@ -8,7 +8,7 @@ namespace fleetor {
 
 /// The words of a file in the user's language.
 struct ExportWords {
-  std::string log, status, start, end, duration, distance, from, to, stops, standing;
+  std::string log, status, start, end, duration, distance, from, to;
 
   static ExportWords of(const Localizer& localized);
 };

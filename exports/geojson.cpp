@@ -1,5 +1,6 @@
 #include "exports/formats.h"
 #include "exports/piece_writer.h"
+#include "platform/number_text.h"
 
 namespace fleetor {
 

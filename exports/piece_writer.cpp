@@ -1,9 +1,6 @@
 #include "exports/piece_writer.h"
 
-#include <array>
 #include <charconv>
-#include <cmath>
-#include <cstdio>
 
 namespace fleetor {
 
@@ -88,20 +85,6 @@ std::string csvCell(std::string_view text) {
   }
   if (cell.find_first_of("\",;") == std::string::npos) return cell;
   return '"' + cell + '"';
-}
-
-std::string decimals(double number, int places) {
-  std::array<char, 64> text{};
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, places).ptr;
-  return {text.data(), end};
-}
-
-std::string clockText(double seconds) {
-  const long whole = std::lround(std::floor(seconds));
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%02ld:%02ld:%02ld", whole / 3600, whole / 60 % 60, whole % 60);
-  return text.data();
 }
 
 }  // namespace fleetor

@@ -39,10 +39,4 @@ std::string jsonQuoted(std::string_view text);
 /// in front; a plain number does not.
 std::string csvCell(std::string_view text);
 
-/// With that many decimals and a point, whatever the locale.
-std::string decimals(double number, int places);
-
-/// "07:03:12" of so many seconds since midnight; "24:00:00" is the end of the day.
-std::string clockText(double seconds);
-
 }  // namespace fleetor

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "exports/piece_writer.h"
+#include "platform/number_text.h"
 
 namespace fleetor {
 

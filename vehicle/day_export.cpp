@@ -3,10 +3,12 @@
 #include <cmath>
 #include <utility>
 
+#include "day/day_totals.h"
 #include "exports/drivers_log.h"
 #include "exports/formats.h"
 #include "service/api.h"
 #include "ui/containers/window.h"
+#include "vehicle/day_views.h"
 #include "vehicle/detail_page_view_controller.h"
 
 namespace fleetor {
@@ -112,23 +114,30 @@ class Export : public std::enable_shared_from_this<Export> {
     API::getWithPath("/route", params(), modelClass<RouteResponse>, {},
                      [self = shared_from_this()](auto response, auto kind, long, auto&) {
                        if (kind != ResponseKindSuccess) return;
-                       self->day_.trips = *response->route;
+                       self->day_.trips = std::move(*response);
                        self->proceed();
                      });
   }
 
   void save() {
-    const bool isEmpty = format_.needsPoints ? day_.points->size() == 0 : day_.trips->empty();
+    const bool isEmpty = format_.needsPoints ? day_.points->size() == 0 : day_.trips->route->empty();
     if (isEmpty)
       return environment_.window->showToast(
           environment_.device.localizedString("There is nothing on this day"), toastSeconds, false);
-    DayRecord record{day_.vehicle,
-                     rgbOf(DetailPageViewController::colorFromHexString(day_.vehicle.mapLineColor)), day_.day,
-                     day_.points, day_.trips.value_or(std::vector<RouteItem>())};
+    DayRecord record{
+        day_.vehicle, rgbOf(DetailPageViewController::colorFromHexString(day_.vehicle.mapLineColor)),
+        day_.day,     day_.points,
+        {},           {}};
+    const Localizer localized = [&device = environment_.device](const std::string& key) {
+      return device.localizedString(key);
+    };
+    if (day_.trips) {
+      for (auto& [caption, value] : factsOf(DayTotals::fromAnswer(*day_.trips, day_.day), localized))
+        record.totals.emplace_back(std::move(caption), std::move(value));
+      record.trips = std::move(*day_.trips->route);
+    }
     const std::string name = fileNameOf(record) + format_.ending;
-    const Device& device = environment_.device;
-    const auto words =
-        ExportWords::of([&device](const std::string& key) { return device.localizedString(key); });
+    const auto words = ExportWords::of(localized);
     environment_.documents->save(
         {name, [&format = format_, &documents = *environment_.documents, record = std::move(record),
                 words](const PieceSink& sink) { return format.write(record, words, documents, sink); }},

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "exports/day_record.h"
+#include "service/envelopes.h"
 #include "ui/controls/controls.h"
 #include "ui/environment.h"
 
@@ -15,9 +16,9 @@ namespace fleetor {
 /// A day of a vehicle that the user may take along as a file, and what the page has of it already.
 struct ExportableDay {
   Vehicle vehicle;
-  std::string day;                              ///< "yyyy-MM-dd"
-  std::shared_ptr<const DayPoints> points;      ///< null: not loaded
-  std::optional<std::vector<RouteItem>> trips;  ///< nothing: not loaded
+  std::string day;                          ///< "yyyy-MM-dd"
+  std::shared_ptr<const DayPoints> points;  ///< null: not loaded
+  std::optional<RouteResponse> trips;       ///< nothing: not loaded
 };
 
 /// "exportButton" of a page that shows a day. A tap shows a sheet of formats. What the chosen one needs and

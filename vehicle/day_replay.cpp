@@ -1,10 +1,10 @@
 #include "vehicle/day_replay.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 #include <utility>
+
+#include "platform/number_text.h"
 
 namespace fleetor {
 
@@ -14,18 +14,8 @@ constexpr double textInterval = 0.1;  // seconds
 constexpr double sightInset = 0.2;    // of the map, at each edge
 constexpr int firstRate = 60;
 
-std::string replayTime(double moment, bool withSeconds) {
-  const int second = static_cast<int>(moment);
-  std::array<char, 16> text{};
-  const int length = std::snprintf(text.data(), text.size(), withSeconds ? "%02d:%02d:%02d" : "%02d:%02d",
-                                   second / 3600, second / 60 % 60, second % 60);
-  return {text.data(), static_cast<std::size_t>(length)};
-}
-
 std::string replayDistance(const DayPath& path, double kilometres) {
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%s%.1f km", path.hasSentDistance() ? "" : "≈ ", kilometres);
-  return text.data();
+  return (path.hasSentDistance() ? "" : "≈ ") + decimals(kilometres, 1) + " km";
 }
 
 }  // namespace
@@ -136,7 +126,7 @@ void DayReplay::presentTexts(const DayPlace& place) {
   const DayPath& path = replay_->path();
   State now = state();
   now.playing = replay_->isPlaying();
-  now.time = replayTime(replay_->moment(), true);
+  now.time = clockText(replay_->moment(), ClockDigits::seconds);
   now.distance = replayDistance(path, place.kilometres);
   now.speed =
       place.averageSpeed ? std::to_string(static_cast<int>(std::lround(*place.averageSpeed))) + " km/h" : "";
@@ -145,7 +135,7 @@ void DayReplay::presentTexts(const DayPlace& place) {
   now.note = "";
   if (place.pause)
     now.note = device_.localizedString(now.gap ? "No positions were sent" : "Standing") + ", " +
-               replayTime(place.pause->begin, false) + " – " + replayTime(place.pause->end, false);
+               clockText(place.pause->begin) + " – " + clockText(place.pause->end);
   show(std::move(now));
 }
 

@@ -1,21 +1,13 @@
 #include "vehicle/day_views.h"
 
-#include <charconv>
-#include <cstdio>
 #include <utility>
 #include <vector>
+
+#include "platform/number_text.h"
 
 namespace fleetor {
 
 namespace {
-
-/// "07:03" of seconds since midnight.
-std::string clockText(double seconds) {
-  const int minutes = static_cast<int>(seconds / 60);
-  char text[16];
-  std::snprintf(text, sizeof text, "%02d:%02d", minutes / 60, minutes % 60);
-  return text;
-}
 
 std::string replaced(std::string text, std::string_view placeholder, const std::string& value) {
   if (const auto at = text.find(placeholder); at != std::string::npos)
@@ -43,16 +35,8 @@ TimeRibbon::Weight weightOf(DayStage::Kind kind) {
 /// "1:05 h".
 std::string hoursText(std::chrono::seconds duration) {
   const auto minutes = std::chrono::round<std::chrono::minutes>(duration).count();
-  char text[32];
-  std::snprintf(text, sizeof text, "%d:%02d h", static_cast<int>(minutes / 60),
-                static_cast<int>(minutes % 60));
-  return text;
-}
-
-std::string kilometresText(double kilometres) {
-  char text[64];
-  const auto end = std::to_chars(text, text + sizeof text, kilometres, std::chars_format::fixed, 1).ptr;
-  return std::string(text, end) + " km";
+  return std::to_string(minutes / 60) + (minutes % 60 < 10 ? ":0" : ":") + std::to_string(minutes % 60) +
+         " h";
 }
 
 }  // namespace
@@ -75,21 +59,22 @@ void showTimeline(TimeRibbon& ribbon, DayTimeline day, Color color, Localizer lo
               });
 }
 
-void showTotals(FactStrip& strip, const DayTotals& totals, const Localizer& localized) {
+std::vector<FactStrip::Fact> factsOf(const DayTotals& totals, const Localizer& localized) {
   std::vector<FactStrip::Fact> facts;
   const auto add = [&facts](std::string caption, const auto& value, auto text) {
     if (value) facts.push_back({std::move(caption), text(*value)});
   };
+  const auto distance = [](double kilometres) { return decimals(kilometres, 1) + " km"; };
   const auto number = [](int value) { return std::to_string(value); };
   const auto clock = [](std::chrono::seconds time) { return clockText(static_cast<double>(time.count())); };
-  add(localized("Distance"), totals.kilometres, kilometresText);
+  add(localized("Distance"), totals.kilometres, distance);
   add(localized("Trips"), totals.trips, number);
   add(localized("Stops"), totals.stops, number);
   add(localized("Driving time"), totals.driving, hoursText);
   add(localized("Standing time"), totals.standing, hoursText);
   add(localized("First start"), totals.firstStart, clock);
   add(localized("Last arrival"), totals.lastArrival, clock);
-  strip.setFacts(std::move(facts));
+  return facts;
 }
 
 }  // namespace fleetor

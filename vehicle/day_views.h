@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "day/day_timeline.h"
 #include "day/day_totals.h"
@@ -18,7 +19,7 @@ using PlaceOf = std::function<std::string(const DayStretch& stretch)>;
 /// Mill Lane 5".
 void showTimeline(TimeRibbon& ribbon, DayTimeline day, Color color, Localizer localized, PlaceOf placeOf);
 
-/// Shows what is known of the totals.
-void showTotals(FactStrip& strip, const DayTotals& totals, const Localizer& localized);
+/// What is known of the totals, as texts.
+std::vector<FactStrip::Fact> factsOf(const DayTotals& totals, const Localizer& localized);
 
 }  // namespace fleetor

@@ -39,7 +39,7 @@ RouteDetailViewController::RouteDetailViewController(Environment& environment)
       bar_(environment, *this, localized("No trips on {day}")),
       export_(environment, *this, [this] {
         return ExportableDay{vehicle(), bar_.shownDay() ? *bar_.shownDay() : date().value_or(""), nullptr,
-                             bar_.shownDay() ? items_.route : std::nullopt};
+                             bar_.shownDay() ? std::optional(items_) : std::nullopt};
       }) {
   outlet("itemsTableView", itemsTableView_);
   outlet("dayRibbon", dayRibbon_);
@@ -163,7 +163,7 @@ void RouteDetailViewController::showDay() {
   timeline_ = isShown ? DayTimeline::fromRows(*items_.route, *date()) : DayTimeline();
   showTimeline(dayRibbon_, timeline_, colorFromHexString(vehicle().mapLineColor), words,
                [this](const DayStretch& stretch) { return items_.route->at(stretch.last).to.str(); });
-  showTotals(dayTotals_, isShown ? DayTotals::fromAnswer(items_, *date()) : DayTotals(), words);
+  dayTotals_.setFacts(factsOf(isShown ? DayTotals::fromAnswer(items_, *date()) : DayTotals(), words));
 }
 
 void RouteDetailViewController::showRowOfMoment() {

@@ -31,6 +31,7 @@ inline DayRecord dayOfTests(const std::string& text) {
   trip.from = "Depot";
   trip.to = text;
   record.trips = {trip};
+  record.totals = {{"Distance", "1.2 km"}};
   return record;
 }
 

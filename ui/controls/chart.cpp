@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <limits>
+
+#include "platform/number_text.h"
 
 namespace fleetor {
 
@@ -24,17 +25,7 @@ double roundStep(double least) {
 
 /// With as many decimals as the step needs.
 std::string numberText(double value, double step) {
-  const int decimals = static_cast<int>(std::clamp(std::ceil(-std::log10(step) - 1e-9), 0.0, 6.0));
-  std::array<char, 48> text{};
-  std::snprintf(text.data(), text.size(), "%.*f", decimals, value == 0 ? 0 : value);
-  return text.data();
-}
-
-std::string clockText(double second) {
-  const int minutes = static_cast<int>(second / 60);
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "%02d:%02d", minutes / 60, minutes % 60);
-  return text.data();
+  return decimals(value, static_cast<int>(std::clamp(std::ceil(-std::log10(step) - 1e-9), 0.0, 6.0)));
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #include "vehicle/watch/vehicle_watch.h"
 
 #include <chrono>
-#include <cstdio>
 
 #include "day/day_points.h"
 #include "map/great_circle.h"
+#include "platform/number_text.h"
 #include "values/quantities.h"
 #include "values/times.h"
 
@@ -54,11 +54,8 @@ void VehicleWatch::received(const DayPoints& points, const std::string& day) {
       std::chrono::floor<std::chrono::days>(*reported) != *date ||
       distanceInMetres(points.coordinates.back(), last_->coordinate()) > samePlace)
     return;
-  const std::chrono::hh_mm_ss time(*since - std::chrono::floor<std::chrono::days>(*since));
-  char text[8];
-  std::snprintf(text, sizeof text, "%02d:%02d", static_cast<int>(time.hours().count()),
-                static_cast<int>(time.minutes().count()));
-  motion_->reportedSince = text;
+  const std::chrono::duration<double> time = *since - std::chrono::floor<std::chrono::days>(*since);
+  motion_->reportedSince = clockText(time.count());
 }
 
 }  // namespace fleetor

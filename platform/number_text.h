@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string>
+
+namespace fleetor {
+
+// Numbers as texts, the same in every locale. Any thread.
+
+/// With that many decimals, at most 17, and a point. Finite numbers only.
+inline std::string decimals(double number, int places) {
+  std::array<char, 336> text{};  // 309 digits before the point
+  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number == 0 ? 0 : number,
+                                     std::chars_format::fixed, places)
+                           .ptr};
+}
+
+enum class ClockDigits { minutes, seconds };
+
+/// "07:03", or "07:03:12", of so many seconds since midnight, at least 0; "24:00" is the end of the day.
+inline std::string clockText(double seconds, ClockDigits digits = ClockDigits::minutes) {
+  const auto whole = static_cast<long>(std::floor(seconds));
+  const auto two = [](long number) { return (number < 10 ? "0" : "") + std::to_string(number); };
+  const std::string text = two(whole / 3600) + ':' + two(whole / 60 % 60);
+  return digits == ClockDigits::minutes ? text : text + ':' + two(whole % 60);
+}
+
+}  // namespace fleetor
