@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/filled_text.h"
 #include "ui/calendar.h"
 
 namespace fleetor {
@@ -13,12 +14,6 @@ constexpr Seconds progressInterval{0.3};
 
 std::string kilobytes(std::int64_t bytes) {
   return std::to_string((bytes + 999) / 1000);
-}
-
-/// The text with the value in place of a {name}.
-std::string filled(std::string text, const std::string& name, const std::string& value) {
-  if (const auto at = text.find(name); at != std::string::npos) text.replace(at, name.size(), value);
-  return text;
 }
 
 }  // namespace

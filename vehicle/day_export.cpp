@@ -6,6 +6,7 @@
 #include "day/day_totals.h"
 #include "exports/drivers_log.h"
 #include "exports/formats.h"
+#include "platform/filled_text.h"
 #include "service/api.h"
 #include "ui/containers/window.h"
 #include "vehicle/day_views.h"
@@ -66,11 +67,7 @@ void report(Environment& environment, SaveOutcome outcome, const std::string& pl
     }
     return device.localizedString("The file could not be saved");
   };
-  std::string text = words();
-  constexpr std::string_view placeholder = "{place}";
-  if (const auto at = text.find(placeholder); at != std::string::npos)
-    text.replace(at, placeholder.size(), place);
-  environment.window->showToast(text, toastSeconds, false);
+  environment.window->showToast(filled(words(), "{place}", place), toastSeconds, false);
 }
 
 std::uint32_t rgbOf(const Color& color) {

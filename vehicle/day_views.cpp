@@ -3,17 +3,12 @@
 #include <utility>
 #include <vector>
 
+#include "platform/filled_text.h"
 #include "platform/number_text.h"
 
 namespace fleetor {
 
 namespace {
-
-std::string replaced(std::string text, std::string_view placeholder, const std::string& value) {
-  if (const auto at = text.find(placeholder); at != std::string::npos)
-    text.replace(at, placeholder.size(), value);
-  return text;
-}
 
 std::string wordOf(DayStage::Kind kind, const Localizer& localized) {
   switch (kind) {
@@ -53,8 +48,8 @@ void showTimeline(TimeRibbon& ribbon, DayTimeline day, Color color, Localizer lo
                 const DayStretch& stretch = day.stretches.at(index);
                 const std::string place = stretch.kind == DayStage::Kind::unknown ? "" : placeOf(stretch);
                 const std::string times =
-                    replaced(replaced(localized("{from} to {to}"), "{from}", clockText(stretch.begin)),
-                             "{to}", clockText(stretch.end));
+                    filled(filled(localized("{from} to {to}"), "{from}", clockText(stretch.begin)), "{to}",
+                           clockText(stretch.end));
                 return times + ", " + wordOf(stretch.kind, localized) + (place.empty() ? "" : ", " + place);
               });
 }

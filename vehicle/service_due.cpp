@@ -5,6 +5,7 @@
 #include <cmath>
 #include <optional>
 
+#include "platform/filled_text.h"
 #include "values/quantities.h"
 #include "values/times.h"
 
@@ -18,13 +19,7 @@ constexpr std::int64_t longestAgo = 5'000;      ///< km
 constexpr std::int64_t farthestAhead = 50'000;  ///< km
 
 std::string sentence(std::string text, const std::string& what, std::int64_t count) {
-  const auto put = [&text](std::string_view placeholder, const std::string& value) {
-    if (const auto at = text.find(placeholder); at != std::string::npos)
-      text.replace(at, placeholder.size(), value);
-  };
-  put("{count}", std::to_string(std::abs(count)));
-  put("{what}", what);
-  return text;
+  return filled(filled(std::move(text), "{count}", std::to_string(std::abs(count))), "{what}", what);
 }
 
 std::string inDays(const std::string& what, std::int64_t days, const Localizer& localized) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/filled_text.h"
 #include "ui/notification_center.h"
 #include "values/quantities.h"
 
@@ -23,10 +24,8 @@ Seconds untilNext(Seconds step, Seconds age) {
   return step - Seconds(std::fmod(age.count(), step.count()));
 }
 
-std::string filled(std::string text, long number) {
-  if (const auto place = text.find("{}"); place != std::string::npos)
-    text.replace(place, 2, std::to_string(number));
-  return text;
+std::string withNumber(std::string text, long number) {
+  return filled(std::move(text), "{}", std::to_string(number));
 }
 
 }  // namespace
@@ -87,14 +86,12 @@ void LiveStatus::clear() {
 
 std::string LiveStatus::duration(Seconds time) const {
   const long minutes = std::lround(std::floor(time / minute));
-  const std::string rest = filled(localized("{} min"), minutes % 60);
-  return minutes < 60 ? rest : filled(localized("{} h"), minutes / 60) + " " + rest;
+  const std::string rest = withNumber(localized("{} min"), minutes % 60);
+  return minutes < 60 ? rest : withNumber(localized("{} h"), minutes / 60) + " " + rest;
 }
 
 std::string LiveStatus::withTime(const char* key, const std::string& time) const {
-  std::string text = localized(key);
-  if (const auto place = text.find("{time}"); place != std::string::npos) text.replace(place, 6, time);
-  return text;
+  return filled(localized(key), "{time}", time);
 }
 
 // What the vehicle does is not known any more when its records stay away.
@@ -118,7 +115,7 @@ void LiveStatus::update() {
   const long fives = std::lround(std::floor(age / firstSteps));
   ageLabel_.setText(!arrived_        ? ""
                     : age < freshFor ? localized("now")
-                    : age < minute   ? filled(localized("{} s"), 5 * fives)
+                    : age < minute   ? withNumber(localized("{} s"), 5 * fives)
                                      : duration(age));
   const char* const marks[] = {"AgeFresh", "AgeLate", "AgeOld"};
   ageImageView_.setImage(arrived_ ? marks[static_cast<int>(freshness_)] : "");
