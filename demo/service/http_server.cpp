@@ -1,6 +1,7 @@
 #include "demo/service/http_server.h"
 
 #include <sys/socket.h>
+#include <zlib.h>
 
 #include <thread>
 
@@ -38,6 +39,31 @@ class ThreadPerConnection : public httplib::TaskQueue {
   std::condition_variable free_;
   std::size_t running_ = 0;
 };
+
+constexpr std::size_t worthPacking = 1024;  // bytes
+
+bool canBePacked(const httplib::Request& request, const ServiceReply& reply) {
+  return reply.body.size() >= worthPacking && reply.contentType.starts_with("application/json") &&
+         request.get_header_value("Accept-Encoding").find("gzip") != std::string::npos;
+}
+
+// Nothing when there is no memory for it.
+std::optional<std::string> gzip(std::string& bytes) {
+  constexpr int gzipFormat = 16;
+  z_stream stream{};
+  if (deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, MAX_WBITS + gzipFormat, MAX_MEM_LEVEL,
+                   Z_DEFAULT_STRATEGY) != Z_OK)
+    return {};
+  std::string packed(deflateBound(&stream, bytes.size()), '\0');
+  stream.next_in = reinterpret_cast<Bytef*>(bytes.data());
+  stream.avail_in = static_cast<uInt>(bytes.size());
+  stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+  stream.avail_out = static_cast<uInt>(packed.size());
+  deflate(&stream, Z_FINISH);
+  packed.resize(stream.total_out);
+  deflateEnd(&stream);
+  return packed;
+}
 
 }  // namespace
 
@@ -97,6 +123,11 @@ void HttpServer::serve(const httplib::Request& request, httplib::Response& respo
                                   });
     return;
   }
+  if (canBePacked(request, reply))
+    if (auto packed = gzip(reply.body)) {
+      reply.body = std::move(*packed);
+      response.set_header("Content-Encoding", "gzip");
+    }
   response.body = std::move(reply.body);
   response.set_header("Content-Type", reply.contentType);
 }

@@ -24,9 +24,13 @@ class DemoTrack : public testing::Test {
   DemoTrack() { service.signIn(); }
 
   Json list(const std::string& what, int vehicle, const std::string& day) {
-    const Json answer = service.get("/" + what + "?vehid=" + std::to_string(vehicle) + "&date=" + day).json;
-    EXPECT_EQ(answer["total"], answer[what].size());
-    return answer[what];
+    httplib::Headers headers = RunningService::bearer(service.token);
+    headers.emplace("Accept-Encoding", "gzip");
+    const auto answer =
+        service.get("/" + what + "?vehid=" + std::to_string(vehicle) + "&date=" + day, headers);
+    EXPECT_EQ(answer.headers.contains("Content-Encoding"), answer.body.size() >= 1024) << what << day;
+    EXPECT_EQ(answer.json["total"], answer.json[what].size());
+    return answer.json[what];
   }
   Json liveAt(int vehicle, Instant when) {
     service.now = when;
