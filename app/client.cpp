@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <utility>
 
+#include "app/heap.h"
 #include "model/vehicle_records.h"
 #include "qt/device/url_programs.h"
 #include "qt/page_printer.h"
@@ -18,6 +19,10 @@
 #include "vehicle/notifications.h"
 
 namespace fleetor {
+
+namespace {
+constexpr Seconds settled{2};  ///< after which nothing of the screens is still on its way out
+}
 
 Client::Client(Setup setup)
     : serviceURL_(std::move(setup.serviceURL)),
@@ -71,6 +76,11 @@ Client::Client(Setup setup)
         this, ScreenDidAppearNotification, [this](const Notification& notification) {
           usage_.count("screen " + std::any_cast<const std::string&>(notification.object));
         });
+  notificationCenter_.addObserver(this, UIApplicationDidEnterBackgroundNotification,
+                                  [this](const Notification&) {
+                                    tiles_.memory().dropUnused();
+                                    queues_->mainAfter(settled, returnFreeMemory);
+                                  });
   // Whatever kept the service from answering most likely kept the tiles from coming too.
   notificationCenter_.addObserver(
       this, kFleetorNotificationLive, [this, failed = false](const Notification& notification) mutable {

@@ -13,7 +13,7 @@
 
 #include "app/client.h"
 #include "app/exit_guard.h"
-#include "app/large_blocks.h"
+#include "app/heap.h"
 #include "app/options.h"
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"

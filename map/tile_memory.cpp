@@ -27,4 +27,15 @@ void TileMemory::put(Entry entry) {
   }
 }
 
+void TileMemory::dropUnused() {
+  std::erase_if(entries_, [this](const Entry& entry) {
+    const bool isUnused = entry.image.use_count() == 1;
+    if (isUnused) {
+      size_ -= entry.image->sizeInBytes();
+      places_.erase(entry.key);
+    }
+    return isUnused;
+  });
+}
+
 }  // namespace fleetor

@@ -27,6 +27,9 @@ class TileMemory {
 
   void put(Entry entry);
 
+  /// Drops the images that nobody else holds: those that are not on a map now.
+  void dropUnused();
+
  private:
   std::size_t limit_;
   std::size_t size_ = 0;

@@ -354,7 +354,7 @@ TEST_F(TileBoardTest, KnowsWhenTilesShowAndWhenNoneAreAvailable) {
   EXPECT_EQ(board.state(), TileState::unavailable);
 }
 
-TEST(TileMemory, ForgetsTheLeastRecentlyUsed) {
+TEST(TileMemory, ForgetsTheLeastRecentlyUsedAndWhatNobodyShows) {
   TileMemory memory(3000);
   const auto key = [](int x) { return TileKey{MapStyle::dark, 1, {5, x, 0}}; };
   for (const int x : {1, 2, 3})
@@ -366,6 +366,15 @@ TEST(TileMemory, ForgetsTheLeastRecentlyUsed) {
   EXPECT_NE(memory.find(key(1)), nullptr);
   ASSERT_NE(memory.find(key(3)), nullptr);
   EXPECT_TRUE(memory.find(key(3))->stale);
+
+  const auto onMap = std::make_shared<FakeImage>();
+  memory.put({key(4), onMap});
+  memory.put({key(1), std::make_shared<FakeImage>()});
+  memory.dropUnused();
+  EXPECT_EQ(memory.find(key(1)), nullptr);
+  for (const int x : {5, 6})
+    memory.put({key(x), someImage.image});
+  EXPECT_NE(memory.find(key(4)), nullptr) << "there is room for three again";
 }
 
 }  // namespace

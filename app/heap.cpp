@@ -1,4 +1,4 @@
-#include "app/large_blocks.h"
+#include "app/heap.h"
 
 #include <cstdlib>
 
@@ -13,6 +13,12 @@ void returnLargeBlocks() {
   constexpr int large = 1 << 20;
   mallopt(M_MMAP_THRESHOLD, large);
   mallopt(M_TRIM_THRESHOLD, 2 * large);
+#endif
+}
+
+void returnFreeMemory() {
+#ifdef __GLIBC__
+  malloc_trim(0);
 #endif
 }
 

@@ -6,4 +6,7 @@ namespace fleetor {
 /// up to 64 MB a thread after a few large answers. Call it before other threads are started.
 void returnLargeBlocks();
 
+/// Returns what is free between the blocks in use to the system. Takes some milliseconds. Any thread.
+void returnFreeMemory();
+
 }  // namespace fleetor
