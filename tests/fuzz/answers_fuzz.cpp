@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -23,7 +25,8 @@ namespace {
 using namespace fleetor;
 
 const HttpTransport::Limits limits{.bodyBytes = 2000, .headBytes = 2000, .redirects = 3};
-const std::string secret = "s3cretZq";
+/// Derived from the input, so that no input holds its own.
+std::string secret;
 
 /// The services behind all addresses: each connection gets the next answer, and then nothing more.
 class Services {
@@ -141,11 +144,14 @@ void unpack(const std::string& text, std::size_t format, std::size_t cut) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const bool isReached = [] {
+    secret = "secret";
     Services one({"HTTP/1.1 200 OK\r\n\r\nx"});
     return fetch("POST", one).body == "x" && one.requests()[0].find(secret) != std::string::npos;
   }();
   require(isReached, "an answer arrives");
 
+  const std::string_view input(reinterpret_cast<const char*>(data), size);
+  secret = "secret" + std::to_string(std::hash<std::string_view>()(input));
   Bytes bytes(data, size);
   const std::string method = bytes.next() % 2 ? "POST" : "GET";
   const std::size_t format = bytes.next(), cut = bytes.next();
