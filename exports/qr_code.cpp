@@ -15,8 +15,7 @@ QrCode qrCodeOf(const std::string& text) {
   QrCode code{side, std::vector<bool>(static_cast<std::size_t>(side) * static_cast<std::size_t>(side))};
   for (int y = 0; y < made->width; ++y)
     for (int x = 0; x < made->width; ++x)
-      code.dark[static_cast<std::size_t>((y + border) * side + x + border)] =
-          (made->data[y * made->width + x] & 1) != 0;
+      code.dark[code.indexOf(x + border, y + border)] = (made->data[y * made->width + x] & 1) != 0;
   return code;
 }
 

@@ -211,7 +211,7 @@ void APIHTTPClient::JSONFromURLWithString(const std::string& url, const std::str
                                           const std::optional<Params>& params,
                                           const std::optional<Data>& bodyData, const Headers& headers,
                                           bool jsonResponse, APIHTTPCompletion completion,
-                                          std::shared_ptr<TransferProgress> progress) {
+                                          const std::shared_ptr<TransferProgress>& progress) {
   const auto serializer = jsonResponse ? ResponseSerializer::JSON : ResponseSerializer::plain;
   auto shared = std::make_shared<const APIHTTPCompletion>(std::move(completion));
 

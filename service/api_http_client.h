@@ -97,7 +97,7 @@ class APIHTTPClient {
   static void JSONFromURLWithString(const std::string& url, const std::string& method,
                                     const std::optional<Params>& params, const std::optional<Data>& bodyData,
                                     const Headers& headers, bool jsonResponse, APIHTTPCompletion completion,
-                                    std::shared_ptr<TransferProgress> progress = {});
+                                    const std::shared_ptr<TransferProgress>& progress = {});
 
   /// Classifies a failed operation, logs it and reports it to the completion.
   static void handleError(const APIFailure& error, HTTPRequestOperation operation,

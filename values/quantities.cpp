@@ -38,8 +38,8 @@ DigitGroup takeNextGroup(Cursor& cursor) {
   const char separator = take(".")                                   ? '.'
                          : take(",")                                 ? ','
                          : std::ranges::any_of(Cursor::blanks, take) ? ' '
-                                                                     : 0;
-  if (separator == 0) return {};
+                                                                     : '\0';
+  if (separator == '\0') return {};
   const DigitGroup group{separator, takeAllDigits(ahead)};
   if (!group.digits.empty()) cursor = ahead;
   return group;

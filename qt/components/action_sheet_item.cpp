@@ -28,9 +28,10 @@ QImage ActionSheetItem::picture() const {
   if (!sheet || sheet->content().picture.side == 0) return {};
   const auto& [side, dark] = sheet->content().picture;
   QImage image(side, side, QImage::Format_RGB32);
+  auto isDark = dark.begin();
   for (int y = 0; y < side; ++y)
     for (int x = 0; x < side; ++x)
-      image.setPixelColor(x, y, dark[static_cast<std::size_t>(y * side + x)] ? Qt::black : Qt::white);
+      image.setPixelColor(x, y, *isDark++ ? Qt::black : Qt::white);
   return image;
 }
 QStringList ActionSheetItem::titles() const {

@@ -19,10 +19,8 @@ class SaveQuestion : public QObject {
 
   SaveQuestion(const std::string& name, Answered answered, QObject* parent);
 
- private Q_SLOTS:
-  void respond(uint response, const QVariantMap& results);
-
  private:
+  Q_SLOT void respond(uint response, const QVariantMap& results);
   void answer(Answer answer, const std::string& path = {});
 
   QDBusConnection bus_ = QDBusConnection::sessionBus();

@@ -89,6 +89,7 @@ TEST(DayPath, PlacesTheVehicleBetweenTwoPoints) {
 
   // What a receiver scatters from second to second is no speed.
   std::vector<std::pair<float, double>> zigzag;
+  zigzag.reserve(40);
   for (int second = 0; second < 40; ++second)
     zigzag.emplace_back(static_cast<float>(second), 10 * second + (second % 2 ? 2 : -2));
   EXPECT_NEAR(pathOf(dayOf(zigzag)).at(20).averageSpeed.value(), 36, 2);

@@ -21,7 +21,7 @@ TEST(Position, NoTextBreaksOutOfAMail) {
 TEST(QrCode, HasItsThreeCornersWithinAQuietBorder) {
   const QrCode code = qrCodeOf("geo:50.061430,19.937440");
   ASSERT_GE(code.side, 21 + 8);
-  const auto dark = [&](int x, int y) { return code.dark[static_cast<std::size_t>(y * code.side + x)]; };
+  const auto dark = [&](int x, int y) { return code.isDark(x, y); };
   const int last = code.side - 1;
   for (int i = 0; i <= last; ++i)
     for (const int edge : {0, 3, last - 3, last})

@@ -49,6 +49,7 @@ TEST(Chart, MarksWholeMinutesAndHours) {
 TEST(Chart, DrawsExtremesOfAllPointsInFewStepsAndBreaksWhereNothingIsKnown) {
   Chart chart;
   std::vector<Chart::Point> points;
+  points.reserve(86400);
   for (int i = 0; i < 86400; ++i)
     points.push_back({static_cast<double>(i), i == 43210 ? 80.0 : i % 2 ? 10.0 : 0.0});
   chart.setPoints(points);

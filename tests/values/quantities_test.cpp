@@ -56,9 +56,9 @@ TEST(Quantities, NumbersAreReadWhereOnlyOneReadingIsPossible) {
 // A separator that is lost, doubled or moved may make a number unreadable, never one a thousand times larger.
 TEST(Quantities, NumbersAreReadBackWithEitherSeparator) {
   for (int hundredths = -100000; hundredths < 10000000; hundredths += 997) {
-    std::string text =
+    std::string text = hundredths > -100 && hundredths < 0 ? "-" : "";
+    text +=
         std::to_string(hundredths / 100) + "." + std::to_string(std::abs(hundredths % 100) + 100).substr(1);
-    if (hundredths > -100 && hundredths < 0) text = "-" + text;
     for (const char separator : {'.', ','}) {
       text[text.size() - 3] = separator;
       ASSERT_NEAR(readNumber(text).value_or(refused), hundredths / 100.0, 1e-9) << text;

@@ -56,7 +56,7 @@ int run(char** arguments) {
     std::string picture = "P1 " + std::to_string(code.side * 4) + ' ' + std::to_string(code.side * 4) + '\n';
     for (int y = 0; y < code.side * 4; ++y)
       for (int x = 0; x < code.side * 4; ++x)
-        picture += code.dark[static_cast<std::size_t>(y / 4 * code.side + x / 4)] ? "1 " : "0 ";
+        picture += code.isDark(x / 4, y / 4) ? "1 " : "0 ";
     return sink(picture);
   });
   return 0;
