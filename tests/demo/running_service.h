@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <httplib.h>
 
-#include <atomic>
 #include <string>
 #include <thread>
 
@@ -23,11 +22,11 @@ struct Answer {
   }
 };
 
-// The real server on a free port, with a clock that the test sets, and a client for it.
+// The real server on a free port, with a clock that stands still, and a client for it.
 class RunningService {
  public:
-  explicit RunningService(int vehicles = 45, std::string stateFile = {})
-      : service_({7, vehicles, std::move(stateFile), [this] { return now.load(); }}), server_(service_) {
+  RunningService()
+      : service_({7, 45, {}, [] { return *parseInstant("2026-03-11 14:25:37"); }}), server_(service_) {
     port = server_.bind(0);
     thread_ = std::thread([this] { server_.run(); });
   }
@@ -44,9 +43,6 @@ class RunningService {
               const char* type = "application/x-www-form-urlencoded; charset=utf-8") {
     return send([&](httplib::Client& client) { return client.Post(path, bearer(withToken), body, type); });
   }
-  Answer remove(const std::string& path) {
-    return send([&](httplib::Client& client) { return client.Delete(path); });
-  }
   Answer signInAnswer(const std::string& user, const std::string& password) {
     return post("/token?grant_type=password", "password=" + password + "&uid=A-1&username=" + user);
   }
@@ -55,14 +51,10 @@ class RunningService {
     EXPECT_EQ(answer.status, 200) << answer.body;
     return token = answer.json["token"]["access_token"].get<std::string>();
   }
-  Answer addFault(const std::string& fault) {
-    return post("/control/faults", Json(fault).dump(), {}, "application/json");
-  }
   static httplib::Headers bearer(const std::string& text) {
     return text.empty() ? httplib::Headers{} : httplib::Headers{{"Authorization", "Bearer " + text}};
   }
 
-  std::atomic<Instant> now{*parseInstant("2026-03-11 14:25:37")};
   std::string token;
   int port = 0;
 
