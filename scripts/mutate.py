@@ -24,14 +24,13 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # What is built and run for a file in the folder: the first test that fails ends it, so the quickest come first.
 WINDOW = [("fleetor_window_tests", "^window: the real window")]
 MAPS = [("fleetor_tiles_tests", "^tiles:")] + WINDOW
-DEVICE = [("fleetor_device_tests", "^device:"), ("fleetor_portal_tests", "^portal:"), ("fleetor_wire_tests", "^wire:"),
-          ("fleetor_keyring_tests", "^keyring:")]
+DEVICE = [("fleetor_device_tests", "^device:"), ("fleetor_portal_tests", "^portal:"), ("fleetor_keyring_tests", "^keyring:")]
 STORIES = [("fleetor_shell_tests", "^shell:"), ("fleetor_vehicle_tests", "^vehicle:"), ("fleetor_feature_tests", "^feature:")]
 REQUESTS = [("fleetor_service_tests", "^service:")]
 PROGRAMS = [("fleetor_app_tests", "^app:"), ("fleetor_widget_tests", "^widget:")]
 TESTS = {
     "platform": REQUESTS + STORIES,
-    "http": [("fleetor_http_tests", "^http:"), ("fleetor_wire_tests", "^wire:")],
+    "http": [("fleetor_http_tests", "^http:")],
     "map": [("fleetor_map_tests", "^map:"), ("fleetor_ui_tests", "^ui:")] + STORIES + MAPS,
     "model": [("fleetor_model_tests", "^model:")] + REQUESTS + STORIES,
     "ui": [("fleetor_ui_tests", "^ui:")] + STORIES + WINDOW,
