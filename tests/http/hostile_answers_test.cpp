@@ -25,7 +25,7 @@ std::function<void(RawServer::Peer&)> repeating(const std::string& first, const 
       peer.write(answer("{}"));
     peer.write(first);
     while (peer.write(then))
-      std::this_thread::sleep_for(pause);
+      std::this_thread::sleep_for(pause);  // the pace at which this server trickles
   };
 }
 
@@ -56,7 +56,7 @@ TEST(HostileAnswers, ThatAreTooSlowTimeOut) {
     peer.write("HTTP/1.1 200 OK\r\nContent-Length: 12000\r\n\r\n");
     for (int i = 0; i < 120; i++) {
       peer.write(std::string(100, 'x'));
-      std::this_thread::sleep_for(10ms);
+      std::this_thread::sleep_for(10ms);  // the pace at which this server trickles
     }
   };
   const long late = url_error::timedOut;
