@@ -4,8 +4,11 @@
 
 #include <QCoreApplication>
 #include <QThread>
+#include <QTimer>
+#include <algorithm>
 #include <atomic>
 #include <future>
+#include <latch>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -79,11 +82,15 @@ TEST(QtQueues, RunsGlobalTasksSideBySide) {
 
 TEST(QtQueues, DropsWaitingTasksAndWaitsForRunningOnesWhenDestroyed) {
   std::atomic<int> ran = 0;
+  std::atomic<int> ended = 0;
   auto captured = std::make_shared<int>();
-  std::promise<void> running;
-  std::atomic<bool> ended = false;
   std::thread::id releasedOn;
   std::shared_ptr<void> screen(nullptr, [&](void*) { releasedOn = std::this_thread::get_id(); });
+  std::promise<void> dropping;
+  const std::shared_future<void> dropped = dropping.get_future().share();
+  std::shared_ptr<void> waiting(nullptr, [&](void*) { dropping.set_value(); });
+  const int threads = std::max(2, QThread::idealThreadCount());
+  std::latch running(threads);
   {
     QtQueues queues;
     const auto never = [&ran, captured] { ran++; };
@@ -94,22 +101,23 @@ TEST(QtQueues, DropsWaitingTasksAndWaitsForRunningOnesWhenDestroyed) {
     queues.main(never);
     queues.mainAfter(0.001s, never);
     queues.mainAfter(1h, never);
-    queues.global([&] {
-      running.set_value();
-      std::this_thread::sleep_for(50ms);
-      queues.main([screen = std::move(screen)] {});
-      queues.main(never);
-      queues.global(never);
-      ended = true;
-    });
-    running.get_future().wait();
-    for (int i = 0; i < 100; i++)
-      queues.global([captured] { std::this_thread::sleep_for(1ms); });
+    for (int i = 0; i < threads; ++i)
+      queues.global([&, own = i == 0 ? std::move(screen) : nullptr]() mutable {
+        running.count_down();
+        EXPECT_EQ(dropped.wait_for(10s), std::future_status::ready);
+        queues.main([own = std::move(own)] {});
+        queues.main(never);
+        queues.global(never);
+        ++ended;
+      });
+    running.wait();
+    queues.global([never, held = std::move(waiting)] { never(); });
   }
-  EXPECT_TRUE(ended);
+  EXPECT_EQ(ended, threads);
   EXPECT_EQ(releasedOn, std::this_thread::get_id());
-  std::this_thread::sleep_for(5ms);
-  QCoreApplication::processEvents();
+  bool isLater = false;
+  QTimer::singleShot(5ms, [&] { isLater = true; });  // behind the one that was to come after 1 ms
+  runUntil([&] { return isLater; });
   EXPECT_EQ(ran, 0);
   EXPECT_EQ(captured.use_count(), 1) << "what the tasks held is released with them";
 }
