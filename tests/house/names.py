@@ -46,10 +46,12 @@ shown = names(CPP, r'"((?:Btn|Nav|Tab|Row)[A-Z]\w+)"')
 problems += [f"{place}: resources/resources.qrc has no picture \"{name}\"" for name, place in shown.items()
              if name not in pictures]
 
-for file in sorted((ROOT / "tests").rglob("*.[ch]*")):
-    for number, line in enumerate(file.read_text(errors="replace").splitlines(), 1):
-        if "qWait(" in line and "//" not in line:
-            problems.append(f"{file.relative_to(ROOT)}:{number}: expected a wait for something, "
-                            "or a comment on why only a fixed time will do")
+WAITS = {"*.[ch]*": (r"\b(qWait|qSleep|sleep|sleep_for|sleep_until|msleep|usleep|nanosleep)\(", "//"), "*.py": (r"\btime\.sleep\(", "#")}
+for files, (wait, comment) in WAITS.items():
+    for file in sorted((ROOT / "tests").rglob(files)):
+        for number, line in enumerate(file.read_text(errors="replace").splitlines(), 1):
+            if re.search(wait, line) and comment not in line:
+                problems.append(f"{file.relative_to(ROOT)}:{number}: expected a wait for something, "
+                                "or a comment on why only a fixed time will do")
 
 sys.exit("\n".join(problems) or None)

@@ -59,7 +59,7 @@ class Screen:
                     return hit
             except GLib.Error:
                 pass
-            time.sleep(0.1)
+            time.sleep(0.1)  # between two looks
         there = "\n".join(f"  {n.get_role_name()}: {n.get_name()!r}" for n in self.showing())
         sys.exit(f"there is no {role} called {name!r}; there is\n{there}")
 
@@ -102,7 +102,7 @@ class Screen:
         end = time.monotonic() + 3
         controls, bad = self.nameless()
         while (bad or controls == 0) and time.monotonic() < end:
-            time.sleep(0.1)
+            time.sleep(0.1)  # between two looks
             controls, bad = self.nameless()
         if bad or controls == 0:
             sys.exit(f"of {controls} controls these have no name or no role: " + "; ".join(bad))
@@ -150,12 +150,12 @@ def walk(screen):
     screen.wait("list", "My Vehicles")
     screen.press("list item", "Café van 1.*")
     screen.wait("list item", "Update time: .+")
-    for tab in ("Live", "Map", "Trips"):
+    for tab, shown in (("Live", ("push button", "Vehicle, .+")), ("Map", ("push button", "Start, .+")),
+                       ("Trips", ("list item", "(Trip|Parking|Driving|Stop).*"))):
         screen.press("page tab", tab)
-        time.sleep(1)
+        screen.wait(*shown)
         screen.check()
         if tab == "Map":
-            screen.wait("push button", "Start, .+")
             screen.press("push button", "Show the whole track")
             screen.press("push button", "Zoom out")
     first = screen.wait("list item", r"(Trip|Parking|Driving|Stop).*").get_name()
