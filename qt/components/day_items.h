@@ -8,7 +8,7 @@
 
 namespace fleetor {
 
-/// Moments are shares of the day, from 0 to 1; below 0 there is none.
+/// Moments are shares of the day, from 0 to 1; a negative value means none.
 class TimeRibbonItem : public fleetor::ComponentItem {
   Q_OBJECT
   QML_ELEMENT
