@@ -95,6 +95,16 @@ def take_along(client):
     client.gone("Saved as")
 
 
+def chart(client):
+    """Of the speeds that were seen so far."""
+    tab(client, "Info")
+    client.click("Speed: ", "list item")
+    client.find("Speed, ", "chart")
+    client.picture("info-chart")
+    client.click("Close", "push button")
+    client.gone("Speed, ", "chart")
+
+
 def replay(client):
     """The middle of the day, as it is played and in the charts."""
     client.click("Replay the day", "push button")
@@ -207,6 +217,7 @@ def choose_widget_vehicle(client):
 
 
 def pages(client, vehicle):
+    chart(client)
     day_track(client, vehicle)
     callout(client)
     take_along(client)

@@ -2,6 +2,7 @@
 
 #include <any>
 #include <iterator>
+#include <optional>
 #include <string_view>
 
 #include "shell/base/info_cell.h"
@@ -20,19 +21,25 @@ constexpr int updateTimeRow = 1;
 struct ReadingRow {
   InfoRow<Live> texts;
   const char* picture;
+  std::optional<Reading> reading = {};
 };
 
 /// What comes below the vehicle's own row.
 constexpr ReadingRow readingRows[] = {
     {{[](const Live& live) { return live.dateTime().str(); }, "Update time"}, "RowDuration"},
-    {{[](const Live& live) { return live.speed.str() + "km/h"; }, "Speed"}, "RowSpeed"},
-    {{[](const Live& live) { return live.rpm.str(); }, "RPM"}, "RowEngine"},
+    {{[](const Live& live) { return live.speed.str() + "km/h"; }, "Speed"}, "RowSpeed", Reading::speed},
+    {{[](const Live& live) { return live.rpm.str(); }, "RPM"}, "RowEngine", Reading::rpm},
     {{[](const Live& live) { return live.direction.str() + "°"; }, "Direction"}, "RowCompass"},
     {{[](const Live& live) { return live.street.str(); }, addressCaption}, "RowPlace"},
     {{[](const Live& live) { return live.powerSupply.str() + live.powerSupplyType.str(); }, "Power supply"},
-     "RowPower"},
-    {{[](const Live& live) { return live.temp.str() + "°C"; }, "Temperature"}, "RowTemperature"},
-    {{[](const Live& live) { return live.fuel.str() + live.fuelType.str(); }, "Fuel"}, "RowFuel"},
+     "RowPower",
+     Reading::powerSupply},
+    {{[](const Live& live) { return live.temp.str() + "°C"; }, "Temperature"},
+     "RowTemperature",
+     Reading::temp},
+    {{[](const Live& live) { return live.fuel.str() + live.fuelType.str(); }, "Fuel"},
+     "RowFuel",
+     Reading::fuel},
     {{[](const Live& live) { return live.odometer.str(); }, "Odometer"}, "RowDistance"},
 };
 
@@ -42,9 +49,11 @@ InfoDetailViewController::InfoDetailViewController(Environment& environment)
     : DetailPageViewController(environment),
       itemsTableView_(environment),
       status_(environment),
-      aged_(status_.aged.connect([this] { itemsTableView_.reloadData(); })) {
+      chart_(environment),
+      aged_(status_.aged.connect([this] { refresh(); })) {
   outlet("itemsTableView", itemsTableView_);
   status_.addOutletsTo(*this);
+  chart_.addOutletsTo(*this);
   itemsTableView_.registerMaker("VehicleCell", [](const std::string& identifier) {
     auto cell = std::make_shared<VehicleTableViewCell>(identifier);
     cell->setSelectable(false);
@@ -67,6 +76,7 @@ void InfoDetailViewController::viewDidAppear(bool animated) {
   addObserver(kFleetorNotificationLive,
               [this](const Notification& notification) { receivedNotification(notification); });
   status_.setVisible(true);
+  chart_.update();
 }
 
 void InfoDetailViewController::viewDidDisappear(bool animated) {
@@ -80,7 +90,12 @@ void InfoDetailViewController::receivedNotification(const Notification& notifica
   if (!live || (*live)->vehicle().vehicleId != vehicle().vehicleId) return;
   live_ = *live;
   status_.received(*live_);
+  refresh();
+}
+
+void InfoDetailViewController::refresh() {
   itemsTableView_.reloadData();
+  chart_.update();
 }
 
 int InfoDetailViewController::tableViewNumberOfRowsInSection(TableView&, int) {
@@ -96,10 +111,14 @@ std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIn
     cell->show(live_->vehicle(), true);
     return cell;
   }
-  const auto& [texts, picture] = readingRows[path.row - 1];
+  const auto& [texts, picture, reading] = readingRows[path.row - 1];
   auto cell = dequeueInfoCell(tableView, texts.value(*live_), localized(texts.caption), texts.contact);
   if (std::string_view(texts.caption) == addressCaption && isPosition(live_->coordinate()))
     cell->link("RowShare", localized("Share position"), [this] { sharePosition(); });
+  if (reading && watch())
+    cell->link("RowChart", localized("Show the chart"), [this, reading, title = localized(texts.caption)] {
+      chart_.toggle(*reading, title, watch());
+    });
   cell->pictureImageView().setImage(picture);
   const bool isAged = path.row == updateTimeRow;
   cell->textLabel().setFaded(status_.freshness() == LiveStatus::Freshness::old);

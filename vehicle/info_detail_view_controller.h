@@ -5,12 +5,13 @@
 #include "ui/table/table_view.h"
 #include "vehicle/detail_page_view_controller.h"
 #include "vehicle/watch/live_status.h"
+#include "vehicle/watch/reading_chart.h"
 
 namespace fleetor {
 
 /// The vehicle's latest readings as a list in "itemsTableView". The pager's polls update it while it is
 /// visible; otherwise, and after failures, it keeps the last readings. Their age stands in the row of the
-/// update time; old ones are faded.
+/// update time; old ones are faded. A tap on one that is a number opens its chart.
 class InfoDetailViewController final : public DetailPageViewController,
                                        public TableViewDataSource,
                                        public TableViewDelegate {
@@ -32,10 +33,12 @@ class InfoDetailViewController final : public DetailPageViewController,
 
  private:
   void sharePosition();
+  void refresh();
 
   TableView itemsTableView_;
   std::shared_ptr<const Live> live_;
   LiveStatus status_;
+  ReadingChart chart_;
   Connection aged_;
 };
 

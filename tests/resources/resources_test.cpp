@@ -46,7 +46,7 @@ TEST(Images, OfAllNamesDrawSomethingOnATransparentGround) {
       "NavMenu NavBack NavDate NavShadow BtnLogout BtnAccount BtnAbout BtnVehicles BtnMapType "
       "BtnMapTypeSelected BtnZoomIn BtnZoomOut BtnWholeTrack TabInfo TabLive TabMap TabRoute "
       "TabAbout TabInfoSelected TabLiveSelected TabMapSelected TabRouteSelected "
-      "TabAboutSelected RowDuration RowDistance BtnCentre BtnCentreSelected RowSpeed RowEngine "
+      "TabAboutSelected RowDuration RowDistance BtnCentre BtnCentreSelected RowSpeed RowEngine RowChart "
       "RowCompass RowCourse RowPlace RowPower RowTemperature RowFuel AgeFresh AgeLate AgeOld "
       "flag parking fleetor car pcar van pvan truck ptruck bus pbus motorcycle pmotorcycle trailer ptrailer "
       "excavator pexcavator 640x960 640x1136 750x1334 1242x2208 1024x768 2048x1536 dark/640x960 "

@@ -76,7 +76,11 @@ TEST(Chart, ReportsWhatItShowsAndWhatIsChosen) {
   chart.setOnChosen([&](double second) { chosen = second; });
   chart.choose(0.5);
   EXPECT_EQ(chosen, -1) << "there are no points";
+  chart.setMoment(39000);
+  std::string seen;
+  const Connection moves = chart.momentChanged.connect([&] { seen = chart.valueText(*chart.moment()); });
   chart.setPoints({{36000, 30}, {39600, unknown}, {43200, 90}});
+  EXPECT_EQ(seen, "30 km/h") << "the moment stays, its value does not";
   EXPECT_EQ(chart.accessibleName(), "Average speed, 10:00 – 12:00, 30 – 90 km/h");
   EXPECT_EQ(chart.valueText(37000), "30 km/h");
   EXPECT_EQ(chart.valueText(40000) + chart.valueText(35000), "");
@@ -84,6 +88,9 @@ TEST(Chart, ReportsWhatItShowsAndWhatIsChosen) {
   EXPECT_EQ(chosen, 39600);
   chart.choose(7);
   EXPECT_EQ(chosen, 43200);
+  chart.setTitle("Power supply", "");
+  chart.setPoints({{0, 13.8}, {60, 14}});
+  EXPECT_EQ(chart.accessibleName(), "Power supply, 00:00 – 00:01, 13.8 – 14");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "support/client.h"
+#include "ui/controls/chart.h"
 #include "vehicle/watch/reading_series.h"
 
 namespace fleetor::test {
@@ -74,6 +75,56 @@ TEST_F(Watch, TakesTheBeginningOfAStopFromTheDaysTrackWhereThatEndsWithIt) {
     client.advance(15);
     EXPECT_EQ(status(), expected) << place;
   }
+}
+
+TEST_F(Watch, ATapOnAReadingOpensTheChartOfWhatWasSeenAndAnotherTapClosesIt) {
+  auto& page = *client.find<InfoDetailViewController>();
+  auto& table = page.itemsTableView();
+  const auto& chart = dynamic_cast<Chart&>(*page.findOutlet("readingChart"));
+  const auto& note = dynamic_cast<Label&>(*page.findOutlet("readingChartLabel"));
+  const auto& close = dynamic_cast<Button&>(*page.findOutlet("closeChartButton"));
+  constexpr int speedRow = 2, rpmRow = 3, directionRow = 4, temperatureRow = 7;
+  table.tap(directionRow);
+  EXPECT_FALSE(close.enabled()) << "a direction has no chart";
+  table.tap(speedRow);
+  EXPECT_TRUE(close.enabled());
+  EXPECT_EQ(note.text(), "One value so far");
+  EXPECT_TRUE(chart.points().empty());
+  speed = 60;
+  client.advance(15);
+  EXPECT_EQ(note.text(), "");
+  EXPECT_EQ(chart.accessibleName(), "Speed, 15 s – now, 57 – 60 km/h");
+  client.advance(75 * 60);
+  EXPECT_EQ(chart.accessibleName(), "Speed, 1:15 h – now, 57 – 60 km/h");
+  table.tap(rpmRow);
+  EXPECT_EQ(chart.accessibleName(), "RPM, 1:15 h – now, 2100 – 2100");
+  table.tap(temperatureRow);
+  EXPECT_EQ(chart.unit(), "°C");
+  table.tap(temperatureRow);
+  EXPECT_FALSE(close.enabled());
+  client.advance(15);
+  EXPECT_TRUE(chart.points().empty()) << "a closed chart holds nothing";
+}
+
+TEST_F(Watch, TheMarkedMomentOfAChartIsTheLatestUntilAnotherIsChosenAndAgesWithTheRest) {
+  auto& page = *client.find<InfoDetailViewController>();
+  auto& chart = dynamic_cast<Chart&>(*page.findOutlet("readingChart"));
+  page.itemsTableView().tap(2);
+  for (speed = 10; speed < 50; speed += 10)
+    client.advance(15);
+  EXPECT_EQ(chart.valueText(*chart.moment()), "40 km/h");
+  chart.choose(0.5);
+  EXPECT_EQ(*chart.moment(), -30);
+  client.advance(15);
+  EXPECT_EQ(*chart.moment(), -45);
+  EXPECT_EQ(chart.valueText(*chart.moment()), "20 km/h");
+  chart.choose(1);
+  speed = 7;
+  client.advance(15);
+  EXPECT_EQ(chart.valueText(*chart.moment()), "7 km/h");
+  client.transport.leaveOpen("/live");
+  client.advance(300);
+  EXPECT_EQ(chart.accessibleName(), "Speed, 6 min – 5 min, 7 – 57 km/h") << "what was seen last is not now";
 }
 
 TEST(ReadingSeries, KeepsADayInFewPointsAndTheExtremesAmongThem) {

@@ -28,6 +28,15 @@ std::string numberText(double value, double step) {
   return decimals(value, static_cast<int>(std::clamp(std::ceil(-std::log10(step) - 1e-9), 0.0, 6.0)));
 }
 
+/// With no more decimals than the value needs, either.
+std::string shortText(double value, double step) {
+  std::string text = numberText(value, step);
+  if (text.find('.') == std::string::npos) return text;
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.back() == '.') text.pop_back();
+  return text;
+}
+
 }  // namespace
 
 void Chart::setTitle(std::string title, std::string unit) {
@@ -52,6 +61,7 @@ void Chart::setPoints(std::vector<Point> points) {
   low_ = std::floor(from / step_ + 1e-9) * step_;
   high_ = std::max(std::ceil(most_ / step_ - 1e-9) * step_, low_ + step_);
   changed.emit();
+  if (moment_) momentChanged.emit();  // it has another value and another place
 }
 
 void Chart::setMoment(std::optional<double> second) {
@@ -70,10 +80,14 @@ double Chart::shareOf(double second) const {
   return std::clamp((second - begin) / (points_.back().second - begin), 0.0, 1.0);
 }
 
+std::string Chart::withUnit(double value) const {
+  return shortText(value, step_ / 10) + (unit_.empty() ? "" : " ") + unit_;
+}
+
 std::string Chart::valueText(double second) const {
   const auto next = std::ranges::upper_bound(points_, second, {}, &Point::second);
   if (next == points_.begin() || !std::isfinite((next - 1)->value)) return {};
-  return numberText((next - 1)->value, step_ / 10) + " " + unit_;
+  return withUnit((next - 1)->value);
 }
 
 std::vector<std::vector<ScreenPoint>> Chart::strokes(double width, double height) const {
@@ -120,7 +134,7 @@ std::vector<ChartTick> Chart::timeTicks(int most) const {
   const auto step = std::ranges::find_if(timeSteps, [&](int each) { return (end - begin) / each < most; });
   const double every = step == timeSteps.end() ? timeSteps.back() : *step;
   for (double second = std::ceil(begin / every) * every; second <= end; second += every)
-    ticks.push_back({shareOf(second), clockText(second)});
+    ticks.push_back({shareOf(second), timeText_(second)});
   return ticks;
 }
 
@@ -134,8 +148,8 @@ std::vector<ChartTick> Chart::valueTicks() const {
 
 std::string Chart::accessibleName() const {
   if (points_.empty()) return title_;
-  return title_ + ", " + clockText(points_.front().second) + " – " + clockText(points_.back().second) + ", " +
-         numberText(least_, step_ / 10) + " – " + numberText(most_, step_ / 10) + " " + unit_;
+  return title_ + ", " + timeText_(points_.front().second) + " – " + timeText_(points_.back().second) + ", " +
+         shortText(least_, step_ / 10) + " – " + withUnit(most_);
 }
 
 }  // namespace fleetor

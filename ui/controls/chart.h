@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "map/camera.h"
+#include "platform/number_text.h"
 #include "ui/component.h"
 
 namespace fleetor {
@@ -19,12 +20,12 @@ struct ChartTick {
   friend bool operator==(const ChartTick&, const ChartTick&) = default;
 };
 
-/// A curve of one reading over the time of a day. It is drawn in as many steps as there is width, however
-/// many points it has. Main thread only.
+/// A curve of one reading over time, the time of a day unless setTimeText() has another. It is drawn in as
+/// many steps as there is width, however many points it has. Main thread only.
 class Chart : public Component {
  public:
   struct Point {
-    double second = 0;  ///< of the day; not before that of the point before
+    double second = 0;  ///< of the time axis; not before that of the point before
     double value = 0;   ///< not finite: unknown until the next point
 
     friend bool operator==(const Point&, const Point&) = default;
@@ -33,7 +34,10 @@ class Chart : public Component {
   /// What the values are, and their unit, in the user's language.
   const std::string& title() const { return title_; }
   const std::string& unit() const { return unit_; }
-  void setTitle(std::string title, std::string unit);
+  void setTitle(std::string title, std::string unit);  ///< the unit may be empty
+
+  /// The words for a second of the time axis; "14:05" at first.
+  void setTimeText(std::function<std::string(double second)> timeText) { timeText_ = std::move(timeText); }
 
   const std::vector<Point>& points() const { return points_; }
   void setPoints(std::vector<Point> points);
@@ -41,7 +45,7 @@ class Chart : public Component {
   /// The moment that is marked.
   const std::optional<double>& moment() const { return moment_; }
   void setMoment(std::optional<double> second);
-  /// The moment is followed by `momentChanged`, everything else by `changed`.
+  /// The moment and its value are followed by `momentChanged`, everything else by `changed`.
   Signal<> momentChanged;
 
   /// The user points at a moment, as a share of the time axis.
@@ -62,8 +66,11 @@ class Chart : public Component {
   std::string accessibleName() const override;
 
  private:
+  std::string withUnit(double value) const;
+
   std::string title_;
   std::string unit_;
+  std::function<std::string(double)> timeText_ = [](double second) { return clockText(second); };
   std::vector<Point> points_;
   double least_ = 0;  ///< of the values
   double most_ = 0;

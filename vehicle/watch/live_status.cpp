@@ -12,7 +12,6 @@ namespace fleetor {
 
 namespace {
 
-constexpr Seconds freshFor{20};  ///< a little more than a poll: while these come, nothing is redrawn
 constexpr Seconds lateAfter{30};
 constexpr Seconds oldAfter{300};
 constexpr Seconds noReportAfter{120};

@@ -23,6 +23,9 @@ class LiveStatus {
  public:
   enum class Freshness { fresh, late, old };
 
+  /// A little more than a poll: while these come, nothing is redrawn.
+  static constexpr Seconds freshFor{20};
+
   explicit LiveStatus(Environment& environment);
   ~LiveStatus();
   LiveStatus(const LiveStatus&) = delete;

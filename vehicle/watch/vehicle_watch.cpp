@@ -18,11 +18,15 @@ constexpr double samePlace = 100;  ///< metres
 struct ReadingTexts {
   Text Live::*value;
   Text Live::*unit;
+  const char* fixedUnit;
 };
 
 constexpr ReadingTexts readingTexts[] = {
-    {&Live::speed, nullptr}, {&Live::rpm, nullptr},          {&Live::powerSupply, &Live::powerSupplyType},
-    {&Live::temp, nullptr},  {&Live::fuel, &Live::fuelType},
+    {&Live::speed, nullptr, "km/h"},
+    {&Live::rpm, nullptr, ""},
+    {&Live::powerSupply, &Live::powerSupplyType, ""},
+    {&Live::temp, nullptr, "°C"},
+    {&Live::fuel, &Live::fuelType, ""},
 };
 
 }  // namespace
@@ -35,10 +39,10 @@ void VehicleWatch::received(const Live& live) {
   if (const bool drives = speed && *speed >= drivingFrom; speed && (!motion_ || motion_->drives != drives))
     motion_ = Motion{drives, now, motion_.has_value(), {}};
   for (std::size_t i = 0; i < series_.size(); ++i) {
-    const auto [value, unit] = readingTexts[i];
+    const auto& [value, unit, fixedUnit] = readingTexts[i];
     if (const auto number = readNumber((live.*value).view()))
       series_[i].add(static_cast<std::int32_t>(now.count()), static_cast<float>(*number),
-                     unit ? (live.*unit).str() : "");
+                     unit ? (live.*unit).str() : fixedUnit);
   }
   seen_ = now;
   last_ = live;

@@ -8,6 +8,8 @@ Item {
     id: root
 
     property ChartItem chart
+    property real titleInset: 0 // room at the end of the title's line
+    readonly property real titleHeight: title.height
     readonly property int markSize: Math.round(11 * Math.min(Theme.scale, 1.5))
     readonly property real momentShare: chart?.momentShare ?? -1
 
@@ -15,8 +17,6 @@ Item {
     Accessible.role: Accessible.Chart
     Accessible.name: chart?.accessibleName ?? ""
     Accessible.description: chart?.momentText ?? ""
-    LayoutMirroring.enabled: false
-    LayoutMirroring.childrenInherit: true
 
     PlainText {
         id: title
@@ -30,6 +30,7 @@ Item {
     PlainText {
         id: value
         anchors.right: parent.right
+        anchors.rightMargin: root.titleInset
         text: root.chart?.momentText ?? ""
         color: Theme.accent
         font.pixelSize: Theme.smallSize
@@ -38,11 +39,14 @@ Item {
 
     Item {
         id: area
+        visible: !(root.chart?.empty ?? true)
         anchors.fill: parent
         anchors.topMargin: title.height + 8
         anchors.bottomMargin: root.markSize + 8
         anchors.leftMargin: root.markSize * 2.6
         anchors.rightMargin: 4
+        LayoutMirroring.enabled: false
+        LayoutMirroring.childrenInherit: true
 
         Repeater {
             model: root.chart?.valueTicks ?? []
@@ -97,6 +101,7 @@ Item {
         anchors.fill: area
         anchors.leftMargin: -12
         anchors.rightMargin: -4
+        LayoutMirroring.enabled: false
         preventStealing: true
         onPressed: mouse => root.chart.choose((mouse.x - 12) / area.width)
         onPositionChanged: mouse => root.chart.choose((mouse.x - 12) / area.width)

@@ -17,9 +17,14 @@ ListView {
         if (count === 0 || next === currentIndex)
             return false;
         currentIndex = next;
-        positionViewAtIndex(next, ListView.Contain);
-        Qt.callLater(positionViewAtIndex, next, ListView.Contain); // once its text has given it its height
+        keepCurrent();
         return true;
+    }
+
+    // Brings the current row into view.
+    function keepCurrent() {
+        positionViewAtIndex(currentIndex, ListView.Contain);
+        Qt.callLater(positionViewAtIndex, currentIndex, ListView.Contain); // once its text has given it its height
     }
 
     function meetKeys() {
