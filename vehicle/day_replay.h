@@ -33,6 +33,9 @@ class DayReplay final : public Player {
   void follow() override;
   void advance(double seconds) override;
 
+  /// Where the vehicle was at the moment, while it is open.
+  Coordinate place() const { return unproject(traveller_.place); }
+
   /// Null while it is closed.
   const DayPath* path() const { return replay_ ? &replay_->path() : nullptr; }
 

@@ -6,6 +6,7 @@
 #include "vehicle/day_track.h"
 #include "vehicle/day_views.h"
 #include "vehicle/notifications.h"
+#include "vehicle/position_sheet.h"
 
 namespace fleetor {
 
@@ -35,6 +36,10 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
   replays_ = replay_.changed.connect([this] {
     dayRibbon_.setMoment(replay_.state().open ? std::optional(replay_.moment()) : std::nullopt);
   });
+  outlet("shareMomentButton", shareMomentButton_);
+  shareMomentButton_.setImage("RowShare");
+  shareMomentButton_.setAccessibleName(localized("Share position"));
+  shareMomentButton_.setAction([this](Component&) { shareMoment(); });
   replayButton_.setImage("BtnReplay");
   replayButton_.setAccessibleName(localized("Replay the day"));
   replayButton_.setAction([this](Component&) { replay_.setOpen(true); });
@@ -180,6 +185,16 @@ void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {
   trip_.erase();
   removePolyline();
   addPolyline(std::move(polyline));
+}
+
+void MapDetailViewController::shareMoment() {
+  if (!replay_.path()) return;
+  replay_.pause();  // and shows the texts of this moment
+  const Player::State& now = replay_.state();
+  std::string what = (bar_.shownDay() ? *bar_.shownDay() + ' ' : "") + now.time;
+  for (const std::string& more : {now.address, now.note})
+    if (!more.empty()) what += '\n' + more;
+  showPositionSheet(environment(), {replay_.place(), vehicle().name.str(), what});
 }
 
 ExportableDay MapDetailViewController::exportableDay() const {

@@ -28,7 +28,8 @@ struct DayTrack;
 /// belongs to another day and is dropped, and the map keeps its content until the next selection or day. A
 /// day without points keeps the content, a day with one point keeps the line.
 ///
-/// "stopCardButton" leads from the open callout of a stop to its card on Trips.
+/// "stopCardButton" leads from the open callout of a stop to its card on Trips. "shareMomentButton" offers
+/// the place at the moment that is replayed to be taken along.
 ///
 /// The global queue turns an answer into a line and markers, the main queue shows them at once; the request
 /// counts as in flight until then and keeps the page alive. So a day of 86,400 points drops no frame. Only
@@ -73,6 +74,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void setDayPoints(std::shared_ptr<const DayPoints> points);
   void drawTrip();
   std::optional<float> timeOfOpenStop();  ///< of the stop whose callout is open
+  void shareMoment();
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();
   void updateCover();
@@ -91,6 +93,7 @@ class MapDetailViewController final : public TrackPageViewController {
   Connection mapChanged_;
   DayReplay replay_{mapView(), environment().device};
   Button replayButton_;
+  Button shareMomentButton_;
   DayCharts charts_{replay_, environment().device};
   Connection chosen_;   ///< a moment, on the ribbon
   Connection replays_;  ///< the moment, onto the ribbon

@@ -9,6 +9,7 @@ FocusScope {
 
     property PlayerItem player
     property ButtonItem charts
+    property ButtonItem share // of the moment's place
     readonly property bool wide: width >= 560
     readonly property real inset: 6
 
@@ -55,6 +56,7 @@ FocusScope {
 
             ReplayCard {
                 player: root.player
+                share: root.share
                 width: root.wide ? parent.width - buttons.width - root.inset : parent.width
             }
 

@@ -2,11 +2,15 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// What was at the moment that is replayed: its time, the average speed, the distance so far, the nearest address.
-Column {
+// What was at the moment that is replayed: its time, the average speed, the distance so far, the nearest address, and a button
+// to take the place along.
+Row {
     id: root
 
     property PlayerItem player
+    property ButtonItem share
+
+    layoutDirection: Theme.mirrored ? Qt.RightToLeft : Qt.LeftToRight
 
     component Reading: Row {
         property string value
@@ -32,47 +36,68 @@ Column {
         }
     }
 
-    Flow {
-        width: parent.width
-        spacing: 12
-        layoutDirection: Theme.mirrored ? Qt.RightToLeft : Qt.LeftToRight
-
-        PlainText {
-            text: root.player?.time ?? ""
-            font.pixelSize: Theme.bodySize + 2
-            font.bold: true
-            Accessible.ignored: false
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
-        }
-        Reading {
-            value: root.player?.speed ?? ""
-            caption: root.player?.word("average") ?? ""
-        }
-        Reading {
-            value: root.player?.distance ?? ""
-            caption: root.player?.word("so far") ?? ""
-        }
-    }
-
     component Note: PlainText {
-        width: root.width
+        width: texts.width
         font.pixelSize: Theme.smallSize
         Accessible.ignored: false
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
 
-    Note {
-        visible: !gap.visible
-        text: root.player?.note || root.player?.address || ""
-        color: Theme.secondaryText
+    Column {
+        id: texts
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width - sharing.width
+
+        Flow {
+            width: parent.width
+            spacing: 12
+            layoutDirection: Theme.mirrored ? Qt.RightToLeft : Qt.LeftToRight
+
+            PlainText {
+                text: root.player?.time ?? ""
+                font.pixelSize: Theme.bodySize + 2
+                font.bold: true
+                Accessible.ignored: false
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            Reading {
+                value: root.player?.speed ?? ""
+                caption: root.player?.word("average") ?? ""
+            }
+            Reading {
+                value: root.player?.distance ?? ""
+                caption: root.player?.word("so far") ?? ""
+            }
+        }
+
+        Note {
+            visible: !gap.visible
+            text: root.player?.note || root.player?.address || ""
+            color: Theme.secondaryText
+        }
+        Note {
+            id: gap
+            visible: root.player?.gap ?? false
+            text: root.player?.note ?? ""
+            font.bold: true
+            Accessible.role: Accessible.AlertMessage
+        }
     }
-    Note {
-        id: gap
-        visible: root.player?.gap ?? false
-        text: root.player?.note ?? ""
-        font.bold: true
-        Accessible.role: Accessible.AlertMessage
+
+    Tappable {
+        id: sharing
+        anchors.verticalCenter: parent.verticalCenter
+        width: Theme.touch
+        height: Theme.touch
+        label: root.share?.accessibleName ?? ""
+        onTapped: root.share.tap()
+
+        Image {
+            anchors.centerIn: parent
+            source: root.share?.image ?? ""
+            sourceSize { width: 24; height: 24 }
+        }
     }
 }

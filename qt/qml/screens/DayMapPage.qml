@@ -76,6 +76,7 @@ FocusScope {
             width: parent.width
             player: root.player
             charts: root.screen.outlet("chartsButton") as ButtonItem
+            share: root.screen.outlet("shareMomentButton") as ButtonItem
         }
     }
 }
