@@ -16,4 +16,12 @@ VehicleRouteTableViewCell::VehicleRouteTableViewCell(std::string reuseIdentifier
   outlet("toLabel", toLabel_);
 }
 
+std::string VehicleRouteTableViewCell::copiedText() const {
+  std::string text;
+  for (const Label* label :
+       {&statusLabel_, &timeLabel_, &durationLabel_, &distanceLabel_, &fromLabel_, &toLabel_})
+    if (!label->text().empty()) text += (text.empty() ? "" : "\n") + label->text();
+  return text;
+}
+
 }  // namespace fleetor

@@ -20,6 +20,7 @@ class VehicleRouteTableViewCell final : public TableViewCell {
   Label& distanceLabel() { return distanceLabel_; }
   Label& fromLabel() { return fromLabel_; }
   Label& toLabel() { return toLabel_; }
+  std::string copiedText() const override;  ///< a line for each label that has a text
 
  private:
   ImageView kindImageView_;

@@ -55,6 +55,8 @@ TEST_F(RoutePage, SpinsWhileItLoadsTodayAndThenListsTheTripsAsTheyWereSent) {
   EXPECT_EQ(drawn(table, 1), "parking 08:12");
   table.tap(1);
   EXPECT_FALSE(table.indexPathForSelectedRow());
+  EXPECT_TRUE(table.copy(0));
+  EXPECT_EQ(phone.device.clipboard, "Driving\n08:00\n12 min\n12.5 km\nMill Lane\nHarbour");
   page->tabSelected();
   EXPECT_THAT(requests(), IsEmpty());
 
