@@ -1,7 +1,9 @@
 #include "qt/device/guarded_key_store.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QTemporaryDir>
 #include <condition_variable>
@@ -226,7 +228,11 @@ TEST_F(KeyStoreGuard, CountsOnlyWhatTheMarkNames) {
   keyring->put(stored);
   std::filesystem::remove(markPath);
   ASSERT_EQ(::mkfifo(markPath.c_str(), 0600), 0);
+  const int pipe = ::open(markPath.c_str(), O_RDWR | O_CLOEXEC);
+  const std::string& name = stored.begin()->first;
+  ASSERT_EQ(::write(pipe, name.data(), name.size()), std::ssize(name));
   expectSignedOutAndKeyringEmpty();
+  ::close(pipe);
 }
 
 TEST_F(KeyStoreGuard, HasTheKeyringUnlockedAndReportsWhatCanBeReadThen) {
