@@ -10,6 +10,7 @@ FocusScope {
     property PlayerItem player
     property ButtonItem charts
     property ButtonItem share // of the moment's place
+    property bool tight: false // there is little room for the map
     readonly property bool wide: width >= 560
     readonly property real inset: 6
 
@@ -57,6 +58,7 @@ FocusScope {
             ReplayCard {
                 player: root.player
                 share: root.share
+                folds: root.tight
                 width: root.wide ? parent.width - buttons.width - root.inset : parent.width
             }
 

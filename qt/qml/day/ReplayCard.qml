@@ -3,12 +3,14 @@ import QtQuick
 import Fleetor
 
 // What was at the moment that is replayed: its time, the average speed, the distance so far, the nearest address, and a button
-// to take the place along.
+// to take the place along. Where it folds, only the time shows until the user unfolds it.
 Row {
     id: root
 
     property PlayerItem player
     property ButtonItem share
+    property bool folds: false
+    readonly property bool folded: folds && !unfolding.checked
 
     layoutDirection: Theme.mirrored ? Qt.RightToLeft : Qt.LeftToRight
 
@@ -17,7 +19,7 @@ Row {
         property string caption
 
         spacing: 4
-        visible: value !== ""
+        visible: value !== "" && !root.folded
 
         PlainText {
             id: number
@@ -47,7 +49,7 @@ Row {
     Column {
         id: texts
         anchors.verticalCenter: parent.verticalCenter
-        width: parent.width - sharing.width
+        width: parent.width - sharing.width - (unfolding.visible ? unfolding.width : 0)
 
         Flow {
             width: parent.width
@@ -73,7 +75,7 @@ Row {
         }
 
         Note {
-            visible: !gap.visible
+            visible: !gap.visible && !root.folded
             text: root.player?.note || root.player?.address || ""
             color: Theme.secondaryText
         }
@@ -86,6 +88,16 @@ Row {
         }
     }
 
+    TextButton {
+        id: unfolding
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.folds
+        width: Theme.touch
+        symbol: checked ? "−" : "+"
+        label: root.player?.word("Details") ?? ""
+        Accessible.checkable: true
+        onTapped: checked = !checked
+    }
     Tappable {
         id: sharing
         anchors.verticalCenter: parent.verticalCenter

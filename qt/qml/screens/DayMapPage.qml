@@ -34,6 +34,7 @@ FocusScope {
         anchors.bottom: foot.top
         width: parent.width
         screen: root.screen
+        lowestCallout: replayButton.offered ? replayButton.y : lowest
         card: root.screen.outlet("stopCardButton") as ButtonItem
         focus: true
 
@@ -44,10 +45,12 @@ FocusScope {
         }
 
         MapButton {
+            id: replayButton
+            readonly property bool offered: (root.player?.available ?? false) && !root.replays && !page.covered
             anchors.left: parent.left
             anchors.leftMargin: page.space
             y: page.lowest - height - page.space
-            visible: (root.player?.available ?? false) && !root.replays && !page.covered
+            visible: offered && page.calloutEnd <= y
             button: root.screen.outlet("replayButton") as ButtonItem
         }
     }
@@ -77,6 +80,7 @@ FocusScope {
             player: root.player
             charts: root.screen.outlet("chartsButton") as ButtonItem
             share: root.screen.outlet("shareMomentButton") as ButtonItem
+            tight: Theme.large && root.height < 480
         }
     }
 }

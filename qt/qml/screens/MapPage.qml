@@ -15,6 +15,8 @@ FocusScope {
     readonly property bool busy: loading?.animating ?? false
     readonly property bool covered: map?.covered ?? false
 
+    property real lowestCallout: lowest
+    readonly property real calloutEnd: callout.visible ? callout.y + callout.height : 0
     readonly property real lowest: height - Math.max(attribution.height, message.height) // above the labels
     // The buttons lie in two corners, or all in one, or there in one row.
     readonly property real space: 12
@@ -114,7 +116,7 @@ FocusScope {
             marker: root.map?.selected ?? null
             share: root.screen.outlet("sharePositionButton") as ButtonItem
             card: root.card
-            lowest: root.lowest
+            lowest: root.lowestCallout
             buttonStrip: root.buttonStrip
             upperButtons: upperButtons.y + upperButtons.height
             lowerButtons: root.roomy ? lowerButtons.y : root.height
