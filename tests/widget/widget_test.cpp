@@ -89,6 +89,7 @@ TEST_F(Session, HasOneClientWhichTakesTheRequestsOfLaterStarts) {
   EXPECT_EQ(first->state(), QProcess::Running);
 
   end(first);  // without a chance to clear up
+  ASSERT_TRUE(QFile::exists(socket));
   first = start(CLIENT);
   later = start(CLIENT);
   ASSERT_TRUE(waitFor([&] {
@@ -115,6 +116,12 @@ TEST_F(Session, LeavesAReportOfACrashForTheNextStartToPack) {
   EXPECT_EQ(client->exitCode(), SIGSEGV);
   const QStringList left = folder.entryList({q("crash-*-%1.txt").arg(process)}, QDir::Files);
   ASSERT_EQ(left.size(), 1);
+  QFile file(folder.filePath(left[0]));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const std::string report = file.readAll().toStdString();
+  EXPECT_THAT(report, testing::HasSubstr("\nsignal: 11 SIGSEGV\n"));
+  EXPECT_THAT(report, testing::ContainsRegex("\n#[0-9]+ fleetor\\+0x")) << "as far as our own frames";
+  EXPECT_THAT(report, testing::EndsWith("\nend\n"));
 
   client = start(CLIENT);
   const QStringList packed{QFileInfo(left[0]).completeBaseName() + q(".gz")};

@@ -1,10 +1,13 @@
 #include <gmock/gmock.h>
 
 #include <QColor>
+#include <QFile>
 #include <QGuiApplication>
 #include <QMetaProperty>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QTextBlock>
+#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -115,6 +118,30 @@ TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForEveryText) {
     const QMetaProperty property = theme.property(i);
     if (property.metaType() != QMetaType::fromType<QColor>()) continue;
     EXPECT_TRUE(known.contains(property.name())) << property.name() << " is not checked";
+  }
+}
+
+TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForTheLinksOfADocument) {
+  const auto document = made("DocumentView {}");
+  ASSERT_TRUE(document);
+  for (const QString name : {":/documents/tos.html", ":/documents/about.html"}) {
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    document->setProperty("document", QString::fromUtf8(file.readAll()));
+    int links = 0;
+    for (const QObject* part : document->findChildren<QObject*>()) {
+      QTextDocument shown;
+      shown.setHtml(part->property("text").toString());
+      for (QTextBlock block = shown.begin(); block.isValid(); block = block.next())
+        for (auto text = block.begin(); !text.atEnd(); ++text) {
+          const QTextCharFormat format = text.fragment().charFormat();
+          if (!format.isAnchor()) continue;
+          ++links;
+          EXPECT_GE(contrast(format.foreground().color(), color("background")), 4.5)
+              << text.fragment().text().toStdString();
+        }
+    }
+    EXPECT_GT(links, 0) << name.toStdString();
   }
 }
 

@@ -225,6 +225,18 @@ TEST_F(TileSourceTest, FollowsARedirectWithinItsOrigin) {
   EXPECT_TRUE(get(source).image);
 }
 
+TEST_F(TileSourceTest, HandsOverImagesReadyForATexture) {
+  const QColor half(200, 100, 40, 128);
+  RawServer clear(always(answer(picture(256, "PNG", half))));
+  RawServer opaque(always(answer(picture(512))));
+  TileSource first(at(clear), folder.path()), second(at(opaque), folder.path());
+  const auto seeThrough = get(first), solid = get(second);
+  EXPECT_EQ(imageOf(seeThrough).format(), QImage::Format_RGBA8888_Premultiplied);
+  EXPECT_NEAR(imageOf(seeThrough).constBits()[0], 100, 1);
+  EXPECT_EQ(imageOf(solid).format(), QImage::Format_RGBX8888);
+  EXPECT_EQ(solid.image->sizeInBytes(), 512u * 512 * 4);
+}
+
 TEST_F(TileSourceTest, CancelsOnTheWireWithoutAnAnswer) {
   std::atomic<int> begun = 0, gone = 0;
   RawServer server([&](RawServer::Peer& peer) {

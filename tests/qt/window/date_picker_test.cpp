@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "window_test.h"
 
@@ -53,6 +54,25 @@ TEST_F(DatePicker, OpensAtTheChosenDayWhichTheArrowsMove) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return window().size() == size && isInSight(); })) << size.width();
     for (const QQuickItem* day : days())
       ASSERT_GE(std::min(day->width(), day->height()), 44) << size.width();
+  }
+}
+
+TEST_F(DatePicker, IsBesideItsButtonOnATablet) {
+  open(Idiom::pad, {1024, 768});
+  signIn();
+  openVehicle();
+  click("Choose date");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !days().empty(); }));
+  const QQuickItem* const button = items("label", "Choose date").front();
+  for (const QSize size : {QSize(1024, 768), QSize(1200, 600)}) {
+    window().resize(size);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+      const QRectF at = button->mapRectToScene(button->boundingRect());
+      const QQuickItem* const done = items("label", "Done").front();
+      const QPointF nearest = done->mapToScene({done->width() / 2, 0});
+      return at.right() == size.width() - 4 && nearest.y() > at.bottom() && nearest.y() < at.bottom() + 40 &&
+             std::abs(nearest.x() - at.center().x()) < 48 && isInSight();
+    })) << size.width();
   }
 }
 

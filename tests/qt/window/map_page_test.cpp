@@ -1,5 +1,8 @@
 #include "map_page_test.h"
 
+#include "vehicle/live_detail_view_controller.h"
+#include "vehicle/notifications.h"
+
 namespace fleetor {
 namespace {
 
@@ -167,6 +170,31 @@ TEST_F(MapPageTest, RequestsNothingWhileItIsHidden) {
   mode_ = Mode::answers;
   pager_->setSelectedIndexAnimated(1, false);
   EXPECT_TRUE(colored({100, 200}, satelliteColor));
+}
+
+TEST_F(MapPageTest, TheLivePageFollowsTheVehicleAndDrawsTheLineOfItsTrail) {
+  const auto live = std::make_shared<LiveDetailViewController>(environment_);
+  Vehicle vehicle;
+  vehicle.vehicleId = 7;
+  vehicle.mapLineColor = lineColor.name().toStdString();
+  live->setVehicle(vehicle);
+  live->setStoryboard(nullptr, "LiveDetailVC");
+  pager_->setViewControllers({live});
+  pager_->setSelectedIndexAnimated(0, false);
+  live->viewDidAppear(false);
+  EXPECT_TRUE(colored({200, 450}, QColor("#eef1ee"))) << "covered until there is a position";
+  for (const double north : {0.0, 600.0}) {
+    auto position = std::make_shared<Live>();
+    position->vehicles = vehicle;
+    position->location.lat = std::to_string(at(0, north).latitude);
+    position->location.lon = "0";
+    center_.postNotificationName(kFleetorNotificationLive, std::shared_ptr<const Live>(position));
+    EXPECT_TRUE(colored({100, 450}, tileColor));
+  }
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return std::abs(live->mapView().centerCoordinate().latitude - at(0, 600).latitude) < 1e-6; }));
+  EXPECT_TRUE(colored({200, 350}, lineColor));
+  EXPECT_TRUE(colored({200, 250}, tileColor)) << "no trail ahead of it";
 }
 
 TEST_F(MapPageTest, DrawsAFrameForAChangeAndNoneWhileNothingMoves) {

@@ -146,6 +146,16 @@ TEST_P(TextSizeTest, IsNeverCutOff) {
   EXPECT_THAT(cutTexts(), IsEmpty()) << "question before signing out";
 }
 
+class TabletTextSizeTest : public TextSizeTest {};
+
+TEST_P(TabletTextSizeTest, IsNotCutOffBetweenTheButtonsOverTheList) {
+  open(Idiom::pad, {1024, 768}, GetParam().language);
+  signIn(word("I agree"), word("Sign in"), word("My Vehicles"));
+  EXPECT_THAT(cutTexts(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Reader, TabletTextSizeTest, testing::Values(Reader{200, "de"}));
+
 // Languages with long words in the date picker and on buttons.
 INSTANTIATE_TEST_SUITE_P(Readers, TextSizeTest,
                          testing::Values(Reader{100, "de"}, Reader{200, "fr"}, Reader{200, "de"}),

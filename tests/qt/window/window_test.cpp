@@ -4,6 +4,7 @@
 
 #include "qt/components/window_item.h"
 #include "service/api_http_client.h"
+#include "ui/appearance.h"
 
 namespace fleetor {
 namespace {
@@ -23,6 +24,7 @@ TEST_F(WindowTest, AUserSignsInScrollsToTheLastVehicleAndComesBackToIt) {
   QTest::keyClick(&window(), Qt::Key_Return);
   ASSERT_TRUE(waitFor("text", refused));
   ASSERT_TRUE(waitForNone("text", refused));
+  EXPECT_FALSE(QTest::qWaitFor([&] { return shows("text", refused); }, 1'500)) << "a second time";
   EXPECT_EQ(items("typed", "wrong").size(), 1u);
   EXPECT_EQ(items("displayText", "demo").size(), 1u);
   EXPECT_FALSE(shows("displayText", "wrong")) << "a password is not to be read";
@@ -71,7 +73,7 @@ TEST_F(WindowTest, AKeyboardCoversNeitherWhatIsTypedIntoNorTheButton) {
   })) << "the password, and the button";
 }
 
-TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicle) {
+TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
   open(Idiom::pad, {1024, 768});
   EXPECT_GE(window().minimumWidth(), 300 + 320) << "the list, and beside it as much as on a small phone";
   signIn();
@@ -103,6 +105,12 @@ TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicle) {
   openVehicle();
   EXPECT_EQ(list()->width(), 724);
   EXPECT_EQ(items("title", "My Vehicles").size(), 1u);
+
+  click("Log out");
+  ASSERT_TRUE(waitFor("label", "Cancel"));
+  click("Log out");  // the alert's, which lies on top
+  ASSERT_TRUE(waitFor("label", "Sign in"));
+  EXPECT_FALSE(shows("title", "My Vehicles"));
 }
 
 TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
@@ -260,6 +268,7 @@ TEST_F(WindowTest, LooksAsTheDesktopAsksForFromThenOnUnlessItIsDarkByHand) {
   EXPECT_NEAR(textSize(), 1.5 * normal, 1);
   follow({false, 40});
   EXPECT_FALSE(looksDark());
+  EXPECT_GT(textSize(), 1.5 * normal + 1);
   EXPECT_LE(textSize(), 2 * normal) << "no larger than there is room for";
   follow({});
   EXPECT_EQ(looksDark(), byPalette);
@@ -269,6 +278,29 @@ TEST_F(WindowTest, LooksAsTheDesktopAsksForFromThenOnUnlessItIsDarkByHand) {
   open(Idiom::phone, {390, 844}, "en", true);
   follow({false, 1});
   EXPECT_TRUE(looksDark());
+}
+
+TEST_F(WindowTest, DrawsTheBarsAsTheProgramSetsThem) {
+  open(Idiom::phone, {390, 844}, "en", true);
+  signIn();
+  openVehicle();
+  constexpr QPoint navigationBar(80, 50), tabBar(2, 842);
+  const auto colourAt = [&](QPoint at) { return window().grabWindow().pixelColor(at).name().toStdString(); };
+  EXPECT_EQ(colourAt(navigationBar), "#abc2cc");
+  EXPECT_EQ(colourAt(tabBar), "#abc2cc");
+  const auto colourOf = [&](const char* text) {
+    return items("text", text).back()->property("color").value<QColor>().name().toStdString();
+  };
+
+  auto& content = *window().property("content").value<WindowItem*>();
+  auto& appearance = *content.appearance()->as<Appearance>();
+  NavigationBarAppearance bar = appearance.navigationBar();
+  bar.backgroundImageColor = Color{1, 0, 0};
+  appearance.setNavigationBar(bar);
+  appearance.setTabBarItem({Color{0, 1, 0}, Color{1, 0, 1}});
+  EXPECT_EQ(colourAt(navigationBar), "#ff0000");
+  EXPECT_EQ(colourOf("Live"), "#00ff00");
+  EXPECT_EQ(colourOf("Info"), "#ff00ff");
 }
 
 TEST_F(WindowTest, ReportsWhatIsWrongWithTheServiceAndGoesOn) {
