@@ -27,4 +27,9 @@ inline std::string clockText(double seconds, ClockDigits digits = ClockDigits::m
   return digits == ClockDigits::minutes ? text : text + ':' + two(whole % 60);
 }
 
+/// "1:05" of so many minutes, at least 0.
+inline std::string hoursText(long minutes) {
+  return std::to_string(minutes / 60) + (minutes % 60 < 10 ? ":0" : ":") + std::to_string(minutes % 60);
+}
+
 }  // namespace fleetor

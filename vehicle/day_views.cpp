@@ -27,13 +27,6 @@ TimeRibbon::Weight weightOf(DayStage::Kind kind) {
   return kind == DayStage::Kind::driving ? strong : kind == DayStage::Kind::parking ? light : blank;
 }
 
-/// "1:05 h".
-std::string hoursText(std::chrono::seconds duration) {
-  const auto minutes = std::chrono::round<std::chrono::minutes>(duration).count();
-  return std::to_string(minutes / 60) + (minutes % 60 < 10 ? ":0" : ":") + std::to_string(minutes % 60) +
-         " h";
-}
-
 }  // namespace
 
 void showTimeline(TimeRibbon& ribbon, DayTimeline day, Color color, Localizer localized, PlaceOf placeOf) {
@@ -60,13 +53,16 @@ std::vector<FactStrip::Fact> factsOf(const DayTotals& totals, const Localizer& l
     if (value) facts.push_back({std::move(caption), text(*value)});
   };
   const auto distance = [](double kilometres) { return decimals(kilometres, 1) + " km"; };
+  const auto hours = [&localized](std::chrono::seconds time) {
+    return filled(localized("{} h"), "{}", hoursText(std::chrono::round<std::chrono::minutes>(time).count()));
+  };
   const auto number = [](int value) { return std::to_string(value); };
   const auto clock = [](std::chrono::seconds time) { return clockText(static_cast<double>(time.count())); };
   add(localized("Distance"), totals.kilometres, distance);
   add(localized("Trips"), totals.trips, number);
   add(localized("Stops"), totals.stops, number);
-  add(localized("Driving time"), totals.driving, hoursText);
-  add(localized("Standing time"), totals.standing, hoursText);
+  add(localized("Driving time"), totals.driving, hours);
+  add(localized("Standing time"), totals.standing, hours);
   add(localized("First start"), totals.firstStart, clock);
   add(localized("Last arrival"), totals.lastArrival, clock);
   return facts;

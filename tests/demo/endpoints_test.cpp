@@ -35,5 +35,17 @@ TEST(DemoEndpoints, GiveTilesThatACacheCanKeep) {
   }
 }
 
+TEST(DemoEndpoints, PackLongAnswersForWhoAsksForIt) {
+  RunningService service;
+  service.signIn();
+  httplib::Headers headers = RunningService::bearer(service.token);
+  const Answer plain = service.get("/vehicles?offset=0&limit=20", headers);
+  headers.emplace("Accept-Encoding", "deflate, gzip");
+  const Answer packed = service.get("/vehicles?offset=0&limit=20", headers);
+  EXPECT_EQ(plain.header("Content-Encoding") + packed.header("Content-Encoding"), "gzip");
+  EXPECT_EQ(packed.body, plain.body) << "which the HTTP library unpacks";
+  EXPECT_EQ(service.get("/user", headers).header("Content-Encoding"), "");
+}
+
 }  // namespace
 }  // namespace fleetor::demo

@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/filled_text.h"
+#include "platform/number_text.h"
 #include "vehicle/watch/live_status.h"
 
 namespace fleetor {
@@ -69,17 +71,14 @@ void ReadingChart::close() {
 /// "now", "45 s", "12 min", "1:05 h".
 std::string ReadingChart::agoText(double second) const {
   const auto words = [this](const char* key, const std::string& number) {
-    std::string text = environment_.device.localizedString(key);
-    if (const auto place = text.find("{}"); place != std::string::npos) text.replace(place, 2, number);
-    return text;
+    return filled(environment_.device.localizedString(key), "{}", number);
   };
   const long seconds = std::lround(-second);
   const long minutes = seconds / 60;
   if (seconds <= 0) return environment_.device.localizedString("now");
   if (minutes == 0) return words("{} s", std::to_string(seconds));
   if (minutes < 60) return words("{} min", std::to_string(minutes));
-  const long rest = minutes % 60;
-  return words("{} h", std::to_string(minutes / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest));
+  return words("{} h", hoursText(minutes));
 }
 
 }  // namespace fleetor
