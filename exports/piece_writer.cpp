@@ -78,7 +78,7 @@ std::string jsonQuoted(std::string_view text) {
 
 std::string csvCell(std::string_view text) {
   std::string cell;
-  if (!isNumber(text) && text.find_first_of("=+-@\t\r\n") == 0) cell = "'";
+  if (!isNumber(text) && text.find_first_of("=+-@\t\r\n") == 0) cell += '\'';
   for (const char c : text) {
     if (c == '"') cell += '"';
     cell += isControl(c) ? ' ' : c;
