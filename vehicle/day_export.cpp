@@ -117,8 +117,9 @@ class Export : public std::enable_shared_from_this<Export> {
   }
 
   void save() {
-    const bool isEmpty = format_.needsPoints ? day_.points->size() == 0 : day_.trips->route->empty();
-    if (isEmpty)
+    const bool hasPoints = format_.needsPoints && day_.points->size() > 0;
+    const bool hasTrips = format_.needsTrips && !day_.trips->route->empty();
+    if (!hasPoints && !hasTrips)
       return environment_.window->showToast(
           environment_.device.localizedString("There is nothing on this day"), toastSeconds, false);
     DayRecord record{

@@ -133,7 +133,7 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
                    std::move(progress), [self, day](auto response, auto kind, long, auto&) {
                      if (kind != ResponseKindSuccess) {
                        self->endLoading();
-                       return self->bar_.loaded(*day, DayBar::Outcome::failed);
+                       return self->loaded(*day, DayBar::Outcome::failed);
                      }
                      // The answer, some hundred thousand texts, is also destroyed there; the page never is.
                      self->runInBackground([page = self, day, response = std::move(response)]() mutable {
@@ -144,7 +144,7 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
                          if (page->date() == day)
                            outcome = page->show(track) ? DayBar::Outcome::shown : DayBar::Outcome::empty;
                          page->endLoading();
-                         page->bar_.loaded(*day, outcome);
+                         page->loaded(*day, outcome);
                        });
                        const auto points =
                            std::make_shared<const DayPoints>(DayPoints::fromAnswer(*response, *day));
@@ -156,6 +156,13 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
                    });
 }
 
+// The trip of a day that did not come is not on the map.
+void MapDetailViewController::loaded(const std::string& day, DayBar::Outcome outcome) {
+  if (trip_.trip() && trip_.trip()->day == day && bar_.shownDay() != day && outcome != DayBar::Outcome::shown)
+    trip_.close();
+  bar_.loaded(day, outcome);
+}
+
 bool MapDetailViewController::show(std::shared_ptr<const DayTrack> track) {
   const bool isEmpty = track->total < 1 || track->markers.empty();
   wasDrawn_ = wasDrawn_ || !isEmpty;
@@ -163,6 +170,7 @@ bool MapDetailViewController::show(std::shared_ptr<const DayTrack> track) {
   if (track->total < 1) return false;
   mapView().replaceAnnotations(track->markers);
   mapView().showAnnotations(mapView().annotations(), false);
+  if (isEmpty) bar_.removed();
   track_ = std::move(track);
   if (dayPoints_) setDayPoints(nullptr);  // those of an earlier track
   return !isEmpty;

@@ -77,6 +77,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void shareMoment();
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();
+  void loaded(const std::string& day, DayBar::Outcome outcome);
   void updateCover();
   ExportableDay exportableDay() const;
 

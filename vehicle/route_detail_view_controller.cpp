@@ -56,7 +56,7 @@ RouteDetailViewController::RouteDetailViewController(Environment& environment)
 
 void RouteDetailViewController::setDayChoice(const std::shared_ptr<DayChoice>& days) {
   stopOpened_ = days->stopOpened.connect([this](const std::string& day, float seconds) {
-    wanted_ = seconds;
+    wanted_ = Moment{day, seconds};
     if (bar_.shownDay() == day)
       showWantedCard();
     else
@@ -67,11 +67,11 @@ void RouteDetailViewController::setDayChoice(const std::shared_ptr<DayChoice>& d
 }
 
 void RouteDetailViewController::showWantedCard() {
-  const auto seconds = std::exchange(wanted_, std::nullopt);
-  if (!seconds || !date()) return;
+  if (!wanted_ || wanted_->day != date()) return;
+  const float seconds = std::exchange(wanted_, std::nullopt)->seconds;
   for (int row = 0; row < numberOfItems(); ++row) {
     const auto stage = DayStage::fromItem(items_.route->at(static_cast<std::size_t>(row)), *date());
-    if (stage.begin && *stage.begin <= *seconds && *seconds < *stage.end)
+    if (stage.begin && *stage.begin <= seconds && seconds < *stage.end)
       return itemsTableView_.scrollToRowAtIndexPath({0, row});
   }
   showErrorToast(localized("The trips have no stop at this time"));
@@ -109,7 +109,9 @@ void RouteDetailViewController::firstSelected() {
 }
 
 void RouteDetailViewController::receivedNotification(const Notification& notification) {
-  if (day_.receive(notification.object)) load();
+  if (!day_.receive(notification.object)) return;
+  if (wanted_ && wanted_->day != date()) wanted_.reset();
+  load();
 }
 
 void RouteDetailViewController::clearView() {
@@ -151,7 +153,9 @@ void RouteDetailViewController::loadItems(const std::optional<std::string>& day)
                      self->setLoading(false);
                      self->showDay();
                      self->itemsTableView_.reloadData();
-                     if (outcome != DayBar::Outcome::failed && outcome != DayBar::Outcome::dropped)
+                     if (outcome == DayBar::Outcome::failed)
+                       self->wanted_.reset();
+                     else if (outcome != DayBar::Outcome::dropped)
                        self->showWantedCard();
                      self->bar_.loaded(*day, outcome);
                    });

@@ -59,6 +59,11 @@ class RouteDetailViewController final : public DetailPageViewController,
   void tableViewDidSelectRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  private:
+  struct Moment {
+    std::string day;
+    float seconds;  ///< since its midnight
+  };
+
   void didEnterBackground() { clearView(); }
   void wilEnterForeground() { day_.putBack(); }
 
@@ -84,7 +89,7 @@ class RouteDetailViewController final : public DetailPageViewController,
   DayExportButton export_;
   std::shared_ptr<DayChoice> days_;
   Connection stopOpened_;
-  std::optional<float> wanted_;  ///< the time of a stop whose card is to come into view
+  std::optional<Moment> wanted_;  ///< of a stop whose card is to come into view
   RouteResponse items_;
 };
 

@@ -37,9 +37,12 @@ QString ComponentItem::accessibleName() const {
   return read<Component>([](const Component& c) { return toQString(c.accessibleName()); });
 }
 
+// QML reads everything anew when it hears of a change, also the other components of the same owner. Some of
+// them have been destroyed before this one, so it hears of it when the owner is gone as a whole.
 void ComponentItem::componentDestroyed() {
   component_ = nullptr;
-  refresh();
+  forget();
+  QMetaObject::invokeMethod(this, &ComponentItem::refresh, Qt::QueuedConnection);
   deleteLater();
 }
 

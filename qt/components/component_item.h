@@ -59,6 +59,9 @@ class ComponentItem : public QObject {
 
   Adapters& adapters() const { return adapters_; }
 
+  /// The component is gone: drops what refers to it.
+  virtual void forget() {}
+
  private:
   friend class Adapters;
   void componentDestroyed();

@@ -84,7 +84,10 @@ void TableModel::tableDestroyed() {
 
 TableItem::TableItem(Component& component, Adapters& registry)
     : ComponentItem(component, registry), model_(*as<TableView>(), registry) {
-  rowWanted_ = as<TableView>()->rowWanted.connect([this](int row) { Q_EMIT rowWanted(row); });
+  rowWanted_ = as<TableView>()->rowWanted.connect([this](int row) {
+    model_.update();  // the row may have come with the latest reload
+    Q_EMIT rowWanted(row);
+  });
 }
 
 bool TableItem::emptyFooter() const {
@@ -104,11 +107,6 @@ void TableItem::tap(int row) {
 bool TableItem::copy(int row) {
   auto* table = as<TableView>();
   return table && table->copy(row);
-}
-
-void TableItem::refresh() {
-  if (!as<TableView>()) model_.tableDestroyed();
-  ComponentItem::refresh();
 }
 
 void TableUpdates::setTable(TableItem* table) {

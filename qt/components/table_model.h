@@ -86,12 +86,13 @@ class TableItem : public fleetor::ComponentItem {
   Q_INVOKABLE bool copy(int row);
   Q_INVOKABLE void beginDisplaying(int row) { model_.beginDisplaying(row); }
   Q_INVOKABLE void endDisplaying(int row) { model_.endDisplaying(row); }
-  void refresh() override;
 
  Q_SIGNALS:
   void rowWanted(int row);
 
  private:
+  void forget() override { model_.tableDestroyed(); }
+
   TableModel model_;
   Connection rowWanted_;
 };

@@ -97,6 +97,7 @@ TEST_F(DayPages, ReportWhatTheMapShowsWhateverComesOfTheChosenDay) {
   EXPECT_THAT(asked(), IsEmpty());
   EXPECT_EQ(tap("dayLoadButton"), "Tue, 30 Dec 2025");
   EXPECT_THAT(asked(), ElementsAre("2025-12-30"));
+  EXPECT_EQ(arrive(mapReply({}, 0, 5)), "Tue, 30 Dec 2025: No track on 30 Dec 2025") << "and none is shown";
 }
 
 TEST_F(DayPages, KeepTheLastStepUntilThePageHasItsAnswer) {
@@ -222,10 +223,18 @@ TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
   tap("previousDayButton");
   arrive(track);
   EXPECT_EQ(outlet<Label>("tripLabel").text(), "") << "it is not of this day";
+
+  go(trips);
+  tapCard(0);
+  EXPECT_EQ(outlet<Label>("tripWayLabel").text(), "Mill Lane → Harbour");
+  arrive(lost);
+  EXPECT_EQ(outlet<Label>("tripWayLabel").text(), "") << "nor is its day on the map";
 }
 
 TEST_F(DayPages, LeadFromAStopOnTheMapToItsCard) {
   MapView& drawn = outlet<MapView>("mapView");
+  arrive(track);
+  tap("previousDayButton");
   arrive(mapReply({"", "Parking", "", "Parking", ""}));  // a point each minute from 08:00
   const auto openStop = [&](std::size_t marker) {
     drawn.selectAnnotation(drawn.annotations().at(marker));
@@ -242,7 +251,11 @@ TEST_F(DayPages, LeadFromAStopOnTheMapToItsCard) {
                R"({"lp":1,"status":"","duration":"","distance":"0","from":"A","to":"A","timeFrom":")") +
            from + R"(","timeTo":")" + to + R"("})";
   };
-  arrive(jsonReply(envelope(2, R"("route":[)" + row("08:00", "08:01") + "," + row("08:01", "08:03") + "]")));
+  const HttpReply rows =
+      jsonReply(envelope(2, R"("route":[)" + row("08:00", "08:01") + "," + row("08:01", "08:03") + "]"));
+  arrive(routeReply(2));
+  EXPECT_THAT(wanted, IsEmpty()) << "today, while the stop is of yesterday";
+  arrive(rows);
   EXPECT_THAT(wanted, ElementsAre(1));
 
   go(map);

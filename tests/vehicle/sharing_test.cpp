@@ -179,6 +179,9 @@ TEST_F(ExportingTrips, SavesTheListAndAFailureIsReportedOnce) {
   save(gpx);
   EXPECT_EQ(client.takeMessages().size(), 1u);
   EXPECT_FALSE(documents.files.contains("Van 2026-03-10.gpx"));
+  client.transport.answer("/map", mapReply({}));
+  save(pdf);
+  EXPECT_TRUE(documents.files.contains("Van 2026-03-10.pdf")) << "its trips are a day's log, too";
 }
 
 using MarkedAbout = LonePage<AboutDetailViewController>;

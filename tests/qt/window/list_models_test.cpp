@@ -1,13 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
+#include <QCoreApplication>
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
-#include "qt/components/component_item.h"
+#include "qt/components/control_items.h"
+#include "qt/components/table_model.h"
 #include "qt/map/map_view_item.h"
 #include "ui/map/map_annotation.h"
 #include "ui/ui_world.h"
@@ -47,6 +50,39 @@ TEST(MarkerList, FollowsEveryChangeOfOrder) {
     for (const auto& [index, name] : before)
       EXPECT_TRUE(!index.isValid() || nameAt(index) == name) << name << " on the way to " << order;
   }
+}
+
+/// A row whose drawing reads all of its outlets whenever one of them changes, as QML does.
+class Row : public TableViewCell {
+ public:
+  Row() : TableViewCell("row") {
+    outlet("first", first);
+    outlet("second", second);
+  }
+  ImageView first;
+  Label second;
+};
+
+TEST(Adapters, NeverReadARowThatIsBeingDestroyed) {
+  test::World world;
+  Adapters adapters(world.environment);
+  std::optional<Row> row(std::in_place);
+  auto* const cell = adapters.itemFor<CellItem>(&*row);
+  int announced = 0;
+  for (const char* name : {"first", "second"})
+    QObject::connect(cell->outlet(name), &ComponentItem::changed, cell, [&announced, cell] {
+      ++announced;
+      for (const char* each : {"first", "second"})
+        EXPECT_EQ(cell->outlet(each), nullptr);
+    });
+  row.reset();
+  EXPECT_EQ(announced, 0);
+  QCoreApplication::sendPostedEvents();
+  EXPECT_EQ(announced, 2);
+
+  row.emplace();
+  EXPECT_TRUE(adapters.itemFor<ImageViewItem>(&row->first)) << "at the place of the earlier one";
+  EXPECT_TRUE(adapters.itemFor<LabelItem>(&row->second));
 }
 
 }  // namespace
