@@ -12,6 +12,7 @@ namespace {
 
 constexpr double mostChartPoints = 600;  // more than a phone has points across
 constexpr double leastChartStep = 60;    // seconds: over less, a speed would show every red light
+constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
 
@@ -38,8 +39,7 @@ void DayCharts::show(bool shown) {
     for (double second = path->begin();; second += step) {
       const double here = std::min(second, path->end());
       distances.push_back({here, path->kilometresAt(here)});
-      speeds.push_back({here, path->averageSpeedBetween(here - step / 2, here + step / 2)
-                                  .value_or(std::numeric_limits<double>::quiet_NaN())});
+      speeds.push_back({here, path->averageSpeedBetween(here - step / 2, here + step / 2).value_or(unknown)});
       if (here >= path->end()) break;
     }
     moves_ = replay_.moved.connect(mark);
@@ -50,8 +50,10 @@ void DayCharts::show(bool shown) {
     moves_.disconnect();
     changes_.disconnect();
   }
-  distance_.setPoints(std::move(distances));
-  speed_.setPoints(std::move(speeds));
+  // At the moment itself the same values as on the replay's card.
+  distance_.setPoints(std::move(distances), [path](double second) { return path->kilometresAt(second); });
+  speed_.setPoints(std::move(speeds),
+                   [path](double second) { return path->at(second).averageSpeed.value_or(unknown); });
   button_.setSelected(path != nullptr);
   if (path) mark();
 }

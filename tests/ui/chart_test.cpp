@@ -84,6 +84,8 @@ TEST(Chart, ReportsWhatItShowsAndWhatIsChosen) {
   EXPECT_EQ(chart.accessibleName(), "Average speed, 10:00 – 12:00, 30 – 90 km/h");
   EXPECT_EQ(chart.valueText(37000), "30 km/h");
   EXPECT_EQ(chart.valueText(40000) + chart.valueText(35000), "");
+  chart.setPoints(chart.points(), [](double second) { return second / 1000; });
+  EXPECT_EQ(chart.valueText(37000), "37 km/h");
   chart.choose(0.5);
   EXPECT_EQ(chosen, 39600);
   chart.choose(7);

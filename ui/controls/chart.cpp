@@ -45,8 +45,9 @@ void Chart::setTitle(std::string title, std::string unit) {
   changed.emit();
 }
 
-void Chart::setPoints(std::vector<Point> points) {
+void Chart::setPoints(std::vector<Point> points, std::function<double(double)> valueAt) {
   points_ = std::move(points);
+  valueAt_ = std::move(valueAt);
   least_ = std::numeric_limits<double>::infinity();
   most_ = -least_;
   for (const auto& [second, value] : points_) {
@@ -86,8 +87,9 @@ std::string Chart::withUnit(double value) const {
 
 std::string Chart::valueText(double second) const {
   const auto next = std::ranges::upper_bound(points_, second, {}, &Point::second);
-  if (next == points_.begin() || !std::isfinite((next - 1)->value)) return {};
-  return withUnit((next - 1)->value);
+  if (next == points_.begin()) return {};
+  const double value = valueAt_ ? valueAt_(second) : (next - 1)->value;
+  return std::isfinite(value) ? withUnit(value) : "";
 }
 
 std::vector<std::vector<ScreenPoint>> Chart::strokes(double width, double height) const {

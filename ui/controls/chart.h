@@ -40,7 +40,9 @@ class Chart : public Component {
   void setTimeText(std::function<std::string(double second)> timeText) { timeText_ = std::move(timeText); }
 
   const std::vector<Point>& points() const { return points_; }
-  void setPoints(std::vector<Point> points);
+  /// `valueAt` knows the exact value of any second, where the curve is thinner than what it shows; not
+  /// finite: unknown.
+  void setPoints(std::vector<Point> points, std::function<double(double second)> valueAt = {});
 
   /// The moment that is marked.
   const std::optional<double>& moment() const { return moment_; }
@@ -53,7 +55,7 @@ class Chart : public Component {
   void setOnChosen(std::function<void(double second)> onChosen) { onChosen_ = std::move(onChosen); }
 
   double shareOf(double second) const;  ///< of the time axis, 0 to 1
-  /// The value of the last point up to there, in words with its unit; empty when unknown.
+  /// The value there, else of the last point up to there, in words with its unit; empty when unknown.
   std::string valueText(double second) const;
 
   /// The curve in an area of that size, y down, as unbroken strokes; of the values that share a step of 1 to
@@ -72,6 +74,7 @@ class Chart : public Component {
   std::string unit_;
   std::function<std::string(double)> timeText_ = [](double second) { return clockText(second); };
   std::vector<Point> points_;
+  std::function<double(double)> valueAt_;
   double least_ = 0;  ///< of the values
   double most_ = 0;
   double step_ = 1;  ///< between two marks of values
