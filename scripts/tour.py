@@ -58,8 +58,8 @@ def day_track(client, vehicle):
     client.picture("map-day-track")
 
 
-def callout(client):
-    """Opens the one of a place where the vehicle stood, the nearest to the middle of the map."""
+def open_callout(client):
+    """The one of a place where the vehicle stood, the nearest to the middle of the map."""
     x, y, width, height = map_box(client)
 
     def from_middle(at):
@@ -69,7 +69,12 @@ def callout(client):
     at = min(client.seen(PARKED, MARKER), key=from_middle)
     client.click_at(at.x + at.width // 2, at.y + at.height // 2)
     client.find(PARKED, CALLOUT)
+
+
+def callout(client):
+    open_callout(client)
     client.picture("map-callout")
+    x, y, _, height = map_box(client)
     client.click_at(x + 30, y + height - 30)  # in a corner, for the town is round
     client.gone(PARKED, CALLOUT)
 
@@ -236,8 +241,17 @@ def pages(client, vehicle):
     client.picture("vehicle-about")
 
 
+def card_of_a_stop(client):
+    """On a day that the trips have not loaded yet."""
+    open_callout(client)
+    client.click("Show in the trips", "push button")
+    client.find("Driving|Parking", "list item")
+    client.picture("trips-at-a-stop")
+    tab(client, "Map")
+
+
 def trip_on_the_map(client):
-    """From a card to its trip, back to it, and from a stop to its card."""
+    """From a card to its trip and back to it."""
     client.click("Driving", "list item")
     client.find("Whole day")
     wait_for_tiles(client)
@@ -367,6 +381,7 @@ def walk_on_the_phone(demo):
     wait_for_line(phone, vehicle)
     wait_for_tiles(phone)
     phone.picture("map-other-day")
+    card_of_a_stop(phone)
 
     day_that_fails(phone, demo)
     phone.resize(844, 390)
