@@ -16,6 +16,7 @@ RowBody {
     readonly property string picture: String((cell?.outlet("kindImageView") as ImageViewItem)?.source ?? "")
     readonly property bool known: picture !== ""
     readonly property bool parking: picture.includes("parking")
+    readonly property bool still: parking && from === to // one address
     readonly property color tint: !known ? Theme.accent : parking ? Theme.parking : Theme.driving
 
     function text(name) {
@@ -23,8 +24,8 @@ RowBody {
     }
 
     separated: false
-    implicitHeight: !Theme.large ? 0 : card.anchors.topMargin + head.y + head.height + 2 * way.anchors.topMargin + 2 * way.needed + foot.height
-    spoken: `${status}, ${time}, ${from}, ${to}, ${duration}, ${distance}`
+    implicitHeight: !Theme.large ? 0 : card.anchors.topMargin + head.y + head.height + 2 * way.anchors.topMargin + ends.count * way.needed + foot.height
+    spoken: [status, time, ...(still ? [from] : [from, to]), duration, distance].join(", ")
 
     Rectangle {
         id: card
@@ -100,7 +101,7 @@ RowBody {
             }
         }
 
-        // The two addresses, joined by a line; that of a stop once, and again in small.
+        // The two addresses, joined by a line; of a stop, which has no line, the second only where it differs, in small.
         Item {
             id: way
             readonly property real needed: Math.max(ends.itemAt(0)?.implicitHeight ?? 0, ends.itemAt(1)?.implicitHeight ?? 0)
@@ -146,16 +147,16 @@ RowBody {
             }
             Repeater {
                 id: ends
-                model: [row.from, row.to]
+                model: row.still ? [row.from] : [row.from, row.to]
                 delegate: PlainText {
                     required property int index
                     required property string modelData
                     anchors.left: way.left
                     anchors.leftMargin: row.parking ? 0 : 28
                     anchors.right: way.right
-                    y: index * way.height / 2
-                    height: way.height / 2
-                    verticalAlignment: !row.parking ? Text.AlignVCenter : index === 0 ? Text.AlignBottom : Text.AlignTop
+                    y: index * height
+                    height: way.height / ends.count
+                    verticalAlignment: !row.parking || row.still ? Text.AlignVCenter : index === 0 ? Text.AlignBottom : Text.AlignTop
                     text: modelData
                     wrapMode: Text.Wrap
                     maximumLineCount: Theme.large ? 5 : 3
@@ -203,7 +204,7 @@ RowBody {
             }
         }
         PlainText {
-            visible: row.cell?.selectable ?? false
+            visible: row.cell?.tappable ?? false
             anchors.right: head.right
             anchors.verticalCenter: foot.verticalCenter
             text: Theme.mirrored ? "‹" : "›"
