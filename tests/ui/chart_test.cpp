@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/number_text.h"
+
 namespace fleetor::test {
 namespace {
 
@@ -44,6 +46,13 @@ TEST(Chart, MarksWholeMinutesAndHours) {
             "08:00 09:00 10:00 11:00 12:00 13:00 14:00 15:00 16:00 17:00 18:00 ");
   chart.setPoints({{36010, 1}, {36170, 2}});
   EXPECT_EQ(textsOf(chart.timeTicks(4)), "10:01 10:02 ");
+  EXPECT_EQ(textsOf(chart.timeTicks(12)), "10:01 10:02 ") << "not each minute twice";
+
+  chart.setTimeText([](double second) { return second > -60 ? decimals(-second, 0) + " s" : "minutes"; });
+  chart.setPoints({{-50, 1}, {0, 2}});
+  EXPECT_EQ(textsOf(chart.timeTicks(6)), "45 s 30 s 15 s 0 s ");
+  chart.setPoints({{-100, 1}, {0, 2}});
+  EXPECT_EQ(textsOf(chart.timeTicks(6)), "minutes 0 s ");
 }
 
 TEST(Chart, DrawsExtremesOfAllPointsInFewStepsAndBreaksWhereNothingIsKnown) {

@@ -12,8 +12,8 @@ namespace fleetor {
 namespace {
 
 constexpr int valueMarks = 4;
-constexpr std::array<int, 13> timeSteps{60,   120,   300,   600,   900,   1800, 3600,
-                                        7200, 10800, 14400, 21600, 43200, 86400};
+constexpr std::array<int, 15> timeSteps{15,   30,   60,    120,   300,   600,   900,  1800,
+                                        3600, 7200, 10800, 14400, 21600, 43200, 86400};
 
 /// The smallest of 1, 2, 5, 10, ... times a power of ten that is not less.
 double roundStep(double least) {
@@ -133,10 +133,17 @@ std::vector<ChartTick> Chart::timeTicks(int most) const {
   if (points_.empty() || most < 1) return ticks;
   const double begin = points_.front().second;
   const double end = points_.back().second;
-  const auto step = std::ranges::find_if(timeSteps, [&](int each) { return (end - begin) / each < most; });
-  const double every = step == timeSteps.end() ? timeSteps.back() : *step;
-  for (double second = std::ceil(begin / every) * every; second <= end; second += every)
-    ticks.push_back({shareOf(second), timeText_(second)});
+  for (const double every : timeSteps) {
+    if ((end - begin) / every >= most && every < timeSteps.back()) continue;
+    ticks.clear();
+    bool exact = true;  // a text of whole minutes marks only their ends
+    for (double second = std::ceil(begin / every) * every; second <= end; second += every) {
+      ticks.push_back({shareOf(second), timeText_(second)});
+      exact =
+          exact && (timeText_(second - 1) != ticks.back().text || timeText_(second + 1) != ticks.back().text);
+    }
+    if (exact) break;
+  }
   return ticks;
 }
 
