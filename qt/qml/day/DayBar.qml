@@ -69,6 +69,7 @@ FocusScope {
                     PlainText {
                         width: parent.width
                         horizontalAlignment: Text.AlignHCenter
+                        verticalAlignment: Text.AlignVCenter
                         fontSizeMode: Text.HorizontalFit
                         minimumPixelSize: 12
                         text: root.day

@@ -29,7 +29,8 @@ Rectangle {
             id: lead
             screen: root.screen
             size: Math.round((root.low ? 22 : 34) * Math.min(Theme.scale, 1.5))
-            rightPadding: 20
+            leftPadding: Theme.mirrored ? 20 : 0
+            rightPadding: Theme.mirrored ? 0 : 20
         }
         Item {
             visible: lead.words !== "" && motionText.text !== ""
