@@ -21,7 +21,7 @@ Rectangle {
         anchors.centerIn: parent
         width: Math.min(implicitWidth, root.parent.width - 12)
         text: root.text
-        font.pixelSize: Math.max(11, Theme.smallSize - 2)
+        font.pixelSize: Math.round(13 * Math.min(Theme.scale, 1.4)) - 2 // the map has to stay in sight
         wrapMode: Text.Wrap
     }
 }
