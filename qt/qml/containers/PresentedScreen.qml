@@ -83,9 +83,10 @@ AccessibleLayer {
             }
         }
 
-        // The content of a sheet has square corners: it starts below the round ones, under a strip in the bar's colour.
+        // The content of a sheet has square corners: it starts below the round ones, under a strip in the bar's
+        // colour where it has a bar.
         Rectangle {
-            visible: presented.sheet
+            visible: presented.sheet && presented.screen instanceof NavigationControllerItem
             width: parent.width
             height: 2 * panel.radius
             radius: panel.radius
