@@ -45,8 +45,15 @@ FocusScope {
         parent: page.rows.contentItem
         y: page.rows.originY - height
         width: page.width
+        property real before: 0
         strip: root.screen.outlet("dayTotals") as FactStripItem
-        onHeightChanged: page.rows.contentY = page.rows.originY - height // another day
+        // They come into sight only where the list stands at its top, and no row was asked for.
+        onHeightChanged: {
+            const atTop = page.rows.contentY <= page.rows.originY - before + 1;
+            before = height;
+            if (atTop && page.rows.pointedRow < 0)
+                page.rows.contentY = page.rows.originY - height;
+        }
     }
 
     PullToLoad {
