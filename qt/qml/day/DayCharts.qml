@@ -27,11 +27,14 @@ Rectangle {
         spacing: root.inset
 
         Repeater {
+            id: views
+            readonly property bool crowded: count > 1 && [0, 1].some(index => (itemAt(index) as ChartView)?.crowded ?? false)
             model: [root.speed, root.distance]
             delegate: ChartView {
                 required property ChartItem modelData
 
                 chart: modelData
+                stacked: crowded || root.low && views.crowded // side by side they are drawn alike
                 width: root.low ? (charts.width - charts.spacing) / 2 : charts.width
                 height: root.low ? charts.height : (charts.height - charts.spacing) / 2
             }

@@ -9,6 +9,10 @@ Item {
 
     property ChartItem chart
     property real titleInset: 0 // room at the end of the title's line
+    // The value stands below the title where one line has no room for both.
+    readonly property bool crowded: title.implicitWidth + 8 + widest > width - titleInset
+    property bool stacked: crowded
+    property real widest: 0 // of the values so far: the curve must not jump from one to the next
     readonly property real titleHeight: title.height
     readonly property int markSize: Math.round(11 * Math.min(Theme.scale, 1.5))
     readonly property real momentShare: chart?.momentShare ?? -1
@@ -21,16 +25,20 @@ Item {
     PlainText {
         id: title
         anchors.left: parent.left
-        anchors.right: value.left
-        anchors.rightMargin: 8
+        width: Math.max(0, root.width - root.titleInset - (root.stacked ? 0 : root.widest + 8))
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 12
         text: root.chart?.title ?? ""
+        onTextChanged: root.widest = value.implicitWidth
         font.pixelSize: Theme.smallSize
         font.bold: true
     }
     PlainText {
         id: value
-        anchors.right: parent.right
-        anchors.rightMargin: root.titleInset
+        readonly property real inset: root.stacked ? 0 : root.titleInset
+        x: root.stacked !== Theme.mirrored ? inset : root.width - width - inset
+        y: root.stacked ? title.height : 0
+        onImplicitWidthChanged: root.widest = Math.max(root.widest, implicitWidth)
         text: root.chart?.momentText ?? ""
         color: Theme.accent
         font.pixelSize: Theme.smallSize
@@ -41,7 +49,7 @@ Item {
         id: area
         visible: !(root.chart?.empty ?? true)
         anchors.fill: parent
-        anchors.topMargin: title.height + 8
+        anchors.topMargin: value.y + value.height + 8
         anchors.bottomMargin: root.markSize + 8
         anchors.leftMargin: root.markSize * 2.6
         anchors.rightMargin: 4
