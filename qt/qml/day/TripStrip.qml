@@ -7,6 +7,8 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    property bool low: false // there is little room for the map
+    readonly property bool single: low && width >= 480
     readonly property string trip: text("tripLabel")
     readonly property string way: text("tripWayLabel")
     readonly property string note: text("tripNoteLabel")
@@ -15,7 +17,7 @@ FocusScope {
         return (screen.outlet(name) as LabelItem)?.text ?? "";
     }
 
-    height: column.height + 12
+    height: column.y + column.height + (single ? 0 : 2)
     visible: trip !== ""
 
     Rectangle {
@@ -28,42 +30,56 @@ FocusScope {
         color: Theme.separator
     }
 
-    Column {
+    Grid {
         id: column
         anchors.horizontalCenter: parent.horizontalCenter
-        y: 10
+        y: root.single ? 1 : 10
         width: Math.min(parent.width, 560) - 2 * Theme.margin
+        columns: root.single ? 2 : 1
+        verticalItemAlignment: Grid.AlignVCenter
 
-        Repeater {
-            model: [root.trip, root.way, root.note]
-            delegate: PlainText {
-                required property int index
-                required property string modelData
+        Column {
+            width: root.single ? column.width - buttons.width : column.width
 
-                width: parent.width
-                visible: text !== ""
-                text: modelData
-                wrapMode: Text.Wrap
-                maximumLineCount: 3
-                color: index === 0 ? Theme.text : Theme.secondaryText
-                font.pixelSize: index === 0 ? Theme.bodySize : Theme.smallSize
-                font.bold: index === 0
-                Accessible.ignored: false
-                Accessible.role: index === 2 ? Accessible.AlertMessage : Accessible.StaticText
-                Accessible.name: text
+            Repeater {
+                model: [root.trip, root.way, root.note]
+                delegate: PlainText {
+                    required property int index
+                    required property string modelData
+
+                    width: parent.width
+                    visible: text !== "" && !(root.low && index === 1)
+                    text: modelData
+                    wrapMode: Text.Wrap
+                    maximumLineCount: root.single ? 2 : 3
+                    color: index === 0 ? Theme.text : Theme.secondaryText
+                    font.pixelSize: index === 0 ? Theme.bodySize : Theme.smallSize
+                    font.bold: index === 0
+                    Accessible.ignored: false
+                    Accessible.role: index === 2 ? Accessible.AlertMessage : Accessible.StaticText
+                    Accessible.name: text
+                }
             }
         }
-        Row {
-            anchors.left: parent.left
-            anchors.leftMargin: -12 // the words, not the buttons, stand below each other
+        Item {
+            id: buttons
+            readonly property real most: column.width / (root.single ? 3 : 2)
+            width: root.single ? row.width - 12 : column.width
+            height: row.height
 
-            DayButton {
-                button: root.screen.outlet("tripBackButton") as ButtonItem
-                width: Math.min(implicitWidth, column.width / 2)
-            }
-            DayButton {
-                button: root.screen.outlet("tripCloseButton") as ButtonItem
-                width: Math.min(implicitWidth, column.width / 2)
+            Row {
+                id: row
+                anchors.left: parent.left
+                anchors.leftMargin: root.single ? 0 : -12 // the words, not the buttons, stand below each other
+
+                DayButton {
+                    button: root.screen.outlet("tripBackButton") as ButtonItem
+                    width: Math.min(implicitWidth, buttons.most)
+                }
+                DayButton {
+                    button: root.screen.outlet("tripCloseButton") as ButtonItem
+                    width: Math.min(implicitWidth, buttons.most)
+                }
             }
         }
     }

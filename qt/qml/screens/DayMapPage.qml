@@ -10,7 +10,13 @@ FocusScope {
     readonly property PlayerItem player: screen.outlet("replay") as PlayerItem
     readonly property bool replays: player?.open ?? false
 
-    onReplaysChanged: (replays ? replay : page).focus = true
+    readonly property bool low: height < 320
+
+    // Who chooses the day or a moment goes on choosing.
+    onReplaysChanged: {
+        if (!bar.focus && !ribbon.focus)
+            (replays ? replay : page).focus = true;
+    }
 
     Column {
         id: head
@@ -18,11 +24,13 @@ FocusScope {
         z: 1 // what the ribbon names lies over the map
 
         DayBar {
+            id: bar
             width: parent.width
             screen: root.screen
             noted: note.visible
         }
         DayRibbon {
+            id: ribbon
             width: parent.width
             ribbon: root.screen.outlet("dayRibbon") as TimeRibbonItem
         }
@@ -73,6 +81,8 @@ FocusScope {
         TripStrip {
             width: parent.width
             screen: root.screen
+            low: root.low
+            visible: trip !== "" && !root.replays
         }
         ReplayBar {
             id: replay
