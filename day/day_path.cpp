@@ -11,7 +11,6 @@ namespace fleetor {
 
 namespace {
 
-constexpr double longestStep = 600;       // seconds: more without points is a gap
 constexpr double standingRadius = 25;     // metres: a receiver at rest scatters by some of them
 constexpr double shortestPause = 60;      // seconds: a red light is none
 constexpr double shortestSpeedStep = 10;  // seconds: over less, the points' scatter would show as speed
@@ -52,21 +51,22 @@ void DayPath::findPauses() {
     else
       pauses_.push_back({begin, end, isGap});
   };
-  const auto isStop = [this](std::size_t index) {
-    return std::ranges::binary_search(day_->stops, index, {}, &DayStop::index);
-  };
   std::size_t anchor = 0;
   double cosine = cosineOf(coordinates[0].latitude);
   const auto endStay = [&](std::size_t last) {
     if (seconds[last] - seconds[anchor] >= shortestPause) add(seconds[anchor], seconds[last], false);
   };
   for (std::size_t i = 1; i < seconds.size(); ++i) {
-    const bool isLong = seconds[i] - seconds[i - 1] > longestStep;
+    const bool isLong = seconds[i] - seconds[i - 1] > DayPoints::longestGap;
     if (!isLong &&
         squaredMetres(coordinates[anchor], coordinates[i], cosine) <= standingRadius * standingRadius)
       continue;
     endStay(i - 1);
-    if (isLong) add(seconds[i - 1], seconds[i], !isStop(i - 1) && !isStop(i));
+    if (isLong) {
+      const auto [stoodUntil, isGap] = day_->stepFrom(i - 1);
+      if (stoodUntil > seconds[i - 1]) add(seconds[i - 1], stoodUntil, false);
+      if (isGap) add(stoodUntil, seconds[i], true);
+    }
     anchor = i;
     cosine = cosineOf(coordinates[i].latitude);
   }
@@ -93,8 +93,11 @@ DayPath::Step DayPath::stepAt(double moment) const {
   if (later == seconds.begin()) return {0, 0};
   if (later == seconds.end()) return {seconds.size() - 1, 0};
   const auto next = static_cast<std::size_t>(later - seconds.begin());
-  const double before = seconds[next - 1];
-  return {next - 1, (moment - before) / (seconds[next] - before)};
+  const bool isLong = seconds[next] - seconds[next - 1] > DayPoints::longestGap;
+  const double until = isLong ? day_->stepFrom(next - 1).stoodUntil : seconds[next - 1];
+  // Where it stands all the way, it drifts to the next point.
+  const double before = until < seconds[next] ? until : seconds[next - 1];
+  return {next - 1, std::max(0.0, moment - before) / (seconds[next] - before)};
 }
 
 const DayPause* DayPath::pauseAt(double moment) const {
@@ -120,7 +123,9 @@ std::optional<double> DayPath::averageSpeedBetween(double from, double to) const
 // The service's distances are often given in whole tenths of a kilometre: too coarse for a speed.
 std::optional<double> DayPath::averageSpeedAt(const Step& step) const {
   const auto& seconds = day_->seconds;
-  const auto lies = [&](std::size_t from) { return seconds[from + 1] - seconds[from] <= longestStep; };
+  const auto lies = [&](std::size_t from) {
+    return seconds[from + 1] - seconds[from] <= DayPoints::longestGap;
+  };
   if (step.from + 1 == seconds.size() || !lies(step.from)) return std::nullopt;
   std::size_t first = step.from;
   std::size_t last = step.from + 1;

@@ -10,7 +10,7 @@
 
 namespace fleetor {
 
-/// A stretch of a day without movement, or, as a gap, without any points for more than ten minutes.
+/// A stretch of a day without movement, or, as a gap, of which nothing is known for more than ten minutes.
 struct DayPause {
   float begin = 0;  ///< seconds since midnight
   float end = 0;

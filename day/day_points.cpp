@@ -1,5 +1,6 @@
 #include "day/day_points.h"
 
+#include <algorithm>
 #include <chrono>
 #include <unordered_map>
 
@@ -14,6 +15,7 @@ namespace {
 // More than that are metres, or another number that is no distance.
 constexpr double mostTimesLine = 10;
 constexpr double mostBeyondLine = 100;  // km; of a long way that has points at its ends only
+constexpr double samePlace = 200;       // metres
 
 /// One value for each point, none below the one before it. Empty as soon as one is not understood.
 template <class Read>
@@ -80,6 +82,20 @@ DayPoints DayPoints::fromAnswer(const MapResponse& answer, std::string_view day)
   points.seconds = secondsOf(entries, day);
   points.kilometres = kilometresOf(entries, points.coordinates);
   return points;
+}
+
+DayStep DayPoints::stepFrom(std::size_t point) const {
+  const float now = seconds[point];
+  const float next = seconds[point + 1];
+  float until = now;
+  const auto stop = std::ranges::lower_bound(stops, point, {}, &DayStop::index);
+  if (stop != stops.end() && stop->index == point) {
+    until = std::min(now + stop->parked.value_or(next - now), next);
+    const bool reachesOverGap = until == next && next - now > longestGap;
+    if (reachesOverGap && distanceInMetres(coordinates[point], coordinates[point + 1]) > samePlace)
+      until = now;
+  }
+  return {until, next - until > longestGap};
 }
 
 }  // namespace fleetor

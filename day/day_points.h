@@ -21,6 +21,12 @@ struct DayStop {
   std::optional<float> parked;  ///< the duration in seconds, where it is understood
 };
 
+/// What is known of the time between a point and the next one.
+struct DayStep {
+  float stoodUntil = 0;  ///< the point's own time where the vehicle does not stand there
+  bool isGap = false;    ///< nothing is known from then to the next point
+};
+
 /// The points of a day's track in columns, in the order of the answer. A column that has values has one for
 /// each point. Holds no text of the answer.
 struct DayPoints {
@@ -39,6 +45,13 @@ struct DayPoints {
   std::vector<DayStop> stops;
 
   std::size_t size() const { return coordinates.size(); }
+
+  static constexpr float longestGap = 10 * 60;  ///< seconds without a point, after which nothing is known
+
+  /// From a point that is not the last, where the times are understood. A stop begins at its point and lasts
+  /// as long as that reports; one that does not, or that lasts until the next point, stands over a gap only
+  /// when that is as near as a parked receiver scatters.
+  DayStep stepFrom(std::size_t point) const;
 
   /// `day` is the day that was asked for, "yyyy-MM-dd". Any thread. Takes some 30 ms for 86,400 points.
   static DayPoints fromAnswer(const MapResponse& answer, std::string_view day);

@@ -23,23 +23,17 @@ std::optional<float> secondOfDay(std::string_view text, ServiceDay day) {
 
 DayTimeline DayTimeline::fromPoints(const DayPoints& points) {
   DayTimeline day;
-  auto stop = points.stops.begin();
-  for (std::uint32_t i = 0; i < points.seconds.size(); ++i) {
-    const bool isLast = i + 1 == points.seconds.size();
-    const float now = points.seconds[i];
-    const float next = isLast ? length : points.seconds[i + 1];
-    float until = now;
-    if (stop != points.stops.end() && stop->index == i) {
-      if (stop->parked)
-        until = std::min(now + *stop->parked, next);
-      else if (!isLast && next - now <= longestGap)
-        until = next;
-      day.add({now, until, DayStage::Kind::parking, i, i});
-      ++stop;
-    }
-    if (isLast) break;
-    const bool isGap = next - until > longestGap;
-    day.add({until, next, isGap ? DayStage::Kind::unknown : DayStage::Kind::driving, i, i + 1});
+  const auto count = static_cast<std::uint32_t>(points.seconds.size());
+  for (std::uint32_t i = 0; i + 1 < count; ++i) {
+    const auto [stoodUntil, isGap] = points.stepFrom(i);
+    day.add({points.seconds[i], stoodUntil, DayStage::Kind::parking, i, i});
+    day.add({stoodUntil, points.seconds[i + 1], isGap ? DayStage::Kind::unknown : DayStage::Kind::driving, i,
+             i + 1});
+  }
+  if (!points.stops.empty() && points.stops.back().index + 1 == count) {
+    const float begin = points.seconds.back();
+    const float end = std::min(begin + points.stops.back().parked.value_or(0), length);
+    day.add({begin, end, DayStage::Kind::parking, count - 1, count - 1});
   }
   if (!points.seconds.empty()) day.finish();
   return day;

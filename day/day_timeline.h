@@ -25,8 +25,7 @@ struct DayStretch {
 /// The 24 hours of a day as stretches, each beginning where the one before it ends. Empty when the times are
 /// not understood or contradict each other. Any thread.
 struct DayTimeline {
-  static constexpr float length = 24 * 3600;    ///< seconds
-  static constexpr float longestGap = 10 * 60;  ///< seconds without a point, after which nothing is known
+  static constexpr float length = 24 * 3600;  ///< seconds
 
   std::vector<DayStretch> stretches;
   float knownUntil = 0;  ///< the end of the last stretch about which something is known

@@ -42,14 +42,17 @@ TEST(DayTimeline, OfPointsKnowsDrivesStopsAndGaps) {
             "unknown 29400-32400 7..8\n"
             "stop 32400-34200 8..8\n"
             "unknown 34200-86400 8..8\n");
-  // A stop that does not say how long it lasts is not known to last over a gap, nor one beyond the next
-  // point.
+  // A stop that does not say how long it lasts is known to last over a gap where the next point is as near,
+  // and none is known to last beyond the next point.
+  MapEntry far = point("09:00");
+  far.location.lat = "50.7";
+  EXPECT_EQ(timelineOf({parking("08:30", ""), far}), "unknown 0-86400 0..1\n");
   EXPECT_EQ(timelineOf({parking("08:00", "?"), point("08:10"), parking("08:11", ""), point("08:30"),
                         parking("08:31", "5 h"), point("08:40"), parking("23:00", "2 h")}),
             "unknown 0-28800 0..0\n"
             "stop 28800-29400 0..0\n"
             "driving 29400-29460 1..2\n"
-            "unknown 29460-30600 2..3\n"
+            "stop 29460-30600 2..2\n"
             "driving 30600-30660 3..4\n"
             "stop 30660-31200 4..4\n"
             "unknown 31200-82800 5..6\n"

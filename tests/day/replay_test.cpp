@@ -53,10 +53,21 @@ TEST(DayPath, FindsWhereTheVehicleStoodAndWhereNothingIsKnown) {
   };
   for (const auto& [what, points, pauses] : cases)
     EXPECT_EQ(pausesOf(dayOf(points)), pauses) << what;
-  DayPoints parked = dayOf({{0, 0}, {60, 500}, {3660, 510}, {3700, 900}});
-  parked.stops.push_back({});
-  parked.stops.back().index = 1;
-  EXPECT_EQ(pausesOf(std::move(parked)), "60-3660 ");
+  struct Stop {
+    double nextAt;  // metres
+    std::optional<float> parked;
+    const char* pauses;
+  };
+  for (const auto& [nextAt, parked, pauses] :
+       {Stop{510, {}, "60-3660 "}, Stop{30'000, {}, "60-3660 gap "}, Stop{30'000, 3600, "60-3660 gap "},
+        Stop{30'000, 1800, "60-1860 1860-3660 gap "}, Stop{1000, 3400, "60-3460 "}}) {
+    DayPoints day = dayOf({{0, 0}, {60, 500}, {3660, nextAt}, {3700, 31'000}});
+    day.stops = {{1, "", "", parked}};
+    EXPECT_EQ(pausesOf(day), pauses) << nextAt << " m";
+    if (nextAt == 1000) {
+      EXPECT_DOUBLE_EQ(pathOf(day).at(3400).passed, 1) << "it stands at its point";
+    }
+  }
 }
 
 TEST(DayPath, PlacesTheVehicleBetweenTwoPoints) {
