@@ -1,5 +1,6 @@
 #include "day/day_totals.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -15,15 +16,19 @@ using std::chrono::seconds;
 
 constexpr seconds widestDifference{60};  // between a duration and its times, which may be to the minute
 
-/// The row's own duration, or from its times; none when the two contradict each other.
+/// What of the row lies within the day: its own duration, or from its times; none when one of the two ends is
+/// not known, or when its times and its duration contradict each other.
 std::optional<seconds> lengthOf(const RouteItem& row, ServiceDay day) {
+  const ServiceDay nextDay = day + std::chrono::days(1);
   const auto duration = readDuration(row.duration);
-  const auto from = readTime(row.timeFrom, day), to = readTime(row.timeTo, day);
-  if (!from || !to) return duration;
-  const seconds between = *to - *from;
-  if (between < seconds(0)) return std::nullopt;
-  if (duration && std::chrono::abs(*duration - between) > widestDifference) return std::nullopt;
-  return duration ? duration : between;
+  auto from = readTime(row.timeFrom, day), to = readTime(row.timeTo, day);
+  if (!from && to && duration) from = *to - *duration;
+  if (!to && from && duration) to = *from + *duration;
+  if (!from || !to || *to < *from) return std::nullopt;
+  if (duration && std::chrono::abs(*duration - (*to - *from)) > widestDifference) return std::nullopt;
+  if (*from >= day && *to <= nextDay) return duration ? *duration : *to - *from;
+  const auto begin = std::max<ServiceTime>(*from, day), end = std::min<ServiceTime>(*to, nextDay);
+  return std::max(end - begin, seconds(0));
 }
 
 std::optional<seconds> secondOfDay(const Text& text, ServiceDay day) {

@@ -14,7 +14,7 @@ struct DayTotals {
   std::optional<double> kilometres;
   std::optional<int> trips;
   std::optional<int> stops;
-  std::optional<std::chrono::seconds> driving;
+  std::optional<std::chrono::seconds> driving;  ///< within the day, as `standing`
   std::optional<std::chrono::seconds> standing;
   std::optional<std::chrono::seconds> firstStart;   ///< since midnight; none when a trip began before it
   std::optional<std::chrono::seconds> lastArrival;  ///< since midnight; none until a stop follows
