@@ -10,6 +10,7 @@ namespace fleetor {
 namespace {
 
 constexpr float slack = 5 * 60;          // seconds
+constexpr float wholeDay = 24 * 3600;    // seconds; the points of a trip that lasts longer end there
 constexpr std::size_t dayLength = 10;    // of "yyyy-MM-dd"
 constexpr double shortestRoundTrip = 1;  // km; below, the position of a vehicle at rest may have wandered
 
@@ -46,8 +47,9 @@ std::optional<DayStage::Range> DayStage::pointsOf(const DayPoints& points) const
   if (!begin || !end) return std::nullopt;
   const auto& seconds = points.seconds;
   const auto first = std::ranges::lower_bound(seconds, *begin);
-  const auto behind = std::ranges::upper_bound(seconds, *end);
-  if (behind - first < 2 || *first > *begin + slack || *(behind - 1) < *end - slack) return std::nullopt;
+  const float last = std::min(*end, wholeDay);
+  const auto behind = std::ranges::upper_bound(seconds, last);
+  if (behind - first < 2 || *first > *begin + slack || *(behind - 1) < last - slack) return std::nullopt;
   return Range{first - seconds.begin(), behind - 1 - seconds.begin()};
 }
 

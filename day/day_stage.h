@@ -37,7 +37,7 @@ struct DayStage {
     std::ptrdiff_t last = 0;   ///< greater than `first`
   };
   /// The points of the same day between its times. None when a time is not understood, and when no point lies
-  /// within five minutes of the beginning and of the end.
+  /// within five minutes of the beginning and of the end, or of the end of the day where that comes first.
   std::optional<Range> pointsOf(const DayPoints& points) const;
 };
 

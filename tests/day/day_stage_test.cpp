@@ -55,5 +55,19 @@ TEST(DayStage, HasTheTimesOfItsDayOnly) {
   }
 }
 
+TEST(DayStage, FindsTheDaysPointsAlsoWhereItEndsAfterMidnight) {
+  DayPoints points;
+  points.seconds = {1000, 86000, 86200, 86300};
+  DayStage stage;
+  stage.begin = 86000;
+  stage.end = 88200;
+  const auto range = stage.pointsOf(points);
+  ASSERT_TRUE(range);
+  EXPECT_EQ(range->first, 1);
+  EXPECT_EQ(range->last, 3);
+  points.seconds = {1000, 86000, 86010};
+  EXPECT_FALSE(stage.pointsOf(points)) << "the day's last points are missing";
+}
+
 }  // namespace
 }  // namespace fleetor::test
