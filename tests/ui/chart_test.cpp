@@ -44,6 +44,8 @@ TEST(Chart, MarksWholeMinutesAndHours) {
   EXPECT_EQ(textsOf(chart.timeTicks(5)), "09:00 12:00 15:00 18:00 ");
   EXPECT_EQ(textsOf(chart.timeTicks(12)),
             "08:00 09:00 10:00 11:00 12:00 13:00 14:00 15:00 16:00 17:00 18:00 ");
+  chart.setPoints({{0, 1}, {14 * 3600 + 1800, 2}});
+  EXPECT_EQ(textsOf(chart.timeTicks(5)), "00:00 03:00 06:00 09:00 12:00 ");
   chart.setPoints({{36010, 1}, {36170, 2}});
   EXPECT_EQ(textsOf(chart.timeTicks(4)), "10:01 10:02 ");
   EXPECT_EQ(textsOf(chart.timeTicks(12)), "10:01 10:02 ") << "not each minute twice";

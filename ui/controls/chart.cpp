@@ -133,16 +133,20 @@ std::vector<ChartTick> Chart::timeTicks(int most) const {
   if (points_.empty() || most < 1) return ticks;
   const double begin = points_.front().second;
   const double end = points_.back().second;
+  // A text of whole minutes is the same on both sides of a mark between them.
+  const auto between = [&](double second) {
+    const std::string text = timeText_(second);
+    return text == timeText_(std::max(begin, second - 1)) && text == timeText_(std::min(end, second + 1));
+  };
   for (const double every : timeSteps) {
     if ((end - begin) / every >= most && every < timeSteps.back()) continue;
-    ticks.clear();
-    bool exact = true;  // a text of whole minutes marks only their ends
-    for (double second = std::ceil(begin / every) * every; second <= end; second += every) {
+    std::vector<double> marks;
+    for (double second = std::ceil(begin / every) * every; second <= end; second += every)
+      marks.push_back(second);
+    if (every < 60 && std::ranges::any_of(marks, between)) continue;
+    for (const double second : marks)
       ticks.push_back({shareOf(second), timeText_(second)});
-      exact =
-          exact && (timeText_(second - 1) != ticks.back().text || timeText_(second + 1) != ticks.back().text);
-    }
-    if (exact) break;
+    break;
   }
   return ticks;
 }
