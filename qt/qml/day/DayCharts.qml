@@ -28,7 +28,7 @@ Rectangle {
 
         Repeater {
             id: views
-            readonly property bool crowded: count > 1 && [0, 1].some(index => (itemAt(index) as ChartView)?.crowded ?? false)
+            readonly property bool crowded: count > 1 && ((itemAt(0) as ChartView).crowded || (itemAt(1) as ChartView).crowded)
             model: [root.speed, root.distance]
             delegate: ChartView {
                 required property ChartItem modelData

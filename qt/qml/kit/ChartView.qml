@@ -26,6 +26,7 @@ Item {
         id: title
         anchors.left: parent.left
         width: Math.max(0, root.width - root.titleInset - (root.stacked ? 0 : root.widest + 8))
+        verticalAlignment: Text.AlignVCenter
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 12
         text: root.chart?.title ?? ""
