@@ -9,7 +9,7 @@ FocusScope {
     required property ViewControllerItem screen
     property bool low: false // there is little room for the map
     readonly property bool single: low && width >= 480
-    readonly property string trip: text("tripLabel")
+    readonly property string words: text("tripLabel")
     readonly property string way: text("tripWayLabel")
     readonly property string note: text("tripNoteLabel")
 
@@ -18,7 +18,7 @@ FocusScope {
     }
 
     height: column.y + column.height + (single ? 0 : 2)
-    visible: trip !== ""
+    visible: words !== ""
 
     Rectangle {
         anchors.fill: parent
@@ -42,7 +42,7 @@ FocusScope {
             width: root.single ? column.width - buttons.width : column.width
 
             Repeater {
-                model: [root.trip, root.way, root.note]
+                model: [root.words, root.way, root.note]
                 delegate: PlainText {
                     required property int index
                     required property string modelData
@@ -63,7 +63,8 @@ FocusScope {
         }
         Item {
             id: buttons
-            readonly property real most: column.width / (root.single ? 3 : 2)
+            readonly property real room: root.single ? column.width * 2 / 3 : column.width + 24
+            readonly property real share: Math.min(1, room / (back.implicitWidth + close.implicitWidth))
             width: root.single ? row.width - 12 : column.width
             height: row.height
 
@@ -73,12 +74,14 @@ FocusScope {
                 anchors.leftMargin: root.single ? 0 : -12 // the words, not the buttons, stand below each other
 
                 DayButton {
+                    id: back
                     button: root.screen.outlet("tripBackButton") as ButtonItem
-                    width: Math.min(implicitWidth, buttons.most)
+                    width: implicitWidth * buttons.share
                 }
                 DayButton {
+                    id: close
                     button: root.screen.outlet("tripCloseButton") as ButtonItem
-                    width: Math.min(implicitWidth, buttons.most)
+                    width: implicitWidth * buttons.share
                 }
             }
         }

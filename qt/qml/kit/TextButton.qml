@@ -22,6 +22,7 @@ Tappable {
         anchors.centerIn: parent
         width: parent.width - 24
         horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 12
         text: root.symbol || root.label

@@ -9,12 +9,12 @@ FocusScope {
     required property ViewControllerItem screen
     readonly property PlayerItem player: screen.outlet("replay") as PlayerItem
     readonly property bool replays: player?.open ?? false
-
-    readonly property bool low: height < 320
+    readonly property bool tight: low || Theme.large && height < 480
+    readonly property bool low: height < 320 // a replay then takes the place of the day bar, an opened trip that of the ribbon
 
     // Who chooses the day or a moment goes on choosing.
     onReplaysChanged: {
-        if (!bar.focus && !ribbon.focus)
+        if (!(bar.focus && bar.visible) && !ribbon.focus)
             (replays ? replay : page).focus = true;
     }
 
@@ -28,11 +28,13 @@ FocusScope {
             width: parent.width
             screen: root.screen
             noted: note.visible
+            visible: !(root.low && root.replays)
         }
         DayRibbon {
             id: ribbon
             width: parent.width
             ribbon: root.screen.outlet("dayRibbon") as TimeRibbonItem
+            visible: shown && !(root.low && trip.visible)
         }
     }
 
@@ -64,7 +66,9 @@ FocusScope {
     }
 
     DayCharts {
-        anchors.top: page.height < 200 ? parent.top : page.top
+        readonly property bool high: page.height < 200 // over the head, too
+        anchors.top: high ? parent.top : page.top
+        z: high ? 2 : 0
         anchors.bottom: page.bottom
         width: parent.width
         button: root.screen.outlet("chartsButton") as ButtonItem
@@ -79,10 +83,11 @@ FocusScope {
         width: parent.width
 
         TripStrip {
+            id: trip
             width: parent.width
             screen: root.screen
-            low: root.low
-            visible: trip !== "" && !root.replays
+            low: root.tight
+            visible: words !== "" && !root.replays
         }
         ReplayBar {
             id: replay
@@ -90,7 +95,7 @@ FocusScope {
             player: root.player
             charts: root.screen.outlet("chartsButton") as ButtonItem
             share: root.screen.outlet("shareMomentButton") as ButtonItem
-            tight: Theme.large && root.height < 480
+            tight: root.tight
         }
     }
 }
