@@ -35,15 +35,41 @@ double metresBetween(Coordinate from, Coordinate to) {
   return squared < near * near ? std::sqrt(squared) : distanceInMetres(from, to);
 }
 
+/// The points, those without a position straight between the ones that have one.
+std::vector<Coordinate> placedWay(const DayPoints& day) {
+  std::vector<Coordinate> way = day.coordinates;
+  std::optional<std::size_t> before;
+  for (std::size_t i = 0; i < way.size(); ++i) {
+    if (day.isPlaced(i)) {
+      before = i;
+      continue;
+    }
+    std::size_t next = i;
+    while (next < way.size() && !day.isPlaced(next))
+      ++next;
+    const Coordinate after = next < way.size() ? way[next] : before ? way[*before] : Coordinate{};
+    const Coordinate from = before ? way[*before] : after;
+    const double begin = day.seconds[before.value_or(i)];
+    const double span = day.seconds[std::min(next, way.size() - 1)] - begin;
+    for (; i < next; ++i) {
+      const double share = span > 0 ? (day.seconds[i] - begin) / span : 0;
+      way[i] = {from.latitude + (after.latitude - from.latitude) * share,
+                from.longitude + std::remainder(after.longitude - from.longitude, 360) * share};
+    }
+    --i;
+  }
+  return way;
+}
+
 }  // namespace
 
 DayPath::DayPath(std::shared_ptr<const DayPoints> day) : day_(std::move(day)) {
-  findPauses();
-  measure();
+  const std::vector<Coordinate> way = day_->unplaced.empty() ? std::vector<Coordinate>() : placedWay(*day_);
+  findPauses(way.empty() ? day_->coordinates : way);
+  measure(way.empty() ? day_->coordinates : way);
 }
 
-void DayPath::findPauses() {
-  const auto& coordinates = day_->coordinates;
+void DayPath::findPauses(const std::vector<Coordinate>& coordinates) {
   const auto& seconds = day_->seconds;
   const auto add = [this](float begin, float end, bool isGap) {
     if (!pauses_.empty() && pauses_.back().end == begin && pauses_.back().isGap == isGap)
@@ -73,7 +99,7 @@ void DayPath::findPauses() {
   endStay(seconds.size() - 1);
 }
 
-void DayPath::measure() {
+void DayPath::measure(const std::vector<Coordinate>& coordinates) {
   double metres = 0;
   auto pause = pauses_.begin();
   measured_.reserve(day_->seconds.size());
@@ -82,7 +108,7 @@ void DayPath::measure() {
     while (pause != pauses_.end() && pause->end < day_->seconds[i])
       ++pause;
     const bool stands = pause != pauses_.end() && !pause->isGap && pause->begin <= day_->seconds[i - 1];
-    if (!stands) metres += metresBetween(day_->coordinates[i - 1], day_->coordinates[i]);
+    if (!stands) metres += metresBetween(coordinates[i - 1], coordinates[i]);
     measured_.push_back(static_cast<float>(metres / 1000));
   }
 }

@@ -63,8 +63,8 @@ class DayPath {
     double share = 0;  ///< of the way to the next point
   };
 
-  void findPauses();
-  void measure();
+  void findPauses(const std::vector<Coordinate>& coordinates);
+  void measure(const std::vector<Coordinate>& coordinates);
   Step stepAt(double moment) const;
   const DayPause* pauseAt(double moment) const;
   static double valueAt(const std::vector<float>& column, const Step& step);

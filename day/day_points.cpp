@@ -42,15 +42,19 @@ std::vector<float> secondsOf(const std::vector<MapEntry>& entries, std::string_v
   });
 }
 
-std::vector<float> kilometresOf(const std::vector<MapEntry>& entries, const std::vector<Coordinate>& line) {
+std::vector<float> kilometresOf(const std::vector<MapEntry>& entries, const DayPoints& points) {
   const double first = entries.empty() ? 0 : readKilometres(entries.front().totdist).value_or(0);
   auto column = risingColumn(entries, [&](const MapEntry& entry) -> std::optional<double> {
     const auto kilometres = readKilometres(entry.totdist);
     return kilometres ? std::optional(*kilometres - first) : std::nullopt;
   });
   double drawn = 0;
-  for (std::size_t i = 1; i < line.size(); ++i)
-    drawn += distanceInMetres(line[i - 1], line[i]) / 1000;
+  const Coordinate* before = nullptr;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (!points.isPlaced(i)) continue;
+    if (before) drawn += distanceInMetres(*before, points.coordinates[i]) / 1000;
+    before = &points.coordinates[i];
+  }
   if (!column.empty() && column.back() > mostTimesLine * drawn + mostBeyondLine) column.clear();
   return column;
 }
@@ -73,6 +77,9 @@ DayPoints DayPoints::fromAnswer(const MapResponse& answer, std::string_view day)
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const MapEntry& entry = entries[i];
     points.coordinates.push_back(entry.coordinate());
+    // The line reads a decimal comma as the end of the number: that is another place than the one meant.
+    if (readCoordinate(entry.location.lat, entry.location.lon) != points.coordinates.back())
+      points.unplaced.push_back(static_cast<std::uint32_t>(i));
     const auto [address, isNew] =
         known.try_emplace(entry.street, static_cast<std::uint32_t>(points.addressTexts.size()));
     if (isNew) points.addressTexts.push_back(entry.street.str());
@@ -80,7 +87,7 @@ DayPoints DayPoints::fromAnswer(const MapResponse& answer, std::string_view day)
     if (entry.isParking()) points.stops.push_back(stopAt(i, entry));
   }
   points.seconds = secondsOf(entries, day);
-  points.kilometres = kilometresOf(entries, points.coordinates);
+  points.kilometres = kilometresOf(entries, points);
   return points;
 }
 
@@ -91,9 +98,11 @@ DayStep DayPoints::stepFrom(std::size_t point) const {
   const auto stop = std::ranges::lower_bound(stops, point, {}, &DayStop::index);
   if (stop != stops.end() && stop->index == point) {
     until = std::min(now + stop->parked.value_or(next - now), next);
-    const bool reachesOverGap = until == next && next - now > longestGap;
-    if (reachesOverGap && distanceInMetres(coordinates[point], coordinates[point + 1]) > samePlace)
-      until = now;
+    if (until == next && next - now > longestGap) {
+      const bool isKnown = isPlaced(point) && isPlaced(point + 1);
+      const bool isFar = isKnown && distanceInMetres(coordinates[point], coordinates[point + 1]) > samePlace;
+      if (isFar || (!isKnown && !stop->parked)) until = now;
+    }
   }
   return {until, next - until > longestGap};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -44,7 +45,12 @@ struct DayPoints {
   std::vector<std::string> addressTexts;  ///< each distinct one once
   std::vector<DayStop> stops;
 
+  /// Indices in order: the points whose position is not understood. In `coordinates` they have what the line
+  /// on the map has, often 0, 0: they count for no distance, and no file gets them.
+  std::vector<std::uint32_t> unplaced;
+
   std::size_t size() const { return coordinates.size(); }
+  bool isPlaced(std::size_t point) const { return !std::ranges::binary_search(unplaced, point); }
 
   static constexpr float longestGap = 10 * 60;  ///< seconds without a point, after which nothing is known
 

@@ -6,9 +6,9 @@
 
 namespace fleetor {
 
-// A day as a file that other programs read. Any thread; about 100 ms for 86,400 points. False: the sink
-// refused a piece. The service names no time zone, so no format gets a time in its standard form: times are
-// descriptions as the service writes them.
+// A day as a file that other programs read, without the points that have no position. Any thread; about 100
+// ms for 86,400 points. False: the sink refused a piece. The service names no time zone, so no format gets a
+// time in its standard form: times are descriptions as the service writes them.
 
 /// GPX 1.1: the track as one segment, the parking stops as waypoints.
 bool writeGpx(const DayRecord& record, const PieceSink& sink);

@@ -20,12 +20,15 @@ bool writeGpx(const DayRecord& record, const PieceSink& sink) {
           "<gpx version=\"1.1\" creator=\"Fleetor\" xmlns=\"http://www.topografix.com/GPX/1/1\">\n"
           "<metadata><name>"
        << name << "</name></metadata>\n";
-  for (const DayStop& stop : points.stops)
+  for (const DayStop& stop : points.stops) {
+    if (!points.isPlaced(stop.index)) continue;
     file << "<wpt" << placeAttributes(points.coordinates[stop.index]) << "<name>"
          << xmlEscaped(addressOf(points, stop.index)) << "</name><desc>" << xmlEscaped(timeTextOf(stop))
          << "</desc></wpt>\n";
+  }
   file << "<trk><name>" << name << "</name><trkseg>\n";
   for (std::size_t i = 0; i < points.size(); ++i) {
+    if (!points.isPlaced(i)) continue;
     file << "<trkpt" << placeAttributes(points.coordinates[i]);
     if (const std::string time = timeTextOf(record, i); !time.empty()) file << "<desc>" << time << "</desc>";
     file << "</trkpt>\n";

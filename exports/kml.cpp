@@ -30,16 +30,18 @@ bool writeKml(const DayRecord& record, const PieceSink& sink) {
   file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
           "<kml xmlns=\"http://www.opengis.net/kml/2.2\"><Document>\n<name>"
        << name << "</name>\n";
-  for (const DayStop& stop : points.stops)
+  for (const DayStop& stop : points.stops) {
+    if (!points.isPlaced(stop.index)) continue;
     file << "<Placemark><name>" << xmlEscaped(addressOf(points, stop.index)) << "</name><description>"
          << xmlEscaped(timeTextOf(stop)) << "</description><Point><coordinates>"
          << kmlPlace(points.coordinates[stop.index]) << "</coordinates></Point></Placemark>\n";
-  if (points.size() >= 2) {
+  }
+  if (points.size() - points.unplaced.size() >= 2) {
     file << "<Placemark><name>" << name << "</name><Style><LineStyle><color>" << kmlColour(record.colour)
          << "</color><width>4</width></LineStyle></Style><LineString><tessellate>1</"
             "tessellate><coordinates>\n";
-    for (const Coordinate& at : points.coordinates)
-      file << kmlPlace(at) << "\n";
+    for (std::size_t i = 0; i < points.size(); ++i)
+      if (points.isPlaced(i)) file << kmlPlace(points.coordinates[i]) << "\n";
     file << "</coordinates></LineString></Placemark>\n";
   }
   file << "</Document></kml>\n";

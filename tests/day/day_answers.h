@@ -27,6 +27,13 @@ inline MapEntry parking(std::string_view time, std::string_view duration, std::s
   return entry;
 }
 
+inline MapEntry pointAt(std::string_view time, std::string_view latitude, std::string_view longitude) {
+  MapEntry entry = point(time);
+  entry.location.lat = latitude;
+  entry.location.lon = longitude;
+  return entry;
+}
+
 inline DayPoints pointsOf(std::vector<MapEntry> entries) {
   MapResponse answer;
   answer.map = std::move(entries);

@@ -27,6 +27,16 @@ TEST(DayPoints, HoldWhatTheTextsOfAnAnswerMean) {
   EXPECT_FALSE(day.stops[1].parked);
 }
 
+TEST(DayPoints, MarkWhereNoPositionIsUnderstood) {
+  const DayPoints day = pointsOf({point("08:00", "0"), pointAt("08:01", "", ""),
+                                  pointAt("08:02", "0", "0.00"), pointAt("08:03", "50,5", "19,5"),
+                                  pointAt("08:04", "50.5", "east"), pointAt("08:05", "50.5", "19.5")});
+  EXPECT_EQ(day.coordinates[1], Coordinate());
+  EXPECT_THAT(day.unplaced, ElementsAre(1, 2, 3, 4)) << "of 50,5 the line has 50";
+  MapEntry wrong = point("08:02", "12350");
+  EXPECT_THAT(pointsOf({point("08:00", "5"), pointAt("08:01", "0", "0"), wrong}).kilometres, IsEmpty());
+}
+
 TEST(DayPoints, DropAColumnThatOneTextMakesDoubtful) {
   const MapEntry good = point("08:00", "5.0");
   EXPECT_THAT(pointsOf({good, point("09:00", "5.0")}).seconds, ElementsAre(28800, 32400));

@@ -44,9 +44,10 @@ TEST(DayTimeline, OfPointsKnowsDrivesStopsAndGaps) {
             "unknown 34200-86400 8..8\n");
   // A stop that does not say how long it lasts is known to last over a gap where the next point is as near,
   // and none is known to last beyond the next point.
-  MapEntry far = point("09:00");
-  far.location.lat = "50.7";
-  EXPECT_EQ(timelineOf({parking("08:30", ""), far}), "unknown 0-86400 0..1\n");
+  EXPECT_EQ(timelineOf({parking("08:30", ""), pointAt("09:00", "50.7", "19.5")}), "unknown 0-86400 0..1\n");
+  // A receiver that has no position yet contradicts no duration.
+  EXPECT_EQ(timelineOf({parking("00:00", "30 min"), pointAt("00:30", "0", "0")}),
+            "stop 0-1800 0..0\nunknown 1800-86400 0..0\n");
   EXPECT_EQ(timelineOf({parking("08:00", "?"), point("08:10"), parking("08:11", ""), point("08:30"),
                         parking("08:31", "5 h"), point("08:40"), parking("23:00", "2 h")}),
             "unknown 0-28800 0..0\n"

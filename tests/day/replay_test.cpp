@@ -109,6 +109,17 @@ TEST(DayPath, PlacesTheVehicleBetweenTwoPoints) {
   EXPECT_FALSE(path.averageSpeedBetween(300, 400));
 }
 
+TEST(DayPath, MeasuresNoWayToAPointWithoutAPosition) {
+  DayPoints day = dayOf({{0, 0}, {100, 1000}, {150, 0}, {200, 2000}, {300, 3000}, {400, 0}});
+  day.coordinates[2] = day.coordinates[5] = {};
+  day.unplaced = {2, 5};
+  const DayPath path = pathOf(day);
+  EXPECT_NEAR(path.kilometresAt(400), 3, 0.001);
+  EXPECT_NEAR(path.averageSpeedBetween(100, 150).value(), 36, 0.05);
+  day.unplaced = {0, 1, 2, 3, 4, 5};
+  EXPECT_EQ(pathOf(day).kilometresAt(400), 0);
+}
+
 TEST(Replay, RunsAtItsRateAndThroughPausesInASecond) {
   const auto path = std::make_shared<const DayPath>(
       std::make_shared<const DayPoints>(dayOf({{0, 0}, {60, 800}, {4060, 9000}, {4120, 9800}})));

@@ -61,6 +61,21 @@ TEST(Formats, GiveTimesAsDescriptionsAndNoneThatIsNotUnderstood) {
               Not(HasSubstr("secondsOfDay")));
 }
 
+TEST(Formats, LeaveOutPointsWithoutAPosition) {
+  DayRecord day = dayOfTests("Mill Lane");
+  DayPoints points = *day.points;
+  points.coordinates[1] = {};
+  points.unplaced = {1};
+  day.points = std::make_shared<const DayPoints>(points);
+  for (const auto write : {writeGpx, writeKml, writeGeoJson}) {
+    const std::string file = written([&](const PieceSink& sink) { return write(day, sink); });
+    EXPECT_THAT(file, Not(HasSubstr("0.000000")));
+    EXPECT_THAT(file, HasSubstr("50.08")) << "the points after it";
+  }
+  EXPECT_THAT(written([&](const PieceSink& sink) { return writeGeoJson(day, sink); }),
+              HasSubstr("\"secondsOfDay\":[25392,86399],\n\"kilometres\":[0.000,9.500]"));
+}
+
 TEST(Formats, StopAtTheFirstPieceThatIsRefused) {
   DayPoints points;
   points.coordinates.assign(10'000, {50, 20});
