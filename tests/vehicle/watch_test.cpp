@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "day/day_points.h"
 #include "support/client.h"
 #include "ui/controls/chart.h"
 #include "vehicle/watch/reading_series.h"
+#include "vehicle/watch/vehicle_watch.h"
 
 namespace fleetor::test {
 namespace {
@@ -75,6 +77,41 @@ TEST_F(Watch, TakesTheBeginningOfAStopFromTheDaysTrackWhereThatEndsWithIt) {
     client.advance(15);
     EXPECT_EQ(status(), expected) << place;
   }
+}
+
+TEST(VehicleWatch, KeepsTheDaysLastStopAndAppliesItWhileItFits) {
+  VirtualQueues clock;
+  VehicleWatch watch(clock);
+  const auto receive = [&](int speed, const char* odometer = "120345 km") {
+    Live live;
+    live.speed = std::to_string(speed);
+    live.datetime = "2026-03-10 14:30:00";
+    live.odometer = odometer;
+    live.location.lat = "50.06";
+    live.location.lon = "19.94";
+    watch.received(live);
+    return watch.motion()->reportedSince;
+  };
+  DayPoints today;
+  today.coordinates = {{50.06, 19.94}};
+  today.stops = {{0, "14:05", "", {}}};
+  watch.received(today, "2026-03-10");
+  DayPoints yesterday = today;
+  yesterday.stops.clear();
+  watch.received(yesterday, "2026-03-09");
+  EXPECT_EQ(receive(0), "14:05") << "the track came before the first reading";
+  clock.advance(Seconds(300));
+  EXPECT_EQ(receive(0), "14:05") << "back from the background";
+  clock.advance(Seconds(300));
+  EXPECT_EQ(receive(0, "120350 km"), "") << "it was driven meanwhile";
+  watch.received(today, "2026-03-10");
+  receive(40);
+  clock.advance(Seconds(300));
+  EXPECT_EQ(receive(0), "") << "it was seen to drive";
+  receive(40);
+  watch.received(today, "2026-03-10");
+  clock.advance(Seconds(300));
+  EXPECT_EQ(receive(0), "") << "it drove when the track came";
 }
 
 TEST_F(Watch, ATapOnAReadingOpensTheChartOfWhatWasSeenAndAnotherTapClosesIt) {

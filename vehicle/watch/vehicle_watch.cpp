@@ -36,8 +36,12 @@ void VehicleWatch::received(const Live& live) {
   const bool isGap = seen_ && now - *seen_ > std::chrono::seconds(ReadingSeries::gap);
   const auto speed = readNumber(live.speed.view());
   if (isGap || !speed) motion_.reset();
-  if (const bool drives = speed && *speed >= drivingFrom; speed && (!motion_ || motion_->drives != drives))
+  const bool drives = speed && *speed >= drivingFrom;
+  if (speed && (!motion_ || motion_->drives != drives))
     motion_ = Motion{drives, now, motion_.has_value(), {}};
+  const auto driven = readKilometres(live.odometer.view());
+  const auto drivenBefore = last_ ? readKilometres(last_->odometer.view()) : std::nullopt;
+  if (drives || (driven && drivenBefore && *driven != *drivenBefore)) stop_.reset();
   for (std::size_t i = 0; i < series_.size(); ++i) {
     const auto& [value, unit, fixedUnit] = readingTexts[i];
     if (const auto number = readNumber((live.*value).view()))
@@ -46,19 +50,31 @@ void VehicleWatch::received(const Live& live) {
   }
   seen_ = now;
   last_ = live;
+  applyStop();
 }
 
 void VehicleWatch::received(const DayPoints& points, const std::string& day) {
-  if (!motion_ || motion_->drives || motion_->seenToBegin || points.stops.empty()) return;
-  const DayStop& stop = points.stops.back();
   const auto date = readDay(day);
+  if (!date || (stop_ && *date < stop_->day)) return;
+  stop_.reset();
+  if (points.stops.empty() || (motion_ && motion_->drives)) return;
+  const DayStop& stop = points.stops.back();
+  const auto since = readTime(stop.time, *date);
+  if (stop.index + 1 != points.size() || !points.isPlaced(stop.index) || !since) return;
+  stop_ = Stop{*date, *since, points.coordinates.back()};
+  applyStop();
+}
+
+void VehicleWatch::applyStop() {
+  if (!stop_ || !last_ || !motion_ || motion_->drives || motion_->seenToBegin) return;
   const auto reported = readTime(last_->dateTime().view());
-  const auto since = date ? readTime(stop.time, *date) : std::nullopt;
-  if (stop.index + 1 != points.size() || !since || !reported || *since > *reported ||
-      std::chrono::floor<std::chrono::days>(*reported) != *date ||
-      distanceInMetres(points.coordinates.back(), last_->coordinate()) > samePlace)
+  const auto place = readCoordinate(last_->location.lat.view(), last_->location.lon.view());
+  if (!reported || stop_->since > *reported ||
+      std::chrono::floor<std::chrono::days>(*reported) != stop_->day || !place ||
+      distanceInMetres(stop_->place, *place) > samePlace)
     return;
-  const std::chrono::duration<double> time = *since - std::chrono::floor<std::chrono::days>(*since);
+  const std::chrono::duration<double> time =
+      stop_->since - std::chrono::floor<std::chrono::days>(stop_->since);
   motion_->reportedSince = clockText(time.count());
 }
 

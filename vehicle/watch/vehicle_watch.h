@@ -7,6 +7,8 @@
 
 #include "model/vehicle_records.h"
 #include "platform/clock.h"
+#include "platform/coordinate.h"
+#include "values/times.h"
 #include "vehicle/watch/reading_series.h"
 
 namespace fleetor {
@@ -34,8 +36,8 @@ class VehicleWatch {
 
   void received(const Live& live);
 
-  /// The track of that day, "yyyy-MM-dd": where it ends with a stop at which the vehicle still stands, that
-  /// is since when.
+  /// The track of that day, "yyyy-MM-dd": where it ends with a stop, and the vehicle stands there whenever
+  /// its motion begins anew unseen, that is since when, until it drives. Earlier days are ignored.
   void received(const DayPoints& points, const std::string& day);
 
   /// None while the vehicle's speed is not known, or was not for a minute.
@@ -43,10 +45,19 @@ class VehicleWatch {
   const ReadingSeries& series(Reading reading) const { return series_[static_cast<std::size_t>(reading)]; }
 
  private:
+  struct Stop {
+    ServiceDay day;  ///< of the track
+    ServiceTime since;
+    Coordinate place;
+  };
+
+  void applyStop();
+
   const Clock& clock_;
   std::optional<Uptime> seen_;
   std::optional<Live> last_;
   std::optional<Motion> motion_;
+  std::optional<Stop> stop_;  ///< with which the latest day's track ends
   std::array<ReadingSeries, 5> series_;
 };
 
