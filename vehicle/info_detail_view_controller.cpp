@@ -113,7 +113,7 @@ std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIn
   }
   const auto& [texts, picture, reading] = readingRows[path.row - 1];
   auto cell = dequeueInfoCell(tableView, texts.value(*live_), localized(texts.caption), texts.contact);
-  if (std::string_view(texts.caption) == addressCaption && isPosition(live_->coordinate()))
+  if (std::string_view(texts.caption) == addressCaption && positionOf(*live_))
     cell->link("RowShare", localized("Share position"), [this] { sharePosition(); });
   if (reading && watch())
     cell->link("RowChart", localized("Show the chart"), [this, reading, title = localized(texts.caption)] {
@@ -128,7 +128,9 @@ std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIn
 }
 
 void InfoDetailViewController::sharePosition() {
-  showPositionSheet(environment(), {live_->coordinate(), live_->vehicle().name.str(),
+  const auto place = positionOf(*live_);
+  if (!place) return;
+  showPositionSheet(environment(), {*place, live_->vehicle().name.str(),
                                     live_->street.str() + '\n' + live_->dateTime().str()});
 }
 

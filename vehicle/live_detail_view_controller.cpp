@@ -6,6 +6,7 @@
 
 #include "map/great_circle.h"
 #include "vehicle/notifications.h"
+#include "vehicle/position_sheet.h"
 
 namespace fleetor {
 
@@ -22,6 +23,7 @@ class LiveAnnotation final : public MapAnnotation {
   std::string title() const override { return live_->title().str(); }
   std::string subtitle() const override { return live_->subtitle().str(); }
   std::string subject() const override { return vehicleSubject; }
+  std::optional<Coordinate> place() const { return positionOf(*live_); }
 
  private:
   std::shared_ptr<const Live> live_;
@@ -120,6 +122,11 @@ void LiveDetailViewController::drawRoute() {
   for (const auto& live : items_)
     coordinates.push_back(live->coordinate());
   addPolyline(MapPolyline::polylineWithCoordinates(coordinates));
+}
+
+std::optional<Coordinate> LiveDetailViewController::placeOf(const MapAnnotation& annotation) const {
+  const auto* const vehicle = dynamic_cast<const LiveAnnotation*>(&annotation);
+  return vehicle ? vehicle->place() : TrackPageViewController::placeOf(annotation);
 }
 
 std::shared_ptr<MapAnnotationView> LiveDetailViewController::mapViewViewForAnnotation(

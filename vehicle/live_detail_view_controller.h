@@ -39,6 +39,7 @@ class LiveDetailViewController final : public TrackPageViewController {
       MapView& mapView, const std::shared_ptr<MapAnnotation>& annotation) override;
 
  private:
+  std::optional<Coordinate> placeOf(const MapAnnotation& annotation) const override;
   void setFollows(bool follows);
   void updateMapView();
   void updateCover();

@@ -7,6 +7,7 @@
 #include "exports/qr_code.h"
 #include "ui/clipboard.h"
 #include "ui/containers/window.h"
+#include "values/quantities.h"
 
 namespace fleetor {
 
@@ -25,6 +26,10 @@ void showQrCode(Environment& environment, const SharedPosition& position) {
 bool isPosition(Coordinate coordinate) {
   const auto& [latitude, longitude] = coordinate;
   return std::abs(latitude) <= 90 && std::abs(longitude) <= 180 && coordinate != Coordinate{};
+}
+
+std::optional<Coordinate> positionOf(const Live& live) {
+  return readCoordinate(live.location.lat.view(), live.location.lon.view());
 }
 
 void showPositionSheet(Environment& environment, const SharedPosition& position) {

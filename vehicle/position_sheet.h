@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "model/vehicle_records.h"
 #include "platform/coordinate.h"
 #include "ui/environment.h"
 
@@ -16,6 +18,9 @@ struct SharedPosition {
 
 /// Whether that is a place on earth. 0, 0 is not: texts that do not read as numbers give it.
 bool isPosition(Coordinate coordinate);
+
+/// Where the record places the vehicle; none unless both texts are wholly understood.
+std::optional<Coordinate> positionOf(const Live& live);
 
 /// Shows a sheet to copy the place, to open it in a map program or send it by mail where the system has a
 /// program for that, and to show it as a QR code to another phone. Main thread only.

@@ -35,7 +35,7 @@ TrackPageViewController::TrackPageViewController(Environment& environment)
         [this](Component&) { sharePosition(); });
   onMap_ = mapView_.changed.connect([this] {
     const auto& selected = mapView_.selectedAnnotation();
-    sharePositionButton_.setEnabled(selected && isPosition(selected->coordinate()));
+    sharePositionButton_.setEnabled(selected && placeOf(*selected));
   });
   equip("zoomInButton", zoomInButton_, "BtnZoomIn", localized("Zoom in"),
         [this](Component&) { mapView_.zoomBy(1); });
@@ -73,11 +73,15 @@ void TrackPageViewController::changeMapType(Component&) {
   mapView_.setMapType(satellite ? MapType::satellite : MapType::standard);
 }
 
+std::optional<Coordinate> TrackPageViewController::placeOf(const MapAnnotation& annotation) const {
+  return isPosition(annotation.coordinate()) ? std::optional(annotation.coordinate()) : std::nullopt;
+}
+
 void TrackPageViewController::sharePosition() {
   const auto& place = *mapView_.selectedAnnotation();
   const std::string title = place.title();
   const std::string subtitle = place.subtitle();
-  showPositionSheet(environment(), {place.coordinate(), vehicle().name.str(),
+  showPositionSheet(environment(), {*placeOf(place), vehicle().name.str(),
                                     title + (title.empty() || subtitle.empty() ? "" : "\n") + subtitle});
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "ui/controls/controls.h"
@@ -49,6 +50,9 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
 
   void didEnterBackground() { clearView(); }
   virtual void wilEnterForeground() {}
+
+  /// Where that is, to be taken along; none where it is not understood.
+  virtual std::optional<Coordinate> placeOf(const MapAnnotation& annotation) const;
 
   void removePolyline() { mapView_.removeOverlay(polyline_); }
   void addPolyline(std::shared_ptr<MapPolyline> polyline);  ///< in the vehicle's colour

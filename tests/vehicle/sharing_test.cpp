@@ -92,9 +92,15 @@ TEST_F(SharingInfo, TheAddressLeadsToASheetThatHandsThePositionOn) {
 }
 
 TEST_F(SharingInfo, APositionThatIsNoneIsNotOffered) {
-  poll(liveAt("none", ""));
+  for (const auto& [latitude, longitude] : {std::pair{"none", ""}, {"50.06 N", "19.9"}, {"50.06", ""}}) {
+    poll(liveAt(latitude, longitude));
+    page->itemsTableView().tap(5);
+    EXPECT_FALSE(client.application.window().actionSheet()) << latitude << " " << longitude;
+  }
+  poll(liveAt("50,06143", "19,93744"));
   page->itemsTableView().tap(5);
-  EXPECT_FALSE(client.application.window().actionSheet());
+  ASSERT_TRUE(client.application.window().actionSheet());
+  EXPECT_EQ(client.application.window().actionSheet()->content().entries[0].detail, "50.061430, 19.937440");
 }
 
 using SharingLive = LonePage<LiveDetailViewController>;
@@ -108,6 +114,16 @@ TEST_F(SharingLive, TheCalloutOffersItsPosition) {
   ASSERT_TRUE(client.application.window().actionSheet());
   EXPECT_EQ(client.application.window().actionSheet()->content().message,
             "2026-03-10 08:00:15\nLong Street 5");
+  client.application.window().actionSheet()->tapEntry(2);
+  poll(liveAt("51,5", "19,93744"));
+  page->mapView().selectAnnotation(page->mapView().annotations().front());
+  tap(*page, "sharePositionButton");
+  client.application.window().actionSheet()->tapEntry(2);
+  EXPECT_EQ(phone.device.openedURLs.back(), "geo:51.500000,19.937440");
+  poll(liveAt("52.5 N", "19.93744"));
+  page->mapView().selectAnnotation(page->mapView().annotations().front());
+  tap(*page, "sharePositionButton");
+  EXPECT_FALSE(client.application.window().actionSheet()) << "a position that is not understood";
 }
 
 template <class Page>
