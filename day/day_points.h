@@ -59,7 +59,7 @@ struct DayPoints {
   /// when that is as near as a parked receiver scatters.
   DayStep stepFrom(std::size_t point) const;
 
-  /// `day` is the day that was asked for, "yyyy-MM-dd". Any thread. Takes some 30 ms for 86,400 points.
+  /// `day` is the day that was asked for, "yyyy-MM-dd". Any thread. Takes some 60 ms for 86,400 points.
   static DayPoints fromAnswer(const MapResponse& answer, std::string_view day);
 };
 
