@@ -23,7 +23,6 @@ FocusScope {
     Keys.onLeftPressed: player.step(-Theme.forward)
     Keys.onRightPressed: player.step(Theme.forward)
     Keys.onSpacePressed: player.togglePlaying()
-    Keys.onEscapePressed: player.open = false
 
     // Costs a frame each, so it runs only while there is something to move.
     FrameAnimation {

@@ -12,6 +12,12 @@ FocusScope {
     readonly property bool tight: low || Theme.large && height < 480
     readonly property bool low: height < 320 // a replay then takes the place of the day bar, an opened trip that of the ribbon
 
+    Keys.onEscapePressed: event => {
+        event.accepted = replays;
+        if (replays)
+            player.open = false;
+    }
+
     // Who chooses the day or a moment goes on choosing.
     onReplaysChanged: {
         if (!(bar.focus && bar.visible) && !ribbon.focus)
