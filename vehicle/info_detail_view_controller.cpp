@@ -76,7 +76,13 @@ void InfoDetailViewController::viewDidAppear(bool animated) {
   addObserver(kFleetorNotificationLive,
               [this](const Notification& notification) { receivedNotification(notification); });
   status_.setVisible(true);
-  chart_.update();
+  refresh();
+}
+
+// Shown with the notification, or when the page appears.
+void InfoDetailViewController::receivedRecord(const std::shared_ptr<const Live>& live) {
+  live_ = live;
+  status_.received(*live_);
 }
 
 void InfoDetailViewController::viewDidDisappear(bool animated) {

@@ -25,6 +25,7 @@ class InfoDetailViewController final : public DetailPageViewController,
   void viewDidAppear(bool animated) override;
   void viewDidDisappear(bool animated) override;
   void receivedNotification(const Notification& notification);
+  void receivedRecord(const std::shared_ptr<const Live>& live) override;
 
   int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
   std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,

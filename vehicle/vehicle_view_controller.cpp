@@ -135,13 +135,15 @@ void VehicleViewController::loadItems() {
                      if (self->refreshFlag_) {
                        std::any object;
                        if (kind == ResponseKindSuccess) {
-                         const Live& live = *response->live;
-                         if (live.vehicle().vehicleId == self->vehicle_.vehicleId) {
-                           self->watch_->received(live);
-                           for (const auto& page : self->pages_)
-                             page->receivedPosition(live.coordinate());
+                         const std::shared_ptr<const Live> live(response, &*response->live);
+                         if (live->vehicle().vehicleId == self->vehicle_.vehicleId) {
+                           self->watch_->received(*live);
+                           for (const auto& page : self->pages_) {
+                             page->receivedRecord(live);
+                             page->receivedPosition(live->coordinate());
+                           }
                          }
-                         object = std::shared_ptr<const Live>(response, &live);
+                         object = live;
                        } else if (error) {
                          object = *error;
                        }

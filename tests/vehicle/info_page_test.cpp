@@ -45,6 +45,10 @@ TEST_F(InfoPage, IgnoresErrorsOtherVehiclesAndWhatComesWhileItIsHidden) {
   hide();
   poll(record(7));
   EXPECT_EQ(page->live(), shown);
+  const auto later = record(7);
+  page->receivedRecord(later);
+  show();
+  EXPECT_EQ(page->live(), later) << "from the pager, as its chart";
 }
 
 TEST_F(InfoPage, ShowsTheAgeOfTheReadingsBesideTheirTimeAndFadesThemWhenTheyAreOld) {
