@@ -24,7 +24,13 @@ ListView {
     // Brings the current row into view.
     function keepCurrent() {
         positionViewAtIndex(currentIndex, ListView.Contain);
-        Qt.callLater(positionViewAtIndex, currentIndex, ListView.Contain); // once its text has given it its height
+        again.start();
+    }
+
+    Timer {
+        id: again // once the row's text has given it its height
+        interval: 0
+        onTriggered: list.positionViewAtIndex(list.currentIndex, ListView.Contain)
     }
 
     function meetKeys() {
