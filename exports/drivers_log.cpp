@@ -80,7 +80,11 @@ void addScale(Page& page, double metresPerMillimetre) {
 
 void addMap(Page& page, const DayRecord& record) {
   page.areas.push_back({mapBox, ground});
-  const auto& coordinates = record.points->coordinates;
+  const DayPoints& points = *record.points;
+  std::vector<Coordinate> coordinates;
+  coordinates.reserve(points.size());
+  for (std::size_t i = 0; i < points.size(); ++i)
+    if (points.isPlaced(i)) coordinates.push_back(points.coordinates[i]);
   if (coordinates.empty()) return;
   const MapFrame frame = frameOf(coordinates);
   PageLine line{{}, 0.6, record.colour};
@@ -91,8 +95,8 @@ void addMap(Page& page, const DayRecord& record) {
       line.points.push_back(next);
   }
   if (line.points.size() >= 2) page.lines.push_back(std::move(line));
-  for (const DayStop& stop : record.points->stops)
-    addDot(page, frame.place(coordinates[stop.index]), 1.8, faint);
+  for (const DayStop& stop : points.stops)
+    if (points.isPlaced(stop.index)) addDot(page, frame.place(points.coordinates[stop.index]), 1.8, faint);
   addDot(page, frame.place(coordinates.front()), 2.4, 0x2e7d32);
   addDot(page, frame.place(coordinates.back()), 2.4, 0xb3261e);
   addScale(page, metresPerWorldUnit(unproject(frame.centre).latitude) / frame.scale);

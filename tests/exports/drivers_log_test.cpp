@@ -52,6 +52,10 @@ TEST(DriversLog, LeavesOutWhatIsNotUnderstood) {
   const Page page = driversLog(day, englishWords());
   EXPECT_THAT(textsOf(page), Not(Contains("24")));
   EXPECT_EQ(page.areas.size(), areas - 2) << "driving and standing of the 24 hours";
+
+  points.unplaced = {1};
+  day.points = std::make_shared<const DayPoints>(points);
+  EXPECT_EQ(driversLog(day, englishWords()).areas.size(), areas - 3) << "nor the dot of the stop";
 }
 
 TEST(DriversLog, HasAScaleAtEveryExtent) {
