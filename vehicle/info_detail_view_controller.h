@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "ui/table/table_view.h"
 #include "vehicle/detail_page_view_controller.h"
@@ -10,7 +11,7 @@
 namespace fleetor {
 
 /// The vehicle's latest readings as a list in "itemsTableView". The pager's polls update it while it is
-/// visible; otherwise, and after failures, it keeps the last readings. Their age stands in the row of the
+/// visible; when it appears, it shows the latest of them. Their age stands in the row of the
 /// update time; old ones are faded. A tap on one that is a number opens its chart.
 class InfoDetailViewController final : public DetailPageViewController,
                                        public TableViewDataSource,
@@ -38,6 +39,7 @@ class InfoDetailViewController final : public DetailPageViewController,
 
   TableView itemsTableView_;
   std::shared_ptr<const Live> live_;
+  std::optional<Seconds> arrived_;  ///< the pager's latest record, by the stopwatch
   LiveStatus status_;
   ReadingChart chart_;
   Connection aged_;

@@ -47,8 +47,11 @@ TEST_F(InfoPage, IgnoresErrorsOtherVehiclesAndWhatComesWhileItIsHidden) {
   EXPECT_EQ(page->live(), shown);
   const auto later = record(7);
   page->receivedRecord(later);
+  client.advance(40);
   show();
   EXPECT_EQ(page->live(), later) << "from the pager, as its chart";
+  EXPECT_EQ(dynamic_cast<Label&>(*page->itemsTableView().cellForRow(1)->findOutlet("noteLabel")).text(),
+            "40 s");
 }
 
 TEST_F(InfoPage, ShowsTheAgeOfTheReadingsBesideTheirTimeAndFadesThemWhenTheyAreOld) {

@@ -60,8 +60,8 @@ void LiveStatus::setVisible(bool visible) {
   age();
 }
 
-void LiveStatus::received(const Live& live) {
-  const Seconds time = now();
+void LiveStatus::received(const Live& live, std::optional<Seconds> arrived) {
+  const Seconds time = arrived.value_or(now());
   if (!arrived_ || live.dateTime() != datetime_) reported_ = time;
   arrived_ = time;
   datetime_ = live.dateTime();

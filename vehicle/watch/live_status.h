@@ -36,7 +36,8 @@ class LiveStatus {
   void addOutletsTo(Outlets& page);
   void setWatch(std::shared_ptr<const VehicleWatch> watch) { watch_ = std::move(watch); }  ///< may be null
   void setVisible(bool visible);  ///< whether the page is
-  void received(const Live& live);
+  /// The record, and when it arrived by the stopwatch, if not now.
+  void received(const Live& live, std::optional<Seconds> arrived = {});
   void clear();  ///< there is no record any more
 
   /// Late after 30 seconds, old after 5 minutes.
