@@ -46,7 +46,7 @@ shown = names(CPP, r'"((?:Btn|Nav|Tab|Row)[A-Z]\w+)"')
 problems += [f"{place}: resources/resources.qrc has no picture \"{name}\"" for name, place in shown.items()
              if name not in pictures]
 
-WAITS = {"*.[ch]*": (r"\b(qWait|qSleep|sleep|sleep_for|sleep_until|msleep|usleep|nanosleep)\(", "//"), "*.py": (r"\btime\.sleep\(", "#")}
+WAITS = {"*.[ch]*": (r"\b(qWait|qSleep|[mu]?sleep(_for|_until)?|nanosleep)\(", "//"), "*.py": (r"\btime\.sleep\(", "#")}
 for files, (wait, comment) in WAITS.items():
     for file in sorted((ROOT / "tests").rglob(files)):
         for number, line in enumerate(file.read_text(errors="replace").splitlines(), 1):

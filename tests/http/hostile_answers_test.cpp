@@ -3,7 +3,6 @@
 #include <chrono>
 #include <future>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "fetching.h"
@@ -24,8 +23,7 @@ std::function<void(RawServer::Peer&)> repeating(const std::string& first, const 
     while (peer.read().starts_with("GET /quick"))
       peer.write(answer("{}"));
     peer.write(first);
-    while (peer.write(then))
-      std::this_thread::sleep_for(pause);  // the pace at which this server trickles
+    peer.trickle(then, pause);
   };
 }
 
@@ -54,10 +52,7 @@ TEST(HostileAnswers, ThatAreTooSlowTimeOut) {
   const auto adequate = [](RawServer::Peer& peer) {
     peer.read();
     peer.write("HTTP/1.1 200 OK\r\nContent-Length: 12000\r\n\r\n");
-    for (int i = 0; i < 120; i++) {
-      peer.write(std::string(100, 'x'));
-      std::this_thread::sleep_for(10ms);  // the pace at which this server trickles
-    }
+    peer.trickle(std::string(100, 'x'), 10ms, 120);
   };
   const long late = url_error::timedOut;
   const std::vector<Case> cases{

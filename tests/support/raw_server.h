@@ -1,10 +1,12 @@
 #pragma once
 
 #include <arpa/inet.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <list>
@@ -30,6 +32,11 @@ class RawServer {
     virtual ssize_t receive(char* bytes, std::size_t room) { return ::recv(socket_, bytes, room, 0); }
     virtual ssize_t send(std::string_view bytes) {
       return ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    }
+    /// False as soon as the client sends more or goes; true when the time has passed without that.
+    bool staysQuiet(std::chrono::milliseconds time) {
+      pollfd waiting{socket_, POLLIN | POLLRDHUP, 0};
+      return ::poll(&waiting, 1, static_cast<int>(time.count())) == 0;
     }
 
    protected:
@@ -65,6 +72,12 @@ class RawServer {
         bytes.remove_prefix(static_cast<std::size_t>(count));
       }
       return true;
+    }
+
+    /// Writes those bytes again and again, this far apart, until the client goes.
+    void trickle(std::string_view bytes, std::chrono::milliseconds pause, int times = -1) {
+      while (times-- != 0 && write(bytes) && channel_.staysQuiet(pause)) {
+      }
     }
 
     /// Answers nothing more and waits until the client closes the connection.
