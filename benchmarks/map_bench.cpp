@@ -7,7 +7,6 @@
 
 #include <QGuiApplication>
 #include <QProcess>
-#include <QTimer>
 #include <cstdio>
 #include <fstream>
 #include <map>
@@ -79,27 +78,7 @@ void panOver(Stage& stage, const std::string& name, int points, const pan::Sight
   moveTo(0);
   stage.rest(1.5);  // tiles and a simplified line have come
 
-  std::vector<double> times;
-  int frame = 0;
-  bool pending = false;
-  double moved = 0;
-  FrameTimer timer(stage);
-  timer.finished = [&](double milliseconds) {
-    if (pending && frame > pan::warmUpFrames) times.push_back(moved + milliseconds);
-    pending = false;
-  };
-  QTimer pace;
-  pace.setTimerType(Qt::PreciseTimer);
-  QObject::connect(&pace, &QTimer::timeout, [&] {
-    if (pending || frame > pan::warmUpFrames + pan::frames) return;
-    pending = true;
-    const double before = pan::now();
-    moveTo(frame++);
-    moved = pan::now() - before;
-  });
-  pace.start(16);
-  stage.runUntil([&] { return !pending && frame > pan::warmUpFrames + pan::frames; });
-  stage.onFrame = nullptr;
+  const auto times = timesOfFrames(stage, moveTo);
   stage.surface.setMap(nullptr);
   pan::report(name.c_str(), points, sight.name, times);
 }
@@ -149,7 +128,7 @@ void appendTo(const QString& service, int trail) {
 
   std::vector<double> calls;
   std::vector<double> frames;
-  FrameTimer timer(stage);
+  FrameTimer timer(stage.window);
   bool drawn = false;
   double called = 0;
   timer.finished = [&](double milliseconds) {
@@ -165,7 +144,6 @@ void appendTo(const QString& service, int trail) {
     stage.runUntil([&] { return drawn; }, 2);
     stage.rest(0.35);  // the map has followed
   }
-  stage.onFrame = nullptr;
   pan::report("append, the page's call", trail, "live", calls);
   pan::report("append, with the first frame", trail, "live", frames);
   page->viewDidDisappear(false);

@@ -4,9 +4,12 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <functional>
 #include <memory>
+#include <vector>
 
+#include "frame_timer.h"
 #include "pan_protocol.h"
 #include "qt/components/adapters.h"
 #include "qt/device/queues.h"
@@ -88,24 +91,31 @@ class OneLine final : public MapViewDelegate {
   }
 };
 
-/// From the request for a frame to its end, on the one thread that does both.
-class FrameTimer final : public QObject {
- public:
-  explicit FrameTimer(Stage& stage) {
-    stage.window.installEventFilter(this);
-    stage.onFrame = [this] {
-      if (finished) finished(pan::now() - started_);
-    };
-  }
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::UpdateRequest) started_ = pan::now();
-    return QObject::eventFilter(watched, event);
-  }
-  std::function<void(double milliseconds)> finished;
-
- private:
-  double started_ = 0;
-};
+/// Lets `step` change the map before each of so many frames, 16 ms apart at least. Each frame's milliseconds,
+/// those of the step included, without the first frames.
+inline std::vector<double> timesOfFrames(Stage& stage, const std::function<void(int frame)>& step) {
+  std::vector<double> times;
+  int frame = 0;
+  bool pending = false;
+  double stepped = 0;
+  FrameTimer timer(stage.window);
+  timer.finished = [&](double milliseconds) {
+    if (pending && frame > pan::warmUpFrames) times.push_back(stepped + milliseconds);
+    pending = false;
+  };
+  QTimer pace;
+  pace.setTimerType(Qt::PreciseTimer);
+  QObject::connect(&pace, &QTimer::timeout, [&] {
+    if (pending || frame > pan::warmUpFrames + pan::frames) return;
+    pending = true;
+    const double before = pan::now();
+    step(frame++);
+    stepped = pan::now() - before;
+  });
+  pace.start(16);
+  stage.runUntil([&] { return !pending && frame > pan::warmUpFrames + pan::frames; });
+  return times;
+}
 
 /// Replays a day of 86,400 points at 300 times its pace.
 void replayDay(const QString& service);

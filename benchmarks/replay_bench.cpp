@@ -1,5 +1,3 @@
-#include <QTimer>
-#include <vector>
 
 #include "map_stage.h"
 #include "vehicle/day_replay.h"
@@ -35,28 +33,10 @@ void replayDay(const QString& service) {
     stage.rest(1.5);  // tiles and a simplified line have come
     replay.togglePlaying();
 
-    std::vector<double> times;
-    int frame = 0;
-    bool pending = false;
-    double advanced = 0;
-    FrameTimer timer(stage);
-    timer.finished = [&](double milliseconds) {
-      if (pending && frame++ > pan::warmUpFrames) times.push_back(advanced + milliseconds);
-      pending = false;
-    };
-    QTimer pace;
-    pace.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&pace, &QTimer::timeout, [&] {
-      if (pending) return;
-      pending = true;
-      const double start = pan::now();
+    const auto times = timesOfFrames(stage, [&](int) {
       replay.advance(1.0 / 60);
       QCoreApplication::sendPostedEvents(&stage.surface);  // what is laid out ahead of the frame
-      advanced = pan::now() - start;
     });
-    pace.start(16);
-    stage.runUntil([&] { return frame > pan::warmUpFrames + pan::frames; });
-    stage.onFrame = nullptr;
     stage.surface.setMap(nullptr);
     pan::report("replay at 300 times, a frame", points, sight.name, times);
   }

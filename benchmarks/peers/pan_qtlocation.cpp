@@ -10,9 +10,9 @@
 #include <QQuickView>
 #include <QTemporaryFile>
 #include <QTimer>
-#include <functional>
 #include <map>
 
+#include "frame_timer.h"
 #include "pan_protocol.h"
 
 namespace {
@@ -31,25 +31,6 @@ Map {
     MapPolyline { objectName: "line"; line.width: %1; line.color: "#1d6fd1"; backend: MapPolyline.%2 }
 }
 )";
-
-/// From the request for a frame to its end, on the one thread that does both.
-class FrameTimer : public QObject {
- public:
-  explicit FrameTimer(QQuickWindow& window) {
-    window.installEventFilter(this);
-    connect(&window, &QQuickWindow::frameSwapped, this, [this] {
-      if (finished) finished(pan::now() - started_);
-    });
-  }
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::UpdateRequest) started_ = pan::now();
-    return QObject::eventFilter(watched, event);
-  }
-  std::function<void(double milliseconds)> finished;
-
- private:
-  double started_ = 0;
-};
 
 class Run : public QObject {
  public:
