@@ -123,9 +123,9 @@ std::shared_ptr<TableViewCell> InfoDetailViewController::tableViewCellForRowAtIn
   if (std::string_view(texts.caption) == addressCaption && positionOf(*live_))
     cell->link("RowShare", localized("Share position"), [this] { sharePosition(); });
   if (reading && watch())
-    cell->link("RowChart", localized("Show the chart"), [this, reading, title = localized(texts.caption)] {
-      chart_.toggle(*reading, title, watch());
-    });
+    cell->link(
+        "RowChart", localized("Show the chart"),
+        [this, shown = *reading, title = localized(texts.caption)] { chart_.toggle(shown, title, watch()); });
   cell->pictureImageView().setImage(picture);
   const bool isAged = path.row == updateTimeRow;
   cell->textLabel().setFaded(status_.freshness() == LiveStatus::Freshness::old);
