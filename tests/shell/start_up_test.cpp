@@ -3,7 +3,6 @@
 #include "shell/choose_vehicle_table_view_controller.h"
 #include "shell/empty_view_controller.h"
 #include "shell/launch_image.h"
-#include "shell/menu_view_controller.h"
 #include "support/client.h"
 
 namespace fleetor::test {
@@ -43,17 +42,6 @@ TEST(StartUp, AsksForTheTermsAgainUnlessTheirOwnTextIsStored) {
   }
 }
 
-TEST(TopLevel, OnAPhoneIsTheListOverAMenuThatOpensFromItsEdge) {
-  Client client;
-  client.start();
-  auto& container = *client.root<MainViewController>();
-  EXPECT_TRUE(std::dynamic_pointer_cast<MenuViewController>(container.rearViewController()));
-  EXPECT_TRUE(container.panShouldBegin(120));
-  EXPECT_FALSE(container.panShouldBegin(121));
-  client.tapLeftButtonOf(*client.find<VehiclesTableViewController>());
-  EXPECT_EQ(container.frontViewPosition(), FrontViewPosition::right);
-}
-
 TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
   Machine tablet(Idiom::pad);
   Client client(tablet);
@@ -81,7 +69,6 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
   client.advance(31);
   EXPECT_TRUE(first.expired());
   client.application.window().setSize({1200, 700});
-  EXPECT_EQ(container.rearViewController()->view().frame(), (Rect{0, 0, 300, 700}));
   client.open(2);
   EXPECT_EQ(container.frontViewController()->view().frame(), (Rect{300, 0, 900, 700}));
 

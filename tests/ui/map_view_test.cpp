@@ -2,9 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cmath>
-#include <limits>
-
 namespace fleetor::test {
 namespace {
 
@@ -169,53 +166,12 @@ TEST_F(Map, ShowsARegionACentreAndAllMarkersWithinItsEdges) {
   told.clear();
   map.showAnnotations(map.annotations(), false);
   EXPECT_EQ(take(told), "v");
-  double smallestMargin = 1000;
-  for (const auto& each : map.annotations()) {
-    const ScreenPoint at = map.camera().screenPoint(project(each->coordinate()));
-    smallestMargin = std::min({smallestMargin, at.x, 390 - at.x, at.y, 780 - at.y});
-  }
-  EXPECT_NEAR(smallestMargin, MapView::fitPadding, 0.01);
-  const CameraPosition before = map.camera().position();
-  map.showAnnotations({}, false);
-  EXPECT_EQ(map.camera().position(), before);
-
   map.addOverlay(MapPolyline::polylineWithCoordinates({{50, 20}, {48, 24}}));
   map.showAll(false);
   const ScreenPoint corner = map.camera().screenPoint(project({48, 24}));
   EXPECT_NEAR(std::min(390 - corner.x, 780 - corner.y), MapView::fitPadding, 0.01);
   const ScreenPoint top = map.camera().screenPoint(project({50.5, 22}));
   EXPECT_GE(top.y, MapView::fitPadding - 0.01);
-}
-
-TEST_F(Map, TakesWhateverPlaceItIsGiven) {
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-  for (const Coordinate odd :
-       {Coordinate{0, 0}, {90, 0}, {-90, 180}, {12, -180}, {1e300, 1e300}, {nan, nan}}) {
-    const auto marker = place("odd", odd);
-    map.addAnnotation(marker);
-    map.setRegion(odd, 2000, 2000, false);
-    map.setCenterCoordinate(odd, false);
-    map.showAnnotations(map.annotations(), false);
-    const auto line = MapPolyline::polylineWithCoordinates({odd, odd});
-    map.addOverlay(line);
-    EXPECT_TRUE(line->line()->pieces(map.camera().visibleRect(), 20).empty());
-    const ScreenPoint at = map.camera().screenPoint(project(odd));
-    EXPECT_TRUE(std::isfinite(map.camera().zoom()) && std::isfinite(at.x) && std::isfinite(at.y));
-    map.removeAnnotations({marker});
-  }
-}
-
-TEST(Polyline, GrowsByTakingOverTheEarlierOne) {
-  auto earlier = MapPolyline::polylineWithCoordinates({{50, 20}, {50, 21}});
-  const auto* drawn = earlier->line().get();
-  const auto longer = MapPolyline::polylineByAppendingCoordinate(*earlier, {50, 22});
-  EXPECT_THAT(longer->coordinates(), ElementsAre(Coordinate{50, 20}, Coordinate{50, 21}, Coordinate{50, 22}));
-  EXPECT_EQ(longer->line().get(), drawn);
-  EXPECT_EQ(longer->line()->size(), 3u);
-  EXPECT_TRUE(earlier->coordinates().empty());
-  EXPECT_EQ(earlier->line()->size(), 0u);
-  const auto longest = MapPolyline::polylineByAppendingCoordinate(*longer, {50, 23});
-  EXPECT_EQ(longest->coordinates().size(), 4u);
 }
 
 }  // namespace

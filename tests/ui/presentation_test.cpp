@@ -61,26 +61,6 @@ TEST_F(Presentation, ASecondScreenOverOneThatPresentsIsRefused) {
   EXPECT_EQ(offScreen->presentedViewController(), nullptr);
 }
 
-TEST_F(Presentation, DismissingTakesEverythingAboveAtOnce) {
-  const auto main = show(screen("main"));
-  const auto first = screen("first");
-  main->presentViewController(first, false);
-  first->presentViewController(screen("second"), false);
-  diary.take();
-  main->dismissViewControllerAnimated(false);
-  EXPECT_EQ(diary.take(), "second:WD main:WA second:DD main:DA");
-  EXPECT_EQ(first->presentedViewController(), nullptr);
-  EXPECT_EQ(window.topViewController(), main.get());
-}
-
-TEST_F(Presentation, AScreenThatIsStillComingMayBeDismissed) {
-  const auto main = show(screen("main"));
-  main->presentViewController(screen("next"), true, [&] { diary.write("presented"); });
-  diary.take();
-  main->dismissViewControllerAnimated(true);
-  EXPECT_EQ(after(Seconds(1)), "main:DD* next:DA* presented next:WD* main:WA* next:DD* main:DA*");
-}
-
 TEST_F(Presentation, ANewRootReleasesTheOldOneWithEverythingOverIt) {
   device.idiom = Idiom::pad;
   std::weak_ptr<ViewController> old;

@@ -9,20 +9,6 @@
 
 namespace fleetor::test {
 
-TEST(Signal, CallsItsSlotsInOrderWhileTheyAreConnected) {
-  Signal<int> signal;
-  std::string heard;
-  Connection first = signal.connect([&](int value) { heard += "a" + std::to_string(value); });
-  {
-    const Connection second = signal.connect([&](int value) { heard += "b" + std::to_string(value); });
-    signal.emit(1);
-  }
-  signal.emit(2);
-  first = signal.connect([&](int value) { heard += "c" + std::to_string(value); });
-  signal.emit(3);
-  EXPECT_EQ(heard, "a1b1a2c3");
-}
-
 TEST(Signal, SurvivesWhateverASlotDoes) {
   auto signal = std::make_unique<Signal<>>();
   std::string heard;

@@ -122,16 +122,6 @@ TEST_F(TableViewTest, AReloadWhileARowIsAskedComesAfterwards) {
   queues.runUntilIdle();
   EXPECT_EQ(reloads, 1);
   EXPECT_EQ(table.numberOfRows(), 4);
-
-  {
-    TableView destroyed(environment);
-    destroyed.setDataSource(this);
-    destroyed.registerMaker("LoadingCell", [](const std::string& identifier) {
-      return std::make_shared<LoadingTableViewCell>(identifier);
-    });
-    destroyed.cellForRow(3);
-  }
-  queues.runUntilIdle();
 }
 
 }  // namespace fleetor::test
