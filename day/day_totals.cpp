@@ -16,19 +16,35 @@ using std::chrono::seconds;
 
 constexpr seconds widestDifference{60};  // between a duration and its times, which may be to the minute
 
+/// When the row begins and ends; a time that is not understood follows from the duration.
+struct Span {
+  std::optional<ServiceTime> from;
+  std::optional<ServiceTime> to;
+  std::optional<seconds> duration;
+
+  explicit Span(const RouteItem& row, ServiceDay day)
+      : from(readTime(row.timeFrom, day)),
+        to(readTime(row.timeTo, day)),
+        duration(readDuration(row.duration)) {
+    if (!from && to && duration) from = *to - *duration;
+    if (!to && from && duration) to = *from + *duration;
+  }
+  bool isWithin(ServiceDay day) const {
+    return (!from || *from >= day) && (!to || *to <= day + std::chrono::days(1));
+  }
+  bool isOutside(ServiceDay day) const {
+    return (to && *to < day) || (from && *from >= day + std::chrono::days(1));
+  }
+};
+
 /// What of the row lies within the day: its own duration, or from its times; none when one of the two ends is
 /// not known, or when its times and its duration contradict each other.
-std::optional<seconds> lengthOf(const RouteItem& row, ServiceDay day) {
-  const ServiceDay nextDay = day + std::chrono::days(1);
-  const auto duration = readDuration(row.duration);
-  auto from = readTime(row.timeFrom, day), to = readTime(row.timeTo, day);
-  if (!from && to && duration) from = *to - *duration;
-  if (!to && from && duration) to = *from + *duration;
+std::optional<seconds> lengthOf(const Span& row, ServiceDay day) {
+  const auto& [from, to, duration] = row;
   if (!from || !to || *to < *from) return std::nullopt;
   if (duration && std::chrono::abs(*duration - (*to - *from)) > widestDifference) return std::nullopt;
-  if (*from >= day && *to <= nextDay) return duration ? *duration : *to - *from;
-  const auto begin = std::max<ServiceTime>(*from, day), end = std::min<ServiceTime>(*to, nextDay);
-  return std::max(end - begin, seconds(0));
+  if (row.isWithin(day)) return duration ? *duration : *to - *from;
+  return std::min<ServiceTime>(*to, day + std::chrono::days(1)) - std::max<ServiceTime>(*from, day);
 }
 
 std::optional<seconds> secondOfDay(const Text& text, ServiceDay day) {
@@ -37,11 +53,13 @@ std::optional<seconds> secondOfDay(const Text& text, ServiceDay day) {
                                                                      : std::nullopt;
 }
 
-std::optional<double> kilometresOf(const std::vector<RouteItem>& rows) {
+/// Nobody knows how much of a distance lies on which side of midnight.
+std::optional<double> kilometresOf(const std::vector<RouteItem>& rows, ServiceDay day) {
   double sum = 0;
   for (const RouteItem& row : rows) {
     const auto kilometres = readKilometres(row.distance);
     if (!kilometres || *kilometres < 0) return std::nullopt;
+    if (*kilometres > 0 && !Span(row, day).isWithin(day)) return std::nullopt;
     sum += *kilometres;
   }
   return sum;
@@ -55,7 +73,9 @@ DayTotals DayTotals::fromAnswer(const RouteResponse& answer, std::string_view da
   if (!day || !answer.route || answer.route->empty()) return totals;
   const std::vector<RouteItem>& rows = *answer.route;
   if (answer.total != static_cast<std::int64_t>(rows.size())) return totals;
-  totals.kilometres = kilometresOf(rows);
+  if (std::ranges::any_of(rows, [&](const RouteItem& row) { return Span(row, *day).isOutside(*day); }))
+    return totals;
+  totals.kilometres = kilometresOf(rows, *day);
 
   int trips = 0, stops = 0;
   std::optional<seconds> driving(0), standing(0), firstStart, lastArrival;
@@ -63,7 +83,7 @@ DayTotals DayTotals::fromAnswer(const RouteResponse& answer, std::string_view da
     const DayStage::Kind kind = DayStage::fromItem(row, dayText).kind;
     if (kind == DayStage::Kind::unknown) return totals;
     const bool isTrip = kind == DayStage::Kind::driving;
-    const auto length = lengthOf(row, *day);
+    const auto length = lengthOf(Span(row, *day), *day);
     auto& sum = isTrip ? driving : standing;
     sum = sum && length ? std::optional(*sum + *length) : std::nullopt;
     ++(isTrip ? trips : stops);

@@ -9,9 +9,9 @@
 namespace fleetor {
 
 /// What a day's trips and stops add up to. Each value is there only when every row that it needs is
-/// understood, and none when the service sent less than it claims to have.
+/// understood, and none when the service sent less than it claims to have, or rows of another day.
 struct DayTotals {
-  std::optional<double> kilometres;
+  std::optional<double> kilometres;  ///< none when a trip begins before the day or ends after it
   std::optional<int> trips;
   std::optional<int> stops;
   std::optional<std::chrono::seconds> driving;  ///< within the day, as `standing`
