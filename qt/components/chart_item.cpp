@@ -78,7 +78,7 @@ void ChartCurve::paint(QPainter* painter) {
     QPolygonF line;
     for (const auto& [x, y] : stroke)
       line << QPointF(x, y);
-    painter->drawPolyline(line);
+    line.size() > 1 ? painter->drawPolyline(line) : painter->drawPoints(line);
   }
 }
 

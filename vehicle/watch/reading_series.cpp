@@ -8,8 +8,10 @@
 namespace fleetor {
 
 void ReadingSeries::add(std::int32_t seconds, float value, const std::string& unit) {
-  if (unit != unit_) points_.clear();
-  unit_ = unit;
+  if (!unit.empty() && unit != unit_) {
+    points_.clear();
+    unit_ = unit;
+  }
   if (!points_.empty() && seconds - points_.back().seconds > gap)
     points_.push_back({points_.back().seconds, std::numeric_limits<float>::quiet_NaN()});
   const std::size_t size = points_.size();

@@ -18,10 +18,10 @@ class ReadingSeries {
 
   struct Point {
     std::int32_t seconds = 0;  ///< by the stopwatch
-    float value = 0;           ///< not a number: nothing is known between the point before and the next one
+    float value = 0;           ///< NaN: nothing is known between the point before and the next one
   };
 
-  /// Later than every value before. A new unit begins a new series.
+  /// Later than every value before. A new unit begins a new series; an empty one is not known.
   void add(std::int32_t seconds, float value, const std::string& unit);
 
   const std::vector<Point>& points() const { return points_; }  ///< oldest first
