@@ -15,10 +15,6 @@ Rectangle {
     visible: button?.selected ?? false
     color: Theme.raised
 
-    MouseArea {
-        anchors.fill: parent // what lies below is covered
-    }
-
     Grid {
         id: charts
         anchors.fill: parent

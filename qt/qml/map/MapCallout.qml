@@ -13,11 +13,14 @@ Item {
     property real lowest // where the labels at the map's lower edge begin
     property real sideSpace: 8
     property real buttonStrip // the width, at one side of the map, that the buttons take
+    property real leadStrip // the width that a button takes in the upper corner of the other side
     property real upperButtons // where the upper ones end
     property real lowerButtons // where the lower ones begin
     readonly property bool besideButtons: y < upperButtons + sideSpace || y + height > lowerButtons - sideSpace
-    readonly property real leftmost: sideSpace + (besideButtons && Theme.mirrored ? buttonStrip : 0)
-    readonly property real rightmost: parent.width - sideSpace - (besideButtons && !Theme.mirrored ? buttonStrip : 0)
+    readonly property real trailing: sideSpace + (besideButtons ? buttonStrip : 0)
+    readonly property real leading: sideSpace + (y < sideSpace + Theme.touch ? leadStrip : 0)
+    readonly property real leftmost: Theme.mirrored ? trailing : leading
+    readonly property real rightmost: parent.width - (Theme.mirrored ? leading : trailing)
     readonly property real gap: 24 // between the marker's middle and the tip
     readonly property real tip: 9
     readonly property bool above: aboveY >= sideSpace || target.y > lowest / 2

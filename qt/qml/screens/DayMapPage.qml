@@ -52,6 +52,7 @@ FocusScope {
         screen: root.screen
         lowestCallout: replayButton.offered ? replayButton.y : lowest
         card: root.screen.outlet("stopCardButton") as ButtonItem
+        visible: !charts.visible // nor can it be reached below them
         focus: true
 
         DayNote {
@@ -72,6 +73,7 @@ FocusScope {
     }
 
     DayCharts {
+        id: charts
         readonly property bool high: page.height < 200 // over the head, too
         anchors.top: high ? parent.top : page.top
         z: high ? 2 : 0

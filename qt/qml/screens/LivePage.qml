@@ -9,6 +9,7 @@ FocusScope {
     required property ViewControllerItem screen
 
     MapButton {
+        id: follow
         anchors.left: parent.left
         anchors.leftMargin: page.space
         y: page.space
@@ -23,10 +24,13 @@ FocusScope {
         id: page
         anchors.fill: parent
         screen: root.screen
+        lowestCallout: card.visible ? card.y : lowest
+        leadStrip: follow.visible ? space + follow.width : 0
         focus: true
     }
 
     StatusCard {
+        id: card
         anchors.left: parent.left
         anchors.leftMargin: page.space
         y: page.lowest - height - page.space

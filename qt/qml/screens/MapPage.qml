@@ -16,6 +16,7 @@ FocusScope {
     readonly property bool covered: map?.covered ?? false
 
     property real lowestCallout: lowest
+    property real leadStrip: 0 // that a button takes in the upper corner across from the others
     readonly property real calloutEnd: callout.visible ? callout.y + callout.height : 0
     readonly property real lowest: height - Math.max(attribution.height, message.height) // above the labels
     // The buttons lie in two corners, or all in one, or there in one row.
@@ -118,6 +119,7 @@ FocusScope {
             card: root.card
             lowest: root.lowestCallout
             buttonStrip: root.buttonStrip
+            leadStrip: root.leadStrip
             upperButtons: upperButtons.y + upperButtons.height
             lowerButtons: root.roomy ? lowerButtons.y : root.height
             target: Qt.point((root.map?.markerOrigin.x ?? 0) + (marker?.place.x ?? 0), (root.map?.markerOrigin.y ?? 0) + (marker?.place.y ?? 0))
