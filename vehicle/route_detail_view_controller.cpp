@@ -71,7 +71,8 @@ void RouteDetailViewController::showWantedCard() {
   const float seconds = std::exchange(wanted_, std::nullopt)->seconds;
   for (int row = 0; row < numberOfItems(); ++row) {
     const auto stage = DayStage::fromItem(items_.route->at(static_cast<std::size_t>(row)), *date());
-    if (stage.begin && *stage.begin <= seconds && seconds < *stage.end)
+    if (stage.kind == DayStage::Kind::parking && stage.begin && *stage.begin <= seconds &&
+        seconds <= *stage.end)
       return itemsTableView_.scrollToRowAtIndexPath({0, row});
   }
   showErrorToast(localized("The trips have no stop at this time"));
@@ -153,7 +154,7 @@ void RouteDetailViewController::loadItems(const std::optional<std::string>& day)
                      self->setLoading(false);
                      self->showDay();
                      self->itemsTableView_.reloadData();
-                     if (outcome == DayBar::Outcome::failed)
+                     if (outcome == DayBar::Outcome::failed && self->wanted_ && self->wanted_->day == *day)
                        self->wanted_.reset();
                      else if (outcome != DayBar::Outcome::dropped)
                        self->showWantedCard();
