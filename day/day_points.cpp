@@ -69,6 +69,7 @@ DayStop stopAt(std::size_t index, const MapEntry& entry) {
 
 DayPoints DayPoints::fromAnswer(const MapResponse& answer, std::string_view day) {
   DayPoints points;
+  points.day = day;
   if (!answer.map) return points;
   const std::vector<MapEntry>& entries = *answer.map;
   points.coordinates.reserve(entries.size());

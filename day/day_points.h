@@ -31,6 +31,8 @@ struct DayStep {
 /// The points of a day's track in columns, in the order of the answer. A column that has values has one for
 /// each point. Holds no text of the answer.
 struct DayPoints {
+  std::string day;  ///< that was asked for, "yyyy-MM-dd"
+
   std::vector<Coordinate> coordinates;  ///< those of the line on the map
 
   /// Since the midnight that begins the day, in seconds. Empty when a time is not understood or belongs to
@@ -46,7 +48,7 @@ struct DayPoints {
   std::vector<DayStop> stops;
 
   /// Indices in order: the points whose position is not understood. In `coordinates` they have what the line
-  /// on the map has, often 0, 0: they count for no distance, and no file gets them.
+  /// on the map has, often 0, 0: distances ignore them, and no file gets them.
   std::vector<std::uint32_t> unplaced;
 
   std::size_t size() const { return coordinates.size(); }
@@ -59,7 +61,7 @@ struct DayPoints {
   /// when that is as near as a parked receiver scatters.
   DayStep stepFrom(std::size_t point) const;
 
-  /// `day` is the day that was asked for, "yyyy-MM-dd". Any thread. Takes some 60 ms for 86,400 points.
+  /// `day` is "yyyy-MM-dd". Any thread. Takes some 60 ms for 86,400 points.
   static DayPoints fromAnswer(const MapResponse& answer, std::string_view day);
 };
 

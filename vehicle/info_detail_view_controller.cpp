@@ -75,15 +75,8 @@ void InfoDetailViewController::viewDidAppear(bool animated) {
   DetailPageViewController::viewDidAppear(animated);
   addObserver(kFleetorNotificationLive,
               [this](const Notification& notification) { receivedNotification(notification); });
-  if (arrived_) status_.received(*live_, *arrived_);
   status_.setVisible(true);
   refresh();
-}
-
-// Shown with the notification, or when the page appears: what changes on a hidden page costs a frame, too.
-void InfoDetailViewController::receivedRecord(const std::shared_ptr<const Live>& live) {
-  live_ = live;
-  arrived_ = environment().clock.uptime();
 }
 
 void InfoDetailViewController::viewDidDisappear(bool animated) {

@@ -26,7 +26,6 @@ class InfoDetailViewController final : public DetailPageViewController,
   void viewDidAppear(bool animated) override;
   void viewDidDisappear(bool animated) override;
   void receivedNotification(const Notification& notification);
-  void receivedRecord(const std::shared_ptr<const Live>& live) override;
 
   int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
   std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
@@ -39,7 +38,6 @@ class InfoDetailViewController final : public DetailPageViewController,
 
   TableView itemsTableView_;
   std::shared_ptr<const Live> live_;
-  std::optional<Seconds> arrived_;  ///< the pager's latest record, by the stopwatch
   LiveStatus status_;
   ReadingChart chart_;
   Connection aged_;

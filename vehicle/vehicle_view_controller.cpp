@@ -84,7 +84,7 @@ void VehicleViewController::makePages() {
         [item = pagesTabBar_.items()[i]](const std::string& reason) { item->setMark(reason); });
     if (auto* const map = dynamic_cast<MapDetailViewController*>(pages_[i].get()))
       dayChanged_ = map->dayChanged.connect([this, map] {
-        if (map->dayPoints() && map->date()) watch_->received(*map->dayPoints(), *map->date());
+        if (map->dayPoints()) watch_->received(*map->dayPoints());
       });
     installed.push_back(pages_[i]);
   }
@@ -137,11 +137,9 @@ void VehicleViewController::loadItems() {
                        if (kind == ResponseKindSuccess) {
                          const std::shared_ptr<const Live> live(response, &*response->live);
                          if (live->vehicle().vehicleId == self->vehicle_.vehicleId) {
-                           self->watch_->received(*live);
-                           for (const auto& page : self->pages_) {
-                             page->receivedRecord(live);
+                           self->watch_->received(live);
+                           for (const auto& page : self->pages_)
                              page->receivedPosition(live->coordinate());
-                           }
                          }
                          object = live;
                        } else if (error) {

@@ -108,19 +108,6 @@ TEST_F(LivePage, FollowsTheVehicleUnlessTheUserHasUnlockedIt) {
   EXPECT_TRUE(page->followButton().selected()) << "a new trail begins";
 }
 
-TEST_F(LivePage, ReportsHowLongTheVehicleHasSentNothingNew) {
-  auto& noReport = page->status().noReportLabel();
-  for (int i = 0; i < 9; ++i) {
-    EXPECT_EQ(noReport.text(), "");
-    postAt(0);
-    client.advance(15);
-  }
-  EXPECT_EQ(noReport.text(), "no new report for 2 min");
-  EXPECT_EQ(page->status().ageLabel().text(), "now");
-  postAt(0, "270", 7, "08:02:30");
-  EXPECT_EQ(noReport.text(), "");
-}
-
 TEST_F(LivePage, KeepsAnOpenCalloutAtTheNextPosition) {
   postAt(0);
   map.selectAnnotation(map.annotations().at(0));

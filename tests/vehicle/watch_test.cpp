@@ -61,55 +61,61 @@ TEST_F(Watch, ShowsSinceWhenTheVehicleDrivesOrStandsAsFarAsItWasSeen) {
   EXPECT_EQ(status(), "0km/h Standing for over 1 min") << "it may have driven meanwhile";
 }
 
-TEST_F(Watch, TakesTheBeginningOfAStopFromTheDaysTrackWhereThatEndsWithIt) {
-  const auto at =
-      dynamic_cast<ImageView&>(*client.find<InfoDetailViewController>()->findOutlet("courseImageView"))
-          .rotation();
-  EXPECT_EQ(at, 270);
-  for (const auto& [kmh, place, expected] : {std::tuple{57, "50.00", "57km/h Driving for over 1 min"},
-                                             {0, "50.06", "0km/h Standing for 1 min"},
-                                             {0, "50.00", "0km/h Standing for 2 min"}}) {
-    speed = kmh;
-    lat = place;
-    client.advance(75);
-    show(2);
-    show(0);
-    client.advance(15);
-    EXPECT_EQ(status(), expected) << place;
-  }
+TEST_F(Watch, CountsTheSilenceOfAVehicleFromItsLastReport) {
+  const auto& line =
+      dynamic_cast<Label&>(*client.find<InfoDetailViewController>()->findOutlet("noReportLabel"));
+  client.advance(119);
+  EXPECT_EQ(line.text(), "");
+  show(2);
+  client.advance(481);
+  show(0);
+  EXPECT_EQ(line.text(), "no new report for 10 min");
+  HttpReply next = liveReply(2, 57);
+  next.body.replace(next.body.find("08:00:15"), 8, "08:10:15");
+  client.transport.answer("/live", next);
+  client.advance(15);
+  EXPECT_EQ(line.text(), "");
 }
 
 TEST(VehicleWatch, KeepsTheDaysLastStopAndAppliesItWhileItFits) {
   VirtualQueues clock;
   VehicleWatch watch(clock);
-  const auto receive = [&](int speed, const char* odometer = "120345 km") {
-    Live live;
-    live.speed = std::to_string(speed);
-    live.datetime = "2026-03-10 14:30:00";
-    live.odometer = odometer;
-    live.location.lat = "50.06";
-    live.location.lon = "19.94";
+  const auto receive = [&](int speed, const char* odometer = "120345 km", const char* lat = "50.06") {
+    const auto live = std::make_shared<Live>();
+    live->speed = std::to_string(speed);
+    live->datetime = "2026-03-10 14:30:00";
+    live->odometer = odometer;
+    live->location.lat = lat;
+    live->location.lon = "19.94";
     watch.received(live);
     return watch.motion()->reportedSince;
   };
   DayPoints today;
+  today.day = "2026-03-10";
   today.coordinates = {{50.06, 19.94}};
   today.stops = {{0, "14:05", "", {}}};
-  watch.received(today, "2026-03-10");
+  watch.received(today);
   DayPoints yesterday = today;
+  yesterday.day = "2026-03-09";
   yesterday.stops.clear();
-  watch.received(yesterday, "2026-03-09");
+  watch.received(yesterday);
   EXPECT_EQ(receive(0), "14:05") << "the track came before the first reading";
   clock.advance(Seconds(300));
   EXPECT_EQ(receive(0), "14:05") << "back from the background";
+  EXPECT_EQ(receive(0, "120345 km", ""), "14:05") << "it has lost its position";
+  EXPECT_EQ(receive(0, "120345 km", "50.08"), "") << "it stands elsewhere";
   clock.advance(Seconds(300));
   EXPECT_EQ(receive(0, "120350 km"), "") << "it was driven meanwhile";
-  watch.received(today, "2026-03-10");
+  watch.received(today);
+  EXPECT_EQ(receive(0, "none"), "14:05");
+  clock.advance(Seconds(300));
+  EXPECT_EQ(receive(0, "none"), "") << "it may have been driven meanwhile";
+  watch.received(today);
   receive(40);
   clock.advance(Seconds(300));
   EXPECT_EQ(receive(0), "") << "it was seen to drive";
   receive(40);
-  watch.received(today, "2026-03-10");
+  watch.received(today);
   clock.advance(Seconds(300));
   EXPECT_EQ(receive(0), "") << "it drove when the track came";
 }

@@ -60,11 +60,8 @@ void LiveStatus::setVisible(bool visible) {
   age();
 }
 
-void LiveStatus::received(const Live& live, std::optional<Seconds> arrived) {
-  const Seconds time = arrived.value_or(now());
-  if (!arrived_ || live.dateTime() != datetime_) reported_ = time;
-  arrived_ = time;
-  datetime_ = live.dateTime();
+void LiveStatus::received(const Live& live) {
+  arrived_ = now();
   const bool hasSpeed = readNumber(live.speed).has_value();
   speedLabel_.setText(hasSpeed ? live.speed.str() : "");
   speedUnitLabel_.setText(hasSpeed ? speedUnit : "");
@@ -109,7 +106,7 @@ Seconds LiveStatus::showMotion(Seconds age) {
 
 void LiveStatus::update() {
   const Seconds age = arrived_ ? now() - *arrived_ : Seconds(0);
-  const Seconds silence = arrived_ ? now() - reported_ : Seconds(0);
+  const Seconds silence = arrived_ && watch_ ? now() - watch_->reported() : Seconds(0);
   freshness_ = age < lateAfter ? Freshness::fresh : age < oldAfter ? Freshness::late : Freshness::old;
   const long fives = std::lround(std::floor(age / firstSteps));
   ageLabel_.setText(!arrived_        ? ""

@@ -36,8 +36,7 @@ class LiveStatus {
   void addOutletsTo(Outlets& page);
   void setWatch(std::shared_ptr<const VehicleWatch> watch) { watch_ = std::move(watch); }  ///< may be null
   void setVisible(bool visible);  ///< whether the page is
-  /// The record, and when it arrived by the stopwatch, if not now.
-  void received(const Live& live, std::optional<Seconds> arrived = {});
+  void received(const Live& live);
   void clear();  ///< there is no record any more
 
   /// Late after 30 seconds, old after 5 minutes.
@@ -46,12 +45,6 @@ class LiveStatus {
   Label& ageLabel() { return ageLabel_; }              ///< "now", "20 s", "2 min"; empty without a record
   ImageView& ageImageView() { return ageImageView_; }  ///< its mark in the colour of the freshness
   Label& noReportLabel() { return noReportLabel_; }    ///< "no new report for 12 min", or empty
-  Label& speedLabel() { return speedLabel_; }          ///< as the service writes it
-  ImageView& courseImageView() { return courseImageView_; }  ///< an arrow, turned
-  Label& motionLabel() { return motionLabel_; }              ///< "Driving", "Standing"; empty: not known
-  Label& motionSinceLabel() {
-    return motionSinceLabel_;
-  }  ///< "for 12 min", "for over 1 h 5 min", "since 14:05"
 
   /// The passing of time, or the page's return, has changed something.
   Signal<> aged;
@@ -71,18 +64,16 @@ class LiveStatus {
   bool visible_ = false;
   bool inBackground_ = false;
   std::optional<Seconds> arrived_;  ///< the latest record, by the stopwatch
-  Text datetime_;                   ///< of that record
-  Seconds reported_{0};             ///< when the first record with that time arrived
   std::optional<Seconds> wakesAt_;
   Freshness freshness_ = Freshness::fresh;
   Label ageLabel_;
   ImageView ageImageView_;
   Label noReportLabel_;
-  Label speedLabel_;
+  Label speedLabel_;  ///< as the service writes it
   Label speedUnitLabel_;
-  ImageView courseImageView_;
-  Label motionLabel_;
-  Label motionSinceLabel_;
+  ImageView courseImageView_;  ///< an arrow, turned
+  Label motionLabel_;          ///< "Driving", "Standing"; empty: not known
+  Label motionSinceLabel_;     ///< "for 12 min", "for over 1 h 5 min", "since 14:05"
   std::shared_ptr<const VehicleWatch> watch_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -1,6 +1,7 @@
 #include "vehicle/watch/vehicle_watch.h"
 
 #include <chrono>
+#include <utility>
 
 #include "day/day_points.h"
 #include "map/great_circle.h"
@@ -31,9 +32,11 @@ constexpr ReadingTexts readingTexts[] = {
 
 }  // namespace
 
-void VehicleWatch::received(const Live& live) {
+void VehicleWatch::received(std::shared_ptr<const Live> record) {
+  const Live& live = *record;
   const Uptime now = clock_.uptime();
-  const bool isGap = seen_ && now - *seen_ > std::chrono::seconds(ReadingSeries::gap);
+  if (!last_ || live.dateTime() != last_->dateTime()) reported_ = now;
+  const bool isGap = last_ && now - seen_ > std::chrono::seconds(ReadingSeries::gap);
   const auto speed = readNumber(live.speed.view());
   if (isGap || !speed) motion_.reset();
   const bool drives = speed && *speed >= drivingFrom;
@@ -41,7 +44,8 @@ void VehicleWatch::received(const Live& live) {
     motion_ = Motion{drives, now, motion_.has_value(), {}};
   const auto driven = readKilometres(live.odometer.view());
   const auto drivenBefore = last_ ? readKilometres(last_->odometer.view()) : std::nullopt;
-  if (drives || (driven && drivenBefore && *driven != *drivenBefore)) stop_.reset();
+  const bool isCounted = driven && drivenBefore;
+  if (drives || (isCounted && *driven != *drivenBefore) || (isGap && !isCounted)) stop_.reset();
   for (std::size_t i = 0; i < series_.size(); ++i) {
     const auto& [value, unit, fixedUnit] = readingTexts[i];
     if (const auto number = readNumber((live.*value).view()))
@@ -49,12 +53,12 @@ void VehicleWatch::received(const Live& live) {
                      unit ? (live.*unit).str() : fixedUnit);
   }
   seen_ = now;
-  last_ = live;
+  last_ = std::move(record);
   applyStop();
 }
 
-void VehicleWatch::received(const DayPoints& points, const std::string& day) {
-  const auto date = readDay(day);
+void VehicleWatch::received(const DayPoints& points) {
+  const auto date = readDay(points.day);
   if (!date || (stop_ && *date < stop_->day)) return;
   stop_.reset();
   if (points.stops.empty() || (motion_ && motion_->drives)) return;
@@ -66,16 +70,16 @@ void VehicleWatch::received(const DayPoints& points, const std::string& day) {
 }
 
 void VehicleWatch::applyStop() {
-  if (!stop_ || !last_ || !motion_ || motion_->drives || motion_->seenToBegin) return;
+  using std::chrono::floor, std::chrono::days;
+  if (!motion_) return;
+  if (!stop_ || motion_->drives || motion_->seenToBegin) return motion_->reportedSince.clear();
   const auto reported = readTime(last_->dateTime().view());
   const auto place = readCoordinate(last_->location.lat.view(), last_->location.lon.view());
-  if (!reported || stop_->since > *reported ||
-      std::chrono::floor<std::chrono::days>(*reported) != stop_->day || !place ||
-      distanceInMetres(stop_->place, *place) > samePlace)
-    return;
-  const std::chrono::duration<double> time =
-      stop_->since - std::chrono::floor<std::chrono::days>(stop_->since);
-  motion_->reportedSince = clockText(time.count());
+  if (!reported || !place) return;  // says nothing about the stop
+  const bool fits = stop_->since <= *reported && floor<days>(*reported) == stop_->day &&
+                    distanceInMetres(stop_->place, *place) <= samePlace;
+  const std::chrono::duration<double> time = stop_->since - floor<days>(stop_->since);
+  motion_->reportedSince = fits ? clockText(time.count()) : "";
 }
 
 }  // namespace fleetor

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -34,11 +35,14 @@ class VehicleWatch {
   /// The clock outlives the watch.
   explicit VehicleWatch(const Clock& clock) : clock_(clock) {}
 
-  void received(const Live& live);
+  void received(std::shared_ptr<const Live> live);
 
-  /// The track of that day, "yyyy-MM-dd": where it ends with a stop, and the vehicle stands there whenever
-  /// its motion begins anew unseen, that is since when, until it drives. Earlier days are ignored.
-  void received(const DayPoints& points, const std::string& day);
+  /// The track of a day. If it ends with a stop and the vehicle stands there, it has stood since that stop
+  /// began, until it is seen to drive or may have driven unseen. Days before the latest one are ignored.
+  void received(const DayPoints& points);
+
+  /// When the first record with the time of the latest one arrived, by the stopwatch.
+  Uptime reported() const { return reported_; }
 
   /// None while the vehicle's speed is not known, or was not for a minute.
   const std::optional<Motion>& motion() const { return motion_; }
@@ -54,8 +58,9 @@ class VehicleWatch {
   void applyStop();
 
   const Clock& clock_;
-  std::optional<Uptime> seen_;
-  std::optional<Live> last_;
+  Uptime seen_{};
+  Uptime reported_{};
+  std::shared_ptr<const Live> last_;  ///< seen at `seen_`
   std::optional<Motion> motion_;
   std::optional<Stop> stop_;  ///< with which the latest day's track ends
   std::array<ReadingSeries, 5> series_;
