@@ -2,7 +2,9 @@
 """Proves that the tests see faults: applies one-line mutations, one at a time, and reports those that no test notices.
 
 Usage: mutate.py FOLDER [LIST]
+       mutate.py --lookup [LIST]
 
+--lookup  only checks that each mutation is found
 FOLDER  of build/: the sources are copied there, mutated and built; the working tree is not touched
 LIST    of mutations, tests/mutations by default. Each is three lines, with an empty line between two mutations and
         comments after "#":
@@ -125,6 +127,8 @@ def main():
             if not (ROOT / name).is_file() or (ROOT / name).read_text().count(old) != 1]
     if lost:
         sys.exit("mutate: not found exactly once:\n" + "\n".join(lost))
+    if sys.argv[1] == "--lookup":
+        return
     build = Build(pathlib.Path(sys.argv[1]).resolve())
     targets = sorted({target for name, _, _ in chosen for target, _ in tests_of(name) if target})
     print(f"{len(chosen)} mutations; building {len(targets)} test programs", flush=True)
