@@ -64,12 +64,13 @@ std::vector<Coordinate> placedWay(const DayPoints& day) {
 }  // namespace
 
 DayPath::DayPath(std::shared_ptr<const DayPoints> day) : day_(std::move(day)) {
-  const std::vector<Coordinate> way = day_->unplaced.empty() ? std::vector<Coordinate>() : placedWay(*day_);
-  findPauses(way.empty() ? day_->coordinates : way);
-  measure(way.empty() ? day_->coordinates : way);
+  if (!day_->unplaced.empty()) way_ = placedWay(*day_);
+  findPauses();
+  measure();
 }
 
-void DayPath::findPauses(const std::vector<Coordinate>& coordinates) {
+void DayPath::findPauses() {
+  const auto& coordinates = way();
   const auto& seconds = day_->seconds;
   const auto add = [this](float begin, float end, bool isGap) {
     if (!pauses_.empty() && pauses_.back().end == begin && pauses_.back().isGap == isGap)
@@ -99,7 +100,8 @@ void DayPath::findPauses(const std::vector<Coordinate>& coordinates) {
   endStay(seconds.size() - 1);
 }
 
-void DayPath::measure(const std::vector<Coordinate>& coordinates) {
+void DayPath::measure() {
+  const auto& coordinates = way();
   double metres = 0;
   auto pause = pauses_.begin();
   measured_.reserve(day_->seconds.size());
@@ -141,6 +143,8 @@ double DayPath::kilometresAt(double moment) const {
 }
 
 std::optional<double> DayPath::averageSpeedBetween(double from, double to) const {
+  from = std::max(from, begin());
+  to = std::min(to, end());
   const DayPause* const pause = pauseAt((from + to) / 2);
   if (to <= from || (pause && pause->isGap)) return std::nullopt;
   return (valueAt(measured_, stepAt(to)) - valueAt(measured_, stepAt(from))) / (to - from) * 3600;
@@ -166,7 +170,7 @@ std::optional<double> DayPath::averageSpeedAt(const Step& step) const {
 }
 
 double DayPath::courseAt(std::size_t from) const {
-  const auto& coordinates = day_->coordinates;
+  const auto& coordinates = way();
   from = std::min(from, coordinates.size() - 2);
   while (from > 0 && coordinates[from] == coordinates[from + 1])
     --from;
@@ -180,9 +184,10 @@ DayPlace DayPath::at(double moment) const {
   const Step step = stepAt(moment);
   DayPlace found;
   found.passed = static_cast<double>(step.from) + step.share;
-  found.place = project(day_->coordinates[step.from]);
+  found.place = project(way()[step.from]);
+  found.isPlaced = day_->isPlaced(step.from) && (step.share == 0 || day_->isPlaced(step.from + 1));
   if (step.share > 0) {
-    const WorldPoint next = project(day_->coordinates[step.from + 1]);
+    const WorldPoint next = project(way()[step.from + 1]);
     found.place.x += std::remainder(next.x - found.place.x, 1) * step.share;
     found.place.y += (next.y - found.place.y) * step.share;
   }

@@ -20,7 +20,8 @@ struct DayPause {
 /// Where a vehicle was at a moment of a day.
 struct DayPlace {
   double passed = 0;      ///< of the day's points: 2.25 is a quarter of the way from the third to the fourth
-  WorldPoint place;       ///< straight between the two points, as the line on the map
+  WorldPoint place;       ///< straight between the nearest points before and after whose positions are known
+  bool isPlaced = false;  ///< the positions of the two points around the moment are known
   double course = 0;      ///< degrees clockwise from north; while it stands, of its last movement
   double kilometres = 0;  ///< since the first point
   std::optional<double> averageSpeed;    ///< km/h between two points; none while it stands and in a gap
@@ -47,10 +48,10 @@ class DayPath {
   bool hasSentDistance() const { return !day_->kilometres.empty(); }
   const std::vector<DayPause>& pauses() const { return pauses_; }  ///< in order, apart from each other
 
-  /// A moment before the first or after the last point counts as that.
+  /// Before the first point its values, after the last one those of the last.
   DayPlace at(double moment) const;
   double kilometresAt(double moment) const;  ///< since the first point
-  /// km/h along the line, standing included; none when the middle of that time lies in a gap.
+  /// km/h along the line within the day, standing included; none when the middle of that time lies in a gap.
   std::optional<double> averageSpeedBetween(double from, double to) const;
 
   /// The moment of the point that is so many points later (below 0: earlier), within the day. Points of one
@@ -63,8 +64,9 @@ class DayPath {
     double share = 0;  ///< of the way to the next point
   };
 
-  void findPauses(const std::vector<Coordinate>& coordinates);
-  void measure(const std::vector<Coordinate>& coordinates);
+  void findPauses();
+  void measure();
+  const std::vector<Coordinate>& way() const { return way_.empty() ? day_->coordinates : way_; }
   Step stepAt(double moment) const;
   const DayPause* pauseAt(double moment) const;
   static double valueAt(const std::vector<float>& column, const Step& step);
@@ -72,6 +74,7 @@ class DayPath {
   double courseAt(std::size_t from) const;
 
   std::shared_ptr<const DayPoints> day_;
+  std::vector<Coordinate> way_;  ///< with a place for each point; empty: every position is known
   std::vector<DayPause> pauses_;
   std::vector<float> measured_;  ///< kilometres along the line
 };

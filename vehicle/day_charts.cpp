@@ -51,9 +51,14 @@ void DayCharts::show(bool shown) {
     changes_.disconnect();
   }
   // At the moment itself the same values as on the replay's card.
-  distance_.setPoints(std::move(distances), [path](double second) { return path->kilometresAt(second); });
-  speed_.setPoints(std::move(speeds),
-                   [path](double second) { return path->at(second).averageSpeed.value_or(unknown); });
+  const auto valueAt = [this](auto read) {
+    return [this, read](double second) { return replay_.path() ? read(*replay_.path(), second) : unknown; };
+  };
+  distance_.setPoints(std::move(distances),
+                      valueAt([](const DayPath& way, double second) { return way.kilometresAt(second); }));
+  speed_.setPoints(std::move(speeds), valueAt([](const DayPath& way, double second) {
+                     return way.at(second).averageSpeed.value_or(unknown);
+                   }));
   button_.setSelected(path != nullptr);
   if (path) mark();
 }

@@ -25,8 +25,8 @@ DayReplay::DayReplay(MapView& map, const Device& device) : map_(map), device_(de
 void DayReplay::setDay(std::shared_ptr<const DayPoints> day, std::shared_ptr<MapPolyline> line,
                        std::string image) {
   const bool reopens = reopens_ || state().open;
-  reopens_ = reopens && !day;
   setOpen(false);
+  reopens_ = reopens && !day;
   const bool matches = day && line && line->coordinates().size() == day->coordinates.size();
   day_ = matches && DayPath::canFollow(*day) ? std::move(day) : nullptr;
   traveller_ = {day_ ? std::move(line) : nullptr, {}, 0, 0, std::move(image)};
@@ -37,6 +37,7 @@ void DayReplay::setDay(std::shared_ptr<const DayPoints> day, std::shared_ptr<Map
 }
 
 void DayReplay::setOpen(bool open) {
+  if (!open) reopens_ = false;
   if (open == state().open || (open && !day_)) return;
   State now;
   now.available = true;
@@ -49,6 +50,7 @@ void DayReplay::setOpen(bool open) {
     seen_ = map_.camera().position();
     cameraMoves_ = map_.cameraChanged.connect([this] { cameraMoved(); });
   } else {
+    isPlaced_ = false;
     cameraMoves_.disconnect();
     replay_.reset();
     map_.setTraveller(std::nullopt);
@@ -115,6 +117,7 @@ void DayReplay::present(bool withTexts) {
   traveller_.place = place.place;
   traveller_.course = place.course;
   traveller_.passed = place.passed;
+  isPlaced_ = place.isPlaced;
   map_.setTraveller(traveller_);
   if (state().following) keepInSight(place.place);
   setMoment(replay_->moment());

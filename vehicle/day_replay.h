@@ -35,6 +35,7 @@ class DayReplay final : public Player {
 
   /// Where the vehicle was at the moment, while it is open.
   Coordinate place() const { return unproject(traveller_.place); }
+  bool isPlaced() const { return isPlaced_; }  ///< whether that is known
 
   /// Null while it is closed.
   const DayPath* path() const { return replay_ ? &replay_->path() : nullptr; }
@@ -51,10 +52,11 @@ class DayReplay final : public Player {
   MapTraveller traveller_;
   std::optional<Replay> replay_;
   int rate_;
-  double sinceTexts_ = 0;   ///< seconds of playing
-  CameraPosition seen_;     ///< what the map showed last
-  bool reopens_ = false;    ///< with the day that takes the place of none
-  bool movesMap_ = false;   ///< from here, at this moment
+  double sinceTexts_ = 0;  ///< seconds of playing
+  CameraPosition seen_;    ///< what the map showed last
+  bool isPlaced_ = false;
+  bool reopens_ = false;    ///< it was open when its day went, and opens with the next one
+  bool movesMap_ = false;   ///< the replay itself moves the map, not the user
   bool returns_ = false;    ///< the map is on its way to the vehicle
   Connection cameraMoves_;  ///< while it is open
 };

@@ -32,9 +32,11 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
   chosen_ = dayRibbon_.momentChosen.connect([this](double seconds) {
     replay_.setOpen(true);
     replay_.moveTo(seconds);
+    if (replay_.state().open) dayRibbon_.setMoment(replay_.moment());
   });
   replays_ = replay_.changed.connect([this] {
     dayRibbon_.setMoment(replay_.state().open ? std::optional(replay_.moment()) : std::nullopt);
+    shareMomentButton_.setEnabled(replay_.isPlaced());
   });
   outlet("shareMomentButton", shareMomentButton_);
   shareMomentButton_.setImage("RowShare");
@@ -47,6 +49,7 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
 
 void MapDetailViewController::setDayChoice(const std::shared_ptr<DayChoice>& days) {
   tripOpened_ = days->tripOpened.connect([this](const OpenedTrip& trip) {
+    replay_.setOpen(false);
     trip_.open(trip);
     if (bar_.shownDay() == trip.day)
       drawTrip();
@@ -56,8 +59,7 @@ void MapDetailViewController::setDayChoice(const std::shared_ptr<DayChoice>& day
   trip_.setBack([days](Component&) { days->tripLeft.emit(); });
   stopCardButton_.setAction(
       [this, days](Component&) { days->stopOpened.emit(*bar_.shownDay(), *timeOfOpenStop()); });
-  mapChanged_ =
-      mapView().changed.connect([this] { stopCardButton_.setEnabled(timeOfOpenStop() && bar_.shownDay()); });
+  mapChanged_ = mapView().changed.connect([this] { updateStopCardButton(); });
   bar_.setChoice(days);
 }
 
@@ -68,11 +70,17 @@ std::optional<float> MapDetailViewController::timeOfOpenStop() {
   return dayPoints_->seconds[stop->point()];
 }
 
-// A trip of another day is over as soon as that day shows.
+void MapDetailViewController::updateStopCardButton() {
+  stopCardButton_.setEnabled(timeOfOpenStop() && bar_.shownDay());
+}
+
+// A trip is over as soon as another day shows, unless its own day is still to come.
 void MapDetailViewController::drawTrip() {
   if (!trip_.trip() || !dayPoints_) return;
-  if (trip_.trip()->day != bar_.shownDay()) return trip_.close();
-  trip_.draw(*dayPoints_, polylineRenderer());
+  if (trip_.trip()->day == bar_.shownDay())
+    trip_.draw(*dayPoints_, polylineRenderer());
+  else if (trip_.trip()->day != date())
+    trip_.close();
 }
 
 void MapDetailViewController::viewDidLoad() {
@@ -185,6 +193,7 @@ void MapDetailViewController::setDayPoints(std::shared_ptr<const DayPoints> poin
         return day->addressTexts.at(day->addresses.at(stretch.last));
       });
   drawTrip();
+  updateStopCardButton();
   replay_.setDay(dayPoints_, polyline(), vehicle().icon.str());
   dayChanged.emit();
 }
@@ -196,8 +205,8 @@ void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {
 }
 
 void MapDetailViewController::shareMoment() {
-  if (!replay_.path()) return;
   replay_.pause();  // and shows the texts of this moment
+  if (!replay_.isPlaced()) return;
   const Player::State& now = replay_.state();
   std::string what = (bar_.shownDay() ? *bar_.shownDay() + ' ' : "") + now.time;
   for (const std::string& more : {now.address, now.note})

@@ -74,6 +74,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void setDayPoints(std::shared_ptr<const DayPoints> points);
   void drawTrip();
   std::optional<float> timeOfOpenStop();  ///< of the stop whose callout is open
+  void updateStopCardButton();
   void shareMoment();
   void drawRoute(std::shared_ptr<MapPolyline> polyline);
   void endLoading();

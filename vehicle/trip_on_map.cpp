@@ -41,8 +41,10 @@ void TripOnMap::draw(const DayPoints& points, std::shared_ptr<MapPolylineRendere
   noteLabel_.setText(
       range ? "" : environment_.device.localizedString("The track has no points at the times of this trip"));
   if (!range || !renderer) return;
-  const auto first = points.coordinates.begin();
-  line_ = MapPolyline::polylineWithCoordinates({first + range->first, first + range->last + 1});
+  std::vector<Coordinate> way;
+  for (auto i = static_cast<std::size_t>(range->first); i <= static_cast<std::size_t>(range->last); ++i)
+    if (points.isPlaced(i)) way.push_back(points.coordinates[i]);
+  line_ = MapPolyline::polylineWithCoordinates(way);
   renderer_ = std::make_shared<MapPolylineRenderer>(line_);
   renderer_->setStrokeColor(renderer->strokeColor());
   renderer_->setLineWidth(tripLineWidth);
@@ -51,7 +53,7 @@ void TripOnMap::draw(const DayPoints& points, std::shared_ptr<MapPolylineRendere
   renderer->setStrokeColor(faint);
   daysRenderer_ = std::move(renderer);
   map_.addOverlay(line_);
-  map_.showCoordinates({first + range->first, first + range->last + 1}, true);
+  map_.showCoordinates(way, true);
 }
 
 void TripOnMap::erase() {

@@ -231,6 +231,37 @@ TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
   EXPECT_EQ(outlet<Label>("tripWayLabel").text(), "") << "nor is its day on the map";
 }
 
+TEST_F(DayPages, KeepATripWhoseDayComesAfterTheOneThatTheMapOpensWith) {
+  arrive(track);
+  client.application.window().goBack();
+  screen = client.open(1);
+  go(trips);
+  arrive(routeReply(2));
+  tap("previousDayButton");
+  arrive(routeReply(2));
+  outlet<TableView>("itemsTableView").tap(0);
+  client.queues.runUntilIdle();
+  arrive(track);
+  EXPECT_EQ(outlet<Label>("tripWayLabel").text(), "Mill Lane → Harbour");
+  arrive(mapReply(std::vector<std::string>(10)));
+  MapView& drawn = outlet<MapView>("mapView");
+  drawn.moveCamera([](MapCamera& camera) { camera.setViewport(390, 700); });
+  ASSERT_EQ(drawn.overlays().size(), 2u);
+
+  // The replay gives way to a trip.
+  outlet<Button>("replayButton").tap();
+  EXPECT_TRUE(drawn.traveller());
+  tap("tripBackButton");
+  outlet<TableView>("itemsTableView").tap(0);
+  client.queues.runUntilIdle();
+  EXPECT_FALSE(drawn.traveller());
+  while (drawn.camera().moving())
+    drawn.advance(0.02);
+  for (const auto& end :
+       {drawn.overlays()[1]->coordinates().front(), drawn.overlays()[1]->coordinates().back()})
+    EXPECT_NEAR(drawn.camera().screenPoint(project(end)).y, 350, 350);
+}
+
 TEST_F(DayPages, LeadFromAStopOnTheMapToItsCard) {
   MapView& drawn = outlet<MapView>("mapView");
   arrive(track);
@@ -246,13 +277,13 @@ TEST_F(DayPages, LeadFromAStopOnTheMapToItsCard) {
   std::vector<int> wanted;
   const Connection onRow =
       outlet<TableView>("itemsTableView").rowWanted.connect([&](int row) { wanted.push_back(row); });
-  const auto row = [](const char* from, const char* to) {
-    return std::string(
-               R"({"lp":1,"status":"","duration":"","distance":"0","from":"A","to":"A","timeFrom":")") +
-           from + R"(","timeTo":")" + to + R"("})";
+  const auto row = [](const char* from, const char* to, const char* address) {
+    return std::string(R"({"lp":1,"status":"","duration":"","distance":"0","from":"A","to":")") + address +
+           R"(","timeFrom":")" + from + R"(","timeTo":")" + to + R"("})";
   };
-  const HttpReply rows =
-      jsonReply(envelope(2, R"("route":[)" + row("08:00", "08:01") + "," + row("08:01", "08:03") + "]"));
+  // To the minute, times may overlap: the trip is not the stop.
+  const HttpReply rows = jsonReply(
+      envelope(2, R"("route":[)" + row("08:00", "08:02", "B") + "," + row("08:01", "08:01", "A") + "]"));
   arrive(routeReply(2));
   EXPECT_THAT(wanted, IsEmpty()) << "today, while the stop is of yesterday";
   arrive(rows);
