@@ -13,6 +13,7 @@ class Place final : public MapAnnotation {
   Coordinate coordinate() const override { return at_; }
   std::string title() const override { return name_; }
   std::string subtitle() const override { return name_.empty() ? "" : "here"; }
+  std::string subject() const override { return name_ == "van" ? name_ : ""; }
 
  private:
   std::string name_;
@@ -172,6 +173,24 @@ TEST_F(Map, ShowsARegionACentreAndAllMarkersWithinItsEdges) {
   EXPECT_NEAR(std::min(390 - corner.x, 780 - corner.y), MapView::fitPadding, 0.01);
   const ScreenPoint top = map.camera().screenPoint(project({50.5, 22}));
   EXPECT_GE(top.y, MapView::fitPadding - 0.01);
+}
+
+TEST_F(Map, AMarkerGlidesToThePlaceOfTheOneThatReplacesIt) {
+  const auto shown = [this] { return unproject(map.placeOf(*map.annotations().at(0))).longitude; };
+  for (const char* subject : {"van", "bus"}) {
+    map.setGlidingSubject(subject);
+    map.replaceAnnotations({place("van", {50, 20})});
+    map.advance(1);
+    map.replaceAnnotations({place("van", {50, 21})});
+    const bool glides = subject == std::string("van");
+    EXPECT_EQ(map.isGliding(), glides);
+    EXPECT_NEAR(shown(), glides ? 20 : 21, 1e-6);
+    map.advance(MapCamera::shortJourney / 2);
+    EXPECT_TRUE(glides ? shown() > 20.2 && shown() < 20.99 : shown() > 20.99);
+    map.advance(MapCamera::shortJourney);
+    EXPECT_FALSE(map.isGliding());
+    EXPECT_NEAR(shown(), 21, 1e-6);
+  }
 }
 
 }  // namespace

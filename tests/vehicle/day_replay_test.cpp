@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "support/fake_device.h"
+#include "vehicle/day_charts.h"
 
 namespace fleetor::test {
 namespace {
@@ -130,6 +133,35 @@ TEST_F(DayReplayTest, KeepsTheVehicleInSightUntilTheUserMovesTheMap) {
     map.moveCamera([](MapCamera& camera) { camera.advance(0.02); });
   EXPECT_TRUE(replay.state().following);
   EXPECT_NEAR(vehicleAt().x, 200, 1e-6);
+}
+
+TEST_F(DayReplayTest, ItsChartsShowTheDayFromEndToEndAndShareItsMoment) {
+  DayCharts charts(replay, device);
+  replay.setOpen(true);
+  charts.button().tap();
+  const auto& speeds = charts.speed().points();
+  EXPECT_NEAR(speeds.front().value, 60, 0.1);
+  EXPECT_TRUE(std::isnan(speeds[speeds.size() / 2].value)) << "nothing was sent";
+  EXPECT_NEAR(speeds.back().value, 30, 0.1);
+  EXPECT_NEAR(charts.distance().points().back().value, 3, 0.01);
+  charts.distance().choose(1);
+  EXPECT_EQ(replay.moment(), 37320);
+  EXPECT_EQ(charts.speed().moment(), 37320);
+  replay.setOpen(false);
+  EXPECT_FALSE(charts.button().selected());
+  EXPECT_TRUE(charts.speed().points().empty() && charts.distance().points().empty());
+}
+
+TEST_F(DayReplayTest, GoesStraightOnWhereAPointHasNoPosition) {
+  auto day = morning();
+  day->coordinates[2] = {0, 0};
+  day->unplaced = {2};
+  replay.setDay(day, line, "van");
+  replay.setOpen(true);
+  EXPECT_TRUE(replay.isPlaced());
+  replay.moveTo(37200);
+  EXPECT_FALSE(replay.isPlaced());
+  EXPECT_NEAR(replay.place().longitude, 20, 0.03);
 }
 
 }  // namespace
