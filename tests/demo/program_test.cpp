@@ -2,9 +2,17 @@
 #include <csignal>
 #include <cstdio>
 
-#include "running_service.h"
+#include <gtest/gtest.h>
+#include <httplib.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
 
 namespace fleetor::demo {
+
+using Json = nlohmann::json;
+
 namespace {
 
 // The demo program, its standard output and error read through one pipe.

@@ -42,7 +42,7 @@ for file in QML:
             problems.append(f"{file.relative_to(ROOT)}: there is no {name}")
 
 pictures = re.findall(r'"images/(\w+)\.svg"', (ROOT / "resources/resources.qrc").read_text())
-shown = names(CPP, r'"((?:Btn|Nav|Tab|Row)[A-Z]\w+)"')
+shown = names(CPP + QML, r'"((?:Btn|Nav|Tab|Row|Age)[A-Z]\w+)"')
 problems += [f"{place}: resources/resources.qrc has no picture \"{name}\"" for name, place in shown.items()
              if name not in pictures]
 

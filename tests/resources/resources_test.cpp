@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
@@ -42,17 +42,11 @@ QImage drawn(const QString& name) {
 }
 
 TEST(Images, OfAllNamesDrawSomethingOnATransparentGround) {
-  const QString names =
-      "NavMenu NavBack NavDate NavShadow BtnLogout BtnAccount BtnAbout BtnVehicles BtnMapType "
-      "BtnMapTypeSelected BtnZoomIn BtnZoomOut BtnWholeTrack TabInfo TabLive TabMap TabRoute "
-      "TabAbout TabInfoSelected TabLiveSelected TabMapSelected TabRouteSelected "
-      "TabAboutSelected RowDuration RowDistance BtnCentre BtnCentreSelected RowSpeed RowEngine RowChart "
-      "RowCompass RowCourse RowPlace RowPower RowTemperature RowFuel AgeFresh AgeLate AgeOld "
-      "flag parking fleetor car pcar van pvan truck ptruck bus pbus motorcycle pmotorcycle trailer ptrailer "
-      "excavator pexcavator 640x960 640x1136 750x1334 1242x2208 1024x768 2048x1536 dark/640x960 "
-      "dark/640x1136 "
-      "dark/750x1334 dark/1242x2208 dark/1024x768 dark/2048x1536";
-  for (const QString& name : names.split(' ')) {
+  QDirIterator files(QStringLiteral(":/images"), {QStringLiteral("*.svg")}, QDir::Files,
+                     QDirIterator::Subdirectories);
+  ASSERT_TRUE(files.hasNext());
+  while (files.hasNext()) {
+    const QString name = files.next().sliced(9).chopped(4);
     const QImage image = drawn(name);
     QImage empty(image.size(), image.format());
     empty.fill(Qt::transparent);

