@@ -21,7 +21,7 @@
 namespace fleetor {
 
 namespace {
-constexpr Seconds settled{2};  ///< after which nothing of the screens is still on its way out
+constexpr Seconds settled{2};  ///< after which the screens that were left are destroyed
 }
 
 Client::Client(Setup setup)

@@ -1,4 +1,4 @@
-
+// How long it takes to open the replay of a full day, and a frame of it at 300 times real time.
 #include "map_stage.h"
 #include "vehicle/day_replay.h"
 

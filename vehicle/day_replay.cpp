@@ -46,7 +46,6 @@ void DayReplay::setOpen(bool open) {
   if (open) {
     replay_.emplace(std::make_shared<const DayPath>(day_));
     replay_->setRate(rate_);
-    setRange(replay_->path().begin(), replay_->path().end());
     seen_ = map_.camera().position();
     cameraMoves_ = map_.cameraChanged.connect([this] { cameraMoved(); });
   } else {

@@ -29,7 +29,8 @@ TripOnMap::TripOnMap(const Environment& environment, Outlets& page, MapView& map
 
 void TripOnMap::open(OpenedTrip trip) {
   erase();
-  label_.setText(trip.stage.clock + " · " + trip.distance + " · " + trip.duration);
+  label_.setText(trip.stage.clock + " · " + trip.distance +
+                 (trip.duration.empty() ? "" : " · " + trip.duration));
   wayLabel_.setText(trip.from + " → " + trip.to);
   noteLabel_.setText("");
   trip_ = std::move(trip);

@@ -29,7 +29,7 @@ class TripOnMap {
   /// line.
   void draw(const DayPoints& points, std::shared_ptr<MapPolylineRenderer> renderer);
 
-  void erase();  ///< the day's line has gone, or is about to
+  void erase();  ///< Takes the trip off the map, as is due before the day's line goes.
   void close();
 
   /// Null for every line but its own.

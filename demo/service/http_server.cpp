@@ -3,6 +3,8 @@
 #include <sys/socket.h>
 #include <zlib.h>
 
+#include <optional>
+#include <string>
 #include <thread>
 
 #include "demo/service/answers.h"

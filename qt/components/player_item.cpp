@@ -8,16 +8,6 @@ const Player::State& PlayerItem::state() const {
   return player ? player->state() : none;
 }
 
-double PlayerItem::begin() const {
-  return read<Player>([](Player& c) { return c.begin(); });
-}
-double PlayerItem::end() const {
-  return read<Player>([](Player& c) { return c.end(); });
-}
-double PlayerItem::moment() const {
-  return read<Player>([](Player& c) { return c.moment(); });
-}
-
 void PlayerItem::setOpen(bool open) {
   if (auto* player = as<Player>()) player->setOpen(open);
 }
@@ -29,9 +19,6 @@ void PlayerItem::nextRate() {
 }
 void PlayerItem::step(int points) {
   if (auto* player = as<Player>()) player->step(points);
-}
-void PlayerItem::moveTo(double moment) {
-  if (auto* player = as<Player>()) player->moveTo(moment);
 }
 void PlayerItem::follow() {
   if (auto* player = as<Player>()) player->follow();

@@ -23,13 +23,9 @@ class PlayerItem : public fleetor::ComponentItem {
   Q_PROPERTY(QString distance READ distance NOTIFY changed)
   Q_PROPERTY(QString address READ address NOTIFY changed)
   Q_PROPERTY(QString note READ note NOTIFY changed)
-  Q_PROPERTY(double begin READ begin NOTIFY changed)  ///< seconds of the day
-  Q_PROPERTY(double end READ end NOTIFY changed)
-  Q_PROPERTY(double moment READ moment NOTIFY moved)
 
  public:
-  PlayerItem(Component& component, Adapters& adapters)
-      : ComponentItem(component, adapters), moved_(as<Player>()->moved.connect([this] { Q_EMIT moved(); })) {}
+  using ComponentItem::ComponentItem;
 
   bool available() const { return state().available; }
   bool open() const { return state().open; }
@@ -43,9 +39,6 @@ class PlayerItem : public fleetor::ComponentItem {
   QString distance() const { return toQString(state().distance); }
   QString address() const { return toQString(state().address); }
   QString note() const { return toQString(state().note); }
-  double begin() const;
-  double end() const;
-  double moment() const;
 
   /// A text in the user's language.
   Q_INVOKABLE QString word(const QString& text) const { return adapters().localized(text.toStdString()); }
@@ -53,17 +46,11 @@ class PlayerItem : public fleetor::ComponentItem {
   Q_INVOKABLE void togglePlaying();
   Q_INVOKABLE void nextRate();
   Q_INVOKABLE void step(int points);
-  Q_INVOKABLE void moveTo(double moment);
   Q_INVOKABLE void follow();
   Q_INVOKABLE void advance(double seconds);
 
- Q_SIGNALS:
-  void moved();
-
  private:
   const Player::State& state() const;
-
-  Connection moved_;
 };
 
 }  // namespace fleetor

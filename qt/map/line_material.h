@@ -29,7 +29,7 @@ class LineMaterial final : public QSGMaterial {
     float halfWidth = 1;             ///< points
     float pixel = 1;                 ///< points
     float scale = 1;                 ///< points for one unit of the vertices
-    float strongUntil = everyPoint;  ///< the last of the line's points up to which it is not faint
+    float strongUntil = everyPoint;  ///< index of the line's point at which it becomes faint
 
     friend bool operator==(const Style&, const Style&) = default;
   };

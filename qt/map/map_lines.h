@@ -51,8 +51,8 @@ class MapLines {
 
   const std::vector<DrawnLine>& drawn() const { return drawn_; }  ///< lowest first
   std::uint64_t version() const { return versions_; }             ///< changes with anything drawn
-  bool progressed() const { return progressed_; }                 ///< since the update before the last
-  double pixels() const;                                          ///< of all lines
+  bool progressed() const { return progressed_; }  ///< whether the last update() moved what travels on a line
+  double pixels() const;                           ///< of all lines
 
  private:
   void choose(DrawnLine& line, const MapCamera& camera);

@@ -211,10 +211,11 @@ bool MapViewItem::placeMarkers(double pixelRatio) {
   const ScreenPoint origin = camera.screenPoint(origin_);
   const bool onWhole = pixelRatio > 0;
   QPointF moved(origin.x, origin.y);
+  const bool glides = std::exchange(placedGliding_, map->isGliding()) || map->isGliding();
   // Moving the map moves their origin alone, until that is far away.
   const QPointF away = moved - middle;
   if (placedZoom_ != camera.zoom() || std::hypot(away.x(), away.y()) > furthestOrigin ||
-      (onWhole && !placedOnPixels_) || std::exchange(placedGliding_, map->isGliding()) || map->isGliding()) {
+      (onWhole && !placedOnPixels_) || glides) {
     origin_ = camera.centre();
     moved = middle;
     placedZoom_ = camera.zoom();

@@ -119,7 +119,7 @@ class MapViewItem : public fleetor::ComponentItem {
   /// A tap on that marker opens its callout or closes it.
   Q_INVOKABLE void toggle(fleetor::MapMarkerItem* marker);
   Q_INVOKABLE void deselect();
-  /// That marker has got the focus; see MapView::focusAnnotation().
+  /// That marker has received the focus; see MapView::focusAnnotation().
   Q_INVOKABLE void reveal(fleetor::MapMarkerItem* marker);
 
   /// A tap there opens a callout, or closes one (see MarkerStacks). False: it touches no marker.

@@ -58,10 +58,10 @@ class Chart : public Component {
   /// The value there, else of the last point up to there, in words with its unit; empty when unknown.
   std::string valueText(double second) const;
 
-  /// The curve in an area of that size, y down, as unbroken strokes; of the values that share a step of 1 to
-  /// the right, the first, the least, the greatest and the last are drawn.
+  /// The curve in an area of that size in points, y down, as unbroken strokes; of the values that share a
+  /// step of 1 to the right, the first, the least, the greatest and the last are drawn.
   std::vector<std::vector<ScreenPoint>> strokes(double width, double height) const;
-  std::vector<ChartTick> timeTicks(int most) const;  ///< on whole minutes or hours
+  std::vector<ChartTick> timeTicks(int most) const;  ///< on round times, every 15 seconds at least
   std::vector<ChartTick> valueTicks() const;         ///< the lowest and the highest are the axis' ends
 
   /// The title, from when until when, the least and the greatest value.

@@ -17,7 +17,7 @@ class Player : public Component {
     bool open = false;       ///< the controls are shown
     bool playing = false;    ///< advance() is due once per frame
     bool following = true;   ///< the map keeps to the place that is replayed
-    bool gap = false;        ///< nothing was recorded at the moment
+    bool gap = false;        ///< nothing was recorded at that time of the day
     int rate = 0;            ///< times as fast as it was
     std::string time;
     std::string speed;  ///< may be empty, as those below
@@ -29,27 +29,20 @@ class Player : public Component {
   };
   const State& state() const { return state_; }
 
-  /// Seconds of the day, of which `begin` and `end` are the first and the last that can be replayed.
-  double moment() const { return moment_; }
-  double begin() const { return begin_; }
-  double end() const { return end_; }
+  double moment() const { return moment_; }  ///< seconds of the day
 
   virtual void setOpen(bool open) = 0;
   virtual void togglePlaying() = 0;
   virtual void nextRate() = 0;
-  virtual void step(int points) = 0;  ///< below 0: back
-  virtual void moveTo(double moment) = 0;
+  virtual void step(int points) = 0;       ///< below 0: back
+  virtual void moveTo(double moment) = 0;  ///< seconds of the day
   virtual void follow() = 0;
-  virtual void advance(double seconds) = 0;
+  virtual void advance(double seconds) = 0;  ///< of the viewer's time, while it plays
 
   Signal<> moved;
 
  protected:
   void show(State state) { assign(state_, std::move(state)); }
-  void setRange(double begin, double end) {
-    assign(begin_, begin);
-    assign(end_, end);
-  }
   void setMoment(double moment) {
     if (std::exchange(moment_, moment) != moment) moved.emit();
   }
@@ -57,8 +50,6 @@ class Player : public Component {
  private:
   State state_;
   double moment_ = 0;
-  double begin_ = 0;
-  double end_ = 0;
 };
 
 }  // namespace fleetor

@@ -120,7 +120,7 @@ class MapView : public Component {
   bool isGliding() const { return glide_.has_value(); }
 
   bool isMoving() const { return camera_.moving() || isGliding(); }
-  void advance(double seconds);  ///< what moves, by one frame
+  void advance(double seconds);  ///< that have passed since the frame before
 
   /// Makes the missing markers of these annotations, which are on this map and about to be drawn.
   void needViews(const MapAnnotations& annotations);

@@ -3,7 +3,7 @@ import QtQuick
 import Fleetor
 
 // A value over its caption; before it a picture of what it is, where there is room, and after it a note on it. Where a tap
-// does something, the value is coloured and a picture at the end tells what.
+// does something, the value is coloured and a picture at the end shows what.
 RowBody {
     id: row
 
