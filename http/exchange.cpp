@@ -45,11 +45,11 @@ long codeOf(CURLcode result) {
     case CURLE_URL_MALFORMAT:
       return url_error::badUrl;
     case CURLE_COULDNT_RESOLVE_HOST:
-      return hasNetworkInterface() ? url_error::cannotFindHost : url_error::notConnectedToInternet;
+      return hasInternetRoute() ? url_error::cannotFindHost : url_error::notConnectedToInternet;
     case CURLE_COULDNT_CONNECT:
     case CURLE_COULDNT_RESOLVE_PROXY:
     case CURLE_PROXY:
-      return hasNetworkInterface() ? url_error::cannotConnectToHost : url_error::notConnectedToInternet;
+      return hasInternetRoute() ? url_error::cannotConnectToHost : url_error::notConnectedToInternet;
     case CURLE_OPERATION_TIMEDOUT:
       return url_error::timedOut;
     case CURLE_FILESIZE_EXCEEDED:

@@ -1,8 +1,11 @@
 #include "http/system_reachability.h"
 
+#include <arpa/inet.h>
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace fleetor {
 namespace {
@@ -21,9 +24,7 @@ bool connects(const ifaddrs& interface) {
   return (family == AF_INET || family == AF_INET6) && !isLinkLocal(*interface.ifa_addr);
 }
 
-}  // namespace
-
-bool hasNetworkInterface() {
+bool hasInterface() {
   ifaddrs* all = nullptr;
   if (getifaddrs(&all) != 0) return false;
   bool found = false;
@@ -31,6 +32,36 @@ bool hasNetworkInterface() {
     found = connects(*each);
   freeifaddrs(all);
   return found;
+}
+
+// Connecting a datagram socket sends nothing: it only looks for the route.
+template <class Address>
+bool hasRoute(const Address& address) {
+  const auto& to = reinterpret_cast<const sockaddr&>(address);
+  const int datagrams = ::socket(to.sa_family, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  if (datagrams < 0) return false;
+  const bool found = ::connect(datagrams, &to, sizeof address) == 0;
+  ::close(datagrams);
+  return found;
+}
+
+// To addresses that nobody has: only a default route leads there.
+bool hasDefaultRoute() {
+  sockaddr_in four{};
+  four.sin_family = AF_INET;
+  four.sin_port = htons(9);
+  four.sin_addr.s_addr = htonl(0xC0000201);  // 192.0.2.1
+  sockaddr_in6 six{};
+  six.sin6_family = AF_INET6;
+  six.sin6_port = htons(9);
+  ::inet_pton(AF_INET6, "2001:db8::1", &six.sin6_addr);
+  return hasRoute(four) || hasRoute(six);
+}
+
+}  // namespace
+
+bool hasInternetRoute() {
+  return hasInterface() && hasDefaultRoute();
 }
 
 }  // namespace fleetor

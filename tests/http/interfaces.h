@@ -15,4 +15,8 @@ struct Interface {
 /// The interfaces of the machine, as the tests of this program set them.
 inline std::vector<Interface> interfaces;
 
+/// Whether it has a default route, for each version of the protocol.
+inline bool hasFourthRoute = true;
+inline bool hasSixthRoute = false;
+
 }  // namespace fleetor

@@ -1,10 +1,13 @@
 #include "http/system_reachability.h"
 
 #include <arpa/inet.h>
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <ifaddrs.h>
 #include <netinet/in.h>
+#include <sys/socket.h>
 
+#include <cerrno>
 #include <string>
 #include <vector>
 
@@ -42,10 +45,25 @@ extern "C" int getifaddrs(ifaddrs** all) {
 }
 extern "C" void freeifaddrs(ifaddrs*) {}
 
+// In front of the C library's: datagrams go where the test says, the rest as ever.
+extern "C" __attribute__((visibility("default"))) int connect(int socket, const sockaddr* to,
+                                                              socklen_t size) {
+  int type = 0;
+  socklen_t length = sizeof type;
+  if (::getsockopt(socket, SOL_SOCKET, SO_TYPE, &type, &length) == 0 && type == SOCK_DGRAM) {
+    const bool found = to->sa_family == AF_INET ? fleetor::hasFourthRoute
+                                                : to->sa_family == AF_INET6 && fleetor::hasSixthRoute;
+    errno = ENETUNREACH;
+    return found ? 0 : -1;
+  }
+  static const auto real = reinterpret_cast<decltype(&::connect)>(dlsym(RTLD_NEXT, "connect"));
+  return real(socket, to, size);
+}
+
 namespace fleetor {
 namespace {
 
-TEST(SystemReachability, IsWhatTheInterfacesAreAtTheMomentOfTheQuestion) {
+TEST(SystemReachability, IsWhatInterfacesAndRoutesAreAtTheMomentOfTheQuestion) {
   const Interface loopback{"127.0.0.1", IFF_UP | IFF_RUNNING | IFF_LOOPBACK};
   interfaces = {loopback, {"10.0.0.7"}};
   SystemReachability reachability;
@@ -69,6 +87,12 @@ TEST(SystemReachability, IsWhatTheInterfacesAreAtTheMomentOfTheQuestion) {
     interfaces = state;
     EXPECT_EQ(reachability.isReachable(), isReachable) << (state.empty() ? "none" : state.back().address);
   }
+  hasFourthRoute = false;
+  EXPECT_FALSE(reachability.isReachable()) << "an interface that leads nowhere, as a bridge of containers";
+  hasSixthRoute = true;
+  EXPECT_TRUE(reachability.isReachable());
+  hasSixthRoute = false;
+  hasFourthRoute = true;
 }
 
 }  // namespace
