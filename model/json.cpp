@@ -1,7 +1,6 @@
 #include "model/json.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 #include "model/json_document.h"
@@ -17,16 +16,16 @@ constexpr std::size_t deepestNesting = 1024;
 // Values, keys and punctuation marks. Each takes up to 12 bytes while the document is read.
 constexpr std::uint32_t mostTokens = 1U << 24;
 
-/// An integer that neither 64-bit kind can hold.
+/// An integer that neither 64-bit kind can hold, and a double can.
 bool isLongInteger(std::string_view token) {
-  if (token.size() < 19 ||
-      token.find_first_not_of("0123456789", token.front() == '-' ? 1 : 0) != std::string_view::npos)
+  const std::string_view digits = token.substr(token.front() == '-' ? 1 : 0);
+  if (digits.size() < 19 || digits.front() == '0' ||
+      digits.find_first_not_of("0123456789") != std::string_view::npos)
     return false;
-  const char* const end = token.data() + token.size();
-  std::int64_t asSigned = 0;
-  std::uint64_t asUnsigned = 0;
-  return std::from_chars(token.data(), end, asSigned).ec != std::errc() &&
-         std::from_chars(token.data(), end, asUnsigned).ec != std::errc();
+  const auto isReadAs = [&token](auto number) {
+    return std::from_chars(token.data(), token.data() + token.size(), number).ec == std::errc();
+  };
+  return !isReadAs(std::int64_t{}) && !isReadAs(std::uint64_t{}) && isReadAs(double{});
 }
 
 bool isInNumber(char each) {
@@ -34,9 +33,14 @@ bool isInNumber(char each) {
          each == 'E';
 }
 
-/// The parser refuses a document that holds integers beyond 64 bits. Writes each of them as the nearest
-/// double.
-std::string withLongIntegersAsDoubles(std::string_view json) {
+/// Whether a key of an object ends before `rest`.
+bool isBeforeColon(std::string_view rest) {
+  const auto next = rest.find_first_not_of(" \t\r\n");
+  return next != std::string_view::npos && rest[next] == ':';
+}
+
+/// The parser refuses a document that holds integers beyond 64 bits. Writes each of them as a text.
+std::string withLongIntegersAsTexts(std::string_view json) {
   std::string out;
   out.reserve(json.size() + json.size() / 9 + simdjson::SIMDJSON_PADDING);
   std::size_t copied = 0;
@@ -49,15 +53,8 @@ std::string withLongIntegersAsDoubles(std::string_view json) {
     while (i + 1 < json.size() && isInNumber(json[i + 1]))
       ++i;
     const auto token = json.substr(first, i + 1 - first);
-    double value = 0;
-    if (!isLongInteger(token) ||
-        std::from_chars(token.data(), token.data() + token.size(), value).ec != std::errc())
-      continue;
-    std::array<char, 32> text{};
-    const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific).ptr;
-    out += json.substr(copied, first - copied);
-    out.append(text.data(), end);
+    if (!isLongInteger(token) || isBeforeColon(json.substr(i + 1))) continue;
+    out.append(json.substr(copied, first - copied)).append("\"").append(token).append("\"");
     copied = i + 1;
   }
   out += json.substr(copied);
@@ -90,7 +87,7 @@ Result<JSONValue> decodeJSON(std::string bytes) {
   simdjson::dom::document parsed;
   simdjson::error_code error = parse(bytes, parsed);
   if (error == simdjson::NUMBER_ERROR) {
-    bytes = withLongIntegersAsDoubles(bytes);
+    bytes = withLongIntegersAsTexts(bytes);
     error = parse(bytes, parsed);
   }
   if (error) return JSONModelError::badJSON();

@@ -38,7 +38,7 @@ inline constexpr std::size_t longestJSON = std::size_t{64} << 20;  // bytes
 /// What is accepted beside the plain cases:
 /// - a byte-order mark in front is skipped;
 /// - of duplicate keys in one object, the last wins;
-/// - an integer beyond 64 bits is read as the nearest double; a number beyond the range of double is
+/// - an integer beyond 64 bits is read as the text of its digits; a number beyond the range of double is
 /// malformed;
 /// - nesting up to 1,024 levels, an empty innermost one not counted; deeper is malformed;
 /// - bodies up to `longestJSON`, with up to 16,777,216 values, keys and punctuation marks; beyond that it is
