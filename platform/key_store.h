@@ -24,7 +24,10 @@ inline constexpr const char* account = "acct";
 inline constexpr const char* label = "labl";
 inline constexpr const char* description = "desc";
 inline constexpr const char* valueData = "v_Data";
-inline constexpr const char* returnData = "r_Data";  ///< of a query: the value data is wanted too
+inline constexpr const char* matchLimit = "m_Limit";  ///< of a query, as those below
+inline constexpr const char* matchLimitOne = "m_LimitOne";
+inline constexpr const char* returnAttributes = "r_Attributes";
+inline constexpr const char* returnData = "r_Data";  ///< the value data is wanted too
 }  // namespace sec
 
 /// What happens in the platform's store after a call has returned.

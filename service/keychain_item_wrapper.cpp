@@ -11,6 +11,8 @@ KeychainItemWrapper KeychainItemWrapper::initWithIdentifier(KeyStore& store, con
   query[sec::itemClass] = sec::genericPassword;
   query[sec::generic] = identifier;
   if (accessGroup) query[sec::accessGroup] = *accessGroup;
+  query[sec::matchLimit] = sec::matchLimitOne;
+  query[sec::returnAttributes] = "1";
 
   if (const auto found = store.copyMatching(query)) {
     wrapper.keychainItemData_ = wrapper.secItemFormatToDictionary(*found);
