@@ -111,6 +111,10 @@ void DayReplay::advance(double seconds) {
   present(!goesOn || sinceTexts_ >= textInterval);
 }
 
+std::optional<Coordinate> DayReplay::place() const {
+  return isPlaced_ ? std::optional(unproject(traveller_.place)) : std::nullopt;
+}
+
 void DayReplay::present(bool withTexts) {
   const DayPlace place = replay_->path().at(replay_->moment());
   traveller_.place = place.place;

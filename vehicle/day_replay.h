@@ -33,9 +33,9 @@ class DayReplay final : public Player {
   void follow() override;
   void advance(double seconds) override;
 
-  /// Where the vehicle was at the moment, while it is open.
-  Coordinate place() const { return unproject(traveller_.place); }
-  bool isPlaced() const { return isPlaced_; }  ///< whether that is known
+  /// Where the vehicle was at the moment; none while it is closed, and where the positions of the points
+  /// around the moment are not understood.
+  std::optional<Coordinate> place() const;
 
   /// Null while it is closed.
   const DayPath* path() const { return replay_ ? &replay_->path() : nullptr; }

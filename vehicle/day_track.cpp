@@ -2,10 +2,13 @@
 
 #include <vector>
 
+#include "values/quantities.h"
+
 namespace fleetor {
 
 MapEntryAnnotation::MapEntryAnnotation(const MapEntry& entry, std::size_t point)
     : coordinate_(entry.coordinate()),
+      place_(readCoordinate(entry.location.lat, entry.location.lon)),
       title_(entry.title().str()),
       subtitle_(entry.subtitle()),
       lp_(entry.lp),

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "service/envelopes.h"
@@ -22,8 +23,12 @@ class MapEntryAnnotation final : public MapAnnotation {
   bool isParking() const { return parking_; }
   std::uint32_t point() const { return point_; }  ///< its index in the answer
 
+  /// Where its texts place it; none unless both are wholly understood. `coordinate` reads what it can.
+  const std::optional<Coordinate>& place() const { return place_; }
+
  private:
   Coordinate coordinate_;
+  std::optional<Coordinate> place_;
   std::string title_;
   std::string subtitle_;
   std::int64_t lp_ = 0;

@@ -126,7 +126,7 @@ void LiveDetailViewController::drawRoute() {
 
 std::optional<Coordinate> LiveDetailViewController::placeOf(const MapAnnotation& annotation) const {
   const auto* const vehicle = dynamic_cast<const LiveAnnotation*>(&annotation);
-  return vehicle ? vehicle->place() : TrackPageViewController::placeOf(annotation);
+  return vehicle ? vehicle->place() : std::nullopt;
 }
 
 std::shared_ptr<MapAnnotationView> LiveDetailViewController::mapViewViewForAnnotation(

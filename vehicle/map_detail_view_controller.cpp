@@ -36,7 +36,7 @@ MapDetailViewController::MapDetailViewController(Environment& environment)
   });
   replays_ = replay_.changed.connect([this] {
     dayRibbon_.setMoment(replay_.state().open ? std::optional(replay_.moment()) : std::nullopt);
-    shareMomentButton_.setEnabled(replay_.isPlaced());
+    shareMomentButton_.setEnabled(replay_.place().has_value());
   });
   outlet("shareMomentButton", shareMomentButton_);
   shareMomentButton_.setImage("RowShare");
@@ -61,6 +61,11 @@ void MapDetailViewController::setDayChoice(const std::shared_ptr<DayChoice>& day
       [this, days](Component&) { days->stopOpened.emit(*bar_.shownDay(), *timeOfOpenStop()); });
   mapChanged_ = mapView().changed.connect([this] { updateStopCardButton(); });
   bar_.setChoice(days);
+}
+
+std::optional<Coordinate> MapDetailViewController::placeOf(const MapAnnotation& annotation) const {
+  const auto* const entry = dynamic_cast<const MapEntryAnnotation*>(&annotation);
+  return entry ? entry->place() : std::nullopt;
 }
 
 std::optional<float> MapDetailViewController::timeOfOpenStop() {
@@ -206,12 +211,13 @@ void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {
 
 void MapDetailViewController::shareMoment() {
   replay_.pause();  // and shows the texts of this moment
-  if (!replay_.isPlaced()) return;
+  const auto place = replay_.place();
+  if (!place) return;
   const Player::State& now = replay_.state();
   std::string what = (bar_.shownDay() ? *bar_.shownDay() + ' ' : "") + now.time;
   for (const std::string& more : {now.address, now.note})
     if (!more.empty()) what += '\n' + more;
-  showPositionSheet(environment(), {replay_.place(), vehicle().name.str(), what});
+  showPositionSheet(environment(), {*place, vehicle().name.str(), what});
 }
 
 ExportableDay MapDetailViewController::exportableDay() const {

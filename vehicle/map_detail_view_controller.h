@@ -67,6 +67,7 @@ class MapDetailViewController final : public TrackPageViewController {
 
  private:
   void wilEnterForeground() override { day_.putBack(); }
+  std::optional<Coordinate> placeOf(const MapAnnotation& annotation) const override;
 
   /// Without a day nothing is requested.
   void loadItems(const std::optional<std::string>& day);

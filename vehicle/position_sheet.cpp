@@ -1,6 +1,5 @@
 #include "vehicle/position_sheet.h"
 
-#include <cmath>
 #include <utility>
 
 #include "exports/position.h"
@@ -22,11 +21,6 @@ void showQrCode(Environment& environment, const SharedPosition& position) {
 }
 
 }  // namespace
-
-bool isPosition(Coordinate coordinate) {
-  const auto& [latitude, longitude] = coordinate;
-  return std::abs(latitude) <= 90 && std::abs(longitude) <= 180 && coordinate != Coordinate{};
-}
 
 std::optional<Coordinate> positionOf(const Live& live) {
   return readCoordinate(live.location.lat.view(), live.location.lon.view());

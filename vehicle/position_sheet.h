@@ -16,9 +16,6 @@ struct SharedPosition {
   std::string subtitle;  ///< for instance the address and the time; may have several lines
 };
 
-/// Whether that is a place on earth. 0, 0 is not: texts that do not read as numbers give it.
-bool isPosition(Coordinate coordinate);
-
 /// Where the record places the vehicle; none unless both texts are wholly understood.
 std::optional<Coordinate> positionOf(const Live& live);
 

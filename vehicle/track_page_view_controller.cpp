@@ -73,10 +73,6 @@ void TrackPageViewController::changeMapType(Component&) {
   mapView_.setMapType(satellite ? MapType::satellite : MapType::standard);
 }
 
-std::optional<Coordinate> TrackPageViewController::placeOf(const MapAnnotation& annotation) const {
-  return isPosition(annotation.coordinate()) ? std::optional(annotation.coordinate()) : std::nullopt;
-}
-
 void TrackPageViewController::sharePosition() {
   const auto& place = *mapView_.selectedAnnotation();
   const std::string title = place.title();

@@ -52,7 +52,7 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
   virtual void wilEnterForeground() {}
 
   /// Where that is, to be taken along; none where it is not understood.
-  virtual std::optional<Coordinate> placeOf(const MapAnnotation& annotation) const;
+  virtual std::optional<Coordinate> placeOf(const MapAnnotation& annotation) const = 0;
 
   void removePolyline() { mapView_.removeOverlay(polyline_); }
   void addPolyline(std::shared_ptr<MapPolyline> polyline);  ///< in the vehicle's colour

@@ -128,6 +128,32 @@ TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
   EXPECT_EQ(changes, 4);
 }
 
+TEST_F(MapPage, SharesTheStrictReadingOfAStopsPositionOrNothing) {
+  page->tabSelected();
+  HttpReply day = mapReply({"", "Parking", "Parking", ""});
+  for (const auto& [number, text] : {std::pair{"50.01", "50,0123"}, {"50.02", "50.02 N"}})
+    day.body.replace(day.body.find(number), 5, text);
+  arrive(day);
+  auto& share = dynamic_cast<Button&>(*page->findOutlet("sharePositionButton"));
+  auto& window = client.application.window();
+  map.selectAnnotation(map.annotations()[1]);
+  share.tap();
+  ASSERT_TRUE(window.actionSheet());
+  EXPECT_EQ(window.actionSheet()->content().entries[0].detail, "50.012300, 19.940000");
+  window.actionSheet()->tapEntry(0);
+  map.selectAnnotation(map.annotations()[2]);
+  EXPECT_FALSE(share.enabled());
+
+  // The line goes through places that the texts do not mean.
+  page->replay().setOpen(true);
+  auto& shareMoment = dynamic_cast<Button&>(*page->findOutlet("shareMomentButton"));
+  EXPECT_TRUE(shareMoment.enabled());
+  page->replay().moveTo(8 * 3600 + 30);
+  EXPECT_FALSE(shareMoment.enabled());
+  page->replay().moveTo(8 * 3600 + 180);
+  EXPECT_TRUE(shareMoment.enabled());
+}
+
 TEST_F(MapPage, IsCoveredUntilATrackIsDrawnOrADayWithoutOneLeavesTheLastPosition) {
   const auto shown = [this] { return std::string(map.isCovered() ? "covered" : "map"); };
   const auto after = [&](HttpReply reply) {

@@ -103,6 +103,8 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
         width: Theme.touch
         height: Theme.touch
+        enabled: root.share?.enabled ?? false
+        opacity: enabled ? 1 : 0.4
         label: root.share?.accessibleName ?? ""
         onTapped: root.share.tap()
 
