@@ -108,4 +108,11 @@ DayStep DayPoints::stepFrom(std::size_t point) const {
   return {until, next - until > longestGap};
 }
 
+std::vector<std::uint32_t> DayPoints::gaps() const {
+  std::vector<std::uint32_t> found;
+  for (std::uint32_t i = 0; i + 1 < seconds.size(); ++i)
+    if (seconds[i + 1] - seconds[i] > longestGap && stepFrom(i).isGap) found.push_back(i);
+  return found;
+}
+
 }  // namespace fleetor

@@ -61,6 +61,10 @@ struct DayPoints {
   /// when that is as near as a parked receiver scatters.
   DayStep stepFrom(std::size_t point) const;
 
+  /// In order: the points from which nothing is known up to the next one. None where the times are not
+  /// understood.
+  std::vector<std::uint32_t> gaps() const;
+
   /// `day` is "yyyy-MM-dd". Any thread. Takes some 60 ms for 86,400 points.
   static DayPoints fromAnswer(const MapResponse& answer, std::string_view day);
 };

@@ -197,10 +197,20 @@ void MapDetailViewController::setDayPoints(std::shared_ptr<const DayPoints> poin
       [day = dayPoints_](const DayStretch& stretch) {
         return day->addressTexts.at(day->addresses.at(stretch.last));
       });
+  drawGaps();
   drawTrip();
   updateStopCardButton();
   replay_.setDay(dayPoints_, polyline(), vehicle().icon.str());
   dayChanged.emit();
+}
+
+// The line and the points are of the same answer, unless it was too short for a line.
+void MapDetailViewController::drawGaps() {
+  if (!dayPoints_ || !track_ || !polyline() || polyline() != track_->polyline) return;
+  auto gaps = dayPoints_->gaps();
+  if (gaps.empty()) return;
+  polylineRenderer()->setGaps(std::make_shared<const std::vector<std::uint32_t>>(std::move(gaps)));
+  mapView().redrawOverlays();
 }
 
 void MapDetailViewController::drawRoute(std::shared_ptr<MapPolyline> polyline) {

@@ -28,6 +28,8 @@ struct DayTrack;
 /// belongs to another day and is dropped, and the map keeps its content until the next selection or day. A
 /// day without points keeps the content, a day with one point keeps the line.
 ///
+/// Where nothing is known for more than ten minutes the line is faint and dashed.
+///
 /// "stopCardButton" leads from the open callout of a stop to its card on Trips. "shareMomentButton" offers
 /// the place at the moment that is replayed to be taken along.
 ///
@@ -73,6 +75,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void loadItems(const std::optional<std::string>& day);
   bool show(std::shared_ptr<const DayTrack> track);  ///< false: there is nothing on that day
   void setDayPoints(std::shared_ptr<const DayPoints> points);
+  void drawGaps();
   void drawTrip();
   std::optional<float> timeOfOpenStop();  ///< of the stop whose callout is open
   void updateStopCardButton();

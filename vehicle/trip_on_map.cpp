@@ -10,6 +10,16 @@ namespace {
 constexpr double tripLineWidth = 4.0;
 constexpr double faintness = 0.35;  // the share of its colour that the rest of the day keeps
 
+/// Those of the day's line as gaps of the trip's.
+TrackGaps gapsWithin(const TrackGaps& gaps, const DayStage::Range& range) {
+  if (!gaps) return nullptr;
+  std::vector<std::uint32_t> within;
+  for (const std::uint32_t gap : *gaps)
+    if (gap >= range.first && gap < range.last)
+      within.push_back(gap - static_cast<std::uint32_t>(range.first));
+  return std::make_shared<const std::vector<std::uint32_t>>(std::move(within));
+}
+
 }  // namespace
 
 TripOnMap::TripOnMap(const Environment& environment, Outlets& page, MapView& map)
@@ -49,6 +59,7 @@ void TripOnMap::draw(const DayPoints& points, std::shared_ptr<MapPolylineRendere
   renderer_ = std::make_shared<MapPolylineRenderer>(line_);
   renderer_->setStrokeColor(renderer->strokeColor());
   renderer_->setLineWidth(tripLineWidth);
+  renderer_->setGaps(gapsWithin(renderer->gaps(), *range));
   Color faint = renderer->strokeColor();
   faint.alpha *= faintness;
   renderer->setStrokeColor(faint);

@@ -14,7 +14,7 @@ struct LineVertex {
   float outwardsX = 0;  ///< to the edge of a line of half width 1
   float outwardsY = 0;
   float side = 0;   ///< -1 or 1: which edge
-  float point = 0;  ///< which of the line's points
+  float point = 0;  ///< which of the line's points; in a gap below 0, see LineMaterial::gapBegin
 };
 
 /// A line of any width with smooth edges, whatever the zoom at which its vertices were made, in a thin casing
@@ -22,6 +22,7 @@ struct LineVertex {
 class LineMaterial final : public QSGMaterial {
  public:
   static constexpr float everyPoint = 1e9F;
+  static constexpr float gapBegin = -1;  ///< less the distance from the gap's end, in units of the vertices
 
   struct Style {
     QColor color;

@@ -3,6 +3,7 @@
 #include <QMatrix4x4>
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "qt/map/map_frame.h"
 
@@ -22,6 +23,10 @@ LineDirection directionOf(const TrackVertex& from, const TrackVertex& to) {
   const float y = to.y - from.y;
   const float length = std::hypot(x, y);
   return length > 0 ? LineDirection{x / length, y / length} : LineDirection{};
+}
+
+std::span<const std::uint32_t> gapsOf(const DrawnLine& line) {
+  return line.gaps ? std::span(*line.gaps) : std::span<const std::uint32_t>();
 }
 
 /// More of the ground than of the line.
@@ -53,44 +58,58 @@ class StripWriter {
 
 }  // namespace
 
-QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk) {
-  // Backwards: what has been driven lies over what lies ahead.
-  const std::vector<TrackVertex> points(chunk.vertices.rbegin(), chunk.vertices.rend());
+QSGGeometryNode* LineNode::makeStrip(const TrackChunk& chunk, const DrawnLine& line) {
+  auto points = stepsOf(chunk, line.line->points(), gapsOf(line), line.level);
+  // Backwards: what has been driven lies over what lies ahead. The gap of a way is then at its other end.
+  std::ranges::reverse(points);
+  for (std::size_t i = 0; i + 1 < points.size(); ++i)
+    points[i].gap = points[i + 1].gap;
   std::size_t pairs = points.size();
   std::vector<LineDirection> directions;
   directions.reserve(points.size() - 1);
   for (std::size_t i = 0; i + 1 < points.size(); ++i) {
-    directions.push_back(directionOf(points[i], points[i + 1]));
+    directions.push_back(directionOf(points[i].at, points[i + 1].at));
     if (i > 0) {
       const auto& [ax, ay] = directions[i - 1];
       const auto& [bx, by] = directions[i];
       if (ax * bx + ay * by < sharpTurn) ++pairs;
+      if (points[i - 1].gap || points[i].gap) ++pairs;
     }
   }
   auto* geometry = new QSGGeometry(LineMaterial::attributes(), static_cast<int>(2 * pairs));
   geometry->setDrawingMode(QSGGeometry::DrawTriangleStrip);
   StripWriter strip(static_cast<LineVertex*>(geometry->vertexData()));
-  const auto point = [&chunk](std::size_t i) {
-    return static_cast<float>(*(chunk.points.rbegin() + static_cast<std::ptrdiff_t>(i)));
+  // What the ways to and from a point carry there: in gaps, how far they have come.
+  const auto begun = [&points](std::size_t i) {
+    return points[i].gap ? LineMaterial::gapBegin : static_cast<float>(points[i].point);
   };
-  strip.pair(points.front(), directions.front(), 1, -1, point(0));
+  const auto ended = [&points](std::size_t i) {
+    const TrackVertex& from = points[i - 1].at;
+    const TrackVertex& to = points[i].at;
+    return points[i - 1].gap ? LineMaterial::gapBegin - std::hypot(to.x - from.x, to.y - from.y)
+                             : static_cast<float>(points[i].point);
+  };
+  strip.pair(points.front().at, directions.front(), 1, -1, begun(0));
   // A gentle turn is a mitre: its pair lies across the mean direction, further out by 1 / cos(turn / 2), so
   // that both edges keep their distance from the line. At a sharp turn both segments end in a straight cap.
   for (std::size_t i = 1; i + 1 < points.size(); ++i) {
     const auto& before = directions[i - 1];
     const auto& after = directions[i];
+    const bool parts = points[i - 1].gap || points[i].gap;
     const float cosine = before.x * after.x + before.y * after.y;
     if (cosine < sharpTurn) {
       const float over = cosine < 0 ? 1.0F : 0.5F;  // of the caps: they cover the outside of the turn
-      strip.pair(points[i], before, 1, over, point(i));
-      strip.pair(points[i], after, 1, -over, point(i));
+      strip.pair(points[i].at, before, 1, over, ended(i));
+      if (parts) strip.pair(points[i].at, before, 1, over, begun(i));
+      strip.pair(points[i].at, after, 1, -over, begun(i));
     } else {
       const float half = std::sqrt((1 + cosine) / 2);  // cos(turn / 2)
       const LineDirection middle{(before.x + after.x) / (2 * half), (before.y + after.y) / (2 * half)};
-      strip.pair(points[i], middle, 1 / half, 0, point(i));
+      strip.pair(points[i].at, middle, 1 / half, 0, ended(i));
+      if (parts) strip.pair(points[i].at, middle, 1 / half, 0, begun(i));
     }
   }
-  strip.pair(points.back(), directions.back(), 1, 1, point(points.size() - 1));
+  strip.pair(points.back().at, directions.back(), 1, 1, ended(points.size() - 1));
 
   auto* node = new QSGGeometryNode;
   node->setGeometry(geometry);
@@ -105,13 +124,18 @@ void LineNode::takePieces(const DrawnLine& line, WorldPoint origin) {
   level_ = line.level;
   const double scale = pointsPerWorldUnit(line.level);
   auto before = std::exchange(strips_, {});
+  if (std::exchange(gaps_, line.gaps) != line.gaps) {
+    for (const auto& [key, strip] : before)
+      delete strip.place;
+    before.clear();
+  }
   for (const TrackPiece& piece : line.pieces) {
     const Key key{piece.chunk.get(), piece.shift};
     Strip strip;
     if (auto kept = before.extract(key); !kept.empty()) {
       strip = kept.mapped();
     } else {
-      strip = {piece.chunk, new QSGTransformNode, makeStrip(*piece.chunk)};
+      strip = {piece.chunk, new QSGTransformNode, makeStrip(*piece.chunk, line)};
       strip.place->appendChildNode(strip.node);
       prependChildNode(strip.place);
     }
@@ -125,7 +149,8 @@ void LineNode::takePieces(const DrawnLine& line, WorldPoint origin) {
     delete gone.place;
 }
 
-// Vertices are left out where the line is nearly straight, so the place lies between two of them.
+// Vertices are left out where the line is nearly straight, so the place lies between two of them. In a gap no
+// tip is drawn.
 float LineNode::drawTip(const DrawnLine& line, const LineProgress& progress) {
   if (!tip_) {
     tip_ = new QSGGeometryNode;
@@ -143,13 +168,18 @@ float LineNode::drawTip(const DrawnLine& line, const LineProgress& progress) {
     const auto& points = chunk->points;
     if (progress.passed < points.front() || progress.passed >= points.back()) continue;
     const auto next = std::ranges::upper_bound(points, progress.passed);
-    const auto vertex = static_cast<std::size_t>(next - points.begin()) - 1;
-    passed = static_cast<float>(points[vertex]);
+    way_.clear();
+    appendWay(way_, *chunk, static_cast<std::size_t>(next - points.begin()) - 1, line.line->points(),
+              gapsOf(line), line.level);
+    while (way_.back().point > progress.passed)
+      way_.pop_back();
+    passed = static_cast<float>(way_.back().point);
+    if (way_.back().gap) break;
     const double east = chunk->origin.x + shift - origin_.x;
     const double south = chunk->origin.y - origin_.y;
     const double way = progress.place.x - chunk->origin.x;  // in whatever copy of the world
-    from = {static_cast<float>(east * scale) + chunk->vertices[vertex].x,
-            static_cast<float>(south * scale) + chunk->vertices[vertex].y};
+    from = {static_cast<float>(east * scale) + way_.back().at.x,
+            static_cast<float>(south * scale) + way_.back().at.y};
     to = {static_cast<float>((east + way - std::round(way)) * scale),
           static_cast<float>((progress.place.y - origin_.y) * scale)};
     break;

@@ -27,7 +27,7 @@ class LineNode final : public QSGTransformNode {
   };
 
   void takePieces(const DrawnLine& line, WorldPoint origin);
-  QSGGeometryNode* makeStrip(const TrackChunk& chunk);
+  QSGGeometryNode* makeStrip(const TrackChunk& chunk, const DrawnLine& line);
   /// Draws the way from the last vertex that was passed, and returns which of the line's points that is.
   float drawTip(const DrawnLine& line, const LineProgress& progress);
 
@@ -35,7 +35,9 @@ class LineNode final : public QSGTransformNode {
   int level_ = 0;
   std::uint64_t version_ = 0;  // 0: nothing yet
   WorldPoint origin_;
+  TrackGaps gaps_;
   std::map<Key, Strip> strips_;
+  std::vector<TrackStep> way_;      // that the tip is on; keeps its memory
   QSGGeometryNode* tip_ = nullptr;  // while something travels along the line
 };
 

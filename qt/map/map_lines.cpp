@@ -64,6 +64,7 @@ void MapLines::setOverlays(const MapView& map) {
     line.color = QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
                                   static_cast<float>(color.blue), static_cast<float>(color.alpha));
     line.width = renderer->lineWidth();
+    line.gaps = renderer->gaps();
     line.window = {};
   }
 }

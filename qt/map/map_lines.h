@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "map/track_gaps.h"
 #include "map/track_line.h"
 #include "platform/queues.h"
 #include "ui/map/map_view.h"
@@ -26,6 +27,7 @@ struct DrawnLine {
   std::shared_ptr<TrackLine> line;
   QColor color;
   double width = 0;  ///< points
+  TrackGaps gaps;    ///< faint and dashed
   int level = 0;     ///< of the pieces
   WorldRect window;  ///< all pieces that show in there, in the same copy of the world
   std::vector<TrackPiece> pieces;

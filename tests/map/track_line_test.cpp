@@ -9,6 +9,8 @@
 #include <thread>
 #include <vector>
 
+#include "map/track_gaps.h"
+
 namespace fleetor::test {
 
 constexpr WorldRect everywhere{0, 0, 1, 1};
@@ -197,6 +199,33 @@ TEST(TrackLine, TakesAnyNumberOfAnyPoints) {
     const auto pieces =
         scribble.pieces({place.x - half, place.y - half, place.x + half, place.y + half}, level);
     EXPECT_LT(pointsFromLine(place, pieces, level), 1.5);
+  }
+}
+
+// Straight, so that only the ends are kept; across the antimeridian, and at street zoom cut to the view.
+TEST(TrackLine, PlacesGapsThatBeginAndEndBetweenItsVertices) {
+  const std::vector<Coordinate> track{{10, 179}, {10, 179.9}, {10, -179.9}, {10, -179.8}, {10, -179}};
+  const std::vector<std::uint32_t> gaps{1, 2};
+  for (const int level : {10, 20}) {
+    TrackLine line(track);
+    for (const auto& [looked, isGap] : {std::pair{179.9, true}, {-179.8, false}}) {
+      const WorldPoint wanted = project({10, looked});
+      const double half = 400 / pointsPerWorldUnit(level);
+      const auto pieces =
+          line.pieces({wanted.x - half, wanted.y - half, wanted.x + half, wanted.y + half}, level);
+      ASSERT_EQ(pieces.size(), 1u) << level;
+      const auto& [chunk, shift] = pieces[0];
+      const auto steps = stepsOf(*chunk, line.points(), gaps, level);
+      const auto found =
+          std::ranges::find_if(steps, [&, &origin = chunk->origin.x, &east = shift](auto& step) {
+            const double x = origin + east + step.at.x / pointsPerWorldUnit(level);
+            return std::abs(std::remainder(x - wanted.x, 1)) * pointsPerWorldUnit(level) < 0.1;
+          });
+      ASSERT_NE(found, steps.end()) << level << " " << looked;
+      EXPECT_EQ(found->gap, isGap) << level << " " << looked;
+      EXPECT_EQ(found->point, isGap ? 1u : 3u);
+      EXPECT_EQ(std::ranges::count(steps, true, &TrackStep::gap), level == 10 ? 2 : 1) << level;
+    }
   }
 }
 

@@ -128,6 +128,20 @@ TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
   EXPECT_EQ(changes, 4);
 }
 
+TEST_F(MapPage, DrawsWhatTheRibbonLeavesBlankAsAGapOfTheLine) {
+  page->tabSelected();
+  HttpReply day = mapReply({"", "", "", ""});
+  for (const char* const time : {"08:02", "08:03"})
+    day.body.replace(day.body.find(time), 5, time[4] == '2' ? "08:30" : "08:31");
+  arrive(day);
+  ASSERT_TRUE(page->polylineRenderer()->gaps());
+  EXPECT_THAT(*page->polylineRenderer()->gaps(), ElementsAre(1));
+  EXPECT_EQ(page->polyline()->coordinates().size(), 4u);
+  choose(std::string("2026-03-09"));
+  arrive(mapReply({"", "", ""}));
+  EXPECT_FALSE(page->polylineRenderer()->gaps());
+}
+
 TEST_F(MapPage, SharesTheStrictReadingOfAStopsPositionOrNothing) {
   page->tabSelected();
   HttpReply day = mapReply({"", "Parking", "Parking", ""});

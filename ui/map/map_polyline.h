@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "map/track_gaps.h"
 #include "map/track_line.h"
 #include "platform/coordinate.h"
 #include "ui/geometry.h"
@@ -37,7 +38,7 @@ class MapPolyline {
   std::shared_ptr<TrackLine> line_;
 };
 
-/// How a line is drawn. Set before the map asks for it.
+/// How a line is drawn. Set before the map asks for it, or followed by MapView::redrawOverlays().
 class MapPolylineRenderer {
  public:
   explicit MapPolylineRenderer(std::shared_ptr<MapPolyline> polyline) : polyline_(std::move(polyline)) {}
@@ -50,10 +51,15 @@ class MapPolylineRenderer {
   double lineWidth() const { return lineWidth_; }  ///< points
   void setLineWidth(double points) { lineWidth_ = points; }
 
+  /// Gaps are drawn faint and dashed.
+  const TrackGaps& gaps() const { return gaps_; }
+  void setGaps(TrackGaps gaps) { gaps_ = std::move(gaps); }
+
  private:
   std::shared_ptr<MapPolyline> polyline_;
   Color strokeColor_;
   double lineWidth_ = 1;
+  TrackGaps gaps_;
 };
 
 }  // namespace fleetor

@@ -149,6 +149,8 @@ class MapView : public Component {
   void addOverlay(std::shared_ptr<MapPolyline> overlay);
   void removeOverlay(const std::shared_ptr<MapPolyline>& overlay);  ///< null, or not on this map: nothing
 
+  void redrawOverlays() { overlaysChanged.emit(); }  ///< their renderers have changed
+
   /// Null without a delegate, or if that gave none.
   std::shared_ptr<MapPolylineRenderer> rendererForOverlay(const MapPolyline& overlay) const;
 

@@ -21,8 +21,17 @@ float covered(float reach) {
     return clamp((reach - abs(offset)) / pixel + 0.5, 0.0, 1.0);
 }
 
+// The same for dashes, so many points along the line.
+float dashed(float along) {
+    const float dash = 7.0;
+    float fromMiddle = abs(fract(along / (2.0 * dash)) - 0.5) * 2.0 * dash;
+    return clamp((dash / 2.0 - fromMiddle) / pixel + 0.5, 0.0, 1.0);
+}
+
 void main() {
-    bool ahead = passed > strongUntil;
+    bool gap = passed < 0.0;
+    bool ahead = gap || passed > strongUntil;
     vec4 line = (ahead ? faint : color) * covered(halfWidth);
-    fragment = line + casing * covered(halfWidth + casingWidth) * (1.0 - line.a) * (ahead ? 0.4 : 1.0);
+    vec4 drawn = line + casing * covered(halfWidth + casingWidth) * (1.0 - line.a) * (ahead ? 0.4 : 1.0);
+    fragment = gap ? drawn * dashed((-1.0 - passed) * scale) : drawn;
 }

@@ -4,10 +4,10 @@ layout(location = 0) in vec2 position;  // points at the zoom of the level
 layout(location = 1) in vec2 outwards;  // to the edge of a line of half width 1
 layout(location = 2) in float side;     // -1 at the left edge, 1 at the right one
 
-layout(location = 3) in float point;     // which of the line's points
+layout(location = 3) in float point;    // which of the line's points; below 0: -1 less how far into a gap
 
 layout(location = 0) out float offset;  // points from the middle of the line
-layout(location = 1) out float passed;  // points of the line
+layout(location = 1) out float passed;  // as the point
 
 layout(std140, binding = 0) uniform Line {
     mat4 matrix;

@@ -70,6 +70,42 @@ TEST_F(MapPageTest, DrawsALineStrongBehindWhatTravelsAlongItAndFaintAhead) {
   EXPECT_TRUE(colored({390, 300}, lineColor));
 }
 
+TEST_F(MapPageTest, DrawsGapsAsFaintDashesWhetherOrNotSomethingTravelsAlongTheLine) {
+  const auto line = MapPolyline::polylineWithCoordinates(
+      {at(-1900, 0), at(-1000, 0), at(1000, 0), at(1900, 0)});  // of which only the ends are kept
+  page_->map.addOverlay(line);
+  EXPECT_TRUE(colored({200, 300}, lineColor));
+  page_->map.rendererForOverlay(*line)->setGaps(
+      std::make_shared<const std::vector<std::uint32_t>>(std::vector<std::uint32_t>{1}));
+  page_->map.redrawOverlays();
+  /// What of the line is seen around there, the gap being from 100 to 300: '#' strong, '-' dashes, ':' faint.
+  const auto around = [this](int x) {
+    const QImage seen = window_.grabWindow();
+    int strong = 0, tiles = 0;
+    for (int i = x - 8; i < x + 8; ++i) {
+      strong += seen.pixelColor(i, 300) == lineColor;
+      tiles += seen.pixelColor(i, 300) == tileColor;
+    }
+    return strong == 16                             ? '#'
+           : strong == 0 && tiles > 3 && tiles < 13 ? '-'
+           : strong + tiles == 0                    ? ':'
+                                                    : '?';
+  };
+  const auto becomes = [&](const std::string& wanted) {
+    std::string seen;
+    const auto look = [&] {
+      seen = {around(60), around(140), around(200), around(310), around(378)};
+      return seen == wanted;
+    };
+    return QTest::qWaitFor(look) ? wanted : seen;
+  };
+  EXPECT_EQ(becomes("#--##"), "#--##");
+  page_->map.setTraveller(MapTraveller{line, project(at(500, 0)), 90, 1.75, ""});
+  EXPECT_EQ(becomes("#--::"), "#--::");
+  page_->map.setTraveller(MapTraveller{line, project(at(1450, 0)), 90, 2.5, ""});
+  EXPECT_EQ(becomes("#--#:"), "#--#:");
+}
+
 TEST_F(MapPageTest, KeepsManyLinesInPlaceWhileTheMapMovesAndZooms) {
   page_->draw(upAndDown());
   const auto* const layer = within<LineLayer>(*window_.contentItem());
