@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "day/text_column.h"
 #include "model/vehicle_records.h"
 #include "platform/coordinate.h"
 #include "service/envelopes.h"
@@ -29,7 +30,7 @@ struct DayStep {
 };
 
 /// The points of a day's track in columns, in the order of the answer. A column that has values has one for
-/// each point. Holds no text of the answer.
+/// each point. Holds no text of the answer itself.
 struct DayPoints {
   std::string day;  ///< that was asked for, "yyyy-MM-dd"
 
@@ -38,6 +39,9 @@ struct DayPoints {
   /// Since the midnight that begins the day, in seconds. Empty when a time is not understood or belongs to
   /// another day, or when the times go backwards.
   std::vector<float> seconds;
+
+  /// As the service writes them, whether understood or not; one that is longer than 100 bytes is empty.
+  TextColumn times;
 
   /// Driven since the first point. Empty when a distance is not understood, when they go backwards, or when
   /// they are far longer than the line.

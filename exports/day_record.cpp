@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "exports/piece_writer.h"
-#include "platform/number_text.h"
 
 namespace fleetor {
 
@@ -28,11 +27,6 @@ std::string fileNameOf(const DayRecord& record) {
 
 std::string timeTextOf(const DayStop& stop) {
   return stop.time + (stop.time.empty() || stop.duration.empty() ? "" : ", ") + stop.duration;
-}
-
-std::string timeTextOf(const DayRecord& record, std::size_t point) {
-  if (record.points->seconds.empty()) return {};
-  return record.day + ' ' + clockText(record.points->seconds[point], ClockDigits::seconds);
 }
 
 const std::string& addressOf(const DayPoints& points, std::size_t point) {

@@ -28,9 +28,6 @@ std::string fileNameOf(const DayRecord& record);
 /// "2026-11-20 07:03:12, 0:12:00": what is known of when the vehicle stood there.
 std::string timeTextOf(const DayStop& stop);
 
-/// "2026-11-20 07:03:12" of a point; empty where the times are not understood.
-std::string timeTextOf(const DayRecord& record, std::size_t point);
-
 /// The address of a point.
 const std::string& addressOf(const DayPoints& points, std::size_t point);
 

@@ -27,10 +27,12 @@ bool writeGpx(const DayRecord& record, const PieceSink& sink) {
          << "</desc></wpt>\n";
   }
   file << "<trk><name>" << name << "</name><trkseg>\n";
+  TextColumn::Reader times(points.times);
   for (std::size_t i = 0; i < points.size(); ++i) {
+    const std::string_view time = times.next();
     if (!points.isPlaced(i)) continue;
     file << "<trkpt" << placeAttributes(points.coordinates[i]);
-    if (const std::string time = timeTextOf(record, i); !time.empty()) file << "<desc>" << time << "</desc>";
+    if (!time.empty()) file << "<desc>" << xmlEscaped(time) << "</desc>";
     file << "</trkpt>\n";
   }
   file << "</trkseg></trk>\n</gpx>\n";

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "day_answers.h"
+#include "platform/number_text.h"
 
 namespace fleetor::test {
 namespace {
@@ -25,6 +26,29 @@ TEST(DayPoints, HoldWhatTheTextsOfAnAnswerMean) {
   EXPECT_EQ(day.stops[1].index, 3u);
   EXPECT_EQ(day.stops[1].duration, "a while");
   EXPECT_FALSE(day.stops[1].parked);
+}
+
+TEST(DayPoints, KeepTheTimesAsTheyAreWrittenInAFewBytesEach) {
+  const std::string longest(100, '9');
+  const std::string tooLong = longest + "9";
+  const std::string odd[] = {"", "08:00", "08:00 ", "08", "", longest, tooLong, longest + '\0', "late"};
+  std::vector<MapEntry> entries;
+  for (const std::string& time : odd)
+    entries.push_back(point(time.c_str(), "1"));
+  const DayPoints few = pointsOf(entries);
+  TextColumn::Reader times(few.times);
+  for (const std::string& time : odd)
+    EXPECT_EQ(times.next(), time == tooLong ? "" : std::string_view(time.c_str()));
+  EXPECT_EQ(times.next(), "");
+
+  TextColumn day;
+  const auto textOf = [](int second) { return "2026-11-20 " + clockText(second, ClockDigits::seconds); };
+  for (int second = 0; second < 86'400; ++second)
+    day.add(textOf(second));
+  EXPECT_LT(day.bytes(), 4u * 86'400);
+  TextColumn::Reader seconds(day);
+  for (int second = 0; second < 86'400; ++second)
+    ASSERT_EQ(seconds.next(), textOf(second));
 }
 
 TEST(DayPoints, MarkWhereNoPositionIsUnderstood) {

@@ -17,6 +17,8 @@ inline DayRecord dayOfTests(const std::string& text) {
   DayPoints points;
   points.coordinates = {{50.06, 19.94}, {50.07, 19.95}, {50.08, -0.5}};
   points.seconds = {25392, 25500.5f, 86399};
+  for (const char* const time : {"2026-11-20T07:03:12", "2026-11-20T07:05:00", "today, late"})
+    points.times.add(time);
   points.kilometres = {0, 1.25f, 9.5f};
   points.addresses = {0, 1, 0};
   points.addressTexts = {"Depot", text};

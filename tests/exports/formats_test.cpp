@@ -45,18 +45,19 @@ TEST(Formats, ASpreadsheetFindsNoFormulas) {
     EXPECT_EQ(csvCell(text), cell) << text;
 }
 
-TEST(Formats, GiveTimesAsDescriptionsAndNoneThatIsNotUnderstood) {
+TEST(Formats, GiveTheTimesOfTheServiceAsDescriptionsInItsOwnWords) {
   DayRecord day = dayOfTests("Mill Lane");
   const auto gpx = [&] { return written([&](const PieceSink& sink) { return writeGpx(day, sink); }); };
   EXPECT_THAT(gpx(),
-              HasSubstr("<trkpt lat=\"50.060000\" lon=\"19.940000\"><desc>2026-11-20 07:03:12</desc>"));
+              HasSubstr("<trkpt lat=\"50.060000\" lon=\"19.940000\"><desc>2026-11-20T07:03:12</desc>"));
   EXPECT_THAT(gpx(), HasSubstr("<desc>2026-11-20 07:05:00, 0:10:00</desc></wpt>"));
   EXPECT_THAT(gpx(), Not(HasSubstr("<time>")));
   DayPoints points = *day.points;
   points.seconds.clear();
   points.kilometres.clear();
   day.points = std::make_shared<const DayPoints>(points);
-  EXPECT_THAT(gpx(), HasSubstr("<trkpt lat=\"50.080000\" lon=\"-0.500000\"></trkpt>"));
+  EXPECT_THAT(gpx(),
+              HasSubstr("<trkpt lat=\"50.080000\" lon=\"-0.500000\"><desc>today, late</desc></trkpt>"));
   EXPECT_THAT(written([&](const PieceSink& sink) { return writeGeoJson(day, sink); }),
               Not(HasSubstr("secondsOfDay")));
 }
