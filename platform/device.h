@@ -27,6 +27,8 @@ class Device {
   /// translation.
   virtual std::string localizedString(const std::string& key) const = 0;
 
+  virtual std::string language() const = 0;  ///< the code of that language, without a region: "de"
+
   /// A day in words of the device's language. In the pattern "d" stands for the day of the month, "ddd" for
   /// the short weekday, "MMM" for the short month and "yyyy" for the year.
   virtual std::string textOfDay(std::chrono::year_month_day day, const std::string& pattern) const = 0;

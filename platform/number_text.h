@@ -1,13 +1,16 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <string>
+#include <string_view>
 
 namespace fleetor {
 
-// Numbers as texts, the same in every locale. Any thread.
+// Numbers as texts, the same in every locale: with a point for files and for what is read again, or as a
+// language writes them. Any thread.
 
 /// With that many decimals, at most 17, and a point. Finite numbers only.
 inline std::string decimals(double number, int places) {
@@ -15,6 +18,16 @@ inline std::string decimals(double number, int places) {
   return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number == 0 ? 0 : number,
                                      std::chars_format::fixed, places)
                            .ptr};
+}
+
+/// A number with a point as people write it in the language with that code, "de": with its decimal sign.
+inline std::string inLanguage(std::string_view language, std::string number) {
+  constexpr std::array<std::string_view, 10> withComma{"cs", "de", "es", "fr", "it",
+                                                       "nl", "pl", "pt", "tr", "uk"};
+  const auto point = number.find('.');
+  if (point != std::string::npos && std::ranges::find(withComma, language) != withComma.end())
+    number[point] = ',';
+  return number;
 }
 
 enum class ClockDigits { minutes, seconds };

@@ -22,8 +22,10 @@ DayCharts::DayCharts(DayReplay& replay, const Device& device) : replay_(replay) 
   button_.setAction([this](Component&) { show(!button_.selected()); });
   distance_.setTitle(device.localizedString("Distance"), "km");
   speed_.setTitle(device.localizedString("Average speed"), "km/h");
-  for (Chart* chart : {&distance_, &speed_})
+  for (Chart* chart : {&distance_, &speed_}) {
+    chart->setLanguage(device.language());
     chart->setOnChosen([this](double second) { replay_.moveTo(second); });
+  }
 }
 
 void DayCharts::show(bool shown) {

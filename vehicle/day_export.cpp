@@ -130,7 +130,8 @@ class Export : public std::enable_shared_from_this<Export> {
       return device.localizedString(key);
     };
     if (day_.trips) {
-      for (auto& [caption, value] : factsOf(DayTotals::fromAnswer(*day_.trips, day_.day), localized))
+      for (auto& [caption, value] :
+           factsOf(DayTotals::fromAnswer(*day_.trips, day_.day), environment_.device))
         record.totals.emplace_back(std::move(caption), std::move(value));
       record.trips = std::move(*day_.trips->route);
     }

@@ -14,8 +14,9 @@ constexpr double textInterval = 0.1;  // seconds
 constexpr double sightInset = 0.2;    // of the map, at each edge
 constexpr int firstRate = 60;
 
-std::string replayDistance(const DayPath& path, double kilometres) {
-  return (path.hasSentDistance() ? "" : "≈ ") + decimals(kilometres, 1) + " km";
+std::string replayDistance(const DayPath& path, double kilometres, const Device& device) {
+  return (path.hasSentDistance() ? "" : "≈ ") + inLanguage(device.language(), decimals(kilometres, 1)) +
+         " km";
 }
 
 }  // namespace
@@ -133,7 +134,7 @@ void DayReplay::presentTexts(const DayPlace& place) {
   State now = state();
   now.playing = replay_->isPlaying();
   now.time = clockText(replay_->moment(), ClockDigits::seconds);
-  now.distance = replayDistance(path, place.kilometres);
+  now.distance = replayDistance(path, place.kilometres, device_);
   now.speed =
       place.averageSpeed ? std::to_string(static_cast<int>(std::lround(*place.averageSpeed))) + " km/h" : "";
   now.address = place.address ? path.points().addressTexts[*place.address] : "";

@@ -47,12 +47,15 @@ void showTimeline(TimeRibbon& ribbon, DayTimeline day, Color color, Localizer lo
               });
 }
 
-std::vector<FactStrip::Fact> factsOf(const DayTotals& totals, const Localizer& localized) {
+std::vector<FactStrip::Fact> factsOf(const DayTotals& totals, const Device& device) {
+  const auto localized = [&device](const std::string& key) { return device.localizedString(key); };
   std::vector<FactStrip::Fact> facts;
   const auto add = [&facts](std::string caption, const auto& value, auto text) {
     if (value) facts.push_back({std::move(caption), text(*value)});
   };
-  const auto distance = [](double kilometres) { return decimals(kilometres, 1) + " km"; };
+  const auto distance = [&device](double kilometres) {
+    return inLanguage(device.language(), decimals(kilometres, 1)) + " km";
+  };
   const auto hours = [&localized](std::chrono::seconds time) {
     return filled(localized("{} h"), "{}", hoursText(std::chrono::round<std::chrono::minutes>(time).count()));
   };

@@ -7,6 +7,7 @@
 #include "day/day_timeline.h"
 #include "day/day_totals.h"
 #include "model/vehicle_records.h"
+#include "platform/device.h"
 #include "ui/controls/fact_strip.h"
 #include "ui/controls/time_ribbon.h"
 
@@ -19,7 +20,7 @@ using PlaceOf = std::function<std::string(const DayStretch& stretch)>;
 /// Mill Lane 5".
 void showTimeline(TimeRibbon& ribbon, DayTimeline day, Color color, Localizer localized, PlaceOf placeOf);
 
-/// What is known of the totals, as texts.
-std::vector<FactStrip::Fact> factsOf(const DayTotals& totals, const Localizer& localized);
+/// What is known of the totals, as texts in the device's language.
+std::vector<FactStrip::Fact> factsOf(const DayTotals& totals, const Device& device);
 
 }  // namespace fleetor

@@ -168,7 +168,8 @@ void RouteDetailViewController::showDay() {
   timeline_ = isShown ? DayTimeline::fromRows(*items_.route, *date()) : DayTimeline();
   showTimeline(dayRibbon_, timeline_, colorFromHexString(vehicle().mapLineColor), words,
                [this](const DayStretch& stretch) { return items_.route->at(stretch.last).to.str(); });
-  dayTotals_.setFacts(factsOf(isShown ? DayTotals::fromAnswer(items_, *date()) : DayTotals(), words));
+  dayTotals_.setFacts(
+      factsOf(isShown ? DayTotals::fromAnswer(items_, *date()) : DayTotals(), environment().device));
 }
 
 void RouteDetailViewController::showRowOfMoment() {

@@ -6,7 +6,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLocale>
 #include <QRegularExpression>
+
+#include "platform/number_text.h"
 
 namespace {
 
@@ -110,6 +113,16 @@ TEST(Languages, AreAskedForEverythingThatIsShown) {
     for (const std::string& literal : matches(QString::fromStdString(line), "[\"`]([^\"`]*)[\"`]"))
       if (QString::fromStdString(literal).contains(word)) bare.push_back(literal);
   EXPECT_THAT(bare, IsEmpty());
+}
+
+TEST(Languages, WriteDecimalsAsTheirReadersDo) {
+  for (const auto& [language, table] : tables()) {
+    const QLocale locale(language);
+    if (locale.zeroDigit() != u"0") continue;  // the client writes ASCII digits, with a point
+    EXPECT_EQ(fleetor::inLanguage(language.toStdString(), "11.3"),
+              locale.toString(11.3, 'f', 1).toStdString())
+        << language.toStdString();
+  }
 }
 
 TEST(Languages, AreInTheMetadataToo) {

@@ -26,6 +26,7 @@ class FakeDevice final : public Device {
   double scale = 2;
   double version = 9;
   std::string identifier = "6F1C2A54-9D3E-4B7A-8C11-0A5E7D2B9F30";
+  std::string languageCode = "en";
   std::map<std::string, std::string> translations;
   std::map<std::string, std::string> resources;  ///< "name.type" to path
   std::vector<std::string> openedURLs;
@@ -39,6 +40,7 @@ class FakeDevice final : public Device {
   double screenScale() const override { return scale; }
   double systemVersion() const override { return version; }
   std::string identifierForVendor() override { return identifier; }
+  std::string language() const override { return languageCode; }
   std::string localizedString(const std::string& key) const override {
     if (!isTranslated(key)) untranslated.push_back(key);
     const auto found = translations.find(key);

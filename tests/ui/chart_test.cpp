@@ -38,6 +38,16 @@ TEST(Chart, MarksRoundValuesThatIncludeAllOfThem) {
   }
 }
 
+TEST(Chart, WritesNumbersInItsLanguage) {
+  Chart chart;
+  chart.setLanguage("de");
+  chart.setTitle("Spannung", "V");
+  chart.setPoints({{0, 12.25}, {60, 12.5}});
+  EXPECT_EQ(chart.valueText(0), "12,25 V");
+  EXPECT_EQ(chart.accessibleName(), "Spannung, 00:00 – 00:01, 12,25 – 12,5 V");
+  EXPECT_EQ(textsOf(chart.valueTicks()).find('.'), std::string::npos);
+}
+
 TEST(Chart, MarksWholeMinutesAndHours) {
   Chart chart;
   chart.setPoints({{7 * 3600 + 1800, 1}, {18 * 3600 + 600, 2}});

@@ -88,6 +88,10 @@ TEST_F(RoutePage, ReadsTheHoursAndTheTotalsOfTheDayFromItsRows) {
   EXPECT_EQ(totals,
             "Distance 12.5 km, Trips 1, Stops 1, Driving time 0:12 h, Standing time 1:00 h, "
             "First start 08:00, Last arrival 08:12, ");
+  phone.device.languageCode = "de";
+  choose(std::string("2026-03-10"));
+  arrive(routeReply(2));
+  EXPECT_EQ(page->dayTotals().facts().at(0).value, "12,5 km");
   EXPECT_EQ(ribbon.color(), (Color{0, 1, 0, 1}));
   ribbon.choose(8.5 * 3600);
   EXPECT_EQ(ribbon.description(), "08:12 to 09:12, parked, Harbour");

@@ -82,7 +82,7 @@ double Chart::shareOf(double second) const {
 }
 
 std::string Chart::withUnit(double value) const {
-  return shortText(value, step_ / 10) + (unit_.empty() ? "" : " ") + unit_;
+  return inLanguage(language_, shortText(value, step_ / 10)) + (unit_.empty() ? "" : " ") + unit_;
 }
 
 std::string Chart::valueText(double second) const {
@@ -155,14 +155,15 @@ std::vector<ChartTick> Chart::valueTicks() const {
   std::vector<ChartTick> ticks;
   const int count = static_cast<int>(std::lround((high_ - low_) / step_));
   for (int i = 0; i <= count; ++i)
-    ticks.push_back({static_cast<double>(i) / count, numberText(low_ + i * step_, step_)});
+    ticks.push_back(
+        {static_cast<double>(i) / count, inLanguage(language_, numberText(low_ + i * step_, step_))});
   return ticks;
 }
 
 std::string Chart::accessibleName() const {
   if (points_.empty()) return title_;
   return title_ + ", " + timeText_(points_.front().second) + " – " + timeText_(points_.back().second) + ", " +
-         shortText(least_, step_ / 10) + " – " + withUnit(most_);
+         inLanguage(language_, shortText(least_, step_ / 10)) + " – " + withUnit(most_);
 }
 
 }  // namespace fleetor

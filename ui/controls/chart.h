@@ -36,6 +36,9 @@ class Chart : public Component {
   const std::string& unit() const { return unit_; }
   void setTitle(std::string title, std::string unit);  ///< the unit may be empty
 
+  /// The code of the language that numbers are written in; "en" at first.
+  void setLanguage(std::string language) { language_ = std::move(language); }
+
   /// The words for a second of the time axis; "14:05" at first.
   void setTimeText(std::function<std::string(double second)> timeText) { timeText_ = std::move(timeText); }
 
@@ -72,6 +75,7 @@ class Chart : public Component {
 
   std::string title_;
   std::string unit_;
+  std::string language_ = "en";
   std::function<std::string(double)> timeText_ = [](double second) { return clockText(second); };
   std::vector<Point> points_;
   std::function<double(double)> valueAt_;

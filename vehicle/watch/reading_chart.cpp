@@ -11,6 +11,7 @@
 namespace fleetor {
 
 ReadingChart::ReadingChart(Environment& environment) : environment_(environment) {
+  chart_.setLanguage(environment.device.language());
   chart_.setTimeText([this](double second) { return agoText(second); });
   chart_.setOnChosen([this](double second) {
     chosen_.reset();
