@@ -45,6 +45,10 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
   const auto makeMain = [&sharedSettings](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<MainViewController>(of, sharedSettings);
   };
+  const auto makeAbout =
+      [known = std::make_shared<KnownInfo>()](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<AboutDetailViewController>(of, known);
+  };
   return {environment,
           "Main",
           "LaunchVC",
@@ -63,7 +67,7 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
            {"LiveDetailVC", makeScreen<LiveDetailViewController>},
            {"MapDetailVC", makeScreen<MapDetailViewController>},
            {"RouteDetailVC", makeScreen<RouteDetailViewController>},
-           {"AboutDetailVC", makeScreen<AboutDetailViewController>}},
+           {"AboutDetailVC", makeAbout}},
           {{"TermsSegue", "LaunchVC", "TermsVC", SegueKind::modal},
            {"ChooseSegue", "MainVC", "ChooseVehicleVC", SegueKind::modal},
            {"DetailSegue", "VehiclesVC", "VehicleVC", SegueKind::push}}};

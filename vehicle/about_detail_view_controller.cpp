@@ -1,7 +1,7 @@
 #include "vehicle/about_detail_view_controller.h"
 
-#include <any>
 #include <iterator>
+#include <utility>
 
 #include "service/api.h"
 #include "shell/base/info_cell.h"
@@ -25,8 +25,9 @@ static_assert(std::size(aboutRows) == InfoResponse::rows);
 
 }  // namespace
 
-AboutDetailViewController::AboutDetailViewController(Environment& environment)
-    : DetailPageViewController(environment), itemsTableView_(environment) {
+AboutDetailViewController::AboutDetailViewController(Environment& environment,
+                                                     std::shared_ptr<KnownInfo> known)
+    : DetailPageViewController(environment), known_(std::move(known)), itemsTableView_(environment) {
   outlet("itemsTableView", itemsTableView_);
   outlet("overdueLabel", overdueLabel_);
   outlet("dueLabel", dueLabel_);
@@ -60,26 +61,29 @@ void AboutDetailViewController::firstSelected() {
   itemsTableView_.reloadData();
 }
 
-void AboutDetailViewController::receivedNotification(const Notification& notification) {
+void AboutDetailViewController::receivedNotification(const Notification&) {
   if (!response_.info) loadItems();
-  const auto* live = std::any_cast<std::shared_ptr<const Live>>(&notification.object);
-  if (!live || (*live)->vehicle().vehicleId != vehicle().vehicleId) return;
-  live_ = *live;
+}
+
+void AboutDetailViewController::receivedRecord(const std::shared_ptr<const Live>& live) {
+  live_ = live;
   stateWhatIsDue();
 }
 
 void AboutDetailViewController::stateWhatIsDue() {
-  if (!response_.info || !live_) return;
-  const auto due =
-      serviceDue(*response_.info, *live_, [this](const std::string& key) { return localized(key); });
+  const Info* const info = response_.info ? &*response_.info : known_->of(vehicle().vehicleId);
+  if (!info || !live_) return;
+  const auto due = serviceDue(*info, *live_, [this](const std::string& key) { return localized(key); });
   const auto joined = [](const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines)
       text += (text.empty() ? "" : "\n") + line;
     return text;
   };
-  overdueLabel_.setText(joined(due.overdue));
-  dueLabel_.setText(joined(due.soon));
+  if (response_.info) {
+    overdueLabel_.setText(joined(due.overdue));
+    dueLabel_.setText(joined(due.soon));
+  }
   marked.emit(!due.isUrgent ? "" : !due.overdue.empty() ? due.overdue.front() : due.soon.front());
 }
 
@@ -89,10 +93,13 @@ void AboutDetailViewController::loadItems() {
   const auto self = sharedFrom(this);
   API::getWithPath("/info", {{"vehid", vehicle().vehicleId}}, modelClass<InfoResponse>, {},
                    [self](auto response, auto kind, long, auto&) {
-                     if (kind == ResponseKindSuccess)
+                     if (kind == ResponseKindSuccess) {
                        self->response_.nextResult(*response);
-                     else
+                       if (!self->session_.hasEnded())
+                         self->known_->keep(self->vehicle().vehicleId, *self->response_.info);
+                     } else {
                        self->response_.onError();
+                     }
                      self->setLoading(false);
                      self->stateWhatIsDue();
                      self->itemsTableView_.reloadData();

@@ -200,22 +200,54 @@ TEST_F(ExportingTrips, SavesTheListAndAFailureIsReportedOnce) {
   EXPECT_TRUE(documents.files.contains("Van 2026-03-10.pdf")) << "its trips are a day's log, too";
 }
 
-using MarkedAbout = LonePage<AboutDetailViewController>;
+class MarkedAbout : public LonePage<AboutDetailViewController> {
+ protected:
+  MarkedAbout() {
+    page = open();
+    show();
+  }
+
+  std::shared_ptr<AboutDetailViewController> open() {
+    auto made = std::make_shared<AboutDetailViewController>(client.environment, known);
+    made->setVehicle(page->vehicle());
+    onMark = made->marked.connect([this](const std::string& reason) { marks.push_back(reason); });
+    return made;
+  }
+  static void receive(AboutDetailViewController& by, const char* odometer) {
+    auto live = std::make_shared<Live>(*liveAt("50", "20"));
+    live->odometer = odometer;
+    by.receivedRecord(live);
+  }
+
+  std::shared_ptr<KnownInfo> known = std::make_shared<KnownInfo>();
+  Connection onMark;
+  std::vector<std::string> marks;
+};
 
 TEST_F(MarkedAbout, StatesWhatIsDueOnceBothSidesAreKnownAndMarksItsTab) {
-  std::vector<std::string> marks;
-  const Connection onMark = page->marked.connect([&](const std::string& reason) { marks.push_back(reason); });
   auto& overdue = dynamic_cast<Label&>(*page->findOutlet("overdueLabel"));
-  auto live = std::make_shared<Live>(*liveAt("50", "20"));
-  live->odometer = "150340";
-  poll(std::shared_ptr<const Live>(live));
+  receive(*page, "150340");
+  EXPECT_EQ(overdue.text(), "");
+  poll(0);  // which makes it ask
   EXPECT_EQ(overdue.text(), "Distance service: 340 km overdue");
   EXPECT_THAT(marks, ElementsAre("Distance service: 340 km overdue"));
-  live = std::make_shared<Live>(*live);
-  live->odometer = "100000";
-  poll(std::shared_ptr<const Live>(live));
+  receive(*page, "100000");
   EXPECT_EQ(overdue.text(), "");
   EXPECT_EQ(marks.back(), "");
+}
+
+TEST_F(MarkedAbout, MarksItsTabUnopenedByWhatTheSessionKnowsOfTheVehicle) {
+  poll(0);
+  client.takeRequests();
+  const auto next = open();
+  receive(*next, "150340");
+  EXPECT_THAT(marks, ElementsAre("Distance service: 340 km overdue"));
+  EXPECT_EQ(dynamic_cast<Label&>(*next->findOutlet("overdueLabel")).text(), "") << "its list is empty";
+  EXPECT_THAT(requests(), IsEmpty());
+  API::loginUserWithToken("of somebody else");
+  marks.clear();
+  receive(*open(), "150340");
+  EXPECT_THAT(marks, IsEmpty());
 }
 
 }  // namespace
