@@ -12,6 +12,7 @@ namespace fleetor {
 
 namespace {
 constexpr double vehicleMarkerHeight = 1000.0;
+constexpr double tripEndHeight = 500.0;
 constexpr ScreenPoint flagOffset{0, -20};  // the foot is in the middle of the lower edge
 }  // namespace
 
@@ -65,7 +66,8 @@ void MapDetailViewController::setDayChoice(const std::shared_ptr<DayChoice>& day
 
 std::optional<Coordinate> MapDetailViewController::placeOf(const MapAnnotation& annotation) const {
   const auto* const entry = dynamic_cast<const MapEntryAnnotation*>(&annotation);
-  return entry ? entry->place() : std::nullopt;
+  if (entry) return entry->place();
+  return trip_.markOf(annotation) ? std::optional(annotation.coordinate()) : std::nullopt;
 }
 
 std::optional<float> MapDetailViewController::timeOfOpenStop() {
@@ -254,6 +256,11 @@ std::shared_ptr<MapPolylineRenderer> MapDetailViewController::mapViewRendererFor
 
 std::shared_ptr<MapAnnotationView> MapDetailViewController::mapViewViewForAnnotation(
     MapView&, const std::shared_ptr<MapAnnotation>& annotation) {
+  if (const auto end = trip_.markOf(*annotation)) {
+    auto view = vehicleAnnotationView(annotation, end->image, end->kind);
+    view->setZPosition(tripEndHeight);
+    return view;
+  }
   const auto* entry = dynamic_cast<const MapEntryAnnotation*>(annotation.get());
   if (!entry) return nullptr;
   if (entry->lp() == 0) {

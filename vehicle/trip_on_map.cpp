@@ -1,7 +1,11 @@
 #include "vehicle/trip_on_map.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
 #include <vector>
+
+#include "platform/number_text.h"
 
 namespace fleetor {
 
@@ -10,15 +14,37 @@ namespace {
 constexpr double tripLineWidth = 4.0;
 constexpr double faintness = 0.35;  // the share of its colour that the rest of the day keeps
 
-/// Those of the day's line as gaps of the trip's.
-TrackGaps gapsWithin(const TrackGaps& gaps, const DayStage::Range& range) {
-  if (!gaps) return nullptr;
-  std::vector<std::uint32_t> within;
-  for (const std::uint32_t gap : *gaps)
-    if (gap >= range.first && gap < range.last)
-      within.push_back(gap - static_cast<std::uint32_t>(range.first));
-  return std::make_shared<const std::vector<std::uint32_t>>(std::move(within));
-}
+/// Where a trip begins or ends.
+class TripEnd final : public MapAnnotation {
+ public:
+  TripEnd(Coordinate coordinate, std::string address, std::string clock)
+      : coordinate_(coordinate), address_(std::move(address)), clock_(std::move(clock)) {}
+
+  Coordinate coordinate() const override { return coordinate_; }
+  std::string title() const override { return address_; }
+  std::string subtitle() const override { return clock_; }
+
+ private:
+  Coordinate coordinate_;
+  std::string address_;
+  std::string clock_;
+};
+
+/// The points of a trip whose positions are known, and from which of them nothing is known up to the next.
+struct Way {
+  std::vector<Coordinate> coordinates;
+  std::vector<std::uint32_t> gaps;
+
+  Way(const DayPoints& points, const TrackGaps& daysGaps, const DayStage::Range& range) {
+    const auto last = static_cast<std::uint32_t>(range.last);
+    for (auto i = static_cast<std::uint32_t>(range.first); i <= last; ++i) {
+      if (points.isPlaced(i)) coordinates.push_back(points.coordinates[i]);
+      if (coordinates.empty() || !daysGaps || !std::ranges::binary_search(*daysGaps, i)) continue;
+      const auto here = static_cast<std::uint32_t>(coordinates.size() - 1);
+      if (gaps.empty() || gaps.back() != here) gaps.push_back(here);
+    }
+  }
+};
 
 }  // namespace
 
@@ -52,26 +78,29 @@ void TripOnMap::draw(const DayPoints& points, std::shared_ptr<MapPolylineRendere
   noteLabel_.setText(
       range ? "" : environment_.device.localizedString("The track has no points at the times of this trip"));
   if (!range || !renderer) return;
-  std::vector<Coordinate> way;
-  for (auto i = static_cast<std::size_t>(range->first); i <= static_cast<std::size_t>(range->last); ++i)
-    if (points.isPlaced(i)) way.push_back(points.coordinates[i]);
-  line_ = MapPolyline::polylineWithCoordinates(way);
+  const Way way(points, renderer->gaps(), *range);
+  if (way.coordinates.empty()) return;
+  line_ = MapPolyline::polylineWithCoordinates(way.coordinates);
   renderer_ = std::make_shared<MapPolylineRenderer>(line_);
   renderer_->setStrokeColor(renderer->strokeColor());
   renderer_->setLineWidth(tripLineWidth);
-  renderer_->setGaps(gapsWithin(renderer->gaps(), *range));
+  renderer_->setGaps(std::make_shared<const std::vector<std::uint32_t>>(way.gaps));
   Color faint = renderer->strokeColor();
   faint.alpha *= faintness;
   renderer->setStrokeColor(faint);
   daysRenderer_ = std::move(renderer);
   map_.addOverlay(line_);
-  map_.showCoordinates(way, true);
+  ends_ = {std::make_shared<TripEnd>(way.coordinates.front(), trip_->from, trip_->stage.clock),
+           std::make_shared<TripEnd>(way.coordinates.back(), trip_->to, clockText(*trip_->stage.end))};
+  map_.addAnnotations(ends_);
+  map_.showCoordinates(way.coordinates, true);
 }
 
 void TripOnMap::erase() {
   if (!line_) return;
   daysRenderer_->setStrokeColor(renderer_->strokeColor());
   map_.removeOverlay(std::exchange(line_, nullptr));
+  map_.removeAnnotations(std::exchange(ends_, {}));
   renderer_ = nullptr;
   daysRenderer_ = nullptr;
 }
@@ -81,6 +110,14 @@ void TripOnMap::close() {
   trip_.reset();
   for (Label* label : {&label_, &wayLabel_, &noteLabel_})
     label->setText("");
+}
+
+std::optional<TripOnMap::EndMark> TripOnMap::markOf(const MapAnnotation& annotation) const {
+  const auto* const end = dynamic_cast<const TripEnd*>(&annotation);
+  if (!end) return std::nullopt;
+  const bool isFirst = !ends_.empty() && ends_.front().get() == end;
+  return EndMark{isFirst ? "tripstart" : "tripend",
+                 environment_.device.localizedString(isFirst ? "Start of the trip" : "End of the trip")};
 }
 
 std::shared_ptr<MapPolylineRenderer> TripOnMap::rendererFor(

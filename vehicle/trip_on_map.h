@@ -12,9 +12,10 @@
 
 namespace fleetor {
 
-/// The trip that was opened on the map from its card: its part of the day's line strong and in view, the rest
-/// faint, and "tripLabel", "tripWayLabel" and "tripNoteLabel" about it. "tripBackButton" leads back to the
-/// card, "tripCloseButton" to the whole day. Main thread only; part of the page.
+/// The trip that was opened on the map from its card: its part of the day's line strong and in view, a marker
+/// at each of its ends, the rest faint, and "tripLabel", "tripWayLabel" and "tripNoteLabel" about it.
+/// "tripBackButton" leads back to the card, "tripCloseButton" to the whole day. Main thread only; part of the
+/// page.
 class TripOnMap {
  public:
   /// Adds its components to those of the page.
@@ -32,6 +33,13 @@ class TripOnMap {
   void erase();  ///< Takes the trip off the map, as is due before the day's line goes.
   void close();
 
+  /// How one of its ends is marked; nothing for every other annotation.
+  struct EndMark {
+    const char* image;
+    std::string kind;  ///< what assistive technology calls it
+  };
+  std::optional<EndMark> markOf(const MapAnnotation& annotation) const;
+
   /// Null for every line but its own.
   std::shared_ptr<MapPolylineRenderer> rendererFor(const std::shared_ptr<MapPolyline>& overlay) const;
 
@@ -40,6 +48,7 @@ class TripOnMap {
   MapView& map_;
   std::optional<OpenedTrip> trip_;
   std::shared_ptr<MapPolyline> line_;
+  MapAnnotations ends_;
   std::shared_ptr<MapPolylineRenderer> renderer_;
   std::shared_ptr<MapPolylineRenderer> daysRenderer_;  ///< while it is faint
   Label label_;

@@ -202,6 +202,20 @@ TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
     return drawn.rendererForOverlay(*lines[line])->strokeColor().alpha;
   };
   EXPECT_LT(alpha(0), alpha(1));
+  const auto markers = [&] {
+    std::vector<std::string> names;
+    for (const auto& annotation : drawn.annotations())
+      names.push_back(drawn.viewForAnnotation(*annotation)->accessibleName());
+    return names;
+  };
+  EXPECT_THAT(markers(),
+              ElementsAre("Start, Street 0, 08:00", "Vehicle, Street 9, 08:09",
+                          "Start of the trip, Mill Lane, 08:00", "End of the trip, Harbour, 08:12"));
+  drawn.selectAnnotation(drawn.annotations()[3]);
+  tap("sharePositionButton");
+  ASSERT_TRUE(client.application.window().actionSheet());
+  EXPECT_EQ(client.application.window().actionSheet()->content().entries[0].detail, "50.090000, 19.940000");
+  client.application.window().goBack();
 
   EXPECT_TRUE(client.application.window().goBack());
   EXPECT_EQ(page.selectedIndex(), trips);
@@ -210,6 +224,7 @@ TEST_F(DayPages, OpenTheMapOnTheTripOfACardAndLeadBackToIt) {
   EXPECT_EQ(lines.size(), 2u);
   tap("tripCloseButton");
   ASSERT_EQ(lines.size(), 1u);
+  EXPECT_EQ(drawn.annotations().size(), 2u);
   EXPECT_EQ(alpha(0), 1);
   EXPECT_EQ(outlet<Label>("tripLabel").text(), "");
 
