@@ -37,8 +37,9 @@ class DetailPageViewController : public BaseViewController {
   void tabSelected();
   void clearTabSelected() { wasSelected_ = false; }
 
-  // The pager has received a record of the vehicle with this position. Called before the notification,
-  // whether or not the page is visible.
+  // The pager has received this record of the vehicle, and the position in it. Called before the
+  // notification, whether or not the page is visible.
+  virtual void receivedRecord(const std::shared_ptr<const Live>& /*live*/) {}
   virtual void receivedPosition(Coordinate /*position*/) {}
 
   /// Why the page's tab is to have a mark, in the user's language; empty: it is to have none.

@@ -138,8 +138,10 @@ void VehicleViewController::loadItems() {
                          const std::shared_ptr<const Live> live(response, &*response->live);
                          if (live->vehicle().vehicleId == self->vehicle_.vehicleId) {
                            self->watch_->received(live);
-                           for (const auto& page : self->pages_)
+                           for (const auto& page : self->pages_) {
+                             page->receivedRecord(live);
                              page->receivedPosition(live->coordinate());
+                           }
                          }
                          object = live;
                        } else if (error) {
