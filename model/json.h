@@ -32,8 +32,9 @@ class JSONValue {
 
 inline constexpr std::size_t longestJSON = std::size_t{64} << 20;  // bytes
 
-/// Decodes one JSON text in UTF-8; any failure is the error `badJSON`. Any thread, nothing is shared between
-/// calls. Hand the body over with std::move: it is read in place and freed before the call returns.
+/// Decodes one JSON text in UTF-8. Bytes that are not UTF-8 decode to nothing (nil); any other failure is the
+/// error `badJSON`. Any thread, nothing is shared between calls. Hand the body over with std::move: it is
+/// read in place, and the texts of the records lie in it.
 ///
 /// What is accepted beside the plain cases:
 /// - a byte-order mark in front is skipped;
@@ -43,8 +44,8 @@ inline constexpr std::size_t longestJSON = std::size_t{64} << 20;  // bytes
 /// - nesting up to 1,024 levels, an empty innermost one not counted; deeper is malformed;
 /// - bodies up to `longestJSON`, with up to 16,777,216 values, keys and punctuation marks; beyond that it is
 ///   malformed. The latter keeps the memory that a document takes within five times the longest body.
-/// Malformed: an empty body, a top level that is neither object nor array, invalid UTF-8, a lone surrogate
-/// escape, anything after the end.
+/// Malformed: an empty body, a top level that is neither object nor array, a lone surrogate escape, anything
+/// after the end.
 Result<JSONValue> decodeJSON(std::string bytes);
 
 }  // namespace fleetor

@@ -1,111 +1,87 @@
 #pragma once
 
-#include <simdjson.h>
-
-#include <cstring>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
 
 #include "model/text.h"
 
 namespace fleetor::json {
 
-// `Document` takes over the parser's tape and texts, and `Node` reads their layout (tape.md of simdjson's
-// documentation). Tested with 3.0.
-static_assert(
-    simdjson::SIMDJSON_VERSION_MAJOR == 3,
-    "compare tape.md of this simdjson with `Node`, run the tests of model/ and fuzz_envelopes, then "
-    "allow its version here");
-
-/// Keeps the unescaped texts of a document alive for as long as any record's text points into them.
+/// Keeps the bytes of a document alive for as long as any record's text points into them.
 class DocumentArena final : public TextArena {
  public:
-  explicit DocumentArena(std::unique_ptr<std::uint8_t[]> bytes)
-      : TextArena(reinterpret_cast<char*>(bytes.get()), 1, &destroy), owned_(std::move(bytes)) {}
+  explicit DocumentArena(std::string bytes) : TextArena(nullptr, 1, &destroy), owned_(std::move(bytes)) {
+    bytes_ = owned_.data();
+  }
+
+  const char* end() const { return bytes_ + owned_.size(); }
 
  private:
   ~DocumentArena() = default;
   static void destroy(const TextArena* arena) { delete static_cast<const DocumentArena*>(arena); }
 
-  std::unique_ptr<std::uint8_t[]> owned_;
+  std::string owned_;
 };
 
-/// A decoded document: the parser's tape, which dies with the last handle, over texts that may outlive it.
+/// A decoded document: an index of its values, which dies with the last handle, over its bytes, which may
+/// outlive it. In the bytes of a text the escapes are resolved.
 class Document {
  public:
-  explicit Document(simdjson::dom::document parsed)
-      : tape_(std::move(parsed.tape)), arena_(new DocumentArena(std::move(parsed.string_buf))) {}
+  Document(std::unique_ptr<std::uint32_t[]> words, std::string bytes)
+      : words_(std::move(words)), arena_(new DocumentArena(std::move(bytes))) {}
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
   ~Document() { arena_->release(); }
 
-  const std::uint64_t* tape() const { return tape_.get(); }
-  const TextArena* arena() const { return arena_; }
+  const std::uint32_t* words() const { return words_.get(); }
+  const DocumentArena* arena() const { return arena_; }
 
  private:
-  std::unique_ptr<std::uint64_t[]> tape_;
+  std::unique_ptr<std::uint32_t[]> words_;
   DocumentArena* arena_;
 };
 
-/// One value of a document, as a position on its tape: a word with the kind in the upper 8 bits. A number is
-/// in the next word, a text begins at the lower bits' place among the texts (its length in 4 bytes first),
-/// and the opening word of a container knows where the container ends. Nothing is checked: the parser has
-/// made the tape.
+/// One value of a document, as a place in its index. There each value has a word with its kind in the upper
+/// bits, in the order of the bytes. A text has its length in a second word. The word of a container knows how
+/// far ahead the word behind its last member is, which counts the members; any other knows where the bytes of
+/// the value begin.
 class Node {
  public:
-  enum Kind : char {
-    object = '{',
-    array = '[',
-    text = '"',
-    integer = 'l',
-    unsignedInteger = 'u',
-    real = 'd',
-    yes = 't',
-    no = 'f',
-    null = 'n'
-  };
-
-  Node(const std::uint64_t* tape, std::size_t index) : tape_(tape), index_(index) {}
-  static Node root(const Document& document) { return {document.tape(), 1}; }
-
-  Kind kind() const { return static_cast<Kind>(tape_[index_] >> 56); }
-
-  std::int64_t asInteger() const { return static_cast<std::int64_t>(tape_[index_ + 1]); }
-  std::uint64_t asUnsigned() const { return tape_[index_ + 1]; }
-  double asReal() const { return std::bit_cast<double>(tape_[index_ + 1]); }
-
-  /// Where the bytes of a text or key begin among the texts.
-  std::size_t textOffset() const { return (tape_[index_] & 0x00FF'FFFF'FFFF'FFFF) + sizeof(std::uint32_t); }
-  static std::uint32_t textLength(const char* text) {
-    std::uint32_t length = 0;
-    std::memcpy(&length, text - sizeof length, sizeof length);
-    return length;
+  enum Kind : std::uint32_t { object, array, text, integer, unsignedInteger, real, yes, no, null };
+  static constexpr int kindShift = 28;
+  static constexpr std::uint32_t mostPlaces = 1U << kindShift;
+  static constexpr std::uint32_t word(Kind kind, std::size_t place) {
+    return kind << kindShift | static_cast<std::uint32_t>(place);
   }
 
-  // The members of a container: for (n = first(); n.index() != end(); n = n.next()). In an object, keys and
-  // values take turns.
-  Node first() const { return {tape_, index_ + 1}; }
-  std::size_t end() const { return (tape_[index_] & 0xFFFF'FFFF) - 1; }
-  std::size_t index() const { return index_; }
-  /// Number of members; from 16,777,215 on, that number.
-  std::size_t count() const { return tape_[index_] >> 32 & 0xFF'FFFF; }
+  explicit Node(const std::uint32_t* word) : word_(word) {}
+  static Node root(const Document& document) { return Node(document.words()); }
 
+  Kind kind() const { return static_cast<Kind>(*word_ >> kindShift); }
+  std::uint32_t place() const { return *word_ & (mostPlaces - 1); }
+  std::uint32_t textLength() const { return word_[1]; }
+
+  // The members of a container: for (n = first(); n != end(); n = n.next()). In an object, keys and values
+  // take turns.
+  Node first() const { return Node(word_ + 1); }
+  Node end() const { return Node(word_ + place()); }
   Node next() const {
-    switch (kind()) {
-      case object:
-      case array:
-        return {tape_, tape_[index_] & 0xFFFF'FFFF};
-      case integer:
-      case unsignedInteger:
-      case real:
-        return {tape_, index_ + 2};
-      default:
-        return {tape_, index_ + 1};
-    }
+    const Kind own = kind();
+    return Node(word_ + (own <= array ? place() + 1 : own == text ? 2 : 1));
   }
-  Node at(std::size_t index) const { return {tape_, index}; }
+  Node ofKey() const { return Node(word_ + 2); }  ///< the value of this key
+  const std::uint32_t* word() const { return word_; }
+  /// Number of members; in an object, a key and its value are one.
+  std::uint32_t count() const { return *end().word_; }
+
+  friend bool operator==(Node, Node) = default;
 
  private:
-  const std::uint64_t* tape_;
-  std::size_t index_;
+  const std::uint32_t* word_;
 };
 
 }  // namespace fleetor::json

@@ -19,7 +19,7 @@ using Failure = std::optional<JSONModelError>;
 /// given back at the end, so that a text costs no atomic step.
 class TextSource {
  public:
-  explicit TextSource(const TextArena* arena) : arena_(arena) { arena_->retain(batch); }
+  explicit TextSource(const DocumentArena* arena) : arena_(arena) { arena_->retain(batch); }
   TextSource(const TextSource&) = delete;
   TextSource& operator=(const TextSource&) = delete;
   ~TextSource() {
@@ -27,17 +27,31 @@ class TextSource {
     if (digits_) digits_->release();
   }
 
-  Text slice(Node node) {
+  Text slice(Node node) { return slice(node, node.textLength()); }
+  Text slice(Node node, std::size_t length) {
     --left_;
-    const std::size_t offset = node.textOffset();
-    return Text::adopt(arena_, static_cast<std::uint32_t>(offset),
-                       Node::textLength(arena_->bytes() + offset));
+    return Text::adopt(arena_, node.place(), static_cast<std::uint32_t>(length));
   }
 
   /// The bytes of a text or key; at least 64 more may be read behind them.
-  std::string_view view(Node node) const {
-    const char* text = arena_->bytes() + node.textOffset();
-    return {text, Node::textLength(text)};
+  std::string_view view(Node node) const { return {arena_->bytes() + node.place(), node.textLength()}; }
+
+  /// 0 for what is too near to it.
+  template <class T>
+  T number(Node node) const {
+    const char* const digits = arena_->bytes() + node.place();
+    T value = *digits == '-' ? T(-0.0) : T(0);
+    std::from_chars(digits, arena_->end(), value);
+    return value;
+  }
+
+  /// Of a number: its length when it is written as an integer, else 0.
+  std::size_t digitsOf(Node node) const {
+    const char* const first = arena_->bytes() + node.place();
+    const char* const last = std::find_if(first + (*first == '-' ? 1 : 0), arena_->end(),
+                                          [](char each) { return each < '0' || each > '9'; });
+    const bool isInteger = last == arena_->end() || (*last != '.' && *last != 'e' && *last != 'E');
+    return isInteger ? static_cast<std::size_t>(last - first) : 0;
   }
 
   /// A copied text; several share a block.
@@ -59,7 +73,7 @@ class TextSource {
  private:
   static constexpr std::uint64_t batch = std::uint64_t{1} << 40;
 
-  const TextArena* arena_;
+  const DocumentArena* arena_;
   std::uint64_t left_ = batch;
   TextArena* digits_ = nullptr;
   std::size_t digitsUsed_ = 0;
@@ -132,7 +146,7 @@ class Mapper {
     for (std::size_t i = 0; i < type.count; ++i) {
       if (!(found.filled >> i & 1)) continue;
       const auto& property = type.properties[i];
-      const Node node = value.at(found.values[i]);
+      const Node node(found.values[i]);
       // Fast path: almost every property is a text.
       if (property.kind == PropertyKind::text && node.kind() == Node::text)
         *static_cast<Text*>(property.at(out)) = texts_.slice(node);
@@ -144,7 +158,7 @@ class Mapper {
   }
 
   Failure array(Node values, const RecordType& type, void* list) {
-    for (Node value = values.first(); value.index() != values.end(); value = value.next()) {
+    for (Node value = values.first(); value != values.end(); value = value.next()) {
       const std::size_t made = type.size(list);
       Failure failure;
       if (value.kind() == Node::object) {
@@ -162,23 +176,23 @@ class Mapper {
   }
 
  private:
-  /// Where an object holds each property. Bit i of `filled`: there is a value, at `values[i]` on the tape.
+  /// Where an object holds each property. Bit i of `filled`: there is a value, at the word `values[i]`.
   struct Found {
     std::uint64_t filled = 0;
-    std::size_t values[64];
+    const std::uint32_t* values[64];
   };
 
   void findByKeys(Node object, const RecordType& type, Found& found) const {
     std::size_t expected = 0;
-    const std::size_t end = object.end();
-    for (Node key = object.first(); key.index() != end;) {
+    const Node end = object.end();
+    for (Node key = object.first(); key != end;) {
       const std::string_view name = texts_.view(key);
-      const Node value(key.at(key.index() + 1));
+      const Node value = key.ofKey();
       std::size_t i = expected;
       for (std::size_t tried = 0; tried < type.count; ++tried, ++i) {
         if (i >= type.count) i = 0;
         if (!matches(type.properties[i], name)) continue;
-        found.values[i] = value.index();
+        found.values[i] = value.word();
         found.filled |= std::uint64_t{1} << i;
         expected = i + 1;
         break;
@@ -190,7 +204,7 @@ class Mapper {
   void findByKeyPaths(Node object, const RecordType& type, Found& found) const {
     for (std::size_t i = 0; i < type.count; ++i) {
       if (const auto value = valueAtKeyPath(object, type.properties[i].key)) {
-        found.values[i] = value->index();
+        found.values[i] = value->word();
         found.filled |= std::uint64_t{1} << i;
       }
     }
@@ -200,8 +214,8 @@ class Mapper {
   std::optional<Node> valueAtKeyPath(Node object, std::string_view path) const {
     const auto dot = path.find('.');
     std::optional<Node> last;
-    for (Node key = object.first(); key.index() != object.end(); key = key.next().next())
-      if (texts_.view(key) == path.substr(0, dot)) last = key.next();
+    for (Node key = object.first(); key != object.end(); key = key.ofKey().next())
+      if (texts_.view(key) == path.substr(0, dot)) last = key.ofKey();
     if (!last || dot == std::string_view::npos) return last;
     if (last->kind() != Node::object) return std::nullopt;
     return valueAtKeyPath(*last, path.substr(dot + 1));
@@ -238,9 +252,9 @@ class Mapper {
               "Property '" + std::string(property.name) + "' is declared as NSArray<" +
               std::string(property.type->name) + ">* but the corresponding JSON value is not a JSON Array.");
         void* list = property.make(member);
-        property.type->reserve(list, std::min(value.count(), longestReserve));
+        property.type->reserve(list, std::min<std::size_t>(value.count(), longestReserve));
         preferLargePages(property.type->storage(list),
-                         property.type->recordSize * std::min(value.count(), longestReserve));
+                         property.type->recordSize * std::min<std::size_t>(value.count(), longestReserve));
         if (auto failure = array(value, *property.type, list)) return at(property, std::move(*failure));
         return {};
       }
@@ -262,13 +276,17 @@ class Mapper {
         out = texts_.copy("0");
         return {};
       case Node::integer:
-        out = texts_.copy({digits, std::to_chars(digits, end, value.asInteger()).ptr});
+        out = texts_.copy({digits, std::to_chars(digits, end, texts_.number<std::int64_t>(value)).ptr});
         return {};
       case Node::unsignedInteger:
-        out = texts_.copy({digits, std::to_chars(digits, end, value.asUnsigned()).ptr});
+        out = texts_.copy({digits, std::to_chars(digits, end, texts_.number<std::uint64_t>(value)).ptr});
         return {};
       case Node::real:
-        out = texts_.copy({digits, doubleText(value.asReal(), digits, end)});
+        if (const std::size_t length = texts_.digitsOf(value)) {  // an integer beyond 64 bits
+          out = texts_.slice(value, length);
+          return {};
+        }
+        out = texts_.copy({digits, doubleText(texts_.number<double>(value), digits, end)});
         return {};
       default:
         return notSupported(value, type, property);
@@ -288,13 +306,13 @@ class Mapper {
         out = 0;
         return {};
       case Node::integer:
-        out = value.asInteger();
+        out = texts_.number<std::int64_t>(value);
         return {};
       case Node::unsignedInteger:
         out = std::numeric_limits<std::int64_t>::max();
         return {};
       case Node::real:
-        out = integerPart(value.asReal());
+        out = integerPart(texts_.number<double>(value));
         return {};
       default:
         return notSupported(value, type, property);

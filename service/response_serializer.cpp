@@ -139,16 +139,22 @@ APIFailure urlFailure(long code, std::string description) {
   return {failure_domain::url, code, std::move(description)};
 }
 
-}  // namespace
-
-std::optional<std::string> decodeText(std::string bytes, const std::string& charset) {
+/// The bytes in UTF-8, or as they are where they should be in it. Nothing when they cannot be converted.
+std::optional<std::string> converted(std::string bytes, const std::string& charset) {
   const std::string name = lowerCase(charset);
   if (name != "utf-8" && name != "utf8" && isCharsetName(name)) {
     Converter converter(iconvNameOf(name, bytes));
     if (converter.isKnown()) return converter.convert(bytes);
   }
-  if (!simdjson::validate_utf8(bytes)) return {};
   return bytes;
+}
+
+}  // namespace
+
+std::optional<std::string> decodeText(std::string bytes, const std::string& charset) {
+  auto text = converted(std::move(bytes), charset);
+  if (text && !simdjson::validate_utf8(*text)) return {};
+  return text;
 }
 
 HTTPRequestOperation judge(HttpReply reply, ResponseSerializer serializer) {
@@ -182,17 +188,19 @@ HTTPRequestOperation judge(HttpReply reply, ResponseSerializer serializer) {
     return operation;
   }
 
-  auto text = decodeText(std::move(reply.body), charset);
+  auto text = converted(std::move(reply.body), charset);
   if (!text) return operation;
-  if (text->size() <= longestLoggedBody) operation.responseString = text;
+  std::optional<std::string> logged;
+  if (text->size() <= longestLoggedBody) logged = text;
   if (accepted && !text->empty() && *text != " ") {
     auto decoded = decodeJSON(std::move(*text));
-    if (decoded)
-      operation.responseObject = std::move(decoded).value();
-    else if (!operation.error)
+    if (!decoded && !operation.error)
       fail(url_error::cannotParseResponse, decoded.error().description);
+    else if (decoded && !decoded->isNil())
+      operation.responseObject = std::move(decoded).value();
   }
-  if (!operation.error) operation.responseString.reset();
+  if (operation.error && logged && simdjson::validate_utf8(*logged))
+    operation.responseString = std::move(logged);
   return operation;
 }
 

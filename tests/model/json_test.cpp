@@ -24,6 +24,7 @@ namespace {
 /// The text of `a`, or how decoding failed.
 std::string textOf(const std::string& json) {
   auto decoded = decodeJSON(json);
+  if (decoded && decoded->isNil()) return "not UTF-8";
   if (!decoded) return decoded.error() == JSONModelError::badJSON() ? "malformed" : "another error";
   const auto sample = JSONModel::initWithDictionary<Sample>(std::move(*decoded));
   return sample ? sample->a.str() : sample.error().description;
@@ -35,10 +36,13 @@ TEST(JsonTest, RefusesWhatIsNotJson) {
   for (std::string json; words >> json;)
     EXPECT_EQ(textOf(json), "malformed") << json;
   for (const std::string& json :
-       {std::string(), std::string(" "), std::string("\xEF\xBB\xBF"), std::string("{\"a\":\"\xFF\"}"),
-        std::string("{\"a\":\"\xC0\x80\"}"), std::string("{\"a\":\"\n\"}"), std::string("{\"a\":1}\0", 8),
-        std::string("\xFE\xFF\0{\0}", 6), "{\"a\":1" + std::string(400, '0') + "}"})
+       {std::string(), std::string(" "), std::string("\xEF\xBB\xBF"), std::string("{\"a\":\"\n\"}"),
+        std::string("{\"a\":1}\0", 8), "{\"a\":1" + std::string(400, '0') + "}",
+        "{\"a\":0" + std::string(20, '9') + "}", std::string("[1, "), std::string("[\"\xC3\xA5\",truex]")})
     EXPECT_EQ(textOf(json), "malformed") << json.substr(0, 40);
+  for (const std::string& json : {std::string("{\"a\":\"\xFF\"}"), std::string("{\"a\":\"\xC0\x80\"}"),
+                                  std::string("\xFE\xFF\0{\0}", 6), std::string("{\"\xC3")})
+    EXPECT_EQ(textOf(json), "not UTF-8") << json;
 }
 
 TEST(JsonTest, DecodesTheEdgesOfWhatIsJson) {
@@ -48,6 +52,9 @@ TEST(JsonTest, DecodesTheEdgesOfWhatIsJson) {
       {"{\"a\":{},\"a\":\"y\"}", "y"},
       {"{\"\\u0061\":\"\\u017c\\ud83d\\ude97\\n\"}", "\xC5\xBC\xF0\x9F\x9A\x97\n"},
       {" {\"a\":\"a\\\\\\\"18446744073709551616\",\"b\":99999999999999999999} ", "a\\\"18446744073709551616"},
+      {"{\"b\":[[\"\"]],\"c\":{\"d\":[{}]},\"a\":\"x\"}", "x"},
+      {"{\"a\":1e-999,\"b\":0.1e-99999999999999999999}", "0"},
+      {"{\"a\":-0.0001e-400,\"b\":0e999}", "-0"},
       {"{\"a\":18446744073709551615}", "18446744073709551615"},
       {"{\"a\":100000000000000000000}", "100000000000000000000"},
       {"{\"a\":-123456789012345678901234567890}", "-123456789012345678901234567890"},
