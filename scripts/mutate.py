@@ -37,6 +37,7 @@ TESTS = {
     "model": [("fleetor_model_tests", "^model:")] + REQUESTS + STORIES,
     "ui": [("fleetor_ui_tests", "^ui:")] + STORIES + WINDOW,
     "service": REQUESTS + STORIES,
+    "fleet": [("fleetor_fleet_tests", "^fleet:")],
     "exports": [("fleetor_exports_tests", "^exports:")],
     "values": [("fleetor_values_tests", "^values:"), ("fleetor_day_tests", "^day:")],
     "day": [("fleetor_day_tests", "^day:")] + STORIES[1:],

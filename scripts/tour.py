@@ -166,6 +166,29 @@ def live_trail(client, demo, vehicle):
     client.picture("live-trail")
 
 
+def search(client, name="search"):
+    """What is typed, what nothing matches, and the orders; Escape closes."""
+    client.key("ctrl+f")
+    client.find("Name or registration", "text")
+    client.type("buss 3")
+    client.find("Büssli 3")
+    client.find(r".*: 1\b")
+    client.picture(name)
+    client.type("xyz")
+    client.find("No vehicle matches")
+    client.picture(f"{name}-none")
+    client.click("Clear", "push button")
+    client.click("Order", "push button")
+    client.find("By registration")
+    client.picture(f"{name}-order")
+    client.click("By registration", "push button")
+    client.gone("By registration")
+    client.picture(f"{name}-all")
+    client.key("Escape")
+    client.gone("Name or registration", "text")
+    client.settle()
+
+
 def first_visit():
     client = Client("phone", *PHONE)
     client.find("I agree")

@@ -6,6 +6,7 @@
 #include "shell/account_view_controller.h"
 #include "shell/choose_vehicle_table_view_controller.h"
 #include "shell/empty_view_controller.h"
+#include "shell/find_view_controller.h"
 #include "shell/launch_view_controller.h"
 #include "shell/login_view_controller.h"
 #include "shell/main_view_controller.h"
@@ -49,6 +50,10 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
       [known = std::make_shared<KnownInfo>()](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<AboutDetailViewController>(of, known);
   };
+  const auto makeFind =
+      [order = std::make_shared<ChosenOrder>()](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<FindViewController>(of, order);
+  };
   return {environment,
           "Main",
           "LaunchVC",
@@ -59,6 +64,7 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
            {"MenuVC", makeScreen<MenuViewController>},
            {"EmptyVC", makeScreen<EmptyViewController>},
            {"VehiclesVC", makeScreen<VehiclesTableViewController>},
+           {"FindVC", makeFind},
            {"ChooseVehicleVC", makeScreen<ChooseVehicleTableViewController>},
            {"AccountVC", makeScreen<AccountViewController>},
            {"AboutVC", makeScreen<AboutViewController>},

@@ -57,10 +57,11 @@ void PagedVehicles<Base>::loadItems() {
                      }
                      if (self->numberOfVehicles() == before && !self->isComplete()) {
                        self->endLoadingLater();
-                       return;
+                     } else {
+                       self->pause_ = firstPause;
+                       self->endLoading();
                      }
-                     self->pause_ = firstPause;
-                     self->endLoading();
+                     self->pageEnded();
                    });
 }
 

@@ -40,6 +40,7 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
   virtual bool showsRegistration() const = 0;
 
   virtual void pageFailed() {}  ///< no more pages are requested
+  virtual void pageEnded() {}   ///< an answer has been taken in, or there was none
 
   bool isVehicleRow(IndexPath path) const { return path.row < numberOfVehicles(); }
   const Vehicle& vehicleAtIndexPath(IndexPath path) const;  ///< of a vehicle row

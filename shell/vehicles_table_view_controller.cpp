@@ -23,11 +23,14 @@ void VehiclesTableViewController::viewDidLoad() {
   PagedVehicles::viewDidLoad();
   showMenuButton();
   setTitle(localized("My Vehicles"));
-  if (!environment().device.isPad()) return;
   using Self = VehiclesTableViewController;
+  findButton_ = barButton("NavFind", "Find a vehicle", &Self::showFind);
+  outlet("findButton", *findButton_);
+  navigationItem().setRightBarButtonItem(findButton_);
+  if (!environment().device.isPad()) return;
   navigationItem().setLeftBarButtonItem(barButton("BtnLogout", "Log out", &Self::logout));
   navigationItem().setRightBarButtonItems({barButton("BtnAccount", "Account", &Self::showAccount),
-                                           barButton("BtnAbout", "About", &Self::showAbout)});
+                                           barButton("BtnAbout", "About", &Self::showAbout), findButton_});
   reloaded_ = itemsTableView().reloaded.connect([this] { markOpenVehicle(); });
 }
 
@@ -48,6 +51,31 @@ void VehiclesTableViewController::pageFailed() {
   failureLabel_.setText(localized("The list of vehicles is incomplete"));
 }
 
+void VehiclesTableViewController::pageEnded() {
+  if (fleet_) fleet_->follow(items());
+}
+
+void VehiclesTableViewController::showFind(Component&) {
+  if (!fleet_) fleet_ = std::make_shared<SearchedFleet>(environment().device.language());
+  fleet_->follow(items());
+  const auto find = storyboard()->instantiate<FindViewController>("FindVC");
+  find->setFleet(fleet_);
+  find->setDelegate(sharedFrom(this));
+  find->setModalPresentationStyle(ModalPresentationStyle::formSheet);
+  presentViewController(find, true);
+}
+
+// Opens behind the search, which uncovers it.
+void VehiclesTableViewController::findViewControllerDidChooseVehicle(FindViewController&,
+                                                                     const Vehicle& vehicle) {
+  if (!environment().device.isPad()) {
+    performSegueWithIdentifier("DetailSegue", vehicle);
+    return;
+  }
+  openBesideList(vehicle);
+  itemsTableView().reloadData();  // drops the mark of what was open before
+}
+
 void VehiclesTableViewController::loadAgain() {
   auto* reveal = revealViewController();
   if (!reveal) return;
@@ -58,9 +86,11 @@ void VehiclesTableViewController::loadAgain() {
     reveal->setFrontViewControllerAnimated(list, true);
 }
 
-void VehiclesTableViewController::prepareForSegue(Segue& segue, const std::any&) {
+void VehiclesTableViewController::prepareForSegue(Segue& segue, const std::any& sender) {
   const auto pager = std::dynamic_pointer_cast<VehicleViewController>(segue.destinationViewController);
-  if (const auto selected = itemsTableView().indexPathForSelectedRow(); pager && selected)
+  if (const auto* found = std::any_cast<Vehicle>(&sender); pager && found)
+    pager->setVehicle(*found);
+  else if (const auto selected = itemsTableView().indexPathForSelectedRow(); pager && selected)
     pager->setVehicle(vehicleAtIndexPath(*selected));
 }
 
@@ -69,10 +99,14 @@ void VehiclesTableViewController::tableViewDidSelectRowAtIndexPath(TableView&, I
     performSegueWithIdentifier("DetailSegue");
     return;
   }
+  openBesideList(vehicleAtIndexPath(path));
+}
+
+void VehiclesTableViewController::openBesideList(const Vehicle& vehicle) {
   auto* reveal = revealViewController();
   if (!reveal) return;
   const auto pager = storyboard()->instantiate<VehicleViewController>("VehicleVC");
-  pager->setVehicle(vehicleAtIndexPath(path));
+  pager->setVehicle(vehicle);
   reveal->setFrontViewControllerAnimated(
       BaseNavigationController::initWithRootViewController(environment(), pager), false);
   placeFrontBesideRear(*reveal);

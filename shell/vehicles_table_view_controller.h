@@ -3,6 +3,7 @@
 #include <any>
 #include <string>
 
+#include "shell/find_view_controller.h"
 #include "shell/paged_vehicles.h"
 #include "ui/controls/alert_view.h"
 
@@ -11,7 +12,9 @@ namespace fleetor {
 /// "My Vehicles": where a signed-in user starts. On a phone it opens a vehicle by pushing its pager; on a
 /// tablet it is the permanent left column, puts the pager beside itself and carries what the side menu
 /// carries on a phone. After a failed page it offers to load the list again.
-class VehiclesTableViewController final : public PagedVehicles<PageViewController>, public AlertViewDelegate {
+class VehiclesTableViewController final : public PagedVehicles<PageViewController>,
+                                          public AlertViewDelegate,
+                                          public FindViewControllerDelegate {
  public:
   explicit VehiclesTableViewController(Environment& environment);
 
@@ -23,6 +26,9 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void tableViewDidSelectRowAtIndexPath(TableView& tableView, IndexPath path) override;
   void alertViewClickedButtonAtIndex(AlertView& alertView, int index) override;
 
+  void showFind(Component& sender);
+  void findViewControllerDidChooseVehicle(FindViewController& controller, const Vehicle& vehicle) override;
+
   // The buttons of a tablet.
   void logout(Component& sender);  ///< asks first
   void showAccount(Component& sender);
@@ -31,6 +37,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
  protected:
   bool showsRegistration() const override { return true; }
   void pageFailed() override;
+  void pageEnded() override;
 
  private:
   void markOpenVehicle();  ///< selects the vehicle that a tablet shows beside the list
@@ -40,10 +47,13 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void presentFormSheet(const std::string& storyboardIdentifier);
   std::shared_ptr<NavigationController> stackOf(const std::string& storyboardIdentifier);
   void loadAgain();  ///< in a new screen
+  void openBesideList(const Vehicle& vehicle);
 
   Label failureLabel_;
   Button reloadButton_;
   Connection reloaded_;
+  std::shared_ptr<BarButtonItem> findButton_;
+  std::shared_ptr<SearchedFleet> fleet_;  ///< none before the first search
 };
 
 }  // namespace fleetor

@@ -9,7 +9,7 @@ namespace fleetor {
 
 /// The row of one vehicle: its picture ("photoImageView") and its name, in full ("nameLabel") and as the two
 /// lines that are drawn ("textLabel" and "detailTextLabel").
-class VehicleTableViewCell final : public TableViewCell {
+class VehicleTableViewCell : public TableViewCell {
  public:
   explicit VehicleTableViewCell(std::string reuseIdentifier);
 

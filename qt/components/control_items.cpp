@@ -42,6 +42,23 @@ void addPlaces(const QTextFragment& piece, const QTextBlock& block, QVariantList
 QString LabelItem::text() const {
   return read<Label>([](Label& c) { return toQString(c.text()); });
 }
+QStringList LabelItem::pieces() const {
+  return read<Label>([](Label& c) {
+    QStringList pieces;
+    const auto add = [&](std::size_t begin, std::size_t end) {
+      pieces << toQString(c.text().substr(begin, end - begin)).toHtmlEscaped();
+    };
+    std::size_t next = 0;
+    for (const auto& [begin, end] : c.marks()) {
+      if (end > c.text().size() || begin >= static_cast<std::size_t>(longestDrawn)) break;
+      add(next, begin);
+      add(begin, end);
+      next = end;
+    }
+    if (next > 0) add(next, c.text().size());
+    return pieces;
+  });
+}
 bool LabelItem::faded() const {
   return read<Label>([](Label& c) { return c.faded(); });
 }

@@ -27,10 +27,14 @@ class LabelItem : public fleetor::ComponentItem {
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QString text READ text NOTIFY changed)
   Q_PROPERTY(bool faded READ faded NOTIFY changed)
+  /// The text where parts of it stand out, ready for styled text: every second piece is one of these.
+  /// Without such parts empty.
+  Q_PROPERTY(QStringList pieces READ pieces NOTIFY changed)
 
  public:
   using ComponentItem::ComponentItem;
   QString text() const;
+  QStringList pieces() const;
   bool faded() const;
 };
 

@@ -17,6 +17,7 @@ USES = {  # package: (files, pattern in them)
     "libcurl4-openssl-dev": (BUILD, "CURL"), "libsimdjson-dev": (BUILD, "simdjson"),
     "libcpp-httplib-dev": (BUILD, "cpp-httplib"), "nlohmann-json3-dev": (BUILD, "nlohmann_json"),
     "libcairo2-dev": (BUILD, "cairo"), "libpng-dev": (BUILD, "libpng"), "zlib1g-dev": (BUILD, "ZLIB"),
+    "libicu-dev": (BUILD, r"find_package\(ICU"),
     "qml6-module-qtquick": (r"\.qml$", "^import QtQuick$"),
     "qml6-module-qtquick-window": (r"\.qml$", "^import QtQuick.Window"), "libqt6svg6": ("resources.qrc$", r"\.svg"),
     "fonts-open-sans": (r"\.(cpp|py)$", "Open Sans"), "xdg-utils": (r"^app/", "QDesktopServices::openUrl"),

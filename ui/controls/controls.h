@@ -3,6 +3,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "ui/component.h"
 #include "ui/geometry.h"
@@ -11,6 +13,14 @@ namespace fleetor {
 
 /// What a control calls when the user operates it; the argument is the control.
 using Action = std::function<void(Component& sender)>;
+
+/// A part of a text in UTF-8: from byte `begin` to before byte `end`.
+struct TextRange {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+
+  friend bool operator==(const TextRange&, const TextRange&) = default;
+};
 
 class Label : public Component {
  public:
@@ -21,10 +31,15 @@ class Label : public Component {
   bool faded() const { return faded_; }
   void setFaded(bool faded) { assign(faded_, faded); }
 
+  /// Parts of the text that stand out, in order, without overlaps. Set them after the text.
+  const std::vector<TextRange>& marks() const { return marks_; }
+  void setMarks(std::vector<TextRange> marks) { assign(marks_, std::move(marks)); }
+
   std::string accessibleName() const override { return text_; }
 
  private:
   std::string text_;
+  std::vector<TextRange> marks_;
   bool faded_ = false;
 };
 

@@ -86,7 +86,7 @@ AccessibleLayer {
         // The content of a sheet has square corners: it starts below the round ones, under a strip in the bar's
         // colour where it has a bar.
         Rectangle {
-            visible: presented.sheet && presented.screen instanceof NavigationControllerItem
+            visible: presented.sheet && (presented.screen instanceof NavigationControllerItem || presented.screen?.identifier === "FindVC")
             width: parent.width
             height: 2 * panel.radius
             radius: panel.radius

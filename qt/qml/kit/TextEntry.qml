@@ -8,6 +8,8 @@ FocusScope {
     id: root
 
     property TextFieldItem field
+    property real spare: 0 // points at the end that hold something else
+    property string hint // what assistive technology reads out after the name, and whenever it changes
 
     function follow() {
         if (!field)
@@ -61,7 +63,7 @@ FocusScope {
 
         anchors.fill: parent
         anchors.leftMargin: 14
-        anchors.rightMargin: 14
+        anchors.rightMargin: Math.max(14, root.spare)
         horizontalAlignment: TextInput.AlignLeft
         verticalAlignment: TextInput.AlignVCenter
         clip: true
@@ -92,6 +94,7 @@ FocusScope {
         }
         Accessible.role: Accessible.EditableText
         Accessible.name: root.field?.accessibleName ?? ""
+        Accessible.description: root.hint
         Accessible.editable: true
     }
 

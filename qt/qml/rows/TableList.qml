@@ -153,6 +153,8 @@ ListView {
                 switch (kind) {
                 case "VehicleCell":
                     return "VehicleRow.qml";
+                case "FoundCell":
+                    return "FoundRow.qml";
                 case "InfoCell":
                     return "InfoRow.qml";
                 case "RouteCell":

@@ -39,14 +39,14 @@ RowBody {
         anchors.rightMargin: Theme.margin
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
-        RowText {
+        MarkedText {
             visible: text !== ""
-            text: row.name?.text ?? ""
+            label: row.name
             font.weight: Font.DemiBold
         }
-        RowText {
+        MarkedText {
             visible: text !== ""
-            text: row.registration?.text ?? ""
+            label: row.registration
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize + 1
         }

@@ -10,6 +10,12 @@ FocusScope {
     readonly property ButtonItem reload: screen.outlet("reloadButton") as ButtonItem
     readonly property LabelItem failure: screen.outlet("failureLabel") as LabelItem
 
+    Shortcut {
+        sequences: [StandardKey.Find]
+        enabled: root.visible && root.enabled
+        onActivated: (root.screen.outlet("findButton") as ButtonItem)?.tap()
+    }
+
     TableList {
         id: list
         width: parent.width

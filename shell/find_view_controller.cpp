@@ -1,0 +1,152 @@
+#include "shell/find_view_controller.h"
+
+#include <utility>
+
+#include "platform/filled_text.h"
+#include "shell/found_vehicle_cell.h"
+#include "ui/controls/action_sheet.h"
+
+namespace fleetor {
+
+namespace {
+
+constexpr double rowHeight = 68.0;
+
+struct OrderEntry {
+  VehicleOrder order;
+  const char* title;  ///< English, not localised yet
+};
+
+constexpr OrderEntry orders[] = {{VehicleOrder::service, "As in the list"},
+                                 {VehicleOrder::name, "By name"},
+                                 {VehicleOrder::registration, "By registration"}};
+
+}  // namespace
+
+FindViewController::FindViewController(Environment& environment, std::shared_ptr<ChosenOrder> order)
+    : BaseViewController(environment),
+      order_(std::move(order)),
+      searchTextField_(environment),
+      foundTableView_(environment) {
+  setTitle(localized("Find a vehicle"));
+  outlet("searchTextField", searchTextField_);
+  outlet("clearButton", clearButton_);
+  outlet("foundLabel", foundLabel_);
+  outlet("emptyLabel", emptyLabel_);
+  outlet("foundTableView", foundTableView_);
+  searchTextField_.setPlaceholder(localized("Name or registration"));
+  searchTextField_.setDelegate(this);
+  clearButton_.setAccessibleName(localized("Clear"));
+  clearButton_.setAction([this](Component&) {
+    searchTextField_.setText("");
+    searchTextField_.becomeFirstResponder();
+  });
+  foundTableView_.registerMaker("FoundCell", [](const std::string& identifier) {
+    return std::make_shared<FoundVehicleCell>(identifier);
+  });
+  foundTableView_.setTableFooterView(true);
+  foundTableView_.setDataSource(this);
+  foundTableView_.setDelegate(this);
+  const auto barButton = [this](const char* image, std::string name, void (FindViewController::*action)()) {
+    auto button =
+        BarButtonItem::initWithImage(image, true, [this, action](Component&) { (this->*action)(); });
+    button->setAccessibleName(std::move(name));
+    return button;
+  };
+  navigationItem().setLeftBarButtonItem(
+      barButton("BtnClose", localized("Close"), &FindViewController::close));
+  navigationItem().setRightBarButtonItem(
+      barButton("NavSort", localized("Order"), &FindViewController::showOrders));
+}
+
+void FindViewController::viewDidLoad() {
+  BaseViewController::viewDidLoad();
+  fieldChanged_ = searchTextField_.changed.connect([this] {
+    if (searchTextField_.text() != typed_) refresh();
+  });
+  fleetChanged_ = fleet_->changed.connect([this] { refresh(); });
+  refresh();
+}
+
+void FindViewController::viewDidAppear(bool animated) {
+  BaseViewController::viewDidAppear(animated);
+  searchTextField_.becomeFirstResponder();
+}
+
+void FindViewController::refresh() {
+  typed_ = searchTextField_.text();
+  words_ = SearchWords(typed_);
+  found_ = fleet_->search().find(words_, order_->order());
+  clearButton_.setEnabled(!typed_.empty());
+  sayWhatWasFound();
+  foundTableView_.reloadData();
+}
+
+void FindViewController::sayWhatWasFound() {
+  const bool none = found_.empty();
+  foundLabel_.setText(
+      none ? "" : filled(localized("Vehicles found: {count}"), "{count}", std::to_string(found_.size())));
+  if (!none)
+    emptyLabel_.setText("");
+  else if (fleet_->search().vehicles().empty())
+    emptyLabel_.setText(localized("No vehicles"));
+  else
+    emptyLabel_.setText(filled(localized("No vehicle matches “{words}”"), "{words}", typed_));
+}
+
+void FindViewController::showOrders() {
+  ActionSheet::Content content{localized("Order"), {}};
+  for (const auto& [order, title] : orders)
+    content.entries.push_back({localized(title),
+                               {},
+                               order == order_->order() ? "RowChosen" : "RowNotChosen",
+                               [self = sharedFrom(this), chosen = order] {
+                                 self->order_->choose(chosen);
+                                 self->refresh();
+                               }});
+  ActionSheet::show(environment(), std::move(content));
+}
+
+void FindViewController::close() {
+  endEditing();
+  dismissViewControllerAnimated(true);
+}
+
+bool FindViewController::textFieldShouldReturn(TextField&) {
+  if (found_.size() == 1) {
+    foundTableView_.tap(0);
+  } else if (!found_.empty()) {
+    searchTextField_.resignFirstResponder();
+    foundTableView_.scrollToRowAtIndexPath({0, 0});
+  }
+  return true;
+}
+
+const Vehicle& FindViewController::vehicleAt(int row) const {
+  return fleet_->search().vehicles()[found_[static_cast<std::size_t>(row)]];
+}
+
+int FindViewController::tableViewNumberOfRowsInSection(TableView&, int) {
+  return static_cast<int>(found_.size());
+}
+
+std::shared_ptr<TableViewCell> FindViewController::tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                                  IndexPath path) {
+  auto cell =
+      std::static_pointer_cast<FoundVehicleCell>(tableView.dequeueReusableCellWithIdentifier("FoundCell"));
+  cell->show(vehicleAt(path.row), words_);
+  return cell;
+}
+
+double FindViewController::tableViewHeightForRowAtIndexPath(TableView&, IndexPath) {
+  return rowHeight;
+}
+
+void FindViewController::tableViewDidSelectRowAtIndexPath(TableView&, IndexPath path) {
+  const auto self = sharedFrom(this);
+  const Vehicle vehicle = vehicleAt(path.row);
+  if (const auto delegate = delegate_.lock()) delegate->findViewControllerDidChooseVehicle(*this, vehicle);
+  close();
+}
+
+}  // namespace fleetor
