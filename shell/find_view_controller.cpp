@@ -33,6 +33,8 @@ FindViewController::FindViewController(Environment& environment, std::shared_ptr
   outlet("clearButton", clearButton_);
   outlet("foundLabel", foundLabel_);
   outlet("emptyLabel", emptyLabel_);
+  outlet("progressLabel", progressLabel_);
+  outlet("progressButton", progressButton_);
   outlet("foundTableView", foundTableView_);
   searchTextField_.setPlaceholder(localized("Name or registration"));
   searchTextField_.setDelegate(this);
@@ -41,6 +43,7 @@ FindViewController::FindViewController(Environment& environment, std::shared_ptr
     searchTextField_.setText("");
     searchTextField_.becomeFirstResponder();
   });
+  progressButton_.setAction([this](Component&) { stopOrGoOn(); });
   foundTableView_.registerMaker("FoundCell", [](const std::string& identifier) {
     return std::make_shared<FoundVehicleCell>(identifier);
   });
@@ -65,12 +68,23 @@ void FindViewController::viewDidLoad() {
     if (searchTextField_.text() != typed_) refresh();
   });
   fleetChanged_ = fleet_->changed.connect([this] { refresh(); });
+  addObserver(UIApplicationDidEnterBackgroundNotification,
+              [this](const Notification&) { fleet_->setShown(false); });
+  addObserver(UIApplicationWillEnterForegroundNotification, [this](const Notification&) {
+    fleet_->setShown(appearanceState() == AppearanceState::appeared);
+  });
   refresh();
 }
 
 void FindViewController::viewDidAppear(bool animated) {
   BaseViewController::viewDidAppear(animated);
   searchTextField_.becomeFirstResponder();
+  fleet_->setShown(true);
+}
+
+void FindViewController::viewWillDisappear(bool animated) {
+  BaseViewController::viewWillDisappear(animated);
+  fleet_->setShown(false);
 }
 
 void FindViewController::refresh() {
@@ -79,6 +93,7 @@ void FindViewController::refresh() {
   found_ = fleet_->search().find(words_, order_->order());
   clearButton_.setEnabled(!typed_.empty());
   sayWhatWasFound();
+  sayWhatIsMissing();
   foundTableView_.reloadData();
 }
 
@@ -86,12 +101,41 @@ void FindViewController::sayWhatWasFound() {
   const bool none = found_.empty();
   foundLabel_.setText(
       none ? "" : filled(localized("Vehicles found: {count}"), "{count}", std::to_string(found_.size())));
-  if (!none)
+  const bool held = !fleet_->search().vehicles().empty();
+  const auto state = fleet_->state();
+  if (!none || state == SearchedFleet::State::fetching || (!held && state != SearchedFleet::State::complete))
     emptyLabel_.setText("");
-  else if (fleet_->search().vehicles().empty())
+  else if (!held)
     emptyLabel_.setText(localized("No vehicles"));
   else
     emptyLabel_.setText(filled(localized("No vehicle matches “{words}”"), "{words}", typed_));
+}
+
+void FindViewController::sayWhatIsMissing() {
+  const auto state = fleet_->state();
+  std::string line = localized("Loading");
+  if (fleet_->total())
+    line = filled(filled(localized("{held} of {total} vehicles"), "{held}",
+                         std::to_string(fleet_->search().vehicles().size())),
+                  "{total}", std::to_string(*fleet_->total()));
+  std::string button;
+  if (state == SearchedFleet::State::complete) line = "";
+  if (state == SearchedFleet::State::fetching) button = localized("Stop");
+  if (state == SearchedFleet::State::stopped) button = localized("Continue");
+  if (state == SearchedFleet::State::failed) {
+    line = localized("The list of vehicles is incomplete");
+    button = localized("Try again");
+  }
+  progressLabel_.setText(std::move(line));
+  progressButton_.setEnabled(!button.empty());
+  progressButton_.setTitle(std::move(button));
+}
+
+void FindViewController::stopOrGoOn() {
+  if (fleet_->state() == SearchedFleet::State::fetching)
+    fleet_->stop();
+  else
+    fleet_->resume();
 }
 
 void FindViewController::showOrders() {

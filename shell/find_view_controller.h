@@ -49,13 +49,16 @@ class FindViewController final : public BaseViewController,
   void setDelegate(std::weak_ptr<FindViewControllerDelegate> delegate) { delegate_ = std::move(delegate); }
 
   TextField& searchTextField() { return searchTextField_; }
-  Button& clearButton() { return clearButton_; }  ///< disabled while there is nothing to clear
-  Label& foundLabel() { return foundLabel_; }     ///< how many vehicles; empty where `emptyLabel` is not
-  Label& emptyLabel() { return emptyLabel_; }     ///< why there are no rows
+  Button& clearButton() { return clearButton_; }     ///< disabled while there is nothing to clear
+  Label& foundLabel() { return foundLabel_; }        ///< how many vehicles; empty where `emptyLabel` is not
+  Label& emptyLabel() { return emptyLabel_; }        ///< why there are no rows
+  Label& progressLabel() { return progressLabel_; }  ///< why not all vehicles are searched; empty: they are
+  Button& progressButton() { return progressButton_; }  ///< stops the fetching, or goes on with it
   TableView& foundTableView() { return foundTableView_; }
 
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
+  void viewWillDisappear(bool animated) override;
 
   bool textFieldShouldReturn(TextField& textField) override;
   int tableViewNumberOfRowsInSection(TableView& tableView, int section) override;
@@ -67,6 +70,8 @@ class FindViewController final : public BaseViewController,
  private:
   void refresh();
   void sayWhatWasFound();
+  void sayWhatIsMissing();
+  void stopOrGoOn();
   void showOrders();
   void close();
   const Vehicle& vehicleAt(int row) const;
@@ -81,6 +86,8 @@ class FindViewController final : public BaseViewController,
   Button clearButton_;
   Label foundLabel_;
   Label emptyLabel_;
+  Label progressLabel_;
+  Button progressButton_;
   TableView foundTableView_;
   Connection fieldChanged_;
   Connection fleetChanged_;

@@ -61,7 +61,6 @@ void PagedVehicles<Base>::loadItems() {
                        self->pause_ = firstPause;
                        self->endLoading();
                      }
-                     self->pageEnded();
                    });
 }
 
@@ -69,6 +68,22 @@ template <class Base>
 void PagedVehicles<Base>::endLoading() {
   this->setLoading(false);
   itemsTableView_.reloadData();
+  pageEnded();
+}
+
+template <class Base>
+bool PagedVehicles<Base>::requestPage(std::size_t offset, PageTaken taken) {
+  if (this->isLoading()) return false;
+  this->setLoading(true);
+  const auto self = this->sharedFrom(this);
+  API::getWithPath("/vehicles", {{"offset", static_cast<std::int64_t>(offset)}, {"limit", vehiclesPerPage}},
+                   modelClass<VehiclesResponse>, {},
+                   [self, taken = std::move(taken)](auto response, auto kind, long, auto&) {
+                     self->setLoading(false);
+                     self->itemsTableView_.reloadData();  // its loading row may have asked in vain
+                     taken(kind == ResponseKindSuccess ? &*response : nullptr);
+                   });
+  return true;
 }
 
 template <class Base>

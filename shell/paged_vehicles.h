@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -40,7 +41,12 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
   virtual bool showsRegistration() const = 0;
 
   virtual void pageFailed() {}  ///< no more pages are requested
-  virtual void pageEnded() {}   ///< an answer has been taken in, or there was none
+  virtual void pageEnded() {}   ///< another page may be requested
+
+  /// Requests a page that the list does not take, as the one request that this screen has in flight. The
+  /// answer is null after a failure. False: there is a request in flight already.
+  using PageTaken = std::function<void(const VehiclesResponse* page)>;
+  bool requestPage(std::size_t offset, PageTaken taken);
 
   bool isVehicleRow(IndexPath path) const { return path.row < numberOfVehicles(); }
   const Vehicle& vehicleAtIndexPath(IndexPath path) const;  ///< of a vehicle row

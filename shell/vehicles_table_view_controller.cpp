@@ -48,16 +48,23 @@ void VehiclesTableViewController::markOpenVehicle() {
 }
 
 void VehiclesTableViewController::pageFailed() {
+  failed_ = true;
   failureLabel_.setText(localized("The list of vehicles is incomplete"));
 }
 
 void VehiclesTableViewController::pageEnded() {
-  if (fleet_) fleet_->follow(items());
+  if (fleet_) fleet_->follow(items(), failed_);
 }
 
 void VehiclesTableViewController::showFind(Component&) {
-  if (!fleet_) fleet_ = std::make_shared<SearchedFleet>(environment().device.language());
-  fleet_->follow(items());
+  if (!fleet_)
+    fleet_ = std::make_shared<SearchedFleet>(
+        environment().device.language(),
+        [weak = std::weak_ptr(sharedFrom(this))](std::size_t offset, SearchedFleet::Taken taken) {
+          const auto self = weak.lock();
+          return self && self->requestPage(offset, std::move(taken));
+        });
+  fleet_->follow(items(), failed_);
   const auto find = storyboard()->instantiate<FindViewController>("FindVC");
   find->setFleet(fleet_);
   find->setDelegate(sharedFrom(this));

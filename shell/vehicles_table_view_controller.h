@@ -52,6 +52,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   Label failureLabel_;
   Button reloadButton_;
   Connection reloaded_;
+  bool failed_ = false;
   std::shared_ptr<BarButtonItem> findButton_;
   std::shared_ptr<SearchedFleet> fleet_;  ///< none before the first search
 };

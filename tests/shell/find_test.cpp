@@ -16,6 +16,7 @@ class Find : public testing::TestWithParam<Idiom> {
 
   /// Looks at the list, whose first page comes with that, and opens the search.
   FindViewController& open() {
+    serveFleet(client.transport, 20, 20);
     client.start();
     eyes.emplace(client.vehicles());
     client.settle();
@@ -101,6 +102,124 @@ TEST_P(Find, KeepsItsOrderUntilTheSessionEnds) {
   type("vehicle 2");
   EXPECT_THAT(rows(), ElementsAre("Vehicle 2\nKR 2", "Vehicle 12", "Vehicle 20\nKR 20"));
 }
+
+/// A search over a list that has its first page, of a fleet of that size, or still waits for it.
+class FindFetching : public Find {
+ protected:
+  FindViewController& openOver(std::optional<int> total) {
+    client.transport.leaveOpen("/vehicles");
+    client.start();
+    eyes.emplace(client.vehicles());
+    client.settle();
+    if (total) answer(*total, *total);
+    client.takeRequests();
+    return reopen();
+  }
+  void answer(int total, int delivered) {
+    client.transport.answerOpen("/vehicles", vehiclesPage(client.transport.last(), total, delivered));
+    client.queues.runUntilIdle();
+  }
+  std::string progress() {
+    auto* const find = client.find<FindViewController>();
+    return find->progressLabel().text() + "|" + find->progressButton().title();
+  }
+};
+
+TEST_P(FindFetching, FetchesWhatIsMissingOnePageAfterTheOtherAndLeavesTheListAlone) {
+  FindViewController& find = openOver(45);
+  EXPECT_EQ(progress(), "20 of 45 vehicles|Stop");
+  type("45");
+  EXPECT_EQ(find.emptyLabel().text(), "") << "not yet";
+  answer(45, 45);
+  EXPECT_EQ(progress(), "40 of 45 vehicles|Stop");
+  EXPECT_EQ(client.transport.openCount(), 1u);
+  answer(45, 45);
+  EXPECT_EQ(progress(), "|");
+  EXPECT_FALSE(find.progressButton().enabled());
+  EXPECT_THAT(rows(), ElementsAre("Vehicle 45"));
+  EXPECT_THAT(client.takeRequests(),
+              ElementsAre("GET /vehicles?limit=20&offset=20", "GET /vehicles?limit=20&offset=40"));
+  EXPECT_EQ(client.vehicles().numberOfRows(), 21);
+
+  client.tapLeftButtonOf(find);
+  reopen();
+  EXPECT_EQ(progress(), "|");
+  EXPECT_THAT(client.takeRequests(), IsEmpty()) << "it holds them all";
+}
+
+TEST_P(FindFetching, NeverRequestsBesideTheListNorTheListBesideIt) {
+  openOver(65);
+  eyes->scrollToEnd();
+  client.settle();
+  EXPECT_EQ(client.transport.openCount(), 1u) << "the list waits";
+  answer(65, 65);
+  EXPECT_EQ(client.transport.openCount(), 1u);
+  EXPECT_EQ(numberOf(client.transport.last().url, "offset"), 20) << "now it is the list's turn";
+  EXPECT_EQ(progress(), "40 of 65 vehicles|Stop");
+  answer(65, 65);
+  EXPECT_EQ(client.vehicles().numberOfRows(), 41);
+  EXPECT_EQ(client.transport.openCount(), 1u);
+  EXPECT_EQ(numberOf(client.transport.last().url, "offset"), 40) << "and the search's again";
+}
+
+TEST_P(FindFetching, RequestsNothingWhileItIsStoppedOrHidden) {
+  FindViewController& find = openOver(65);
+  find.progressButton().tap();
+  EXPECT_EQ(progress(), "20 of 65 vehicles|Continue");
+  answer(65, 65);
+  EXPECT_EQ(progress(), "40 of 65 vehicles|Continue");
+  EXPECT_EQ(client.transport.openCount(), 0u);
+  type("xyz");
+  EXPECT_EQ(find.emptyLabel().text(), "No vehicle matches “xyz”") << "as far as it was searched";
+  client.application.didEnterBackground();
+  find.progressButton().tap();
+  EXPECT_EQ(client.transport.openCount(), 0u) << "in the background";
+  client.application.willEnterForeground();
+  client.settle();
+  EXPECT_EQ(client.transport.openCount(), 1u);
+  client.tapLeftButtonOf(find);
+  answer(65, 60);
+  EXPECT_EQ(client.transport.openCount(), 0u) << "closed";
+  reopen();
+  EXPECT_EQ(progress(), "60 of 65 vehicles|Stop");
+}
+
+TEST_P(FindFetching, SaysThatItFailedAndTriesAgain) {
+  FindViewController& find = openOver(45);
+  client.transport.answerOpen("/vehicles", reply(500, "text/plain", ""));
+  client.settle();
+  EXPECT_EQ(progress(), "The list of vehicles is incomplete|Try again");
+  EXPECT_EQ(client.transport.openCount(), 0u);
+  find.progressButton().tap();
+  client.settle();
+  answer(45, 20);
+  client.advance(600);
+  EXPECT_EQ(progress(), "The list of vehicles is incomplete|Try again") << "a page without vehicles";
+  EXPECT_EQ(client.transport.openCount(), 0u);
+}
+
+TEST_P(FindFetching, HelpsOutAListThatHasFailed) {
+  FindViewController& find = openOver({});
+  EXPECT_EQ(progress(), "Loading|Stop");
+  client.transport.answerOpen("/vehicles", reply(500, "text/plain", ""));
+  client.settle();
+  EXPECT_EQ(progress(), "The list of vehicles is incomplete|Try again");
+  EXPECT_EQ(find.emptyLabel().text(), "");
+  find.progressButton().tap();
+  client.settle();
+  answer(7, 7);
+  EXPECT_THAT(rows(), testing::SizeIs(7));
+  EXPECT_EQ(progress(), "|");
+}
+
+TEST_P(FindFetching, SaysThatAnAccountIsEmpty) {
+  FindViewController& find = openOver({});
+  answer(0, 0);
+  EXPECT_EQ(find.emptyLabel().text(), "No vehicles");
+  EXPECT_EQ(progress(), "|");
+}
+
+INSTANTIATE_TEST_SUITE_P(OnA, FindFetching, testing::Values(Idiom::phone, Idiom::pad));
 
 INSTANTIATE_TEST_SUITE_P(OnA, Find, testing::Values(Idiom::phone, Idiom::pad));
 

@@ -81,6 +81,7 @@ Rectangle {
         horizontalAlignment: centred ? Text.AlignHCenter : Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         text: bar.title
+        visible: text !== ""
         wrapMode: single ? Text.NoWrap : Text.Wrap
         maximumLineCount: 2
         color: Theme.barTitle

@@ -101,7 +101,8 @@ FocusScope {
     PlainText {
         anchors.left: input.left
         anchors.right: input.right
-        anchors.verticalCenter: parent.verticalCenter
+        height: parent.height
+        verticalAlignment: Text.AlignVCenter // of the letters, which may be smaller than their line
         visible: input.length === 0 && input.preeditText === ""
         text: root.field?.placeholder ?? ""
         fontSizeMode: Text.HorizontalFit

@@ -10,8 +10,14 @@ FocusScope {
     required property ViewControllerItem screen
     readonly property string empty: (screen.outlet("emptyLabel") as LabelItem)?.text ?? ""
     readonly property string found: (screen.outlet("foundLabel") as LabelItem)?.text ?? ""
+    readonly property string typed: entry.field?.text ?? ""
     readonly property ButtonItem clear: screen.outlet("clearButton") as ButtonItem
 
+    // The rows are others.
+    onTypedChanged: {
+        list.currentIndex = -1;
+        list.positionViewAtBeginning();
+    }
     Keys.onDownPressed: event => {
         event.accepted = list.count > 0 && !list.activeFocus;
         if (event.accepted) {
@@ -34,7 +40,6 @@ FocusScope {
         id: bar
         width: parent.width
         leftItems: root.screen?.leftItems ?? []
-        rightItems: root.screen?.rightItems ?? []
         z: 2
 
         TextEntry {
@@ -59,6 +64,12 @@ FocusScope {
                 onTapped: root.clear.tap()
             }
         }
+        BarButton {
+            anchors.right: parent.right
+            anchors.rightMargin: 4
+            anchors.verticalCenter: parent.verticalCenter
+            button: (root.screen?.rightItems[0] ?? null) as ButtonItem
+        }
     }
 
     PlainText {
@@ -80,7 +91,7 @@ FocusScope {
     TableList {
         id: list
         anchors.top: count.bottom
-        anchors.bottom: parent.bottom
+        anchors.bottom: missing.visible ? missing.top : parent.bottom
         width: parent.width
         table: root.screen.outlet("foundTableView") as TableItem
         label: root.screen.title
@@ -91,6 +102,14 @@ FocusScope {
                 list.forceActiveFocus(Qt.TabFocusReason);
             }
         }
+    }
+
+    ListOffer {
+        id: missing
+        anchors.bottom: parent.bottom
+        width: parent.width
+        line: root.screen.outlet("progressLabel") as LabelItem
+        button: root.screen.outlet("progressButton") as ButtonItem
     }
 
     PlainText {

@@ -7,8 +7,6 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
-    readonly property ButtonItem reload: screen.outlet("reloadButton") as ButtonItem
-    readonly property LabelItem failure: screen.outlet("failureLabel") as LabelItem
 
     Shortcut {
         sequences: [StandardKey.Find]
@@ -25,44 +23,12 @@ FocusScope {
         focus: true
     }
 
-    Rectangle {
+    ListOffer {
         id: offer
-        visible: line.text !== ""
         width: parent.width
-        height: content.height + 16
-        y: list.count === 0 ? (parent.height - height) / 2 : parent.height - height
-        color: list.count === 0 ? "transparent" : Theme.raised
-
-        Rectangle {
-            visible: list.count > 0
-            width: parent.width
-            height: 1
-            color: Theme.separator
-        }
-        // Side by side while there is room.
-        Grid {
-            id: content
-            anchors.centerIn: parent
-            columns: list.count > 0 && line.implicitWidth + again.implicitWidth < offer.width ? 2 : 1
-            horizontalItemAlignment: Grid.AlignHCenter
-            verticalItemAlignment: Grid.AlignVCenter
-            PlainText {
-                id: line
-                width: Math.min(implicitWidth, offer.width - 2 * Theme.margin)
-                horizontalAlignment: Text.AlignHCenter
-                wrapMode: Text.Wrap
-                text: root.failure?.text ?? ""
-                color: Theme.secondaryText
-                Accessible.ignored: false
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
-            TextButton {
-                id: again
-                width: Math.min(implicitWidth, offer.width)
-                label: root.reload?.title ?? ""
-                onTapped: root.reload.tap()
-            }
-        }
+        alone: list.count === 0
+        y: alone ? (parent.height - height) / 2 : parent.height - height
+        line: root.screen.outlet("failureLabel") as LabelItem
+        button: root.screen.outlet("reloadButton") as ButtonItem
     }
 }

@@ -133,6 +133,24 @@ def write_unheard(field, secret):
         sys.exit(f"of the password can be read {read!r}, and heard {heard}")
 
 
+def search(screen):
+    """The number of vehicles is read out with the field, and whenever it changes."""
+    screen.press("push button", "Find a vehicle")
+    field = screen.wait("text", "Name or registration")
+    screen.covered("list", "My Vehicles")
+    for typed, wanted in (("bussli", r"Vehicles found: \d+"), ("xyz", "No vehicle matches “xyz”")):
+        write(field, typed)
+        end = time.monotonic() + 30
+        while not re.fullmatch(wanted, field.get_description()):
+            if time.monotonic() > end:
+                sys.exit(f"after {typed!r} the field is described as {field.get_description()!r}")
+            time.sleep(0.1)  # between two looks
+        if typed == "bussli":
+            screen.wait("list item", "Büssli 3.*")
+            screen.check()
+    screen.press("push button", "Close")
+
+
 def walk(screen):
     screen.wait("document web", "Terms of service")
     screen.focus("link", "privacy notice")
@@ -148,6 +166,7 @@ def walk(screen):
     screen.press("push button", "Sign in")
 
     screen.wait("list", "My Vehicles")
+    search(screen)
     screen.press("list item", "Café van 1.*")
     screen.wait("list item", "Update time: .+")
     for tab, shown in (("Live", ("push button", "Vehicle, .+")), ("Map", ("push button", "Start, .+")),
