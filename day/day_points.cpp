@@ -14,9 +14,8 @@ namespace {
 
 // More than that are metres, or another number that is no distance.
 constexpr double mostTimesLine = 10;
-constexpr double mostBeyondLine = 100;    // km; of a long way that has points at its ends only
-constexpr double samePlace = 200;         // metres
-constexpr std::size_t longestTime = 100;  // bytes: more would not be a time, and held for the whole day
+constexpr double mostBeyondLine = 100;  // km; of a long way that has points at its ends only
+constexpr double samePlace = 200;       // metres
 
 /// One value for each point, none below the one before it. Empty as soon as one is not understood.
 template <class Read>
@@ -86,7 +85,7 @@ DayPoints DayPoints::fromAnswer(const MapResponse& answer, std::string_view day)
         known.try_emplace(entry.street, static_cast<std::uint32_t>(points.addressTexts.size()));
     if (isNew) points.addressTexts.push_back(entry.street.str());
     points.addresses.push_back(address->second);
-    points.times.add(entry.dateTime.size() > longestTime ? std::string_view() : entry.dateTime.view());
+    points.times.add(entry.dateTime);
     if (entry.isParking()) points.stops.push_back(stopAt(i, entry));
   }
   points.seconds = secondsOf(entries, day);

@@ -40,7 +40,7 @@ struct DayPoints {
   /// another day, or when the times go backwards.
   std::vector<float> seconds;
 
-  /// As the service writes them, whether understood or not; one that is longer than 100 bytes is empty.
+  /// As the service writes them, whether understood or not. Those that are too long for a time are empty.
   TextColumn times;
 
   /// Driven since the first point. Empty when a distance is not understood, when they go backwards, or when

@@ -6,10 +6,13 @@
 
 namespace fleetor {
 
-/// Texts in order, each kept as what differs from the one before: the times of a day take some three bytes
-/// each. Any thread once it is filled.
+/// Short texts in order, each kept as what differs from the one before: the times of a day take some three
+/// bytes each. Any thread once it is filled.
 class TextColumn {
  public:
+  static constexpr std::size_t longest = 100;  ///< bytes
+
+  /// A longer text becomes an empty one.
   void add(std::string_view text);
 
   std::size_t bytes() const { return coded_.size(); }
@@ -23,15 +26,11 @@ class TextColumn {
     std::string_view next();
 
    private:
-    std::size_t number();
-
     std::string_view rest_;
     std::string text_;
   };
 
  private:
-  void addNumber(std::size_t number);
-
   std::string coded_;  ///< of each: how many bytes it shares with the one before, how many follow, and these
   std::string last_;
 };
