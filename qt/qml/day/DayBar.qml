@@ -153,22 +153,8 @@ FocusScope {
         }
     }
 
-    // Reports the day and the note to assistive technology when they change.
-    Item {
-        id: voice
-        readonly property string words: root.note ? `${root.day}, ${root.note}` : root.day
-        visible: silence.running
-        Accessible.role: Accessible.AlertMessage
-        Accessible.name: voice.words
-        onWordsChanged: {
-            silence.stop();
-            if (root.visible && root.enabled)
-                silence.start();
-        }
-
-        Timer {
-            id: silence
-            interval: 1000
-        }
+    Voice {
+        words: root.note ? `${root.day}, ${root.note}` : root.day
+        heard: root.visible && root.enabled
     }
 }

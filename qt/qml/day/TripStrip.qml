@@ -86,4 +86,9 @@ FocusScope {
             }
         }
     }
+
+    Voice {
+        words: [root.words, root.way, root.note].filter(Boolean).join(", ")
+        topic: root.visible ? words : ""
+    }
 }

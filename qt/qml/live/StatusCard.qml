@@ -23,6 +23,12 @@ Rectangle {
     Accessible.role: Accessible.StaticText
     Accessible.name: [doing.text, speed.words, `${mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
 
+    Voice {
+        words: [doing.text, `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
+        topic: age.words === "" ? "" : `${root.motion?.text} ${root.mark?.source} ${silence.visible}`
+        heard: root.visible
+    }
+
     Column {
         id: content
         anchors.centerIn: parent

@@ -18,6 +18,14 @@ Rectangle {
     Accessible.role: Accessible.StaticText
     Accessible.name: [motion?.text ?? "", since?.text ?? "", lead.words, silence.text].filter(Boolean).join(", ")
 
+    Voice {
+        readonly property ImageViewItem mark: root.screen.outlet("ageImageView") as ImageViewItem
+        readonly property string age: (root.screen.outlet("ageLabel") as LabelItem)?.text ?? ""
+        words: [root.motion?.text, root.since?.text, age && `${mark?.accessibleName}: ${age}`, silence.text].filter(Boolean).join(", ")
+        topic: age === "" ? "" : `${root.motion?.text} ${mark?.source} ${silence.visible}`
+        heard: root.visible
+    }
+
     Flow {
         id: flow
         x: Theme.margin

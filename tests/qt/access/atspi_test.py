@@ -179,6 +179,11 @@ def walk(screen):
             screen.press("push button", "Zoom out")
     first = screen.wait("list item", r"(Trip|Parking|Driving|Stop).*").get_name()
 
+    screen.press("list item", "Driving.*")
+    screen.wait("alert", r"\d\d:\d\d · .* km · .*")
+    screen.press("push button", "Back to the trips")
+    screen.wait("list item", re.escape(first))
+
     screen.press("push button", "Choose date")
     screen.press("push button", "Previous year")
     screen.covered("page tab", "Trips")
