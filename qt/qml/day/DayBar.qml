@@ -13,6 +13,7 @@ FocusScope {
     readonly property string progress: (screen.outlet("dayProgressLabel") as LabelItem)?.text ?? ""
     readonly property ButtonItem reload: screen.outlet("dayButton") as ButtonItem
     readonly property ButtonItem load: screen.outlet("dayLoadButton") as ButtonItem
+    readonly property ButtonItem choose: screen.outlet("chooseDayButton") as ButtonItem
 
     height: column.height + 1
 
@@ -148,7 +149,7 @@ FocusScope {
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(implicitWidth, parent.width * 0.4)
                 visible: enabled
-                button: root.load
+                button: root.load?.enabled ? root.load : root.choose
             }
         }
     }
