@@ -105,6 +105,10 @@ QList<QObject*> ViewControllerItem::rightItems() const {
   return screen ? buttons(screen->navigationItem().rightBarButtonItems()) : QList<QObject*>();
 }
 
+void ViewControllerItem::copy(const QString& text) {
+  if (auto* const screen = as<ViewController>()) screen->copy(text.toStdString());
+}
+
 double ViewControllerItem::frameX() const {
   return loaded() ? as<ViewController>()->view().frame().x : 0;
 }

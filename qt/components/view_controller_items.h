@@ -79,6 +79,9 @@ class ViewControllerItem : public fleetor::ComponentItem {
   /// The adapter of the screen's component of that name; none, and a message, when there is no such outlet.
   Q_INVOKABLE fleetor::ComponentItem* outlet(const QString& name) const;
 
+  /// The user copies a text of the screen.
+  Q_INVOKABLE void copy(const QString& text);
+
   /// The last child, or none.
   Q_INVOKABLE fleetor::ViewControllerItem* lastChild() const;
 

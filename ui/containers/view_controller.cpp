@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/clipboard.h"
 #include "ui/containers/navigation_controller.h"
 #include "ui/containers/sw_reveal_view_controller.h"
 #include "ui/containers/window.h"
@@ -45,6 +46,10 @@ void ViewController::loadViewIfNeeded() {
 View& ViewController::view() {
   loadViewIfNeeded();
   return view_;
+}
+
+void ViewController::copy(const std::string& text) {
+  if (!text.empty()) copyToClipboard(environment_, text);
 }
 
 bool ViewController::handleBack() {

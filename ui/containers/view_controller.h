@@ -67,6 +67,9 @@ class ViewController : public Component, public Outlets, public std::enable_shar
   /// step. False: there is nothing to go back from.
   virtual bool handleBack();
 
+  /// The user copies a text that this screen shows.
+  void copy(const std::string& text);
+
   /// Closes the keyboard when one of this screen's or its children's text fields (outlets) has the focus.
   void endEditing();
 

@@ -3,12 +3,15 @@ import QtQuick
 import Fleetor
 
 // What a day adds up to, as far as it is known.
-Item {
+Copyable {
     id: root
 
     property FactStripItem strip
     readonly property var facts: strip?.facts ?? []
 
+    text: facts.map(fact => `${fact.caption}: ${fact.value}`).join("\n")
+    role: Accessible.Grouping
+    holdable: false
     height: facts.length > 0 ? flow.y + flow.height + 4 : 0
     visible: facts.length > 0
 
@@ -21,20 +24,29 @@ Item {
 
         Repeater {
             model: root.facts
-            delegate: Column {
+            delegate: Item {
                 id: fact
                 required property var modelData
+                width: words.width
+                height: words.height
                 Accessible.role: Accessible.StaticText
                 Accessible.name: `${modelData.caption}: ${modelData.value}`
 
-                PlainText {
-                    text: fact.modelData.value
-                    font.bold: true
+                CopyTaps {
+                    onCopied: root.screen.copy(fact.modelData.value)
                 }
-                PlainText {
-                    text: fact.modelData.caption
-                    color: Theme.secondaryText
-                    font.pixelSize: Theme.smallSize
+                Column {
+                    id: words
+
+                    PlainText {
+                        text: fact.modelData.value
+                        font.bold: true
+                    }
+                    PlainText {
+                        text: fact.modelData.caption
+                        color: Theme.secondaryText
+                        font.pixelSize: Theme.smallSize
+                    }
                 }
             }
         }

@@ -7,6 +7,7 @@ import Fleetor
 FocusScope {
     id: root
 
+    property ViewControllerItem screen
     property PlayerItem player
     property ButtonItem charts
     property ButtonItem share // of the moment's place
@@ -55,6 +56,7 @@ FocusScope {
             horizontalItemAlignment: Grid.AlignHCenter
 
             ReplayCard {
+                screen: root.screen
                 player: root.player
                 share: root.share
                 folds: root.tight

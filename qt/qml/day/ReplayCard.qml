@@ -7,6 +7,7 @@ import Fleetor
 Row {
     id: root
 
+    property ViewControllerItem screen
     property PlayerItem player
     property ButtonItem share
     property bool folds: false
@@ -46,45 +47,54 @@ Row {
         Accessible.name: text
     }
 
-    Column {
+    Copyable {
         id: texts
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width - sharing.width - (unfolding.visible ? unfolding.width : 0)
+        height: lines.height
+        screen: root.screen
+        text: [root.player?.time, root.player?.speed, root.player?.distance, root.player?.note, root.player?.address].filter(Boolean).join("\n")
+        role: Accessible.Grouping
 
-        Flow {
+        Column {
+            id: lines
             width: parent.width
-            spacing: 12
-            layoutDirection: Theme.mirrored ? Qt.RightToLeft : Qt.LeftToRight
 
-            PlainText {
-                text: root.player?.time ?? ""
-                font.pixelSize: Theme.bodySize + 2
+            Flow {
+                width: parent.width
+                spacing: 12
+                layoutDirection: Theme.mirrored ? Qt.RightToLeft : Qt.LeftToRight
+
+                PlainText {
+                    text: root.player?.time ?? ""
+                    font.pixelSize: Theme.bodySize + 2
+                    font.bold: true
+                    Accessible.ignored: false
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                Reading {
+                    value: root.player?.speed ?? ""
+                    caption: root.player?.word("average") ?? ""
+                }
+                Reading {
+                    value: root.player?.distance ?? ""
+                    caption: root.player?.word("so far") ?? ""
+                }
+            }
+
+            Note {
+                visible: !gap.visible && !root.folded
+                text: root.player?.note || root.player?.address || ""
+                color: Theme.secondaryText
+            }
+            Note {
+                id: gap
+                visible: root.player?.gap ?? false
+                text: root.player?.note ?? ""
                 font.bold: true
-                Accessible.ignored: false
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                Accessible.role: Accessible.AlertMessage
             }
-            Reading {
-                value: root.player?.speed ?? ""
-                caption: root.player?.word("average") ?? ""
-            }
-            Reading {
-                value: root.player?.distance ?? ""
-                caption: root.player?.word("so far") ?? ""
-            }
-        }
-
-        Note {
-            visible: !gap.visible && !root.folded
-            text: root.player?.note || root.player?.address || ""
-            color: Theme.secondaryText
-        }
-        Note {
-            id: gap
-            visible: root.player?.gap ?? false
-            text: root.player?.note ?? ""
-            font.bold: true
-            Accessible.role: Accessible.AlertMessage
         }
     }
 

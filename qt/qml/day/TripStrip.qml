@@ -38,26 +38,35 @@ FocusScope {
         columns: root.single ? 2 : 1
         verticalItemAlignment: Grid.AlignVCenter
 
-        Column {
+        Copyable {
             width: root.single ? column.width - buttons.width : column.width
+            height: lines.height
+            screen: root.screen
+            text: [root.words, root.way, root.note].filter(Boolean).join("\n")
+            role: Accessible.Grouping
 
-            Repeater {
-                model: [root.words, root.way, root.note]
-                delegate: PlainText {
-                    required property int index
-                    required property string modelData
+            Column {
+                id: lines
+                width: parent.width
 
-                    width: parent.width
-                    visible: text !== "" && !(root.low && index === 1)
-                    text: modelData
-                    wrapMode: Text.Wrap
-                    maximumLineCount: root.single ? 2 : 3
-                    color: index === 0 ? Theme.text : Theme.secondaryText
-                    font.pixelSize: index === 0 ? Theme.bodySize : Theme.smallSize
-                    font.bold: index === 0
-                    Accessible.ignored: false
-                    Accessible.role: index === 2 ? Accessible.AlertMessage : Accessible.StaticText
-                    Accessible.name: text
+                Repeater {
+                    model: [root.words, root.way, root.note]
+                    delegate: PlainText {
+                        required property int index
+                        required property string modelData
+
+                        width: parent.width
+                        visible: text !== "" && !(root.low && index === 1)
+                        text: modelData
+                        wrapMode: Text.Wrap
+                        maximumLineCount: root.single ? 2 : 3
+                        color: index === 0 ? Theme.text : Theme.secondaryText
+                        font.pixelSize: index === 0 ? Theme.bodySize : Theme.smallSize
+                        font.bold: index === 0
+                        Accessible.ignored: false
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
                 }
             }
         }

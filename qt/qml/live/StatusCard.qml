@@ -20,9 +20,12 @@ Rectangle {
     border.width: 1
     border.color: Theme.mapShade
     visible: age.words !== ""
-    Accessible.role: Accessible.StaticText
-    Accessible.name: [doing.text, speed.words, `${mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
 
+    Copyable {
+        anchors.fill: parent
+        screen: root.screen
+        text: [doing.text, speed.words, `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
+    }
     Voice {
         words: [doing.text, `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
         topic: age.words === "" ? "" : `${root.motion?.text} ${root.mark?.source} ${silence.visible}`

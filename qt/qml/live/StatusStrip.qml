@@ -15,9 +15,13 @@ Rectangle {
     visible: lead.words !== "" || silence.text !== ""
     height: visible ? flow.height + (low ? 8 : 20) : 0
     color: Theme.well
-    Accessible.role: Accessible.StaticText
-    Accessible.name: [motion?.text ?? "", since?.text ?? "", lead.words, silence.text].filter(Boolean).join(", ")
 
+    Copyable {
+        anchors.fill: parent
+        anchors.margins: 5
+        screen: root.screen
+        text: [root.motion?.text, root.since?.text, lead.words, silence.text].filter(Boolean).join(", ")
+    }
     Voice {
         readonly property ImageViewItem mark: root.screen.outlet("ageImageView") as ImageViewItem
         readonly property string age: (root.screen.outlet("ageLabel") as LabelItem)?.text ?? ""

@@ -100,6 +100,7 @@ FocusScope {
         ReplayBar {
             id: replay
             width: parent.width
+            screen: root.screen
             player: root.player
             charts: root.screen.outlet("chartsButton") as ButtonItem
             share: root.screen.outlet("shareMomentButton") as ButtonItem

@@ -46,6 +46,7 @@ FocusScope {
         y: page.rows.originY - height
         width: page.width
         property real before: 0
+        screen: root.screen
         strip: root.screen.outlet("dayTotals") as FactStripItem
         // They come into sight only where the list stands at its top, and no row was asked for.
         onHeightChanged: {

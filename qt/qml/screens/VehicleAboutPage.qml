@@ -9,14 +9,23 @@ FocusScope {
     readonly property LabelItem overdue: screen.outlet("overdueLabel") as LabelItem
     readonly property LabelItem due: screen.outlet("dueLabel") as LabelItem
 
-    component Statement: PlainText {
+    component Statement: Copyable {
+        id: statement
+        property color color: Theme.text
+
+        screen: root.screen
         width: parent.width
+        height: words.height
         visible: text !== ""
-        wrapMode: Text.Wrap
-        font.weight: Font.DemiBold
-        Accessible.ignored: false
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
+
+        PlainText {
+            id: words
+            width: parent.width
+            text: statement.text
+            color: statement.color
+            wrapMode: Text.Wrap
+            font.weight: Font.DemiBold
+        }
     }
 
     Rectangle {

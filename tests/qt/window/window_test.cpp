@@ -1,5 +1,6 @@
 #include "window_test.h"
 
+#include <QClipboard>
 #include <QElapsedTimer>
 
 #include "qt/components/window_item.h"
@@ -276,6 +277,30 @@ TEST_F(WindowTest, LooksAsTheDesktopAsksForFromThenOnUnlessItIsDarkByHand) {
   open(Idiom::phone, {390, 844}, "en", true);
   follow({false, 1});
   EXPECT_TRUE(looksDark());
+}
+
+TEST_F(WindowTest, CopiesWhatIsNoRowByThePointerAndByKeys) {
+  open(Idiom::phone, {390, 844});
+  signIn();
+  openVehicle();
+  click("Trips");
+  ASSERT_TRUE(waitFor("text", "Driving time"));
+  rest();
+  QQuickItem* const caption = items("text", "Driving time").back();
+  const QString value = caption->parentItem()->childItems().front()->property("text").toString();
+  const auto copied = [] { return QGuiApplication::clipboard()->text(); };
+  QTest::mouseClick(&window(), Qt::RightButton, {}, caption->mapToScene({5, 5}).toPoint());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return copied() == value && !value.isEmpty(); }))
+      << copied().toStdString();
+
+  QQuickItem* all = caption;
+  while (all && !all->property("holdable").isValid())
+    all = all->parentItem();
+  ASSERT_NE(all, nullptr);
+  all->forceActiveFocus(Qt::TabFocusReason);
+  QTest::keyClick(&window(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return copied().contains("Driving time: " + value + '\n'); }))
+      << copied().toStdString();
 }
 
 TEST_F(WindowTest, DrawsTheBarsAsTheProgramSetsThem) {
