@@ -23,6 +23,7 @@ Item {
     readonly property real rightmost: parent.width - (Theme.mirrored ? leading : trailing)
     readonly property real gap: 24 // between the marker's middle and the tip
     readonly property real tip: 9
+    readonly property real room: lowest - 2 * sideSpace - 20 // for its texts
     readonly property bool above: aboveY >= sideSpace || target.y > lowest / 2
     readonly property real aboveY: target.y - gap - tip - height
     readonly property real wantedY: above ? aboveY : target.y + gap + tip
@@ -35,6 +36,15 @@ Item {
     y: Math.round(Math.max(sideSpace, Math.min(lowest - sideSpace - height, wantedY)))
     Accessible.role: Accessible.StaticText
     Accessible.name: marker?.accessibleName ?? ""
+
+    FontMetrics {
+        id: titleLine
+        font: title.font
+    }
+    FontMetrics {
+        id: subtitleLine
+        font: subtitle.font
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -83,7 +93,7 @@ Item {
             font.pixelSize: Theme.bodySize
             font.bold: true
             wrapMode: Text.Wrap
-            maximumLineCount: 3
+            maximumLineCount: Math.max(1, Math.min(3, Math.floor(root.room / 2 / titleLine.height)))
             elide: Text.ElideRight
             Accessible.ignored: true
         }
@@ -96,7 +106,7 @@ Item {
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize
             wrapMode: Text.Wrap
-            maximumLineCount: 4
+            maximumLineCount: Math.max(1, Math.min(4, Math.floor((root.room - title.height - texts.spacing) / subtitleLine.height)))
             elide: Text.ElideRight
             Accessible.ignored: true
         }
