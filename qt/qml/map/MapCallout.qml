@@ -10,7 +10,8 @@ Item {
     property ButtonItem share // takes the place along
     property ButtonItem card // leads to the card of the place
     property point target // the marker's middle
-    property real lowest // where the labels at the map's lower edge begin
+    property real lowest // where what is at the map's lower edge begins
+    property real ground: lowest // where the labels begin there: as far as a tall callout may reach
     property real sideSpace: 8
     property real buttonStrip // the width, at one side of the map, that the buttons take
     property real leadStrip // the width that a button takes in the upper corner of the other side
@@ -23,7 +24,8 @@ Item {
     readonly property real rightmost: parent.width - (Theme.mirrored ? leading : trailing)
     readonly property real gap: 24 // between the marker's middle and the tip
     readonly property real tip: 9
-    readonly property real room: lowest - 2 * sideSpace - 20 // for its texts
+    readonly property real room: ground - 2 * sideSpace - 20 // for its texts
+    readonly property bool tall: height > lowest - 2 * sideSpace
     readonly property bool above: aboveY >= sideSpace || target.y > lowest / 2
     readonly property real aboveY: target.y - gap - tip - height
     readonly property real wantedY: above ? aboveY : target.y + gap + tip
@@ -33,7 +35,7 @@ Item {
     width: Math.min(parent.width - 2 * sideSpace - buttonStrip, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28 + sharing.width + lead.room)
     height: Math.max(texts.height + 20, sharing.height)
     x: Math.round(Math.max(leftmost, Math.min(rightmost - width, target.x - width / 2)))
-    y: Math.round(Math.max(sideSpace, Math.min(lowest - sideSpace - height, wantedY)))
+    y: Math.round(Math.max(sideSpace, Math.min((tall ? ground : lowest) - sideSpace - height, wantedY)))
     Accessible.role: Accessible.StaticText
     Accessible.name: marker?.accessibleName ?? ""
 

@@ -118,6 +118,7 @@ FocusScope {
             share: root.screen.outlet("sharePositionButton") as ButtonItem
             card: root.card
             lowest: root.lowestCallout
+            ground: root.lowest
             buttonStrip: root.buttonStrip
             leadStrip: root.leadStrip
             upperButtons: upperButtons.y + upperButtons.height
