@@ -2,6 +2,7 @@
 
 import datetime
 import html
+import json
 import os
 import re
 import time
@@ -10,12 +11,20 @@ from tour_client import DAY, PICTURES, PROGRESS, Client, Demo
 
 PHONE = ("--size", "390x844")
 SMALL_PHONE = ("--size", "320x568")
+LOW_PHONE = ("--size", "568x320")
 TABLET = ("--tablet", "--size", "1024x768")
 TABLET_AT = (400, 0)
 BESIDE = (1430, 0)
 STANDARD_GROUND = (0xEE, 0xF1, 0xEE)  # where no tile is
 TAB, MARKER, CALLOUT = "page tab", "push button", "label"
 PARKED = r".*\(\d+:\d\d:\d\d\)"
+
+
+def words_of(code):
+    """From an English text to that of the language."""
+    here = os.path.dirname(os.path.abspath(__file__))
+    with open(os.path.join(here, "..", "resources", "languages", f"{code}.json"), encoding="utf-8") as table:
+        return json.load(table).__getitem__
 
 
 def tab(client, name):
@@ -108,6 +117,40 @@ def chart(client):
     client.picture("info-chart")
     client.click("Close", "push button")
     client.gone("Speed, ", "chart")
+
+
+def scroll_to(client, name, role="list item"):
+    """Turns the wheel over the list until the middle of the row is above the tabs."""
+    def look():
+        at = client.look(name, role)
+        if at and at.y + at.height // 2 < client.look(".", TAB).y:
+            return True
+        client.wheel(".", -1, below=10, role=role)
+        return False
+    client.wait_for(f'"{name}"', look, 60)
+
+
+def sheets(client, word=str):
+    """The sheets of a position, with its QR code, and of the day's formats, and what was seen of a reading."""
+    tab(client, f"{word('Info')}$")
+    scroll_to(client, f"{word('Speed')}: ")
+    client.click(f"{word('Speed')}: ", "list item")
+    client.find(f"{word('Speed')}, ", "chart", seconds=60)
+    client.picture("info-chart")
+    client.key("Escape")
+    client.gone(f"{word('Speed')}, ", "chart")
+    scroll_to(client, f"{word('Address')}: ")
+    client.click(f"{word('Address')}: ", "list item")
+    client.find(word("Copy as degrees"))
+    client.picture("position")
+    client.key("Escape")
+    client.gone(word("Copy as degrees"))
+    tab(client, word("Map"))
+    client.click(word("Save the day"), "push button")
+    client.find("GeoJSON")
+    client.picture("save-day")
+    client.key("Escape")
+    client.gone("GeoJSON")
 
 
 def replay(client):
@@ -328,6 +371,43 @@ def small_phone():
     client.close()
 
 
+def card_of_a_trip(client):
+    """A place on the card that the ribbon brings to the top of the list."""
+    ribbon = client.find("Timeline of the day", "slider")
+    client.click_at(ribbon.x + ribbon.width // 3, ribbon.y + ribbon.height // 3)
+    client.find(r"\d\d:\d\d to \d\d:\d\d, .+", "slider")
+    if not client.look(".*, driving", "slider"):
+        client.key("Right")
+    client.find(".*, driving", "slider")
+    card = client.find("Driving", "list item")
+    return card.x + card.width // 2, ribbon.y + ribbon.height + 25
+
+
+def low_phone():
+    """A phone held sideways, as low as they come."""
+    client = Client("low-phone", *LOW_PHONE)
+    client.find("Café van 1")
+    client.picture("vehicles")
+    client.click("Café van 1")
+    client.find(".*Update time")
+    client.picture("info")
+    tab(client, "Trips")
+    client.find("Driving|Parking")
+    client.picture("trips")
+    tab(client, "Map")
+    wait_for_tiles(client)
+    client.picture("map")
+    tab(client, "Trips")
+    client.click_at(*card_of_a_trip(client))
+    client.find("Whole day")
+    wait_for_tiles(client)
+    client.picture("map-trip")
+    client.click("Whole day")
+    replay(client)
+    sheets(client)
+    client.close()
+
+
 def account_sheet(client):
     client.click("Account")
     client.find("VAT ID")
@@ -361,6 +441,9 @@ def dark(device, *options, at=(0, 0)):
     client.find("Choose date", "dialog")
     client.picture("date-picker")
     client.click("Cancel")
+    client.gone("Choose date", "dialog")
+    if device == "phone":
+        sheets(client)
     client.close()
 
 
@@ -381,6 +464,8 @@ def language(code, device, *options, at=(0, 0)):
     client.click_at(track.x + track.width // 2, track.y + track.height // 2)
     client.find(PARKED, MARKER)
     client.picture("map")
+    if (code, device) == ("ar", "phone"):
+        sheets(client, words_of(code))
     client.close()
 
 
@@ -514,6 +599,7 @@ def large_text():
     tab(client, "Map")
     callout(client)
     replay(client)
+    sheets(client)
     client.close()
 
 
@@ -522,7 +608,7 @@ def index():
     names = sorted((name for name in os.listdir(PICTURES) if name.endswith(".png")),
                    key=lambda name: os.stat(os.path.join(PICTURES, name)).st_mtime_ns)
     body = ""
-    for device in ("phone", "small-phone", "large-text", "dark-phone", "de-phone", "ar-phone", "tablet",
+    for device in ("phone", "small-phone", "low-phone", "large-text", "dark-phone", "de-phone", "ar-phone", "tablet",
                    "dark-tablet", "ar-tablet"):
         body += f"<h2>{device.replace('-', ' ').capitalize()}</h2><section>"
         for name in names:
@@ -551,6 +637,7 @@ STOPS = (
     ("tablet without tiles", lambda: sign_out(tiles_away(service, "tablet", *TABLET))),
     ("first visits", first_visit_elsewhere),
     ("large text", large_text),
+    ("low phone", low_phone),
 )
 try:
     for number, (name, walk) in enumerate(STOPS, 1):
