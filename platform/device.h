@@ -23,6 +23,10 @@ class Device {
   /// about the device.
   virtual std::string identifierForVendor() = 0;
 
+  /// A text of 64 hexadecimal digits that stands for another text on this installation only, and from which
+  /// that cannot be computed.
+  virtual std::string fingerprintOf(const std::string& text) = 0;
+
   /// The translation of an English text into the language of the device; the text itself without a
   /// translation.
   virtual std::string localizedString(const std::string& key) const = 0;

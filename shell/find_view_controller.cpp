@@ -1,5 +1,6 @@
 #include "shell/find_view_controller.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/filled_text.h"
@@ -23,8 +24,10 @@ constexpr OrderEntry orders[] = {{VehicleOrder::service, "As in the list"},
 
 }  // namespace
 
-FindViewController::FindViewController(Environment& environment, std::shared_ptr<ChosenOrder> order)
+FindViewController::FindViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins,
+                                       std::shared_ptr<ChosenOrder> order)
     : BaseViewController(environment),
+      pins_(std::move(pins)),
       order_(std::move(order)),
       searchTextField_(environment),
       foundTableView_(environment) {
@@ -44,8 +47,9 @@ FindViewController::FindViewController(Environment& environment, std::shared_ptr
     searchTextField_.becomeFirstResponder();
   });
   progressButton_.setAction([this](Component&) { stopOrGoOn(); });
-  foundTableView_.registerMaker("FoundCell", [](const std::string& identifier) {
-    return std::make_shared<FoundVehicleCell>(identifier);
+  foundTableView_.registerMaker("FoundCell", [this](const std::string& identifier) {
+    return std::make_shared<FoundVehicleCell>(
+        identifier, FoundVehicleCell::Words{localized("Pin"), localized("Unpin"), localized("Pinned")});
   });
   foundTableView_.setTableFooterView(true);
   foundTableView_.setDataSource(this);
@@ -68,6 +72,7 @@ void FindViewController::viewDidLoad() {
     if (searchTextField_.text() != typed_) refresh();
   });
   fleetChanged_ = fleet_->changed.connect([this] { refresh(); });
+  pinsChanged_ = pins_->changed.connect([this] { refresh(); });
   addObserver(UIApplicationDidEnterBackgroundNotification,
               [this](const Notification&) { fleet_->setShown(false); });
   addObserver(UIApplicationWillEnterForegroundNotification, [this](const Notification&) {
@@ -91,6 +96,8 @@ void FindViewController::refresh() {
   typed_ = searchTextField_.text();
   words_ = SearchWords(typed_);
   found_ = fleet_->search().find(words_, order_->order());
+  std::ranges::stable_partition(
+      found_, [this](std::size_t i) { return pins_->contains(fleet_->search().vehicles()[i].vehicleId); });
   clearButton_.setEnabled(!typed_.empty());
   sayWhatWasFound();
   sayWhatIsMissing();
@@ -178,7 +185,9 @@ std::shared_ptr<TableViewCell> FindViewController::tableViewCellForRowAtIndexPat
                                                                                   IndexPath path) {
   auto cell =
       std::static_pointer_cast<FoundVehicleCell>(tableView.dequeueReusableCellWithIdentifier("FoundCell"));
-  cell->show(vehicleAt(path.row), words_);
+  const Vehicle& vehicle = vehicleAt(path.row);
+  cell->show(vehicle, words_, pins_->contains(vehicle.vehicleId),
+             [pins = pins_, id = vehicle.vehicleId] { pins->setPinned(id, !pins->contains(id)); });
   return cell;
 }
 

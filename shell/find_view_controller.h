@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "fleet/pinned_vehicles.h"
 #include "fleet/vehicle_search.h"
 #include "service/session.h"
 #include "shell/base/base_view_controller.h"
@@ -35,14 +36,15 @@ class FindViewControllerDelegate {
   virtual void findViewControllerDidChooseVehicle(FindViewController& controller, const Vehicle& vehicle) = 0;
 };
 
-/// Finds vehicles by name and registration, with every letter that is typed. Return goes to the rows, or
-/// opens the only one. Reports the choice to its delegate and closes.
+/// Finds vehicles by name and registration, with every letter that is typed; pinned ones come first. Return
+/// goes to the rows, or opens the only one. Reports the choice to its delegate and closes.
 class FindViewController final : public BaseViewController,
                                  public TableViewDataSource,
                                  public TableViewDelegate,
                                  public TextFieldDelegate {
  public:
-  FindViewController(Environment& environment, std::shared_ptr<ChosenOrder> order);
+  FindViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins,
+                     std::shared_ptr<ChosenOrder> order);
 
   /// Both before the screen loads.
   void setFleet(std::shared_ptr<SearchedFleet> fleet) { fleet_ = std::move(fleet); }
@@ -76,6 +78,7 @@ class FindViewController final : public BaseViewController,
   void close();
   const Vehicle& vehicleAt(int row) const;
 
+  std::shared_ptr<PinnedVehicles> pins_;
   std::shared_ptr<ChosenOrder> order_;
   std::shared_ptr<SearchedFleet> fleet_;
   std::weak_ptr<FindViewControllerDelegate> delegate_;
@@ -91,6 +94,7 @@ class FindViewController final : public BaseViewController,
   TableView foundTableView_;
   Connection fieldChanged_;
   Connection fleetChanged_;
+  Connection pinsChanged_;
 };
 
 }  // namespace fleetor

@@ -1,5 +1,7 @@
 #include "shell/login_view_controller.h"
 
+#include <utility>
+
 #include "service/api.h"
 #include "service/envelopes.h"
 #include "service/session.h"
@@ -11,8 +13,11 @@ namespace {
 constexpr long wrongCredentials = 400;
 }
 
-LoginViewController::LoginViewController(Environment& environment)
-    : BaseViewController(environment), loginTextField_(environment), passwordTextField_(environment) {
+LoginViewController::LoginViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins)
+    : BaseViewController(environment),
+      pins_(std::move(pins)),
+      loginTextField_(environment),
+      passwordTextField_(environment) {
   outlet("loginTextField", loginTextField_);
   outlet("passwordTextField", passwordTextField_);
   outlet("loginButton", loginButton_);
@@ -58,13 +63,15 @@ void LoginViewController::onLoginClick(Component& sender) {
   const auto self = sharedFrom(this);
   API::postWithPath("/token?grant_type=password", {{"username", user}, {"password", password}, {"uid", uid}},
                     modelClass<TokenResponse>, {wrongCredentials},
-                    [self, edited, session = Session()](auto response, auto kind, long status, auto&) {
+                    [self, user, edited, session = Session()](auto response, auto kind, long status, auto&) {
                       const bool failed = kind != ResponseKindSuccess && !session.hasEnded();
-                      if (kind == ResponseKindSuccess)
+                      if (kind == ResponseKindSuccess) {
+                        self->pins_->chooseAccount(user);
                         API::loginUserWithToken(response->token->accessToken());
-                      else if (failed && kind == ResponseKindHTTP && status == wrongCredentials)
+                      } else if (failed && kind == ResponseKindHTTP && status == wrongCredentials) {
                         self->showErrorToast(self->localized(
                             "Unable to sign in - please verify your logon credentials and try again"));
+                      }
                       self->loginButton_.setLoading(false);
                       if (failed && edited && !self->environment().window->keyboard().visible())
                         edited->becomeFirstResponder();

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+
+#include "fleet/pinned_vehicles.h"
 #include "shell/base/base_view_controller.h"
 
 namespace fleetor {
@@ -8,7 +11,7 @@ namespace fleetor {
 /// failure the texts stay and the focus returns to its field. A request in flight keeps the screen alive.
 class LoginViewController final : public BaseViewController, public TextFieldDelegate {
  public:
-  explicit LoginViewController(Environment& environment);
+  LoginViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins);
 
   TextField& loginTextField() { return loginTextField_; }
   TextField& passwordTextField() { return passwordTextField_; }
@@ -19,6 +22,7 @@ class LoginViewController final : public BaseViewController, public TextFieldDel
   bool textFieldShouldReturn(TextField& textField) override;
 
  private:
+  std::shared_ptr<PinnedVehicles> pins_;
   TextField loginTextField_;
   TextField passwordTextField_;
   LoadingButton loginButton_;

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "fleet/pinned_vehicles.h"
 #include "shell/about_view_controller.h"
 #include "shell/account_view_controller.h"
 #include "shell/choose_vehicle_table_view_controller.h"
@@ -30,12 +31,6 @@ std::shared_ptr<ViewController> makeScreen(Environment& environment) {
   return std::make_shared<Screen>(environment);
 }
 
-std::shared_ptr<ViewController> makePagerScreen(Environment& environment) {
-  auto screen = std::make_shared<VehicleViewController>(environment);
-  screen->addChildViewController(std::make_shared<SwipeTabBarController>(environment));
-  return screen;
-}
-
 }  // namespace
 
 Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettings,
@@ -50,16 +45,25 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
       [known = std::make_shared<KnownInfo>()](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<AboutDetailViewController>(of, known);
   };
+  const auto pins = std::make_shared<PinnedVehicles>(standardSettings, environment.device);
+  const auto makeLogin = [pins](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<LoginViewController>(of, pins);
+  };
+  const auto makePager = [pins](Environment& of) -> std::shared_ptr<ViewController> {
+    auto screen = std::make_shared<VehicleViewController>(of, pins);
+    screen->addChildViewController(std::make_shared<SwipeTabBarController>(of));
+    return screen;
+  };
   const auto makeFind =
-      [order = std::make_shared<ChosenOrder>()](Environment& of) -> std::shared_ptr<ViewController> {
-    return std::make_shared<FindViewController>(of, order);
+      [pins, order = std::make_shared<ChosenOrder>()](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<FindViewController>(of, pins, order);
   };
   return {environment,
           "Main",
           "LaunchVC",
           {{"LaunchVC", makeLaunch},
            {"TermsVC", makeScreen<TermsViewController>},
-           {"LoginVC", makeScreen<LoginViewController>},
+           {"LoginVC", makeLogin},
            {"MainVC", makeMain},
            {"MenuVC", makeScreen<MenuViewController>},
            {"EmptyVC", makeScreen<EmptyViewController>},
@@ -68,7 +72,7 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
            {"ChooseVehicleVC", makeScreen<ChooseVehicleTableViewController>},
            {"AccountVC", makeScreen<AccountViewController>},
            {"AboutVC", makeScreen<AboutViewController>},
-           {"VehicleVC", makePagerScreen},
+           {"VehicleVC", makePager},
            {"InfoDetailVC", makeScreen<InfoDetailViewController>},
            {"LiveDetailVC", makeScreen<LiveDetailViewController>},
            {"MapDetailVC", makeScreen<MapDetailViewController>},

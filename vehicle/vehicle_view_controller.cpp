@@ -2,6 +2,7 @@
 
 #include <any>
 #include <string>
+#include <utility>
 
 #include "service/api.h"
 #include "service/envelopes.h"
@@ -37,7 +38,8 @@ constexpr int tripsPage = 3;
 
 }  // namespace
 
-VehicleViewController::VehicleViewController(Environment& environment) : PageViewController(environment) {
+VehicleViewController::VehicleViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins)
+    : PageViewController(environment), pins_(std::move(pins)) {
   outlet("pagesTabBar", pagesTabBar_);
   std::vector<std::shared_ptr<TabBarItem>> items;
   for (const auto& page : pageTable) {
@@ -55,7 +57,12 @@ void VehicleViewController::viewDidLoad() {
   auto dateButton =
       BarButtonItem::initWithImage("NavDate", true, [this](Component& sender) { showDatePicker(sender); });
   dateButton->setAccessibleName(localized("Choose date"));
-  navigationItem().setRightBarButtonItem(dateButton);
+  pinButton_ = BarButtonItem::initWithImage("NavPin", true, [this](Component&) {
+    pins_->setPinned(vehicle_.vehicleId, !pins_->contains(vehicle_.vehicleId));
+  });
+  pinsChanged_ = pins_->changed.connect([this] { showWhetherPinned(); });
+  showWhetherPinned();
+  navigationItem().setRightBarButtonItems({dateButton, pinButton_});
   days_ = std::make_shared<DayChoice>(environment());
   tripOpened_ = days_->tripOpened.connect([this](const OpenedTrip&) {
     pagesTabBar_.tap(mapPage);
@@ -69,6 +76,12 @@ void VehicleViewController::viewDidLoad() {
               [this](const Notification&) { didEnterBackground(); });
   addObserver(UIApplicationWillEnterForegroundNotification,
               [this](const Notification&) { wilEnterForeground(); });
+}
+
+void VehicleViewController::showWhetherPinned() {
+  const bool pinned = pins_->contains(vehicle_.vehicleId);
+  pinButton_->setImage(pinned ? "NavPinned" : "NavPin");
+  pinButton_->setAccessibleName(localized(pinned ? "Unpin" : "Pin"));
 }
 
 void VehicleViewController::makePages() {

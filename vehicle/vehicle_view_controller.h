@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 
+#include "fleet/pinned_vehicles.h"
 #include "model/vehicle_records.h"
 #include "service/session.h"
 #include "shell/base/page_view_controller.h"
@@ -26,7 +27,7 @@ class VehicleViewController final : public PageViewController,
  public:
   static constexpr std::size_t pageCount = 5;
 
-  explicit VehicleViewController(Environment& environment);
+  VehicleViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins);
 
   bool refreshFlag() const { return refreshFlag_; }
 
@@ -64,11 +65,15 @@ class VehicleViewController final : public PageViewController,
   void didEnterBackground();
   void wilEnterForeground();
   void makePages();
+  void showWhetherPinned();
   void styleTabBar();
 
   Session session_;  ///< that of the user who opened the vehicle
   bool refreshFlag_ = false;
   Vehicle vehicle_;
+  std::shared_ptr<PinnedVehicles> pins_;
+  std::shared_ptr<BarButtonItem> pinButton_;
+  Connection pinsChanged_;
   TabBar pagesTabBar_;
   std::shared_ptr<DayChoice> days_;
   Connection tripOpened_;

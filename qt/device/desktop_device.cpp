@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QFile>
 #include <QLocale>
+#include <QMessageAuthenticationCode>
 #include <QSysInfo>
 #include <QUrl>
 #include <QUuid>
@@ -52,6 +53,14 @@ std::string DesktopDevice::identifierForVendor() {
   parts_.settings->setObject(identifier_, vendorIdentifierKey);
   parts_.settings->synchronize();
   return identifier_;
+}
+
+std::string DesktopDevice::fingerprintOf(const std::string& text) {
+  return QMessageAuthenticationCode::hash(QByteArray::fromStdString(text),
+                                          QByteArray::fromStdString(identifierForVendor()),
+                                          QCryptographicHash::Sha256)
+      .toHex()
+      .toStdString();
 }
 
 std::string DesktopDevice::textOfDay(std::chrono::year_month_day day, const std::string& pattern) const {

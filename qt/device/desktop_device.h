@@ -34,6 +34,7 @@ class DesktopDevice final : public Device {
 
   /// Drawn at random on the first call and kept in the settings from then on.
   std::string identifierForVendor() override;
+  std::string fingerprintOf(const std::string& text) override;
 
   std::string language() const override { return language_.code(); }
   std::string localizedString(const std::string& key) const override { return language_.text(key); }

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "shell/found_vehicle_cell.h"
 #include "support/client.h"
 
 namespace fleetor::test {
@@ -101,6 +102,54 @@ TEST_P(Find, KeepsItsOrderUntilTheSessionEnds) {
   reopen();
   type("vehicle 2");
   EXPECT_THAT(rows(), ElementsAre("Vehicle 2\nKR 2", "Vehicle 12", "Vehicle 20\nKR 20"));
+}
+
+TEST_P(Find, ShowsPinnedVehiclesFirstAndPinsThem) {
+  FindViewController& find = open();
+  const auto pinOf = [&](int row) -> Button& {
+    return dynamic_cast<FoundVehicleCell&>(*find.foundTableView().cellForRow(row)).pinButton();
+  };
+  type("vehicle 2");
+  EXPECT_THAT(rows(), ElementsAre("Vehicle 2\nKR 2", "Vehicle 12", "Vehicle 20\nKR 20"));
+  pinOf(2).tap();
+  pinOf(2).tap();
+  EXPECT_THAT(rows(), ElementsAre("Vehicle 12", "Vehicle 20\nKR 20", "Vehicle 2\nKR 2"));
+  EXPECT_EQ(find.foundTableView().cellForRow(0)->accessibleName(), "Vehicle 12, Pinned");
+  find.foundTableView().tap(0);
+  client.settle();
+  auto& pager = *client.find<VehicleViewController>();
+  auto& pin = *pager.navigationItem().rightBarButtonItems().at(1);
+  EXPECT_EQ(pin.image() + " " + pin.accessibleName(), "NavPinned Unpin");
+  pin.tap();
+  EXPECT_EQ(pin.image() + " " + pin.accessibleName(), "NavPin Pin");
+  if (!machine.device.isPad()) client.tapLeftButtonOf(pager);
+  reopen();
+  type("vehicle 2");
+  EXPECT_THAT(rows(), ElementsAre("Vehicle 20\nKR 20", "Vehicle 2\nKR 2", "Vehicle 12"));
+}
+
+TEST(Pins, AreKeptForEachAccountOverSignOutAndRestart) {
+  Machine machine;
+  {
+    Client first(machine);
+    first.start("");
+    first.transport.answer("/token", tokenReply("t"));
+    first.signIn("anna", "secret");
+    const auto pin = [&](int row) {
+      first.open(row)->navigationItem().rightBarButtonItems().at(1)->tap();
+      API::logoutUser();
+      first.settle();
+    };
+    pin(4);
+    first.signIn("boris", "secret");
+    pin(5);
+    first.signIn("anna", "secret");
+  }
+  Client second(machine);
+  second.start();
+  EXPECT_EQ(second.open(4)->navigationItem().rightBarButtonItems().at(1)->image(), "NavPinned");
+  second.tapLeftButtonOf(*second.find<VehicleViewController>());
+  EXPECT_EQ(second.open(5)->navigationItem().rightBarButtonItems().at(1)->image(), "NavPin");
 }
 
 /// A search over a list that has its first page, of a fleet of that size, or still waits for it.

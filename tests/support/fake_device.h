@@ -41,6 +41,7 @@ class FakeDevice final : public Device {
   double systemVersion() const override { return version; }
   std::string identifierForVendor() override { return identifier; }
   std::string language() const override { return languageCode; }
+  std::string fingerprintOf(const std::string& text) override { return "print of " + text; }
   std::string localizedString(const std::string& key) const override {
     if (!isTranslated(key)) untranslated.push_back(key);
     const auto found = translations.find(key);

@@ -166,7 +166,10 @@ ListView {
                     console.warn(`TableList.qml: no row for cells of the kind "${kind}"`);
                 return "";
             }
-            onLoaded: item.cell = Qt.binding(() => row.cell)
+            onLoaded: {
+                item.cell = Qt.binding(() => row.cell);
+                item.current = Qt.binding(() => row.index === list.currentIndex);
+            }
         }
 
         Rectangle {
