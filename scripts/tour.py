@@ -210,7 +210,7 @@ def live_trail(client, demo, vehicle):
 
 
 def search(client, name="search"):
-    """What is typed, what nothing matches, and the orders; Escape closes."""
+    """What is typed, what nothing matches, the orders, and a pin by keyboard; Escape closes."""
     client.key("ctrl+f")
     client.find("Name or registration", "text")
     client.gone(r"\d+ of 45 vehicles")
@@ -226,7 +226,12 @@ def search(client, name="search"):
     client.picture(f"{name}-order")
     client.click("By registration", "push button")
     client.gone("By registration")
-    client.picture(f"{name}-all")
+    client.click("Name or registration", "text")
+    client.key("Down", "Tab", "space")
+    client.find(".*, Pinned", "list item")
+    client.picture(f"{name}-pinned")
+    client.key("space")
+    client.gone(".*, Pinned", "list item")
     client.key("Escape")
     client.gone("Name or registration", "text")
     client.settle()
