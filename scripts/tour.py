@@ -125,7 +125,7 @@ def scroll_to(client, name, role="list item"):
         at = client.look(name, role)
         if at and at.y + at.height // 2 < client.look(".", TAB).y:
             return True
-        client.wheel(".", -1, below=10, role=role)
+        client.wheel(".", -1, below=-12, role=TAB)
         return False
     client.wait_for(f'"{name}"', look, 60)
 
