@@ -147,10 +147,10 @@ def sheets(client, word=str):
     client.gone(word("Copy as degrees"))
     tab(client, word("Map"))
     client.click(word("Save the day"), "push button")
-    client.find("GeoJSON")
+    client.find("PDF")
     client.picture("save-day")
     client.key("Escape")
-    client.gone("GeoJSON")
+    client.gone("PDF")
 
 
 def replay(client):
