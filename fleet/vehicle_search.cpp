@@ -12,6 +12,12 @@ namespace fleetor {
 
 namespace {
 
+constexpr std::size_t longestSearched = 4000;  ///< bytes of a text; what lies behind is not searched
+
+std::string_view searched(std::string_view text) {
+  return text.substr(0, longestSearched);
+}
+
 void addRanges(const FoldedText& where, const std::string& word, std::vector<TextRange>& ranges) {
   if (word.empty()) return;
   for (auto at = where.text.find(word); at != std::string::npos; at = where.text.find(word, at + 1))
@@ -55,7 +61,7 @@ bool SearchWords::matches(std::string_view foldedName, std::string_view tightReg
 std::vector<TextRange> SearchWords::inName(std::string_view name) const {
   std::vector<TextRange> ranges;
   if (words_.empty()) return ranges;
-  const FoldedText folded = fold(name);
+  const FoldedText folded = fold(searched(name));
   for (const Word& word : words_)
     addRanges(folded, word.folded, ranges);
   return joined(std::move(ranges));
@@ -64,7 +70,7 @@ std::vector<TextRange> SearchWords::inName(std::string_view name) const {
 std::vector<TextRange> SearchWords::inRegistration(std::string_view registration) const {
   std::vector<TextRange> ranges;
   if (words_.empty()) return ranges;
-  const FoldedText folded = foldTight(registration);
+  const FoldedText folded = foldTight(searched(registration));
   for (const Word& word : words_)
     addRanges(folded, word.tight, ranges);
   return joined(std::move(ranges));
@@ -99,9 +105,11 @@ VehicleSearch::VehicleSearch(const std::string& language) : sorter_(std::make_un
 VehicleSearch::~VehicleSearch() = default;
 
 void VehicleSearch::add(const Vehicle& vehicle) {
+  const auto name = searched(vehicle.name.view());
+  const auto registration = searched(vehicle.registration.view());
   vehicles_.push_back(vehicle);
-  prepared_.push_back({fold(vehicle.name.view()).text, foldTight(vehicle.registration.view()).text,
-                       sorter_->keyOf(vehicle.name.view()), sorter_->keyOf(vehicle.registration.view())});
+  prepared_.push_back(
+      {fold(name).text, foldTight(registration).text, sorter_->keyOf(name), sorter_->keyOf(registration)});
 }
 
 std::vector<std::size_t> VehicleSearch::find(const SearchWords& words, VehicleOrder order) const {
