@@ -80,6 +80,7 @@ FocusScope {
         width: parent.width - 2 * x
         height: visible ? implicitHeight : 0
         visible: text !== ""
+        wrapMode: Text.Wrap
         text: root.found
         color: Theme.secondaryText
         font.pixelSize: Theme.smallSize
