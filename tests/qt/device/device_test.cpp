@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
+#include <set>
+#include <string>
 
 #include "qt/device/desktop_device.h"
 #include "qt/device/file_settings.h"
@@ -132,17 +134,22 @@ TEST_F(DeviceFiles, SettingsOnAFullDiskStayAsTheyWere) {
 }
 
 TEST_F(DeviceFiles, TheVendorIdentifierIsDrawnOnceForEachInstallation) {
-  const auto identifier = [this](const char* file) {
+  std::set<std::string> fingerprints;
+  const auto identifier = [&](const char* file) {
     FileSettings settings(path(file));
     DesktopDevice device({.settings = &settings});
     std::string first = device.identifierForVendor();
     EXPECT_EQ(device.identifierForVendor(), first);
+    fingerprints.insert(device.fingerprintOf("anna"));
     return first;
   };
   const std::string here = identifier("here.json");
   EXPECT_THAT(here, testing::MatchesRegex("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"));
   EXPECT_EQ(identifier("here.json"), here);
+  EXPECT_EQ(fingerprints.size(), 1u);
   EXPECT_NE(identifier("there.json"), here);
+  EXPECT_THAT(fingerprints,
+              testing::AllOf(testing::SizeIs(2), testing::Each(testing::MatchesRegex("[0-9a-f]{64}"))));
   write(path("here.json"), R"({"VendorIdentifier":"not one"})");
   const std::string next = identifier("here.json");
   EXPECT_NE(next, here);

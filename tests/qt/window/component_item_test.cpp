@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "qt/components/control_items.h"
+#include "ui/ui_world.h"
+
 namespace fleetor {
 namespace {
 
@@ -25,6 +28,17 @@ TEST(DrawnText, IsCutBetweenCharactersWhenItIsVeryLong) {
       {"x" + times(1000, "\U000E0101"), "x" + times(499, "\U000E0101") + cut}};
   for (const auto& [text, drawn] : cases)
     EXPECT_EQ(toQString(text).toStdString(), drawn) << text.substr(0, 20);
+}
+
+TEST(DrawnText, IsNoMarkupWhereItIsMarked) {
+  test::World world;
+  Adapters adapters(world.environment);
+  Label label;
+  label.setText("<b>Caf\u00E9</b>&");
+  const auto pieces = [&] { return adapters.itemFor<LabelItem>(&label)->pieces().join('|').toStdString(); };
+  EXPECT_EQ(pieces(), "");
+  label.setMarks({{1, 2}, {3, 8}});
+  EXPECT_EQ(pieces(), "&lt;|b|&gt;|Caf\u00E9|&lt;/b&gt;&amp;");
 }
 
 }  // namespace
