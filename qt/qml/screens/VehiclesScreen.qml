@@ -9,7 +9,7 @@ FocusScope {
     required property ViewControllerItem screen
 
     Shortcut {
-        sequences: [StandardKey.Find]
+        sequences: ["Ctrl+F"]
         enabled: root.visible && root.enabled
         onActivated: (root.screen.outlet("findButton") as ButtonItem)?.tap()
     }
