@@ -96,8 +96,9 @@ void FindViewController::refresh() {
   typed_ = searchTextField_.text();
   words_ = SearchWords(typed_);
   found_ = fleet_->search().find(words_, order_->order());
-  std::ranges::stable_partition(
-      found_, [this](std::size_t i) { return pins_->contains(fleet_->search().vehicles()[i].vehicleId); });
+  std::stable_partition(found_.begin(), found_.end(), [this](std::size_t i) {
+    return pins_->contains(fleet_->search().vehicles()[i].vehicleId);
+  });
   clearButton_.setEnabled(!typed_.empty());
   sayWhatWasFound();
   sayWhatIsMissing();
