@@ -15,8 +15,8 @@ namespace fleetor {
 enum class VehicleOrder { service, name, registration };
 
 /// The words that somebody looks for. A vehicle matches when each of them is somewhere in its name or its
-/// registration (the first 4,000 bytes), whatever the case and the accents; in a registration blanks and hyphens do not count either.
-/// Without words everything matches.
+/// registration (the first 4,000 bytes), whatever the case and the accents; in a registration blanks and
+/// hyphens do not count either. Without words everything matches.
 class SearchWords {
  public:
   explicit SearchWords(std::string_view typed = {});

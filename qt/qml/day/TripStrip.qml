@@ -13,6 +13,10 @@ FocusScope {
     readonly property string way: text("tripWayLabel")
     readonly property string note: text("tripNoteLabel")
 
+    function lined(separator) {
+        return words + (way ? separator + way : "") + (note ? separator + note : "");
+    }
+
     function text(name) {
         return (screen.outlet(name) as LabelItem)?.text ?? "";
     }
@@ -42,7 +46,7 @@ FocusScope {
             width: root.single ? column.width - buttons.width : column.width
             height: lines.height
             screen: root.screen
-            text: [root.words, root.way, root.note].filter(Boolean).join("\n")
+            text: root.lined("\n")
             role: Accessible.Grouping
 
             Column {
@@ -97,7 +101,7 @@ FocusScope {
     }
 
     Voice {
-        words: [root.words, root.way, root.note].filter(Boolean).join(", ")
+        words: root.lined(", ")
         topic: root.visible ? words : ""
     }
 }

@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import Fleetor
 
 // Reports words to assistive technology whenever the topic changes, and is silent otherwise.
 Item {

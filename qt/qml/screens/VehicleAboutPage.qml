@@ -13,7 +13,6 @@ FocusScope {
         id: statement
         property color color: Theme.text
 
-        screen: root.screen
         width: parent.width
         height: words.height
         visible: text !== ""
@@ -43,10 +42,12 @@ FocusScope {
             spacing: 6
 
             Statement {
+                screen: root.screen
                 text: root.overdue?.text ?? ""
                 color: Theme.alert
             }
             Statement {
+                screen: root.screen
                 text: root.due?.text ?? ""
             }
         }
