@@ -14,7 +14,7 @@ namespace fleetor {
 /// hold on to a whole day's answer.
 class MapEntryAnnotation final : public MapAnnotation {
  public:
-  MapEntryAnnotation(const MapEntry& entry, std::size_t point);
+  MapEntryAnnotation(const MapEntry& entry, Coordinate coordinate, std::size_t point, bool isParking);
 
   Coordinate coordinate() const override { return coordinate_; }
   std::string title() const override { return title_; }
@@ -43,7 +43,8 @@ struct DayTrack {
   MapAnnotations markers;                 ///< the first and the last point, and the parking stops between
 
   /// Any thread. Takes milliseconds for a day of 86,400 points. The first and the last are no parking stops.
-  static DayTrack fromAnswer(const MapResponse& answer);
+  /// The line is made ready for that camera, fitted to the markers.
+  static DayTrack fromAnswer(const MapResponse& answer, MapCamera camera);
 };
 
 }  // namespace fleetor

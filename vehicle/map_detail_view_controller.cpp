@@ -144,31 +144,32 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
   updateCover();
   auto progress = bar_.loading(*day);
   const auto self = sharedFrom(this);
-  API::getWithPath("/map", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<MapResponse>, {},
-                   std::move(progress), [self, day](auto response, auto kind, long, auto&) {
-                     if (kind != ResponseKindSuccess) {
-                       self->endLoading();
-                       return self->loaded(*day, DayBar::Outcome::failed);
-                     }
-                     // The answer, some hundred thousand texts, is also destroyed there; the page never is.
-                     self->runInBackground([page = self, day, response = std::move(response)]() mutable {
-                       const auto track = std::make_shared<const DayTrack>(DayTrack::fromAnswer(*response));
-                       auto& queues = page->environment().queues;
-                       queues.main([page, day, track] {
-                         auto outcome = DayBar::Outcome::dropped;
-                         if (page->date() == day)
-                           outcome = page->show(track) ? DayBar::Outcome::shown : DayBar::Outcome::empty;
-                         page->endLoading();
-                         page->loaded(*day, outcome);
-                       });
-                       const auto points =
-                           std::make_shared<const DayPoints>(DayPoints::fromAnswer(*response, *day));
-                       response = nullptr;
-                       queues.main([page = std::move(page), track, points] {
-                         if (page->track_ == track) page->setDayPoints(points);
-                       });
-                     });
-                   });
+  API::getWithPath(
+      "/map", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<MapResponse>, {},
+      std::move(progress), [self, day](auto response, auto kind, long, auto&) {
+        if (kind != ResponseKindSuccess) {
+          self->endLoading();
+          return self->loaded(*day, DayBar::Outcome::failed);
+        }
+        // The answer, some hundred thousand texts, is also destroyed there; the page never is.
+        self->runInBackground(
+            [page = self, day, response = std::move(response), camera = self->mapView().camera()]() mutable {
+              const auto track = std::make_shared<const DayTrack>(DayTrack::fromAnswer(*response, camera));
+              auto& queues = page->environment().queues;
+              queues.main([page, day, track] {
+                auto outcome = DayBar::Outcome::dropped;
+                if (page->date() == day)
+                  outcome = page->show(track) ? DayBar::Outcome::shown : DayBar::Outcome::empty;
+                page->endLoading();
+                page->loaded(*day, outcome);
+              });
+              const auto points = std::make_shared<const DayPoints>(DayPoints::fromAnswer(*response, *day));
+              response = nullptr;
+              queues.main([page = std::move(page), track, points] {
+                if (page->track_ == track) page->setDayPoints(points);
+              });
+            });
+      });
 }
 
 // The trip of a day that did not come is not on the map.

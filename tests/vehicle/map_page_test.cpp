@@ -63,6 +63,8 @@ TEST_F(MapPage, DrawsTheDaysTrackItsEndsAndItsParkingStops) {
   const auto renderer = map.rendererForOverlay(*page->polyline());
   EXPECT_EQ(renderer->strokeColor(), (Color{0, 1, 0, 1}));
   EXPECT_EQ(renderer->lineWidth(), 2.0);
+  EXPECT_EQ(page->polyline()->line()->nearestLevel(0), TrackLine::levelFor(map.camera().zoom()))
+      << "the first frame has no line";
   for (const auto& annotation : map.annotations()) {
     const ScreenPoint at = map.camera().screenPoint(project(annotation->coordinate()));
     EXPECT_TRUE(at.x >= 47 && at.x <= 343 && at.y >= 47 && at.y <= 733) << at.x << " " << at.y;

@@ -8,6 +8,10 @@ std::shared_ptr<MapPolyline> MapPolyline::polylineWithCoordinates(
       new MapPolyline({coordinates.begin(), coordinates.end()}, std::make_shared<TrackLine>(coordinates)));
 }
 
+void MapPolyline::prepareForZoom(double zoom) const {
+  line_->adopt(TrackLine::makeLevel(line_->points(), TrackLine::levelFor(zoom)));
+}
+
 std::shared_ptr<MapPolyline> MapPolyline::polylineByAppendingCoordinate(MapPolyline& earlier,
                                                                         Coordinate next) {
   std::shared_ptr<MapPolyline> longer(new MapPolyline(

@@ -18,6 +18,10 @@ class MapPolyline {
  public:
   static std::shared_ptr<MapPolyline> polylineWithCoordinates(const std::vector<Coordinate>& coordinates);
 
+  /// Makes what a map at that zoom draws, so that the first frame has the line. Before the main thread uses
+  /// it.
+  void prepareForZoom(double zoom) const;
+
   /// A line through the coordinates of `earlier` and one more, in a time that does not depend on their
   /// number: it takes over everything that `earlier` holds and leaves that without coordinates. Take
   /// `earlier` off its map before.
