@@ -90,8 +90,12 @@ void TripOnMap::draw(const DayPoints& points, std::shared_ptr<MapPolylineRendere
   renderer->setStrokeColor(faint);
   daysRenderer_ = std::move(renderer);
   map_.addOverlay(line_);
-  ends_ = {std::make_shared<TripEnd>(way.coordinates.front(), trip_->from, trip_->stage.clock),
-           std::make_shared<TripEnd>(way.coordinates.back(), trip_->to, clockText(*trip_->stage.end))};
+  // As the service writes the time of the beginning.
+  const auto digits =
+      trip_->stage.clock.size() > clockText(0).size() ? ClockDigits::seconds : ClockDigits::minutes;
+  ends_ = {
+      std::make_shared<TripEnd>(way.coordinates.front(), trip_->from, trip_->stage.clock),
+      std::make_shared<TripEnd>(way.coordinates.back(), trip_->to, clockText(*trip_->stage.end, digits))};
   map_.addAnnotations(ends_);
   map_.showCoordinates(way.coordinates, true);
 }
