@@ -148,14 +148,17 @@ void FindViewController::stopOrGoOn() {
 
 void FindViewController::showOrders() {
   ActionSheet::Content content{localized("Order"), {}};
-  for (const auto& [order, title] : orders)
+  for (const auto& [order, title] : orders) {
+    const bool current = order == order_->order();
+    if (current) content.message = localized(title);  // the picture of an entry is not read out
     content.entries.push_back({localized(title),
                                {},
-                               order == order_->order() ? "RowChosen" : "RowNotChosen",
+                               current ? "RowChosen" : "RowNotChosen",
                                [self = sharedFrom(this), chosen = order] {
                                  self->order_->choose(chosen);
                                  self->refresh();
                                }});
+  }
   ActionSheet::show(environment(), std::move(content));
 }
 

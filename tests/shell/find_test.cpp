@@ -38,6 +38,7 @@ class Find : public testing::TestWithParam<Idiom> {
   }
   void chooseOrder(int entry) {
     client.tapRightButtonOf(*client.find<FindViewController>());
+    orderBefore = client.application.window().actionSheet()->content().message;
     client.application.window().actionSheet()->tapEntry(entry);
     client.settle();
   }
@@ -45,6 +46,7 @@ class Find : public testing::TestWithParam<Idiom> {
   Machine machine;
   Client client;
   std::optional<Viewport> eyes;
+  std::string orderBefore;  ///< as the sheet showed it
 };
 
 TEST_P(Find, OpensWhatIsFoundAsTheListDoesAndCloses) {
@@ -88,6 +90,8 @@ TEST_P(Find, SaysWhyThereIsNothing) {
 TEST_P(Find, KeepsItsOrderUntilTheSessionEnds) {
   open();
   chooseOrder(2);
+  chooseOrder(2);
+  EXPECT_EQ(orderBefore, "By registration");
   type("vehicle 2");
   EXPECT_THAT(rows(), ElementsAre("Vehicle 2\nKR 2", "Vehicle 20\nKR 20", "Vehicle 12"));
   EXPECT_TRUE(client.application.window().goBack());
