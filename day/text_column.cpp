@@ -18,8 +18,8 @@ void TextColumn::add(std::string_view text) {
 
 std::string_view TextColumn::Reader::next() {
   if (rest_.empty()) return {};
-  const auto shared = static_cast<std::size_t>(rest_[0]);
-  const auto own = static_cast<std::size_t>(rest_[1]);
+  const std::size_t shared = static_cast<unsigned char>(rest_[0]);
+  const std::size_t own = static_cast<unsigned char>(rest_[1]);
   text_.resize(shared);
   text_ += rest_.substr(2, own);
   rest_.remove_prefix(2 + own);

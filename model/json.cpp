@@ -115,6 +115,7 @@ class Indexer {
     take();
     if (token_ != '{' && token_ != '[') return false;
     do {
+      if (keyIsDue_ && token_ != '"') return false;
       if (token_ == '"') {
         if (!text()) return false;
         if (keyIsDue_) {
@@ -123,8 +124,6 @@ class Indexer {
           keyIsDue_ = false;
           continue;
         }
-      } else if (keyIsDue_) {
-        return false;
       } else if (token_ == '{' || token_ == '[') {
         const char closing = token_ == '{' ? '}' : ']';
         const Node::Kind kind = token_ == '{' ? Node::object : Node::array;
