@@ -43,7 +43,7 @@ void API::displayError(const std::string& text) {
 
 void API::rest(const std::string& path, const std::string& method, const std::optional<Params>& params,
                const std::optional<RequestBody>& body, PendingCompletion completion, MapEnvelope map,
-               ErrorCodes errorCodes, std::shared_ptr<TransferProgress> progress) {
+               ErrorCodes errorCodes, const std::shared_ptr<TransferProgress>& progress) {
   const std::string url = service->baseURLString + path;
   service->device.log.line("REQUEST: " + url);
   service->device.log.line("REQUEST: " + parametersForLog(params));
@@ -54,7 +54,7 @@ void API::rest(const std::string& path, const std::string& method, const std::op
           const std::optional<APIFailure>& error) {
         handleCompletionWithJSON(std::move(object), kind, response, error, completion, map, errorCodes);
       },
-      std::move(progress));
+      progress);
 }
 
 void API::handleCompletionWithJSON(ResponseObject object, ResponseKind kind,

@@ -100,10 +100,9 @@ class API {
   /// The same, and meanwhile reports in `progress` how much of the answer has come.
   template <class R>
   static void getWithPath(const std::string& path, const Params& params, ModelClass<R> modelClass,
-                          ErrorCodes errorCodes, std::shared_ptr<TransferProgress> progress,
+                          ErrorCodes errorCodes, const std::shared_ptr<TransferProgress>& progress,
                           Completion<R> completion) {
-    restWithPath(path, "GET", params, {}, std::move(completion), modelClass, std::move(errorCodes),
-                 std::move(progress));
+    restWithPath(path, "GET", params, {}, std::move(completion), modelClass, std::move(errorCodes), progress);
   }
 
   template <class R>
@@ -166,7 +165,7 @@ class API {
   static void restWithPath(const std::string& path, const std::string& method,
                            const std::optional<Params>& params, const std::optional<RequestBody>& body,
                            Completion<R> completion, ModelClass<R> modelClass, ErrorCodes errorCodes,
-                           std::shared_ptr<TransferProgress> progress = {}) {
+                           const std::shared_ptr<TransferProgress>& progress = {}) {
     PendingCompletion pending;
     if (completion) {
       pending = std::make_shared<Pending>(
@@ -176,7 +175,7 @@ class API {
           }});
     }
     const MapEnvelope map = modelClass.map;
-    rest(path, method, params, body, std::move(pending), map, std::move(errorCodes), std::move(progress));
+    rest(path, method, params, body, std::move(pending), map, std::move(errorCodes), progress);
   }
 
   using AnyCompletion = APICompletion<void>;
@@ -203,7 +202,7 @@ class API {
   static ServiceDevice& device();
   static void rest(const std::string& path, const std::string& method, const std::optional<Params>& params,
                    const std::optional<RequestBody>& body, PendingCompletion completion, MapEnvelope map,
-                   ErrorCodes errorCodes, std::shared_ptr<TransferProgress> progress);
+                   ErrorCodes errorCodes, const std::shared_ptr<TransferProgress>& progress);
   static void showMessageForKind(ResponseKind kind, long status, const ErrorCodes& errorCodes);
 };
 

@@ -142,11 +142,11 @@ void MapDetailViewController::loadItems(const std::optional<std::string>& day) {
   setLoading(true);
   loadingIndicator().startAnimating();
   updateCover();
-  auto progress = bar_.loading(*day);
+  const auto progress = bar_.loading(*day);
   const auto self = sharedFrom(this);
   API::getWithPath(
-      "/map", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<MapResponse>, {},
-      std::move(progress), [self, day](auto response, auto kind, long, auto&) {
+      "/map", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<MapResponse>, {}, progress,
+      [self, day](auto response, auto kind, long, auto&) {
         if (kind != ResponseKindSuccess) {
           self->endLoading();
           return self->loaded(*day, DayBar::Outcome::failed);

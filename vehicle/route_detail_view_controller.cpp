@@ -137,10 +137,10 @@ void RouteDetailViewController::load() {
 void RouteDetailViewController::loadItems(const std::optional<std::string>& day) {
   if (!day || (isLoading() && day == date())) return;
   setLoading(true);
-  auto progress = bar_.loading(*day);
+  const auto progress = bar_.loading(*day);
   const auto self = sharedFrom(this);
   API::getWithPath("/route", {{"vehid", vehicle().vehicleId}, {"date", *day}}, modelClass<RouteResponse>, {},
-                   std::move(progress), [self, day](auto response, auto kind, long, auto&) {
+                   progress, [self, day](auto response, auto kind, long, auto&) {
                      auto outcome =
                          kind == ResponseKindSuccess ? DayBar::Outcome::dropped : DayBar::Outcome::failed;
                      if (kind == ResponseKindSuccess && self->date() == day) {
