@@ -100,12 +100,12 @@ void FindViewController::refresh() {
     return pins_->contains(fleet_->search().vehicles()[i].vehicleId);
   });
   clearButton_.setEnabled(!typed_.empty());
-  sayWhatWasFound();
-  sayWhatIsMissing();
+  showResult();
+  showProgress();
   foundTableView_.reloadData();
 }
 
-void FindViewController::sayWhatWasFound() {
+void FindViewController::showResult() {
   const bool none = found_.empty();
   foundLabel_.setText(
       none ? "" : filled(localized("Vehicles found: {count}"), "{count}", std::to_string(found_.size())));
@@ -119,7 +119,7 @@ void FindViewController::sayWhatWasFound() {
     emptyLabel_.setText(filled(localized("No vehicle matches “{words}”"), "{words}", typed_));
 }
 
-void FindViewController::sayWhatIsMissing() {
+void FindViewController::showProgress() {
   const auto state = fleet_->state();
   std::string line = localized("Loading");
   if (fleet_->total())

@@ -71,8 +71,8 @@ class FindViewController final : public BaseViewController,
 
  private:
   void refresh();
-  void sayWhatWasFound();
-  void sayWhatIsMissing();
+  void showResult();
+  void showProgress();
   void stopOrGoOn();
   void showOrders();
   void close();
