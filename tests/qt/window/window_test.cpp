@@ -224,6 +224,8 @@ TEST_F(WindowTest, AMinimisedWindowIsInTheBackgroundAndComesBackWithFreshReading
   };
   ASSERT_TRUE(QTest::qWaitFor([&] { return !updated().isEmpty(); }));
   const QString before = updated();
+  // So long that the service has a newer reading, and the next poll is still to come.
+  EXPECT_FALSE(QTest::qWaitFor([&] { return updated() != before; }, 3'000));
   window().showMinimized();
   EXPECT_TRUE(QTest::qWaitFor([&] { return window().visibility() == QWindow::Minimized; }));
   EXPECT_FALSE(window().contentItem()->isVisible()) << "spinners turn";
