@@ -53,7 +53,7 @@ std::optional<seconds> secondOfDay(const Text& text, ServiceDay day) {
                                                                      : std::nullopt;
 }
 
-/// Nobody knows how much of a distance lies on which side of midnight.
+/// How much of a distance lies on which side of midnight is not known.
 std::optional<double> kilometresOf(const std::vector<RouteItem>& rows, ServiceDay day) {
   double sum = 0;
   for (const RouteItem& row : rows) {

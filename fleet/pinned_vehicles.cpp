@@ -18,7 +18,7 @@ Settings::Texts pinsOfAllAccounts(const Settings& settings) {
   return texts ? *texts : Settings::Texts();
 }
 
-/// Numbers between blanks; what is none is left out.
+/// Numbers between blanks; anything else is left out.
 std::vector<std::int64_t> readIds(std::string_view text) {
   std::vector<std::int64_t> ids;
   while (!text.empty() && ids.size() < PinnedVehicles::mostPins) {

@@ -45,7 +45,7 @@ bool hasRoute(const Address& address) {
   return found;
 }
 
-// To addresses that nobody has: only a default route leads there.
+// To addresses that are reserved for documentation: only a default route leads there.
 bool hasDefaultRoute() {
   sockaddr_in four{};
   four.sin_family = AF_INET;

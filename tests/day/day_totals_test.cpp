@@ -37,7 +37,7 @@ TEST(DayTotals, AddUpWhatIsUnderstoodAndNothingElse) {
       {{night, out}, "12 km, 1 trips, 1 stops, 2770 s driving, 25200 s standing, 25200 to ?"},
       {{trip("00:00", "00:30"), evening},
        "12 km, 1 trips, 1 stops, 1800 s driving, 3600 s standing, ? to 1800"},
-      // Of what begins before midnight or ends after it, the part within the day; nobody knows that distance.
+      // Of what begins before midnight or ends after it, the part within the day; its distance is not known.
       {{stay("2026-11-19 16:00", "2026-11-20 07:00", "15:00:00"), out,
         trip("2026-11-20 22:00", "2026-11-21 03:00", "5:00:00")},
        "? km, 2 trips, 1 stops, 9970 s driving, 25200 s standing, 25200 to ?"},
