@@ -388,9 +388,8 @@ def card_of_a_trip(client):
     return card.x + card.width // 2, ribbon.y + ribbon.height + 25
 
 
-def low_phone():
-    """A phone held sideways, as low as they come."""
-    client = Client("low-phone", *LOW_PHONE)
+def list_to_map(client):
+    """The list, and of its first vehicle the readings and the trips; then its map shows."""
     client.find("Café van 1")
     client.picture("vehicles")
     client.click("Café van 1")
@@ -400,6 +399,12 @@ def low_phone():
     client.find("Driving|Parking")
     client.picture("trips")
     tab(client, "Map")
+
+
+def low_phone():
+    """A phone held sideways, as low as they come."""
+    client = Client("low-phone", *LOW_PHONE)
+    list_to_map(client)
     wait_for_tiles(client)
     client.picture("map")
     tab(client, "Trips")
@@ -593,15 +598,7 @@ def large_text():
     client.find("User name")
     client.picture("sign-in")
     client.sign_in()
-    client.find("Café van 1")
-    client.picture("vehicles")
-    client.click("Café van 1")
-    client.find(".*Update time")
-    client.picture("info")
-    tab(client, "Trips")
-    client.find("Driving|Parking")
-    client.picture("trips")
-    tab(client, "Map")
+    list_to_map(client)
     callout(client)
     replay(client)
     sheets(client)
