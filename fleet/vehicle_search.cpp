@@ -58,22 +58,20 @@ bool SearchWords::matches(std::string_view foldedName, std::string_view tightReg
   });
 }
 
-std::vector<TextRange> SearchWords::inName(std::string_view name) const {
+std::vector<TextRange> SearchWords::rangesIn(const FoldedText& folded, std::string Word::*form) const {
   std::vector<TextRange> ranges;
-  if (words_.empty()) return ranges;
-  const FoldedText folded = fold(searched(name));
   for (const Word& word : words_)
-    addRanges(folded, word.folded, ranges);
+    addRanges(folded, word.*form, ranges);
   return joined(std::move(ranges));
 }
 
+std::vector<TextRange> SearchWords::inName(std::string_view name) const {
+  return words_.empty() ? std::vector<TextRange>() : rangesIn(fold(searched(name)), &Word::folded);
+}
+
 std::vector<TextRange> SearchWords::inRegistration(std::string_view registration) const {
-  std::vector<TextRange> ranges;
-  if (words_.empty()) return ranges;
-  const FoldedText folded = foldTight(searched(registration));
-  for (const Word& word : words_)
-    addRanges(folded, word.tight, ranges);
-  return joined(std::move(ranges));
+  return words_.empty() ? std::vector<TextRange>()
+                        : rangesIn(foldTight(searched(registration)), &Word::tight);
 }
 
 /// Makes keys that sort by their bytes.

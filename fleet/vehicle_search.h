@@ -12,6 +12,8 @@
 
 namespace fleetor {
 
+struct FoldedText;
+
 enum class VehicleOrder { service, name, registration };
 
 /// The words that somebody looks for. A vehicle matches when each of them is somewhere in its name or its
@@ -32,6 +34,8 @@ class SearchWords {
     std::string folded;
     std::string tight;  ///< may be empty: then it is in no registration
   };
+  std::vector<TextRange> rangesIn(const FoldedText& folded, std::string Word::*form) const;
+
   std::vector<Word> words_;
 };
 
