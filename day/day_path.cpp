@@ -39,9 +39,9 @@ double metresBetween(Coordinate from, Coordinate to) {
 std::vector<Coordinate> placedWay(const DayPoints& day) {
   std::vector<Coordinate> way = day.coordinates;
   std::optional<std::size_t> before;
-  for (std::size_t i = 0; i < way.size(); ++i) {
+  for (std::size_t i = 0; i < way.size();) {
     if (day.isPlaced(i)) {
-      before = i;
+      before = i++;
       continue;
     }
     std::size_t next = i;
@@ -56,7 +56,6 @@ std::vector<Coordinate> placedWay(const DayPoints& day) {
       way[i] = {from.latitude + (after.latitude - from.latitude) * share,
                 from.longitude + std::remainder(after.longitude - from.longitude, 360) * share};
     }
-    --i;
   }
   return way;
 }
