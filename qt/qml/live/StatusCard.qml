@@ -26,9 +26,8 @@ Rectangle {
         screen: root.screen
         text: [doing.text, speed.words, `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
     }
-    Voice {
-        words: [doing.text, `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
-        topic: age.words === "" ? "" : `${root.motion?.text} ${root.mark?.source} ${silence.visible}`
+    StatusVoice {
+        screen: root.screen
         heard: root.visible
     }
 

@@ -22,11 +22,8 @@ Rectangle {
         screen: root.screen
         text: [root.motion?.text, root.since?.text, lead.words, silence.text].filter(Boolean).join(", ")
     }
-    Voice {
-        readonly property ImageViewItem mark: root.screen.outlet("ageImageView") as ImageViewItem
-        readonly property string age: (root.screen.outlet("ageLabel") as LabelItem)?.text ?? ""
-        words: [root.motion?.text, root.since?.text, age && `${mark?.accessibleName}: ${age}`, silence.text].filter(Boolean).join(", ")
-        topic: age === "" ? "" : `${root.motion?.text} ${mark?.source} ${silence.visible}`
+    StatusVoice {
+        screen: root.screen
         heard: root.visible
     }
 
