@@ -16,7 +16,6 @@ RowBody {
     readonly property string picture: String((cell?.outlet("kindImageView") as ImageViewItem)?.source ?? "")
     readonly property bool known: picture !== ""
     readonly property bool parking: picture.includes("parking")
-    readonly property bool still: parking && from === to // one address
     readonly property color tint: !known ? Theme.accent : parking ? Theme.parking : Theme.driving
 
     function text(name) {
@@ -25,7 +24,7 @@ RowBody {
 
     separated: false
     implicitHeight: !Theme.large ? 0 : card.anchors.topMargin + head.y + head.height + 2 * way.anchors.topMargin + ends.count * way.needed + foot.height
-    spoken: [status, time, ...(still ? [from] : [from, to]), duration, distance].join(", ")
+    spoken: [status, time, ...ends.model, duration, distance].join(", ")
 
     Rectangle {
         id: card
@@ -101,7 +100,7 @@ RowBody {
             }
         }
 
-        // The two addresses, joined by a line; of a stop, which has no line, the second only where it differs, in small.
+        // The two addresses, joined by a line; a stop has one.
         Item {
             id: way
             readonly property real needed: Math.max(ends.itemAt(0)?.implicitHeight ?? 0, ends.itemAt(1)?.implicitHeight ?? 0)
@@ -147,7 +146,7 @@ RowBody {
             }
             Repeater {
                 id: ends
-                model: row.still ? [row.from] : [row.from, row.to]
+                model: row.parking ? [row.from] : [row.from, row.to]
                 delegate: PlainText {
                     required property int index
                     required property string modelData
@@ -156,13 +155,12 @@ RowBody {
                     anchors.right: way.right
                     y: index * height
                     height: way.height / ends.count
-                    verticalAlignment: !row.parking || row.still ? Text.AlignVCenter : index === 0 ? Text.AlignBottom : Text.AlignTop
+                    verticalAlignment: Text.AlignVCenter
                     text: modelData
                     wrapMode: Text.Wrap
                     maximumLineCount: Theme.large ? 5 : 3
-                    color: row.parking && index === 1 ? Theme.secondaryText : Theme.text
-                    font.pixelSize: row.parking && index === 1 ? Theme.smallSize : Theme.bodySize
-                    font.weight: row.parking && index === 1 ? Font.Normal : Font.Medium
+                    font.pixelSize: Theme.bodySize
+                    font.weight: Font.Medium
                 }
             }
         }
