@@ -179,6 +179,11 @@ void NavigationControllerItem::pop() {
   if (auto* stack = as<NavigationController>()) stack->popViewControllerAnimated(true);
 }
 
+bool NavigationControllerItem::endDrag(double moved, double speed, double width) {
+  auto* stack = as<NavigationController>();
+  return stack && stack->endDrag({moved, speed}, width);
+}
+
 ViewControllerItem* RevealControllerItem::front() const {
   const auto* container = as<SWRevealViewController>();
   return container ? adapters().itemFor<ViewControllerItem>(container->frontViewController().get()) : nullptr;
@@ -211,8 +216,8 @@ void RevealControllerItem::beginPan() {
   refresh();
 }
 
-void RevealControllerItem::endPan(double x) {
-  if (auto* container = as<SWRevealViewController>()) container->endPan(x);
+void RevealControllerItem::endPan(double moved, double speed) {
+  if (auto* container = as<SWRevealViewController>()) container->endPan({moved, speed});
 }
 
 bool RevealControllerItem::tapShouldBegin() const {
@@ -232,8 +237,8 @@ int SwipeTabBarControllerItem::count() const {
       [](SwipeTabBarController& c) { return static_cast<int>(c.viewControllers().size()); });
 }
 
-void SwipeTabBarControllerItem::scrollToIndex(int index) {
-  if (auto* pager = as<SwipeTabBarController>()) pager->scrollToIndex(index);
+void SwipeTabBarControllerItem::endDrag(double moved, double speed, double width) {
+  if (auto* pager = as<SwipeTabBarController>()) pager->endDrag({moved, speed}, width);
 }
 
 }  // namespace fleetor

@@ -111,6 +111,8 @@ class NavigationControllerItem : public fleetor::ViewControllerItem {
   /// Index from the bottom of the stack, or -1 when the screen has been popped.
   Q_INVOKABLE int indexOf(fleetor::ViewControllerItem* screen) const;
   Q_INVOKABLE void pop();
+  /// Whether that popped the top screen; points, those a second, and the width of a screen.
+  Q_INVOKABLE bool endDrag(double moved, double speed, double width);
 };
 
 class RevealControllerItem : public fleetor::ViewControllerItem {
@@ -133,7 +135,8 @@ class RevealControllerItem : public fleetor::ViewControllerItem {
 
   Q_INVOKABLE bool panShouldBegin(double x) const;
   Q_INVOKABLE void beginPan();
-  Q_INVOKABLE void endPan(double x);
+  Q_INVOKABLE void endPan(double moved,
+                          double speed);  ///< points from where the front screen stands, and a second
   Q_INVOKABLE bool tapShouldBegin() const;
   Q_INVOKABLE void tapFront();
 };
@@ -149,7 +152,8 @@ class SwipeTabBarControllerItem : public fleetor::ViewControllerItem {
   using ViewControllerItem::ViewControllerItem;
   int selectedIndex() const;
   int count() const;
-  Q_INVOKABLE void scrollToIndex(int index);
+  /// Points, those a second, and the width of a page; positive towards the page before.
+  Q_INVOKABLE void endDrag(double moved, double speed, double width);
 };
 
 }  // namespace fleetor

@@ -72,7 +72,7 @@ TEST_F(Containers, TheSideMenuAppearsAsItIsRevealed) {
   EXPECT_TRUE(old.expired());
   EXPECT_EQ(reveal->frontViewController()->view().frame(), (Rect{0, 0, 390, 844}));
 
-  reveal->endPan(200);
+  reveal->endPan({.moved = 200});
   EXPECT_EQ(reveal->frontViewPosition(), FrontViewPosition::left) << "the gesture is not attached";
   EXPECT_FALSE(reveal->panShouldBegin(10));
   reveal->panGestureRecognizer();
@@ -81,9 +81,9 @@ TEST_F(Containers, TheSideMenuAppearsAsItIsRevealed) {
   EXPECT_TRUE(reveal->panShouldBegin(120));
   EXPECT_FALSE(reveal->panShouldBegin(121));
   EXPECT_FALSE(reveal->tapShouldBegin()) << "there is no menu to close";
-  reveal->endPan(130);
+  reveal->endPan({.moved = 130});
   EXPECT_EQ(reveal->frontViewPosition(), FrontViewPosition::left) << "half of the menu's width";
-  reveal->endPan(131);
+  reveal->endPan({.moved = 131});
   reveal->tapFront();
   EXPECT_EQ(after(duration::reveal), "menu:WA* menu:DA* menu:WD* menu:DD*");
 }
@@ -112,6 +112,36 @@ TEST_F(Containers, ThePagerShowsOnePageAndReportsTheUsersSwipes) {
   pager->setSelectedIndexAnimated(-1, false);
   EXPECT_EQ(diary.take(), "");
   EXPECT_EQ(swipes.heard, "0>1 1>1 ");
+}
+
+TEST_F(Containers, AFastFingerDecidesByItsDirectionAndASlowOneByItsWay) {
+  const auto pager = std::make_shared<Pager>(environment, diary, "p");
+  pager->setViewControllers({screen("a"), screen("b"), screen("c")});
+  window.setRootViewController(pager);
+  struct Case {
+    Drag drag;
+    int page;
+  };
+  for (const auto& [drag, page] : {Case{{.moved = -100}, 1},
+                                   {{.moved = -101}, 2},
+                                   {{.moved = 101}, 0},
+                                   {{-20, -300}, 2},
+                                   {{-20, -299}, 1},
+                                   {{-200, 300}, 1},
+                                   {{20, 400}, 0}}) {
+    pager->setSelectedIndexAnimated(1, false);
+    pager->endDrag(drag, 400);
+    EXPECT_EQ(pager->selectedIndex(), page) << drag.moved << " points at " << drag.speed;
+  }
+  pager->endDrag({.moved = 300}, 400);
+  EXPECT_EQ(pager->selectedIndex(), 0) << "nothing lies before the first";
+
+  const auto stack = stackOf(screen("list"));
+  stack->pushViewController(screen("v"), false);
+  EXPECT_FALSE(stack->endDrag({-200, -900}, 300));
+  EXPECT_FALSE(stack->endDrag({200, -900}, 300)) << "it was thrown back";
+  EXPECT_TRUE(stack->endDrag({40, 900}, 300));
+  EXPECT_FALSE(stack->endDrag({200, 900}, 300)) << "the root stays";
 }
 
 TEST_F(Containers, APageDeepInsideIsCalledOnceAChange) {

@@ -41,6 +41,10 @@ std::shared_ptr<ViewController> NavigationController::popViewControllerAnimated(
   return popped;
 }
 
+bool NavigationController::endDrag(const Drag& drag, double width) {
+  return drag.direction(width / 3) > 0 && popViewControllerAnimated(true);
+}
+
 bool NavigationController::handleBack() {
   const auto top = stack_.back();
   if (top->handleBack()) return true;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "ui/containers/drag.h"
 #include "ui/containers/view_controller.h"
 
 namespace fleetor {
@@ -34,6 +35,9 @@ class NavigationController : public ViewController {
   /// The removed screen, or null when only the root was left. It stays in the tree until the transition is
   /// over.
   std::shared_ptr<ViewController> popViewControllerAnimated(bool animated);
+
+  /// The user's drag of the top screen, which is `width` points wide, ends: whether that popped it.
+  bool endDrag(const Drag& drag, double width);
 
   /// Goes back inside the top screen, or leaves it by its left button or by popping it. The root of a
   /// presented stack is left by its left button.

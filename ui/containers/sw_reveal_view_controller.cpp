@@ -101,10 +101,11 @@ void SWRevealViewController::beginPan() {
   if (rear_ && pan_.attached()) rear_->loadViewIfNeeded();
 }
 
-void SWRevealViewController::endPan(double frontX) {
-  const bool opens = frontX > rearViewRevealWidth_ / 2;
-  if (pan_.attached())
-    setFrontViewPositionAnimated(opens ? FrontViewPosition::right : FrontViewPosition::left, true);
+void SWRevealViewController::endPan(const Drag& drag) {
+  if (!pan_.attached()) return;
+  const int direction = drag.direction(rearViewRevealWidth_ / 2);
+  if (direction != 0)
+    setFrontViewPositionAnimated(direction > 0 ? FrontViewPosition::right : FrontViewPosition::left, true);
 }
 
 bool SWRevealViewController::tapShouldBegin() const {

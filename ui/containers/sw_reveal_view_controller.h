@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "ui/containers/drag.h"
 #include "ui/containers/view_controller.h"
 
 namespace fleetor {
@@ -65,7 +66,7 @@ class SWRevealViewController : public ViewController {
   // The user's gestures. `x` in points from the left edge of the front screen.
   bool panShouldBegin(double x) const;  ///< whether a drag from there moves the front screen
   void beginPan();                      ///< a drag has begun: the rear screen is about to show
-  void endPan(double frontX);   ///< the drag ended there: the front screen moves to the nearer position
+  void endPan(const Drag& drag);        ///< the front screen goes on, or back where it stood
   bool tapShouldBegin() const;  ///< whether a tap on the front screen closes the menu instead of operating it
   void tapFront();
 

@@ -1,5 +1,6 @@
 #include "ui/containers/swipe_tab_bar_controller.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace fleetor {
@@ -38,6 +39,11 @@ void SwipeTabBarController::scrollToIndex(int index) {
   const int from = selectedIndex_;
   setSelectedIndexAnimated(index, false);
   if (delegate_) delegate_->swipeTabBarControllerDidScrollToIndexFromIndex(*this, index, from);
+}
+
+void SwipeTabBarController::endDrag(const Drag& drag, double width) {
+  const int last = static_cast<int>(pages_.size()) - 1;
+  scrollToIndex(std::clamp(selectedIndex_ - drag.direction(width / 4), 0, std::max(last, 0)));
 }
 
 ViewController::Controllers SwipeTabBarController::visibleChildViewControllers() const {

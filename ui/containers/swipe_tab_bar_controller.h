@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "ui/containers/drag.h"
 #include "ui/containers/view_controller.h"
 
 namespace fleetor {
@@ -38,6 +39,10 @@ class SwipeTabBarController : public ViewController {
 
   /// By the user: the page changes, then the delegate is called. An index without a page is ignored.
   void scrollToIndex(int index);
+
+  /// By the user, whose drag of a page of `width` points ends: as `scrollToIndex`, for the page that follows
+  /// in its direction, or the same one.
+  void endDrag(const Drag& drag, double width);
 
   /// Weak: must outlive the pager or be reset.
   void setDelegate(SwipeTabBarControllerDelegate* delegate) { delegate_ = delegate; }

@@ -78,6 +78,27 @@ FocusScope {
                 color: Theme.background
             }
 
+            // The screen that lies higher throws a shadow on the lower one, which is dimmer the more of it is covered.
+            Rectangle {
+                anchors.right: parent.left
+                width: 12
+                height: parent.height
+                visible: page.x !== 0
+                rotation: Theme.mirrored ? 180 : 0
+                gradient: Gradient {
+                    orientation: Gradient.Horizontal
+                    GradientStop { position: 0; color: "transparent" }
+                    GradientStop { position: 1; color: Theme.shadow }
+                }
+            }
+            Rectangle {
+                anchors.fill: parent
+                z: 3
+                visible: opacity > 0
+                opacity: Math.max(0, -Theme.forward * page.x / (0.3 * page.width))
+                color: Theme.shadow
+            }
+
             NavigationBar {
                 id: bar
                 width: parent.width
@@ -108,10 +129,8 @@ FocusScope {
         enabled: stack.navigation.depth > 1
         onMovedChanged: stack.drag = Math.max(0, moved)
         // The pages follow the stack again: after the pop the one below is on top.
-        onEnded: {
-            if (stack.drag > stack.width / 3)
-                stack.navigation.pop();
-            else
+        onEnded: speed => {
+            if (!stack.navigation.endDrag(stack.drag, speed, stack.width))
                 stack.drag = 0;
         }
     }

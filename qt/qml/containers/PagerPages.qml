@@ -2,7 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Pages side by side, in reading order; a horizontal drag turns them. A page is loaded when it first comes into view.
+// Pages side by side, in reading order; a horizontal drag turns them, and beyond the ends it gets heavy. A page is loaded
+// when it first comes into view.
 FocusScope {
     id: pager
 
@@ -62,6 +63,10 @@ FocusScope {
         property: "x"
     }
 
+    DragSpeed {
+        id: speed
+    }
+
     DragHandler {
         id: drag
         enabled: pager.enabled // not during a drag from the window's edge
@@ -74,17 +79,20 @@ FocusScope {
                 from = strip.x;
                 return;
             }
-            const index = pager.pages.selectedIndex;
-            const moved = Theme.forward * strip.x + index * pager.width;
-            const step = Math.abs(moved) > pager.width / 4 ? -Math.sign(moved) : 0;
+            const moved = Theme.forward * strip.x + pager.pages.selectedIndex * pager.width;
             pager.turning = true;
-            pager.pages.scrollToIndex(Math.max(0, Math.min(pager.pages.count - 1, index + step)));
+            pager.pages.endDrag(moved, Theme.forward * speed.atRelease(), pager.width);
             pager.follow();
             pager.turning = false;
         }
         onTranslationChanged: {
-            if (active)
-                strip.x = Theme.forward * Math.max(-(pager.pages.count - 1) * pager.width, Math.min(0, Theme.forward * (from + translation.x)));
+            if (!active)
+                return;
+            speed.follow(centroid.velocity);
+            const wanted = Theme.forward * (from + translation.x);
+            const x = Math.max(-(pager.pages.count - 1) * pager.width, Math.min(0, wanted));
+            const beyond = Math.abs(wanted - x) / pager.width;
+            strip.x = Theme.forward * (x + Math.sign(wanted - x) * pager.width * beyond / (1 + 2 * beyond) / 2);
         }
     }
 }

@@ -85,8 +85,8 @@ FocusScope {
                 drag.from = container.shift;
             }
             onMovedChanged: container.shift = Math.max(0, Math.min(container.reveal.rearWidth, drag.from + moved))
-            onEnded: {
-                container.reveal.endPan(container.shift);
+            onEnded: speed => {
+                container.reveal.endPan(container.shift - container.place, speed);
                 slide.moveTo(container.place, 200);
             }
         }

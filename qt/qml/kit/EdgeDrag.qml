@@ -11,7 +11,11 @@ Item {
     property real moved: 0 // points, in reading direction
 
     signal begun
-    signal ended
+    signal ended(real speed) // points a second, in reading direction
+
+    DragSpeed {
+        id: speed
+    }
 
     PointHandler {
         id: finger
@@ -23,7 +27,7 @@ Item {
             decided = false;
             edge.dragging = false;
             if (wasDragging)
-                edge.ended();
+                edge.ended(speed.atRelease() * Theme.forward);
         }
         onTranslationChanged: {
             if (!active)
@@ -39,8 +43,10 @@ Item {
                     edge.dragging = true;
                 }
             }
-            if (edge.dragging)
+            if (edge.dragging) {
                 edge.moved = x * Theme.forward;
+                speed.follow(point.velocity);
+            }
         }
     }
 }

@@ -41,6 +41,7 @@ QtObject {
     readonly property color parking: dark ? "#86bdea" : "#25639c"
     readonly property color parkingPlate: dark ? "#16202a" : "#f3f8fd"
     readonly property color dim: "#80000000"
+    readonly property color shadow: "#30000000"
     readonly property color toast: dark ? "#f0e4eaee" : "#f01f2a32"
     readonly property color toastText: dark ? "#12171b" : "#ffffff"
     readonly property color mapGround: dark ? "#1d262c" : "#eef1ee"

@@ -29,8 +29,10 @@ Item {
     readonly property bool above: aboveY >= sideSpace || target.y > lowest / 2
     readonly property real aboveY: target.y - gap - tip - height
     readonly property real wantedY: above ? aboveY : target.y + gap + tip
+    property real presence: 1
     readonly property bool inSight: target.x >= 0 && target.x <= parent.width && target.y >= 0 && target.y <= parent.height
 
+    opacity: presence
     visible: marker !== null && inSight && (title.text !== "" || subtitle.text !== "")
     width: Math.min(parent.width - 2 * sideSpace - buttonStrip, 320 * Theme.scale, Math.max(title.implicitWidth, subtitle.implicitWidth, 48) + 28 + sharing.width + lead.room)
     height: Math.max(texts.height + 20, sharing.height)
@@ -38,6 +40,20 @@ Item {
     y: Math.round(Math.max(sideSpace, Math.min((tall ? ground : lowest) - sideSpace - height, wantedY)))
     Accessible.role: Accessible.StaticText
     Accessible.name: marker?.accessibleName ?? ""
+
+    transformOrigin: above ? Item.Bottom : Item.Top
+    scale: 0.8 + 0.2 * presence
+    onVisibleChanged: if (visible) appear.restart()
+
+    NumberAnimation {
+        id: appear
+        target: root
+        property: "presence"
+        from: 0
+        to: 1
+        duration: Theme.motion(150)
+        easing.type: Easing.OutCubic
+    }
 
     FontMetrics {
         id: titleLine

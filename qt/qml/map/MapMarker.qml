@@ -8,6 +8,7 @@ Item {
 
     required property MapMarkerItem marker
     property bool open: false
+    property bool grows: false // when it appears
     property bool tabStop: false // one for all markers; the arrow keys go on from there
     readonly property string label: marker?.accessibleName ?? ""
 
@@ -65,6 +66,14 @@ Item {
             font.pixelSize: Math.round(11 * Math.min(Theme.scale, 1.5))
             font.bold: true
         }
+    }
+
+    NumberAnimation on scale {
+        running: root.grows
+        from: 0.3
+        to: 1
+        duration: Theme.motion(250)
+        easing.type: Easing.OutBack
     }
 
     FocusRing {

@@ -9,6 +9,8 @@ ListView {
 
     property TableItem table
     property string label
+    property int openedRow: -1 // the one whose tap has covered the table
+    property real glow: 0 // of that row once the table has come back
     property int pointedRow: -1 // the one that the program has brought into view
 
     // Moves the current row there, or to the first row in view when there is none yet. False when nothing changes.
@@ -33,6 +35,21 @@ ListView {
         onTriggered: list.positionViewAtIndex(list.currentIndex, ListView.Contain)
     }
 
+    function open(row) {
+        glowing.stop();
+        glow = 0;
+        table.tap(row);
+        openedRow = enabled ? -1 : row;
+    }
+
+    SequentialAnimation {
+        id: glowing
+        PropertyAction { target: list; property: "glow"; value: 1 }
+        PauseAnimation { duration: Theme.motion(300) }
+        NumberAnimation { target: list; property: "glow"; to: 0; duration: Theme.motion(300) }
+        PropertyAction { target: list; property: "openedRow"; value: -1 }
+    }
+
     function meetKeys() {
         if (activeFocus && UserPreferences.usesKeys && currentIndex < 0)
             go(0);
@@ -55,6 +72,7 @@ ListView {
         meetKeys();
     }
     onMovementStarted: pointedRow = -1
+    onEnabledChanged: if (enabled && openedRow >= 0) glowing.restart()
     Keys.onDownPressed: event => event.accepted = go(currentIndex + 1)
     Keys.onUpPressed: event => event.accepted = go(currentIndex - 1)
     Keys.onPressed: event => {
@@ -115,7 +133,7 @@ ListView {
         }
         onTapped: {
             list.currentIndex = index; // arrow keys continue from here
-            list.table.tap(index);
+            list.open(index);
         }
         onHeld: list.table.copy(index)
         onPressedChanged: lit = false
@@ -142,7 +160,9 @@ ListView {
 
         Rectangle {
             anchors.fill: parent
-            color: row.lit && row.cell?.tappable || row.shownBeside || row.index === list.pointedRow ? Theme.pressed : "transparent"
+            color: Theme.pressed
+            visible: opacity > 0
+            opacity: row.lit && row.cell?.tappable || row.shownBeside || row.index === list.pointedRow ? 1 : row.index === list.openedRow ? list.glow : 0
         }
 
         Loader {

@@ -24,6 +24,7 @@ FocusScope {
         id: page
         anchors.fill: parent
         screen: root.screen
+        markersGrow: true
         lowestCallout: card.visible ? card.y : lowest
         leadStrip: follow.visible ? space + follow.width : 0
         focus: true

@@ -12,6 +12,7 @@ FocusScope {
     readonly property ActivityIndicatorItem loading: screen.outlet("loadingIndicator") as ActivityIndicatorItem
     readonly property LabelItem note: screen.outlet("noteLabel") as LabelItem
     property ButtonItem card // in the callout of a stop
+    property bool markersGrow: false // when they appear
     readonly property bool busy: loading?.animating ?? false
     readonly property bool covered: map?.covered ?? false
 
@@ -96,6 +97,7 @@ FocusScope {
                     required property int index
 
                     open: root.map.selected === marker
+                    grows: root.markersGrow
                     tabStop: root.map.current === marker
                     onActivated: root.map.toggle(marker)
                     onFocused: root.map.reveal(marker)

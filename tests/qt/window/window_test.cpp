@@ -120,7 +120,7 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   rest();
   const auto place = [&] { return list()->mapToScene({0, 0}).x(); };
 
-  drag({60, 500}, {150, 500});  // not far enough
+  drag({60, 500}, {150, 500}, 1200);  // not far enough
   rest();
   EXPECT_EQ(place(), 0);
   drag({60, 500}, {300, 500});
@@ -147,15 +147,15 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   QTest::mouseClick(&window(), Qt::LeftButton, {}, {60, 500});
   ASSERT_TRUE(waitFor("text", "Odometer"));
   rest();
-  drag({3, 400}, {80, 400});  // not far enough
+  drag({3, 400}, {80, 400}, 1200);  // not far enough
   rest();
   EXPECT_EQ(place(), 0);
   EXPECT_TRUE(isChecked("Info"));
-  drag({350, 400}, {290, 400});  // not far enough
+  drag({350, 400}, {290, 400}, 1200);  // not far enough
   rest();
   EXPECT_TRUE(isChecked("Info"));
   for (const char* next : {"Live", "Map"}) {
-    drag({380, 400}, {60, 400});  // from the edge: elsewhere a map is moved
+    drag({380, 400}, {300, 400}, 60);  // fast, from the edge: elsewhere a map is moved
     EXPECT_TRUE(showsPage(next)) << next;
   }
   EXPECT_FALSE(shows("text", "Odometer"));
@@ -163,6 +163,8 @@ TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
   EXPECT_TRUE(showsPage("Live"));
   QTest::mouseClick(&window(), Qt::LeftButton, {}, {10, 28});  // the edge of the way back
   EXPECT_TRUE(waitFor("title", "My Vehicles"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return list() && list()->property("glow") == 1; })) << "the opened row";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return list()->property("glow") == 0; }));
 }
 
 TEST_F(WindowTest, InArabicTheMenuThePagesAndTheWayBackComeFromTheOtherSide) {

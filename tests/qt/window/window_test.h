@@ -135,11 +135,11 @@ class WindowTest : public testing::Test {
     QTest::mouseClick(&window(), Qt::LeftButton, {}, middle.toPoint());
   }
 
-  void drag(QPoint from, QPoint to) {
+  void drag(QPoint from, QPoint to, int milliseconds = 180) {
     constexpr int steps = 12;
     QTest::mousePress(&window(), Qt::LeftButton, {}, from);
     for (int i = 1; i <= steps; ++i)
-      QTest::mouseMove(&window(), from + (to - from) * i / steps, 15);
+      QTest::mouseMove(&window(), from + (to - from) * i / steps, milliseconds / steps);
     QTest::mouseRelease(&window(), Qt::LeftButton, {}, to);
   }
 
