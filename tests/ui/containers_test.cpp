@@ -59,7 +59,11 @@ TEST_F(Containers, TheSideMenuAppearsAsItIsRevealed) {
   reveal->setFrontViewControllerAnimated(stackOf(screen("list")), false);
   show(reveal);
 
+  bool slides = false;
+  const Connection moves = reveal->frontViewController()->view().changed.connect(
+      [&] { slides = reveal->runningTransition() != nullptr; });
   reveal->revealToggleAnimated(true);
+  EXPECT_TRUE(slides) << "as it moves, it is known how long that takes";
   EXPECT_EQ(diary.take(), "menu:L menu:WA*");
   EXPECT_EQ(after(duration::reveal), "menu:DA*");
   EXPECT_EQ(reveal->frontViewPosition(), FrontViewPosition::right);

@@ -60,10 +60,10 @@ void SWRevealViewController::setFrontViewPositionAnimated(FrontViewPosition posi
   const bool hadRear = position_ != FrontViewPosition::left;
   const bool hasRear = position != FrontViewPosition::left;
   position_ = position;
-  placeFront();
   const Controllers rear = rear_ && hadRear != hasRear ? Controllers{rear_} : Controllers{};
   exchange(TransitionKind::reveal, duration::reveal, hadRear ? rear : Controllers{},
            hasRear ? rear : Controllers{}, animated);
+  placeFront();  // whoever draws it asks how long it takes
 }
 
 void SWRevealViewController::revealToggleAnimated(bool animated) {
