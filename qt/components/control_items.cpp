@@ -118,6 +118,9 @@ QString TextFieldItem::placeholder() const {
 bool TextFieldItem::secure() const {
   return read<TextField>([](TextField& c) { return c.secureTextEntry(); });
 }
+bool TextFieldItem::invalid() const {
+  return read<TextField>([](TextField& c) { return c.invalid(); });
+}
 bool TextFieldItem::firstResponder() const {
   return read<TextField>([](TextField& c) { return c.isFirstResponder(); });
 }
@@ -286,6 +289,10 @@ int DatePickerItem::daysInMonth() const {
 int DatePickerItem::placesBeforeMonth() const {
   const std::chrono::weekday first(static_cast<unsigned>(QLocale().firstDayOfWeek()));
   return placesBeforeMonthOf(selectedDay(), first);
+}
+int DatePickerItem::today() const {
+  const QDate shown = selected().date();
+  return static_cast<int>(QDate(shown.year(), shown.month(), 1).daysTo(QDate::currentDate())) + 1;
 }
 void DatePickerItem::turnDays(int days) {
   select(laterBy(selectedDay(), std::chrono::days(days)));

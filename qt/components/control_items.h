@@ -105,6 +105,7 @@ class TextFieldItem : public fleetor::ComponentItem {
   Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
   Q_PROPERTY(QString placeholder READ placeholder NOTIFY changed)
   Q_PROPERTY(bool secure READ secure NOTIFY changed)
+  Q_PROPERTY(bool invalid READ invalid NOTIFY changed)
   Q_PROPERTY(bool firstResponder READ firstResponder WRITE setFirstResponder NOTIFY changed)
 
  public:
@@ -113,6 +114,7 @@ class TextFieldItem : public fleetor::ComponentItem {
   void setText(const QString& text);
   QString placeholder() const;
   bool secure() const;
+  bool invalid() const;
   bool firstResponder() const;
   void setFirstResponder(bool first);
   Q_INVOKABLE void pressReturn();
@@ -219,6 +221,7 @@ class DatePickerItem : public fleetor::ComponentItem {
   Q_PROPERTY(int day READ day NOTIFY changed)
   Q_PROPERTY(int daysInMonth READ daysInMonth NOTIFY changed)
   Q_PROPERTY(int placesBeforeMonth READ placesBeforeMonth NOTIFY changed)
+  Q_PROPERTY(int today READ today NOTIFY changed)  ///< counted as the days of that month: below 1 before it
 
  public:
   using ComponentItem::ComponentItem;
@@ -229,6 +232,7 @@ class DatePickerItem : public fleetor::ComponentItem {
   int day() const;
   int daysInMonth() const;
   int placesBeforeMonth() const;
+  int today() const;
 
   // The user turns to another day, at the same time of day.
   Q_INVOKABLE void turnDays(int days);

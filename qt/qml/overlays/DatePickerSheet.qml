@@ -23,6 +23,7 @@ Overlay {
         days.lead = picker.placesBeforeMonth;
         days.days = picker.daysInMonth;
         days.chosen = picker.day;
+        days.today = picker.today;
     }
 
     function place() {
@@ -130,6 +131,7 @@ Overlay {
                         const free = root.room - 8 - namesHeight - (root.beside ? 0 : head.height);
                         return Math.max(root.lowestRow, Math.min(Theme.touch, Math.floor(free / 6)));
                     }
+                    todayWord: root.window?.word("Today") ?? ""
                     onTurned: by => root.picker.turnDays(by)
                     onAccepted: root.picker.done()
                 }

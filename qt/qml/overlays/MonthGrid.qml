@@ -2,7 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The days of one month below the names of the weekdays.
+// The days of one month below the names of the weekdays, with a ring around today and those to come paler. A button for today
+// takes the places that no month needs.
 FocusScope {
     id: root
 
@@ -11,6 +12,8 @@ FocusScope {
     property int lead // empty cells before the first day
     property int days
     property int chosen
+    property int today // as a day of this month
+    property string todayWord
     property int rowHeight: Theme.touch
     readonly property int namesHeight: Theme.smallSize + 11
     readonly property string title: `${Qt.locale().standaloneMonthName(month - 1)} ${new Date(year, 0).toLocaleDateString(Qt.locale(), "yyyy")}`
@@ -78,17 +81,29 @@ FocusScope {
                     width: Math.min(parent.width, parent.height) - 6
                     height: width
                     radius: width / 2
-                    visible: place.isChosen || place.pressed
-                    color: place.isChosen ? Theme.accent : Theme.pressed
+                    visible: place.isChosen || place.pressed || place.inMonth && place.day === root.today
+                    color: place.isChosen ? Theme.accent : place.pressed ? Theme.pressed : "transparent"
+                    border.width: place.day === root.today ? 2 : 0
+                    border.color: Theme.accent
                 }
                 PlainText {
                     anchors.centerIn: parent
                     visible: place.inMonth
                     text: new Date(root.year, root.month - 1, place.day).toLocaleDateString(Qt.locale(), "d")
-                    color: place.isChosen ? Theme.accentText : Theme.text
+                    color: place.isChosen ? Theme.accentText : place.day > root.today ? Theme.secondaryText : Theme.text
+                    font.bold: place.day === root.today
                     font.pixelSize: Math.min(Theme.bodySize, Math.round(root.cell * 0.55))
                 }
             }
         }
+    }
+
+    TextButton {
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        width: Math.min(implicitWidth, 5 * root.cell)
+        height: root.rowHeight
+        label: root.todayWord
+        onTapped: root.turned(root.today - root.chosen)
     }
 }
