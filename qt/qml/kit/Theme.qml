@@ -26,6 +26,7 @@ QtObject {
     readonly property color background: dark ? "#12171b" : "#ffffff"
     readonly property color raised: dark ? "#1e262c" : "#ffffff"
     readonly property color well: dark ? "#0b0f12" : "#f1f5f7"
+    readonly property color disc: dark ? "#26313a" : well // behind a picture
     readonly property color text: dark ? "#f2f5f7" : "#1b252d"
     readonly property color secondaryText: dark ? "#a9b7c0" : "#566571"
     readonly property color separator: dark ? "#2d373f" : "#dde4e8"
@@ -34,7 +35,7 @@ QtObject {
     readonly property color accentPressed: Qt.darker(accent, 1.25)
     readonly property color accentText: dark ? "#10181d" : "#ffffff"
     readonly property color field: dark ? "#1e262c" : "#ffffff"
-    readonly property color fieldBorder: dark ? "#4a5963" : "#9fb0ba"
+    readonly property color fieldBorder: dark ? "#6a7c88" : "#7d909c"
     readonly property color alert: dark ? "#f2a39b" : "#b3261e"
     readonly property color focusRing: dark ? "#cfe6f2" : "#1d5c78"
     readonly property color driving: dark ? "#7fc4a4" : "#2f6b53"

@@ -21,7 +21,7 @@ RowBody {
         width: 48
         height: 48
         radius: 24
-        color: Theme.well
+        color: Theme.disc
         Image {
             anchors.centerIn: parent
             source: row.photo?.source ?? ""
