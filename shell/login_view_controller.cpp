@@ -21,6 +21,8 @@ LoginViewController::LoginViewController(Environment& environment, std::shared_p
   outlet("loginTextField", loginTextField_);
   outlet("passwordTextField", passwordTextField_);
   outlet("loginButton", loginButton_);
+  outlet("capsLockLabel", capsLockLabel_);
+  capsLockLabel_.setText(localized("Caps Lock is on"));
   loginTextField_.setPlaceholder(localized("User name"));
   loginTextField_.setDelegate(this);
   passwordTextField_.setPlaceholder(localized("Password"));
@@ -41,6 +43,15 @@ bool LoginViewController::textFieldShouldReturn(TextField& textField) {
   else
     onLoginClick(textField);
   return true;
+}
+
+void LoginViewController::textFieldDidChange(TextField&) {
+  setInvalid(false);
+}
+
+void LoginViewController::setInvalid(bool invalid) {
+  loginTextField_.setInvalid(invalid);
+  passwordTextField_.setInvalid(invalid);
 }
 
 void LoginViewController::onLoginClick(Component& sender) {
@@ -69,6 +80,7 @@ void LoginViewController::onLoginClick(Component& sender) {
                         self->pins_->chooseAccount(user);
                         API::loginUserWithToken(response->token->accessToken());
                       } else if (failed && kind == ResponseKindHTTP && status == wrongCredentials) {
+                        self->setInvalid(true);
                         self->showErrorToast(self->localized(
                             "Unable to sign in - please verify your logon credentials and try again"));
                       }

@@ -8,7 +8,8 @@
 namespace fleetor {
 
 /// Signs the user in with name and password. On success the top level is rebuilt without this screen. After a
-/// failure the texts stay and the focus returns to its field. A request in flight keeps the screen alive.
+/// failure the texts stay and the focus returns to its field; refused ones are marked until one of them
+/// changes. A request in flight keeps the screen alive.
 class LoginViewController final : public BaseViewController, public TextFieldDelegate {
  public:
   LoginViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins);
@@ -20,12 +21,16 @@ class LoginViewController final : public BaseViewController, public TextFieldDel
   void viewDidLoad() override;
   void onLoginClick(Component& sender);
   bool textFieldShouldReturn(TextField& textField) override;
+  void textFieldDidChange(TextField& textField) override;
 
  private:
+  void setInvalid(bool invalid);
+
   std::shared_ptr<PinnedVehicles> pins_;
   TextField loginTextField_;
   TextField passwordTextField_;
   LoadingButton loginButton_;
+  Label capsLockLabel_;  ///< for as long as the device says so
 };
 
 }  // namespace fleetor

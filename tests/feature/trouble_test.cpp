@@ -84,7 +84,11 @@ TEST(WrongPassword, IsShownByTheSignInScreenAlone) {
   client.signIn("anna", "wrong");
   EXPECT_THAT(client.takeMessages(),
               ElementsAre("Unable to sign in - please verify your logon credentials and try again [square]"));
-  EXPECT_FALSE(client.root<LoginViewController>()->loginButton().loading());
+  auto& login = *client.root<LoginViewController>();
+  EXPECT_FALSE(login.loginButton().loading());
+  EXPECT_TRUE(login.loginTextField().invalid() && login.passwordTextField().invalid());
+  login.passwordTextField().setText("right");
+  EXPECT_FALSE(login.loginTextField().invalid() || login.passwordTextField().invalid());
 }
 
 TEST(WrongPassword, IsIgnoredOnceSomeoneIsSignedIn) {

@@ -16,6 +16,10 @@ Keyboard* TextField::keyboard() const {
   return environment_.window ? &environment_.window->keyboard() : nullptr;
 }
 
+void TextField::setText(std::string text) {
+  if (assign(text_, std::move(text)) && delegate_) delegate_->textFieldDidChange(*this);
+}
+
 bool TextField::isFirstResponder() const {
   const Keyboard* board = keyboard();
   return board && board->firstResponder() == this;

@@ -17,6 +17,9 @@ class TextFieldDelegate {
 
   /// The user pressed the return key in that field.
   virtual bool textFieldShouldReturn(TextField& textField) = 0;
+
+  /// The text has changed.
+  virtual void textFieldDidChange(TextField& /*textField*/) {}
 };
 
 /// One line of text that the user can edit. At most one field of the window has the input focus (is the first
@@ -27,15 +30,16 @@ class TextField : public Component {
   ~TextField() override;
 
   const std::string& text() const { return text_; }
-  void setText(std::string text) {
-    assign(text_, std::move(text));
-  }  ///< by the screen and by the user's typing
+  void setText(std::string text);  ///< by the screen and by the user's typing
 
   const std::string& placeholder() const { return placeholder_; }
   void setPlaceholder(std::string text) { assign(placeholder_, std::move(text)); }
 
   bool secureTextEntry() const { return secureTextEntry_; }  ///< shown as dots, not used for suggestions
   void setSecureTextEntry(bool secure) { assign(secureTextEntry_, secure); }
+
+  bool invalid() const { return invalid_; }  ///< what was typed has been refused
+  void setInvalid(bool invalid) { assign(invalid_, invalid); }
 
   /// Weak: must outlive the field or be reset.
   void setDelegate(TextFieldDelegate* delegate) { delegate_ = delegate; }
@@ -63,6 +67,7 @@ class TextField : public Component {
   std::string text_;
   std::string placeholder_;
   bool secureTextEntry_ = false;
+  bool invalid_ = false;
   TextFieldDelegate* delegate_ = nullptr;
   std::shared_ptr<Toolbar> inputAccessoryView_;
 };

@@ -9,6 +9,8 @@ FocusScope {
 
     property TextFieldItem field
     property real spare: 0 // points at the end that hold something else
+    property bool captioned: false // the placeholder stays as a caption once something is typed
+    property bool capsLock: false // as far as the last letter typed tells
     property string hint // what assistive technology reads out after the name, and whenever it changes
 
     function follow() {
@@ -22,7 +24,7 @@ FocusScope {
             input.focus = false;
     }
 
-    implicitHeight: Math.max(50, Theme.bodySize * 2.4)
+    implicitHeight: Math.max(50, Theme.bodySize * (captioned ? 3.2 : 2.4))
     onFieldChanged: follow()
 
     Connections {
@@ -36,8 +38,9 @@ FocusScope {
         anchors.fill: parent
         radius: 8
         color: Theme.field
-        border.width: input.activeFocus ? 2 : 1
-        border.color: input.activeFocus ? Theme.focusRing : Theme.fieldBorder
+        border.width: input.activeFocus || invalid ? 2 : 1
+        border.color: invalid ? Theme.alert : input.activeFocus ? Theme.focusRing : Theme.fieldBorder
+        readonly property bool invalid: root.field?.invalid ?? false
     }
 
     MouseArea {
@@ -64,6 +67,8 @@ FocusScope {
         anchors.fill: parent
         anchors.leftMargin: 14
         anchors.rightMargin: Math.max(14, root.spare)
+        anchors.topMargin: caption.visible ? caption.y + caption.height : 0
+        anchors.bottomMargin: caption.visible ? 4 : 0
         horizontalAlignment: TextInput.AlignLeft
         verticalAlignment: TextInput.AlignVCenter
         clip: true
@@ -84,6 +89,14 @@ FocusScope {
         }
         onTypedChanged: if (root.field && root.field.text !== typed) root.field.text = typed
         onAccepted: root.field.pressReturn()
+        Keys.onPressed: event => {
+            const letter = event.text;
+            if (event.key === Qt.Key_CapsLock)
+                root.capsLock = !root.capsLock;
+            else if (letter.toLowerCase() !== letter.toUpperCase())
+                root.capsLock = (letter === letter.toUpperCase()) !== Boolean(event.modifiers & Qt.ShiftModifier);
+            event.accepted = false;
+        }
         onActiveFocusChanged: {
             if (!root.field)
                 return;
@@ -99,6 +112,18 @@ FocusScope {
     }
 
     PlainText {
+        id: caption
+        anchors.left: input.left
+        anchors.right: input.right
+        y: 5
+        visible: root.captioned && !placeholder.visible
+        text: placeholder.text
+        color: Theme.secondaryText
+        font.pixelSize: Math.round(0.75 * Theme.bodySize)
+    }
+
+    PlainText {
+        id: placeholder
         anchors.left: input.left
         anchors.right: input.right
         height: parent.height

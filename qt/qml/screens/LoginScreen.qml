@@ -7,6 +7,7 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    readonly property LabelItem capsLockLabel: screen.outlet("capsLockLabel") as LabelItem
     readonly property bool low: height < 460 // in landscape, or above an on-screen keyboard
 
     // Only with a hardware keyboard: an on-screen keyboard would cover half of the screen.
@@ -59,11 +60,24 @@ FocusScope {
             TextEntry {
                 id: user
                 width: parent.width
+                captioned: true
                 field: root.screen.outlet("loginTextField") as TextFieldItem
             }
             TextEntry {
+                id: password
                 width: parent.width
+                captioned: true
+                hint: capsLock.visible ? capsLock.text : ""
                 field: root.screen.outlet("passwordTextField") as TextFieldItem
+            }
+            PlainText {
+                id: capsLock
+                width: parent.width
+                visible: password.capsLock && password.activeFocus
+                text: root.capsLockLabel?.text ?? ""
+                color: Theme.secondaryText
+                font.pixelSize: Theme.smallSize
+                wrapMode: Text.Wrap
             }
             Item {
                 width: 1
