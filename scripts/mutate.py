@@ -6,11 +6,11 @@ Usage: mutate.py FOLDER [LIST]
 
 --lookup  only checks that each mutation is found
 FOLDER  of build/: the sources are copied there, mutated and built; the working tree is not touched
-LIST    of mutations, tests/mutations by default. Each is three lines, with an empty line between two mutations and
-        comments after "#":
+LIST    of mutations, tests/mutations by default. Those of a file stand under its name, an empty line comes before the
+        next, and comments after "#":
           map/tile_board.cpp
           - what stands there: text that occurs once in the file
-          + what is to stand there instead, nothing to leave it out
+          + what is to stand there instead; without this line it is left out
 
 Exits with 1 when a mutation survives or does not compile, at once when one is not found.
 """
@@ -54,14 +54,18 @@ TESTS = {
 }
 
 
+CHANGE = re.compile(r"^- (.*)(?:\n\+ (.*))?$", re.MULTILINE)
+
+
 def mutations(text):
     """Each as (file, what stands there, what is to stand there)."""
     lines = [line for line in text.splitlines() if not line.startswith("#")]
     for block in re.split(r"\n\s*\n", "\n".join(lines).strip()):
-        parts = block.split("\n")
-        if len(parts) != 3 or not parts[1].startswith("- ") or parts[2][:1] != "+":
-            sys.exit(f"mutate: invalid mutation, expected a file, a line with '-' and a line with '+':\n{block}")
-        yield parts[0].strip(), parts[1][1:].strip(), parts[2][1:].strip()
+        name, _, changes = block.partition("\n")
+        if not changes or CHANGE.sub("", changes).strip():
+            sys.exit(f"mutate: invalid mutation, expected a file and lines with '-', each before one with '+' or alone:\n{block}")
+        for old, new in CHANGE.findall(changes):
+            yield name.strip(), old.strip(), new.strip()
 
 
 def tests_of(name):
