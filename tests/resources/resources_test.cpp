@@ -5,33 +5,13 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QImageReader>
-#include <QPalette>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace {
-
-// Pictures are drawn by a plug-in of the platform, which wants an application.
-class DrawingEnvironment : public testing::Environment {
- public:
-  void SetUp() override {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    application = std::make_unique<QGuiApplication>(count, arguments);
-  }
-  void TearDown() override { application.reset(); }
-
- private:
-  int count = 1;
-  char name[10] = "resources";
-  char* arguments[2] = {name, nullptr};
-  std::unique_ptr<QGuiApplication> application;
-};
-
-[[maybe_unused]] const auto* const environment = testing::AddGlobalTestEnvironment(new DrawingEnvironment);
 
 QImage drawn(const QString& name) {
   constexpr int width = 96;

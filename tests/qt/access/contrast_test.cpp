@@ -2,7 +2,6 @@
 
 #include <QColor>
 #include <QFile>
-#include <QGuiApplication>
 #include <QMetaProperty>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -150,9 +149,3 @@ INSTANTIATE_TEST_SUITE_P(Appearance, Contrast, testing::Bool(),
 
 }  // namespace
 }  // namespace fleetor
-
-int main(int argc, char** argv) {
-  QGuiApplication application(argc, argv);
-  testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
-}

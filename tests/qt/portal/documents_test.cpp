@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>

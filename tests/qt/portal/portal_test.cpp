@@ -138,9 +138,3 @@ TEST(NoBus, ChangesNothingAndReportsNothing) {
 
 }  // namespace
 }  // namespace fleetor
-
-int main(int argc, char** argv) {
-  testing::InitGoogleMock(&argc, argv);
-  QCoreApplication application(argc, argv);
-  return RUN_ALL_TESTS();
-}
