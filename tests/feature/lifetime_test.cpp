@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <set>
 
 #include "shell/choose_vehicle_table_view_controller.h"

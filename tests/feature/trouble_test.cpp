@@ -1,13 +1,8 @@
-#include <gmock/gmock.h>
-
 #include "support/client.h"
 #include "vehicle/notifications.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr const char* connectionMessage =
     "The call ended with an error, please check the status of your Internet connection";

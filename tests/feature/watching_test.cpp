@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <cmath>
 
 #include "support/client.h"
@@ -8,7 +6,6 @@ namespace fleetor::test {
 namespace {
 
 using testing::Each;
-using testing::ElementsAre;
 
 /// A signed-in phone with the second vehicle open; polls are noted by the second in which they were sent,
 /// counted from the first.

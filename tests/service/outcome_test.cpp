@@ -4,9 +4,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr const char* emptyList = R"({"total":0,"error":{"code":200,"description":"OK"},"vehicles":[]})";
 
 struct Case {  // NOLINT(clang-analyzer-optin.performance.Padding): in the order in which a case reads

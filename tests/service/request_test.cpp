@@ -3,7 +3,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 class RequestTest : public ServiceTest {

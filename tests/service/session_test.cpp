@@ -3,8 +3,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 class SessionTest : public ServiceTest {

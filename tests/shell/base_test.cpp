@@ -1,12 +1,8 @@
-#include <gmock/gmock.h>
-
 #include "shell/base/base_navigation_controller.h"
 #include "support/client.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
 
 /// A screen that follows the keyboard, as the root of the window.
 class FollowingScreen : public BaseViewController {

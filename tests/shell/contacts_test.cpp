@@ -1,13 +1,9 @@
-#include <gmock/gmock.h>
-
 #include "shell/account_view_controller.h"
 #include "shell/base/contact_link.h"
 #include "support/client.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
 
 TEST(ContactURL, IsMadeOfOnePhoneNumberOrMailAddressAndNothingElse) {
   const struct {

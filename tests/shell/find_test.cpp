@@ -1,15 +1,10 @@
 #include "shell/find_view_controller.h"
 
-#include <gmock/gmock.h>
-
 #include "shell/found_vehicle_cell.h"
 #include "support/client.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class Find : public testing::TestWithParam<Idiom> {
  protected:

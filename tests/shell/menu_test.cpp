@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include "shell/about_view_controller.h"
 #include "shell/account_view_controller.h"
 #include "shell/menu_view_controller.h"
@@ -7,9 +5,6 @@
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A signed-in phone.
 class SideMenu : public testing::Test {

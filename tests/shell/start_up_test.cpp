@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include "shell/choose_vehicle_table_view_controller.h"
 #include "shell/empty_view_controller.h"
 #include "shell/launch_image.h"

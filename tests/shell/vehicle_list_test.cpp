@@ -1,12 +1,7 @@
-#include <gmock/gmock.h>
-
 #include "support/client.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class VehicleList : public testing::Test {
  protected:

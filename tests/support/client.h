@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +28,9 @@
 #include "vehicle/vehicle_view_controller.h"
 
 namespace fleetor::test {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 /// What outlives one run of the client.
 struct Machine {
@@ -83,8 +85,7 @@ class Client {
   Client() : Client(nullptr) {}  ///< on a new phone
   explicit Client(Machine& on) : Client(&on) {}
   ~Client() {
-    EXPECT_THAT(machine.device.untranslated, testing::IsEmpty())
-        << "neither in de.json nor in untranslated.json";
+    EXPECT_THAT(machine.device.untranslated, IsEmpty()) << "neither in de.json nor in untranslated.json";
   }
 
   /// Starts on a machine where the user agreed to the terms and, unless `token` is empty, signed in earlier.

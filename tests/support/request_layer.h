@@ -1,7 +1,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 #include <utility>
@@ -14,11 +13,14 @@
 
 namespace fleetor::test {
 
+using testing::ElementsAre;
+using testing::IsEmpty;
+
 /// The request layer over a device of stand-ins, for a fixture that adds queues and a transport. `events`
 /// holds, in order, what people and callers noticed: "toast: …", "show main", "show login" and "completed …".
 class RequestLayer : public testing::Test {
  public:
-  ~RequestLayer() override { EXPECT_THAT(device.untranslated, testing::IsEmpty()) << "in no table of texts"; }
+  ~RequestLayer() override { EXPECT_THAT(device.untranslated, IsEmpty()) << "in no table of texts"; }
 
  protected:
   void install(Queues& queues, Transport& transport) {

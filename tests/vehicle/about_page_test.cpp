@@ -4,9 +4,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 class AboutPage : public LonePage<AboutDetailViewController> {
  protected:
   std::vector<std::string> requestsAfterPoll(const std::any& outcome = APIFailure{}) {

@@ -1,14 +1,9 @@
-#include <gmock/gmock.h>
-
 #include "support/client.h"
 #include "ui/controls/action_sheet_date_picker.h"
 #include "ui/map/map_view.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// The pages Map and Trips of vehicle 3; their requests stay open until they are answered.
 class DayPages : public testing::Test {

@@ -6,8 +6,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
-
 class InfoPage : public LonePage<InfoDetailViewController> {
  protected:
   static std::shared_ptr<const Live> record(std::int64_t vehicleId) {

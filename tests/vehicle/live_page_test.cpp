@@ -13,17 +13,12 @@ class LivePage : public LonePage<LiveDetailViewController> {
   }
 
   /// The vehicle is that many metres north of where it started.
-  void postAt(double metres, const std::string& direction = "270", std::int64_t vehicleId = 7,
-              const std::string& datetime = "08:00:15") {
-    auto live = std::make_shared<Live>();
-    live->datetime = datetime;
-    live->street = "Long Street 5";
+  void postAt(double metres, const std::string& direction = "270", std::int64_t vehicleId = 7) {
+    const auto live = liveAt(std::to_string(50 + metres * metre), "20");
     live->vehicles.vehicleId = vehicleId;
     live->vehicles.icon = "bus";
     live->direction = direction;
-    live->location.lat = std::to_string(50 + metres * metre);
-    live->location.lon = "20";
-    poll(std::shared_ptr<const Live>(live));
+    pollBrings(live);
     map.moveCamera([](MapCamera& camera) { camera.advance(10); });
   }
 
@@ -50,7 +45,7 @@ TEST_F(LivePage, ZoomsToTheFirstPositionAndLeavesATrailFromThere) {
   EXPECT_EQ(drawn(), "bus");
   EXPECT_NEAR(metresAcross(), 2000, 1);
   const auto marker = map.viewForAnnotation(*map.annotations().at(0));
-  EXPECT_EQ(marker->accessibleName(), "Vehicle, 08:00:15, Long Street 5");
+  EXPECT_EQ(marker->accessibleName(), "Vehicle, 2026-03-10 08:00:15, Long Street 5");
   EXPECT_TRUE(marker->enabled() && marker->canShowCallout() && !marker->draggable());
 
   map.moveCamera([](MapCamera& camera) { camera.zoomBy(4, {100, 100}); });
@@ -166,7 +161,7 @@ TEST_F(LivePage, HasButtonsToZoomToShowTheWholeTrailAndToChangeTheMap) {
   postAt(0);
   postAt(6000);
   const auto tap = [this](const char* name, const std::string& accessibleName) {
-    auto& button = dynamic_cast<Button&>(*page->findOutlet(name));
+    auto& button = outlet<Button>(name);
     EXPECT_EQ(button.accessibleName(), accessibleName);
     button.tap();
     EXPECT_TRUE(map.camera().moving()) << name;

@@ -3,15 +3,57 @@
 #include <gmock/gmock.h>
 
 #include <any>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/documents.h"
 #include "support/client.h"
 #include "vehicle/notifications.h"
 
 namespace fleetor::test {
+
+/// Keeps what is saved, or refuses to.
+class FakeDocuments final : public Documents {
+ public:
+  explicit FakeDocuments(Queues& queues) : queues_(queues) {}
+
+  SaveOutcome outcome = SaveOutcome::saved;
+  std::map<std::string, std::string> files;
+  mutable Page printed;
+
+  void save(NewDocument document, Done done) override {
+    queues_.global([this, document = std::move(document), done = std::move(done)] {
+      std::string& content = files[document.name];
+      EXPECT_TRUE(document.write([&](std::string_view piece) {
+        content += piece;
+        return true;
+      }));
+      queues_.main([this, name = document.name, done] { done(outcome, "~/" + name); });
+    });
+  }
+  std::string pdfOf(const Page& page) const override {
+    printed = page;
+    return "%PDF";
+  }
+
+ private:
+  Queues& queues_;
+};
+
+/// A reading of vehicle 7 there.
+inline std::shared_ptr<Live> liveAt(const std::string& latitude, const std::string& longitude) {
+  auto live = std::make_shared<Live>();
+  live->vehicles.vehicleId = 7;
+  live->vehicles.name = "Van";
+  live->datetime = "2026-03-10 08:00:15";
+  live->street = "Long Street 5";
+  live->location.lat = latitude;
+  live->location.lon = longitude;
+  return live;
+}
 
 /// A page of vehicle 7, alone in the window, without a pager.
 template <class Page>
@@ -20,6 +62,7 @@ class LonePage : public testing::Test {
   LonePage() {
     Vehicle vehicle;
     vehicle.vehicleId = 7;
+    vehicle.name = "Van";
     vehicle.icon = "van";
     vehicle.mapLineColor = "0f0";
     page->setVehicle(vehicle);
@@ -29,6 +72,12 @@ class LonePage : public testing::Test {
 
   void show() { client.application.window().setRootViewController(page); }
   void hide() { client.application.window().setRootViewController(nullptr); }
+  template <class Kind>
+  Kind& outlet(const char* name) {
+    return dynamic_cast<Kind&>(*page->findOutlet(name));
+  }
+  void tap(const char* button) { outlet<Button>(button).tap(); }
+  void pollBrings(const std::shared_ptr<const Live>& live) { poll(live); }
   void poll(const std::any& outcome) {
     client.center.postNotificationName(kFleetorNotificationLive, outcome);
     client.queues.runUntilIdle();
@@ -50,7 +99,11 @@ class LonePage : public testing::Test {
 
   Machine phone;
   Client client{phone};
-  std::shared_ptr<Page> page = std::make_shared<Page>(client.environment);
+  FakeDocuments documents{client.queues};
+  std::shared_ptr<Page> page = [this] {
+    client.environment.documents = &documents;
+    return std::make_shared<Page>(client.environment);
+  }();
 };
 
 }  // namespace fleetor::test

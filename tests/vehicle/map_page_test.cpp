@@ -4,9 +4,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 /// Requests stay open until they are answered.
 class MapPage : public LonePage<MapDetailViewController> {
  protected:
@@ -81,6 +78,8 @@ TEST_F(MapPage, DrawsTheDaysTrackItsEndsAndItsParkingStops) {
 }
 
 TEST_F(MapPage, KeepsWhatADayWithoutPointsAndAFailureLeaveAlone) {
+  int changes = 0;
+  const auto connection = page->dayChanged.connect([&changes] { ++changes; });
   page->tabSelected();
   arrive(mapReply({"", "", ""}));
   const auto line = page->polyline();
@@ -91,10 +90,14 @@ TEST_F(MapPage, KeepsWhatADayWithoutPointsAndAFailureLeaveAlone) {
     EXPECT_FALSE(loading());
     return drawn();
   };
-  EXPECT_EQ(next(mapReply({})), "flag0 van2* 3");
-  EXPECT_EQ(next(failedReply(url_error::notConnectedToInternet)), "flag0 van2* 3");
-  EXPECT_EQ(next(jsonReply(envelope(2, ""))), "flag0 van2* 3");
+  for (const HttpReply& nothing :
+       {mapReply({}), failedReply(url_error::notConnectedToInternet), jsonReply(envelope(2, ""))}) {
+    EXPECT_EQ(next(nothing), "flag0 van2* 3");
+    EXPECT_EQ(page->dayPoints()->size(), 3u);
+    EXPECT_EQ(changes, 1);
+  }
   EXPECT_EQ(next(mapReply({"Parking"}, 5)), "van0* 3");
+  EXPECT_EQ(page->dayPoints()->size(), 1u);
   EXPECT_EQ(page->polyline(), line);
   EXPECT_NEAR(map.centerCoordinate().latitude, 50, 1e-6);
   // The service's count decides, not the number of points that come with it.
@@ -106,8 +109,6 @@ TEST_F(MapPage, KeepsWhatADayWithoutPointsAndAFailureLeaveAlone) {
 }
 
 TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
-  int changes = 0;
-  const auto connection = page->dayChanged.connect([&changes] { ++changes; });
   page->tabSelected();
   arrive(mapReply({"Parking", "", ""}));
   ASSERT_TRUE(page->dayPoints());
@@ -115,19 +116,12 @@ TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
   EXPECT_EQ(page->dayPoints()->stops.size(), 1u);
   page->dayRibbon().step(false);
   EXPECT_EQ(page->dayRibbon().description(), "08:01 to 08:02, driving, Street 2");
-  const auto next = [this](HttpReply reply) {
-    choose(std::string("2026-03-09"));
-    arrive(std::move(reply));
-    return page->dayPoints()->size();
-  };
-  EXPECT_EQ(next(mapReply({})), 3u);
-  EXPECT_EQ(next(failedReply(url_error::notConnectedToInternet)), 3u);
-  EXPECT_EQ(changes, 1);
-  EXPECT_EQ(next(mapReply({""})), 1u);
+  int changes = 0;
+  const auto connection = page->dayChanged.connect([&changes] { ++changes; });
   client.application.didEnterBackground();
   EXPECT_FALSE(page->dayPoints());
   EXPECT_THAT(page->dayRibbon().stretches(), IsEmpty());
-  EXPECT_EQ(changes, 4);
+  EXPECT_GT(changes, 0);
 }
 
 TEST_F(MapPage, DrawsWhatTheRibbonLeavesBlankAsAGapOfTheLine) {
@@ -150,7 +144,7 @@ TEST_F(MapPage, SharesTheStrictReadingOfAStopsPositionOrNothing) {
   for (const auto& [number, text] : {std::pair{"50.01", "50,0123"}, {"50.02", "50.02 N"}})
     day.body.replace(day.body.find(number), 5, text);
   arrive(day);
-  auto& share = dynamic_cast<Button&>(*page->findOutlet("sharePositionButton"));
+  auto& share = outlet<Button>("sharePositionButton");
   auto& window = client.application.window();
   map.selectAnnotation(map.annotations()[1]);
   share.tap();
@@ -162,7 +156,7 @@ TEST_F(MapPage, SharesTheStrictReadingOfAStopsPositionOrNothing) {
 
   // The line goes through places that the texts do not mean.
   page->replay().setOpen(true);
-  auto& shareMoment = dynamic_cast<Button&>(*page->findOutlet("shareMomentButton"));
+  const auto& shareMoment = outlet<Button>("shareMomentButton");
   EXPECT_TRUE(shareMoment.enabled());
   page->replay().moveTo(8 * 3600 + 30);
   EXPECT_FALSE(shareMoment.enabled());
@@ -241,16 +235,16 @@ TEST_F(MapPage, EmptiesInTheBackgroundAndLoadsItsDayAgain) {
 TEST_F(MapPage, ReplaysTheDayOnItsLineAndPausesInTheBackgroundAndOnAnotherPage) {
   page->tabSelected();
   arrive(mapReply({"", "", ""}));
-  dynamic_cast<Button&>(*page->findOutlet("replayButton")).tap();
+  tap("replayButton");
   ASSERT_TRUE(map.traveller());
   EXPECT_EQ(map.traveller()->line, page->polyline());
   EXPECT_EQ(map.traveller()->image, "van");
   DayReplay& replay = page->replay();
-  auto& ribbon = dynamic_cast<TimeRibbon&>(*page->findOutlet("dayRibbon"));
+  auto& ribbon = outlet<TimeRibbon>("dayRibbon");
   EXPECT_EQ(ribbon.moment(), 8 * 3600);
   ribbon.choose(8 * 3600 + 90);
   EXPECT_NEAR(map.traveller()->passed, 1.5, 1e-9);
-  auto& share = dynamic_cast<Button&>(*page->findOutlet("shareMomentButton"));
+  auto& share = outlet<Button>("shareMomentButton");
   auto& window = client.application.window();
   replay.togglePlaying();
   share.tap();

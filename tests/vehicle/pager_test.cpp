@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <any>
 #include <cmath>
 
@@ -10,8 +8,6 @@
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
 
 class Pager : public testing::Test {
  protected:

@@ -4,9 +4,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 /// Requests stay open until they are answered.
 class RoutePage : public LonePage<RouteDetailViewController> {
  protected:

@@ -1,5 +1,4 @@
 #include "lone_page.h"
-#include "platform/documents.h"
 #include "vehicle/about_detail_view_controller.h"
 #include "vehicle/info_detail_view_controller.h"
 #include "vehicle/live_detail_view_controller.h"
@@ -9,37 +8,7 @@
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
-
-/// Keeps what is saved, or refuses to.
-class FakeDocuments final : public Documents {
- public:
-  explicit FakeDocuments(Queues& queues) : queues_(queues) {}
-
-  SaveOutcome outcome = SaveOutcome::saved;
-  std::map<std::string, std::string> files;
-  mutable Page printed;
-
-  void save(NewDocument document, Done done) override {
-    queues_.global([this, document = std::move(document), done = std::move(done)] {
-      std::string& content = files[document.name];
-      EXPECT_TRUE(document.write([&](std::string_view piece) {
-        content += piece;
-        return true;
-      }));
-      queues_.main([this, name = document.name, done] { done(outcome, "~/" + name); });
-    });
-  }
-  std::string pdfOf(const Page& page) const override {
-    printed = page;
-    return "%PDF";
-  }
-
- private:
-  Queues& queues_;
-};
 
 std::vector<std::string> titlesOf(const ActionSheet& sheet) {
   std::vector<std::string> titles;
@@ -48,27 +17,12 @@ std::vector<std::string> titlesOf(const ActionSheet& sheet) {
   return titles;
 }
 
-std::shared_ptr<const Live> liveAt(const char* latitude, const char* longitude) {
-  auto live = std::make_shared<Live>();
-  live->vehicles.vehicleId = 7;
-  live->vehicles.name = "Van";
-  live->datetime = "2026-03-10 08:00:15";
-  live->street = "Long Street 5";
-  live->location.lat = latitude;
-  live->location.lon = longitude;
-  return live;
-}
-
-void tap(ViewController& page, const char* button) {
-  dynamic_cast<Button&>(*page.findOutlet(button)).tap();
-}
-
 using SharingInfo = LonePage<InfoDetailViewController>;
 
 TEST_F(SharingInfo, TheAddressLeadsToASheetThatHandsThePositionOn) {
   constexpr int addressRow = 5;
   auto& window = client.application.window();
-  poll(liveAt("50.06143", "19.93744"));
+  pollBrings(liveAt("50.06143", "19.93744"));
   page->itemsTableView().tap(addressRow);
   ASSERT_TRUE(window.actionSheet());
   EXPECT_EQ(window.actionSheet()->content().message, "Long Street 5\n2026-03-10 08:00:15");
@@ -93,11 +47,11 @@ TEST_F(SharingInfo, TheAddressLeadsToASheetThatHandsThePositionOn) {
 
 TEST_F(SharingInfo, APositionThatIsNoneIsNotOffered) {
   for (const auto& [latitude, longitude] : {std::pair{"none", ""}, {"50.06 N", "19.9"}, {"50.06", ""}}) {
-    poll(liveAt(latitude, longitude));
+    pollBrings(liveAt(latitude, longitude));
     page->itemsTableView().tap(5);
     EXPECT_FALSE(client.application.window().actionSheet()) << latitude << " " << longitude;
   }
-  poll(liveAt("50,06143", "19,93744"));
+  pollBrings(liveAt("50,06143", "19,93744"));
   page->itemsTableView().tap(5);
   ASSERT_TRUE(client.application.window().actionSheet());
   EXPECT_EQ(client.application.window().actionSheet()->content().entries[0].detail, "50.061430, 19.937440");
@@ -106,56 +60,40 @@ TEST_F(SharingInfo, APositionThatIsNoneIsNotOffered) {
 using SharingLive = LonePage<LiveDetailViewController>;
 
 TEST_F(SharingLive, TheCalloutOffersItsPosition) {
-  poll(liveAt("50.06143", "19.93744"));
-  tap(*page, "sharePositionButton");
-  EXPECT_FALSE(client.application.window().actionSheet()) << "no callout is open";
-  page->mapView().selectAnnotation(page->mapView().annotations().front());
-  tap(*page, "sharePositionButton");
-  ASSERT_TRUE(client.application.window().actionSheet());
-  EXPECT_EQ(client.application.window().actionSheet()->content().message,
-            "2026-03-10 08:00:15\nLong Street 5");
-  client.application.window().actionSheet()->tapEntry(2);
-  poll(liveAt("51,5", "19,93744"));
-  page->mapView().selectAnnotation(page->mapView().annotations().front());
-  tap(*page, "sharePositionButton");
-  client.application.window().actionSheet()->tapEntry(2);
-  EXPECT_EQ(phone.device.openedURLs.back(), "geo:51.500000,19.937440");
-  poll(liveAt("52.5 N", "19.93744"));
-  page->mapView().selectAnnotation(page->mapView().annotations().front());
-  tap(*page, "sharePositionButton");
-  EXPECT_FALSE(client.application.window().actionSheet()) << "a position that is not understood";
+  auto& window = client.application.window();
+  pollBrings(liveAt("50", "19.93744"));
+  tap("sharePositionButton");
+  EXPECT_FALSE(window.actionSheet()) << "no callout is open";
+  for (const auto& [latitude, offered] :
+       {std::pair{"50.06143", "50.061430, 19.937440"}, {"51,5", "51.500000, 19.937440"}, {"52.5 N", ""}}) {
+    pollBrings(liveAt(latitude, "19.93744"));
+    page->mapView().selectAnnotation(page->mapView().annotations().front());
+    tap("sharePositionButton");
+    const auto sheet = window.actionSheet();
+    EXPECT_EQ(sheet ? sheet->content().entries[0].detail : "", offered) << latitude;
+    if (!sheet) continue;
+    EXPECT_EQ(sheet->content().message, "2026-03-10 08:00:15\nLong Street 5");
+    EXPECT_TRUE(window.goBack());
+  }
 }
+
+/// Entries of the sheet.
+constexpr int pdf = 0, csv = 1, gpx = 2;
 
 template <class Page>
 class Exporting : public LonePage<Page> {
  protected:
-  /// Chooses the format with that ending's entry, in the order of the sheet.
-  void save(int entry) {
-    tap(*exporter, "exportButton");
-    this->client.application.window().actionSheet()->tapEntry(entry);
+  void save(int format) {
+    this->tap("exportButton");
+    this->client.application.window().actionSheet()->tapEntry(format);
     this->client.queues.runUntilIdle();
   }
-
-  FakeDocuments documents{this->client.queues};
-  std::shared_ptr<Page> exporter = [this] {
-    this->client.environment.documents = &documents;
-    auto made = std::make_shared<Page>(this->client.environment);
-    Vehicle vehicle;
-    vehicle.vehicleId = 7;
-    vehicle.name = "Van";
-    vehicle.mapLineColor = "0f0";
-    made->setVehicle(vehicle);
-    return made;
-  }();
 };
 
-constexpr int pdf = 0, csv = 1, gpx = 2;
-
-class ExportingMap : public Exporting<MapDetailViewController> {};
+using ExportingMap = Exporting<MapDetailViewController>;
 
 TEST_F(ExportingMap, TakesWhatIsShownAndAsksForTheRest) {
-  client.application.window().setRootViewController(exporter);
-  exporter->tabSelected();
+  page->tabSelected();
   EXPECT_THAT(requests(), ElementsAre("GET /map?date=2026-03-10&vehid=7"));
   save(gpx);
   EXPECT_THAT(requests(), IsEmpty());
@@ -180,11 +118,10 @@ TEST_F(ExportingMap, TakesWhatIsShownAndAsksForTheRest) {
                           "There is nothing on this day [square]"));
 }
 
-class ExportingTrips : public Exporting<RouteDetailViewController> {};
+using ExportingTrips = Exporting<RouteDetailViewController>;
 
 TEST_F(ExportingTrips, SavesTheListAndAFailureIsReportedOnce) {
-  client.application.window().setRootViewController(exporter);
-  exporter->tabSelected();
+  page->tabSelected();
   EXPECT_THAT(requests(), ElementsAre("GET /route?date=2026-03-10&vehid=7"));
   save(csv);
   EXPECT_THAT(requests(), IsEmpty());
@@ -214,7 +151,7 @@ class MarkedAbout : public LonePage<AboutDetailViewController> {
     return made;
   }
   static void receive(AboutDetailViewController& by, const char* odometer) {
-    auto live = std::make_shared<Live>(*liveAt("50", "20"));
+    const auto live = liveAt("50", "20");
     live->odometer = odometer;
     by.receivedRecord(live);
   }
@@ -225,7 +162,7 @@ class MarkedAbout : public LonePage<AboutDetailViewController> {
 };
 
 TEST_F(MarkedAbout, StatesWhatIsDueOnceBothSidesAreKnownAndMarksItsTab) {
-  auto& overdue = dynamic_cast<Label&>(*page->findOutlet("overdueLabel"));
+  auto& overdue = outlet<Label>("overdueLabel");
   receive(*page, "150340");
   EXPECT_EQ(overdue.text(), "");
   poll(0);  // which makes it ask
