@@ -8,7 +8,6 @@ constexpr const char* connectionMessage =
     "The call ended with an error, please check the status of your Internet connection";
 constexpr const char* unexpectedMessage = "An unexpected error occurred, please try again";
 constexpr const char* dataMessage = "The data returned by the server is incorrect, please try again";
-constexpr const char* expiredMessage = "Your session has expired, you will be logged out";
 
 struct Trouble {
   const char* name;
@@ -128,26 +127,6 @@ TEST(SignIn, GoesToTheEmptyFieldAndSendsNothingTwice) {
   client.settle();
   EXPECT_TRUE(login.passwordTextField().isFirstResponder())
       << "to be corrected without a search for the field";
-}
-
-TEST(ExpiredSession, SignsOutOnceAndThePollingEnds) {
-  for (const int status : {401, 403}) {
-    Client client;
-    client.start();
-    client.open(0);
-    client.transport.answer("/live", reply(status, "application/json", "{}"));
-    client.advance(15);
-    EXPECT_TRUE(client.root<LoginViewController>());
-    EXPECT_FALSE(API::isLogged());
-    client.takeRequests();
-    client.advance(120);
-    EXPECT_THAT(client.takeRequests(), IsEmpty());
-    EXPECT_THAT(client.takeMessages(), ElementsAre(expiredMessage));
-
-    client.transport.answer("/token", tokenReply("fresh"));
-    client.signIn("anna", "secret");
-    EXPECT_TRUE(client.root<MainViewController>());
-  }
 }
 
 // Its last poll is still to come, or the answer to it is.
