@@ -5,19 +5,42 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "http/http_transport.h"
 #include "support/raw_server.h"
 
 namespace fleetor {
 
+inline HttpRequest requestOf(const char* method, std::string url, std::optional<std::string> body = {}) {
+  HttpRequest request;
+  request.url = std::move(url);
+  request.method = method;
+  request.body = std::move(body);
+  return request;
+}
+
+inline HttpRequest get(std::string url) {
+  return requestOf("GET", std::move(url));
+}
+
 inline std::future<HttpReply> start(HttpTransport& transport, HttpRequest request) {
   auto promise = std::make_shared<std::promise<HttpReply>>();
   auto future = promise->get_future();
   transport.send(std::move(request), [promise](HttpReply reply) { promise->set_value(std::move(reply)); });
   return future;
+}
+
+inline std::vector<std::future<HttpReply>> startMany(HttpTransport& transport, int count,
+                                                     const std::string& url) {
+  std::vector<std::future<HttpReply>> replies;
+  replies.reserve(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i)
+    replies.push_back(start(transport, get(url)));
+  return replies;
 }
 
 inline HttpReply finish(std::future<HttpReply> future) {
@@ -30,20 +53,11 @@ inline HttpReply fetch(HttpTransport& transport, HttpRequest request) {
   return finish(start(transport, std::move(request)));
 }
 
-inline HttpRequest get(std::string url) {
-  HttpRequest request;
-  request.url = std::move(url);
-  request.method = "GET";
-  return request;
-}
-
 inline HttpRequest post(std::string url, std::string body) {
-  HttpRequest request = get(std::move(url));
-  request.method = "POST";
+  HttpRequest request = requestOf("POST", std::move(url), body);
   request.headers = {{"Content-type", "application/x-www-form-urlencoded; charset=utf-8"},
                      {"Authorization", "Bearer secret"},
                      {"Content-Length", std::to_string(body.size())}};
-  request.body = std::move(body);
   return request;
 }
 
@@ -54,31 +68,6 @@ inline std::string answer(const std::string& body, const std::string& status = "
 }
 
 inline const std::string chunked = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
-
-/// Answers every request on every connection with the same bytes.
-inline std::function<void(RawServer::Peer&)> always(std::string bytes) {
-  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
-    while (!peer.read().empty())
-      peer.write(bytes);
-  };
-}
-
-/// Reads one request, answers it with these bytes and hangs up.
-inline std::function<void(RawServer::Peer&)> once(std::string bytes) {
-  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
-    peer.read();
-    peer.write(bytes);
-  };
-}
-
-/// Reads one request, answers it with these bytes and waits until the client hangs up.
-inline std::function<void(RawServer::Peer&)> stalling(std::string bytes) {
-  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
-    peer.read();
-    peer.write(bytes);
-    peer.hold();
-  };
-}
 
 /// A service that answers in an odd way, and what the transport makes of its answer.
 struct OddAnswer {

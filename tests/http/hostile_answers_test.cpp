@@ -30,10 +30,7 @@ std::function<void(RawServer::Peer&)> repeating(const std::string& first, const 
 TEST(HostileAnswers, ThatTrickleKeepNoRequestWaiting) {
   RawServer server(repeating(endless, "x", 20ms));
   HttpTransport transport;
-  std::vector<std::future<HttpReply>> trickles;
-  trickles.reserve(40);
-  for (int i = 0; i < 40; i++)
-    trickles.push_back(start(transport, get(server.url("/slow"))));
+  const auto trickles = startMany(transport, 40, server.url("/slow"));
   EXPECT_EQ(fetch(transport, get(server.url("/quick"))).body, "{}");
   for (const auto& each : trickles)
     EXPECT_EQ(each.wait_for(0s), std::future_status::timeout);
@@ -119,10 +116,7 @@ TEST(HostileAnswers, ThatAreHardToUnpackLeaveTimeForOthers) {
     peer.write(hard);
   });
   HttpTransport transport;
-  std::vector<std::future<HttpReply>> hards;
-  hards.reserve(4);
-  for (int i = 0; i < 4; i++)
-    hards.push_back(start(transport, get(server.url("/hard"))));
+  auto hards = startMany(transport, 4, server.url("/hard"));
   for (int i = 0; i < 5; i++)
     EXPECT_EQ(fetch(transport, get(server.url("/quick"))).body, "{}");
   for (auto& each : hards)

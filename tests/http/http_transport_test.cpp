@@ -82,15 +82,12 @@ TEST(HttpTransport, SendsBodiesOfEveryKindAndNoneWhereThereIsNone) {
       {"PUT", std::string("{\"a\":\"\0\xC3\xA9\"}", 11)},
       {"POST", std::string(3'000'000, 'x')}};
   for (const auto& [method, body] : cases) {
-    HttpRequest request = get(server.url("/x"));
-    request.method = method;
-    request.body = body;
-    EXPECT_EQ(fetch(transport, request).status, 200);
+    EXPECT_EQ(fetch(transport, requestOf(method, server.url("/x"), body)).status, 200);
     const Wire wire(server.requests().back());
     EXPECT_EQ(wire.line, std::string(method) + " /x HTTP/1.1");
     EXPECT_TRUE(wire.body == body.value_or("")) << method;
     const std::string length = "Content-Length: " + std::to_string(wire.body.size());
-    const bool hasLength = request.method[0] == 'P';
+    const bool hasLength = *method == 'P';
     EXPECT_EQ(std::ranges::count(wire.headers, length), hasLength) << method;
     EXPECT_THAT(
         wire.headers,
@@ -206,10 +203,9 @@ TEST(HttpTransport, SendsOnlyGetAndDeleteTwiceAndOnlyBeforeAnyAnswer) {
     for (const auto& body : {std::optional<std::string>("a=b"), {""}, {}}) {
       EXPECT_EQ(fetch(transport, get(server.url("/warm"))).status, 200);
       const auto before = server.requests().size();
-      HttpRequest request = get(server.url("/x"));
-      request.method = method;
-      request.body = body;
-      EXPECT_EQ(fetch(transport, request).error, url_error::networkConnectionLost) << method;
+      EXPECT_EQ(fetch(transport, requestOf(method, server.url("/x"), body)).error,
+                url_error::networkConnectionLost)
+          << method;
       EXPECT_EQ(server.requests().size(), before + 1) << method << " " << body.value_or("without a body");
     }
 
@@ -222,9 +218,9 @@ TEST(HttpTransport, SendsOnlyGetAndDeleteTwiceAndOnlyBeforeAnyAnswer) {
     });
     for (const char* method : {"GET", "DELETE"}) {
       EXPECT_EQ(fetch(transport, get(closing.url("/warm"))).status, 200);
-      HttpRequest request = get(closing.url("/x"));
-      request.method = method;
-      EXPECT_EQ(fetch(transport, request).error, *begun ? url_error::networkConnectionLost : 0) << method;
+      EXPECT_EQ(fetch(transport, requestOf(method, closing.url("/x"))).error,
+                *begun ? url_error::networkConnectionLost : 0)
+          << method;
     }
   }
 }

@@ -5,7 +5,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <functional>
@@ -170,5 +169,30 @@ class RawServer {
   std::list<Connection> connections_;
   std::vector<std::string> requests_;
 };
+
+/// Answers every request on every connection with the same bytes.
+inline std::function<void(RawServer::Peer&)> always(std::string bytes) {
+  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
+    while (!peer.read().empty())
+      peer.write(bytes);
+  };
+}
+
+/// Reads one request, answers it with these bytes and hangs up.
+inline std::function<void(RawServer::Peer&)> once(std::string bytes) {
+  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
+    peer.read();
+    peer.write(bytes);
+  };
+}
+
+/// Reads one request, answers it with these bytes and waits until the client hangs up.
+inline std::function<void(RawServer::Peer&)> stalling(std::string bytes) {
+  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
+    peer.read();
+    peer.write(bytes);
+    peer.hold();
+  };
+}
 
 }  // namespace fleetor

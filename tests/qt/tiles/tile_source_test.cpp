@@ -58,13 +58,6 @@ std::string answer(const std::string& body, const std::string& headers = "",
          "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
-std::function<void(RawServer::Peer&)> always(std::string bytes) {
-  return [bytes = std::move(bytes)](RawServer::Peer& peer) {
-    while (!peer.read().empty())
-      peer.write(bytes);
-  };
-}
-
 struct TileSourceTest : testing::Test {
   QTemporaryDir folder;
 
@@ -264,10 +257,7 @@ TEST_F(TileSourceTest, CancelsOnTheWireWithoutAnAnswer) {
 }
 
 TEST_F(TileSourceTest, GivesUpOnAServerThatStaysSilent) {
-  RawServer server([](RawServer::Peer& peer) {
-    peer.read();
-    peer.hold();
-  });
+  RawServer server(stalling(""));
   TileSource source(at(server), folder.path(), {.timeoutInMs = 150});
   const auto result = get(source);
   EXPECT_FALSE(result.image || result.missing);
