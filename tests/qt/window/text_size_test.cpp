@@ -69,6 +69,20 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
     return cut;
   }
 
+  void expectWhole(const char* page) { EXPECT_THAT(cutTexts(), IsEmpty()) << page; }
+  void expectWholeAt(const char* label, const char* page) {
+    ASSERT_TRUE(waitFor("label", word(label))) << page;
+    expectWhole(page);
+  }
+  void expectWholeAt(int rows, const char* page) {
+    ASSERT_TRUE(waitForRows(rows)) << page;
+    expectWhole(page);
+  }
+  void expectWholeAtItsEnd(const char* page) {
+    QMetaObject::invokeMethod(list(), "positionViewAtEnd");
+    expectWhole(page);
+  }
+
   /// The sizes of the words of all tabs.
   std::set<int> tabSizes() {
     std::set<int> sizes;
@@ -88,8 +102,6 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
     return (said = words[QLatin1String(english)].toString(QString::fromUtf8(said)).toUtf8()).constData();
   }
 
-  void toTheEnd() { QMetaObject::invokeMethod(list(), "positionViewAtEnd"); }
-
  private:
   std::map<std::string, QByteArray> said_;
   QFont before_ = QGuiApplication::font();
@@ -97,67 +109,52 @@ class TextSizeTest : public WindowTest, public testing::WithParamInterface<Reade
 
 TEST_P(TextSizeTest, IsNeverCutOff) {
   open(Idiom::phone, {320, 568}, GetParam().language);
-  ASSERT_TRUE(waitFor("label", word("I agree")));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "terms";
+  expectWholeAt("I agree", "terms");
   click(word("I agree"));
-  ASSERT_TRUE(waitFor("label", word("Sign in")));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "sign-in";
+  expectWholeAt("Sign in", "sign-in");
   enter(word("My Vehicles"));
-  ASSERT_TRUE(waitForRows(21));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "list of vehicles";
+  expectWholeAt(21, "list of vehicles");
   click(word("Find a vehicle"));
   ASSERT_TRUE(waitFor("label", word("Order")));
-  ASSERT_TRUE(waitForRows(45)) << "fetched by the search";
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "search";
+  expectWholeAt(45, "search");  // fetched by the search
   click(word("Order"));
-  ASSERT_TRUE(waitFor("label", word("By registration")));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "orders of the search";
+  expectWholeAt("By registration", "orders of the search");
   click(word("Close"));
   ASSERT_TRUE(waitForNone("label", word("By registration")));
   type("xyz");
   ASSERT_TRUE(QTest::qWaitFor([&] { return list()->property("count").toInt() == 0; }));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "nothing found";
+  expectWhole("nothing found");
   click(word("Close"));
   ASSERT_TRUE(waitForNone("label", word("Order")));
   QTest::mouseClick(&window(), Qt::LeftButton, {}, {160, 120});
   ASSERT_TRUE(waitFor("label", word("Trips")));
-  ASSERT_TRUE(waitForRows(5));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "readings";
+  expectWholeAt(5, "readings");
   EXPECT_EQ(tabSizes().size(), 1u);
-  toTheEnd();
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "end of the readings";
+  expectWholeAtItsEnd("end of the readings");
   click(word("Trips"));
   click(word("Choose date"));
-  ASSERT_TRUE(waitFor("label", word("Done")));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "date picker";
+  expectWholeAt("Done", "date picker");
   click(word("Cancel"));
   ASSERT_TRUE(waitForNone("label", word("Done"))) << "until then the picker has every tap";
-  ASSERT_TRUE(waitForRows(1)) << "there are no more early in the day";
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "trips";
+  expectWholeAt(1, "trips");  // there are no more early in the day
   click(word("About|vehicle"));
   ASSERT_TRUE(QTest::qWaitFor([&] { return isChecked(word("About|vehicle")); }));
-  ASSERT_TRUE(waitForRows(6)) << "the first reading after the page was opened brings them";
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "data of the vehicle";
-  toTheEnd();
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "end of the vehicle's data";
+  expectWholeAt(6, "data of the vehicle");  // the first reading after the page was opened brings them
+  expectWholeAtItsEnd("end of the vehicle's data");
   click(word("Back"));
 
   click(word("Menu"));
-  ASSERT_TRUE(waitFor("label", word("Account")));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "menu";
+  expectWholeAt("Account", "menu");
   click(word("Account"));
-  ASSERT_TRUE(waitForRows(5));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "account";
-  toTheEnd();
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "end of the account";
+  expectWholeAt(5, "account");
+  expectWholeAtItsEnd("end of the account");
   click(word("Menu"));
   click(word("About"));
   ASSERT_TRUE(waitFor("title", word("About")));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "about page";
+  expectWhole("about page");
   click(word("Menu"));
   click(word("Log out"));
-  ASSERT_TRUE(waitFor("label", word("Cancel")));
-  EXPECT_THAT(cutTexts(), IsEmpty()) << "question before signing out";
+  expectWholeAt("Cancel", "question before signing out");
 }
 
 class TabletTextSizeTest : public TextSizeTest {};
