@@ -13,10 +13,10 @@ using testing::Not;
 
 constexpr const char* hostile = "=<b>&\"]]>\x01\n\\é\xEF\xBF\xBF";
 
-template <class Write>
-std::string written(Write write) {
+template <class Write, class... Words>
+std::string written(Write write, const DayRecord& day, const Words&... words) {
   std::string file;
-  EXPECT_TRUE(write([&](std::string_view piece) {
+  EXPECT_TRUE(write(day, words..., [&](std::string_view piece) {
     file += piece;
     return true;
   }));
@@ -26,12 +26,10 @@ std::string written(Write write) {
 TEST(Formats, EscapeTheTextsOfTheService) {
   const DayRecord day = dayOfTests(hostile);
   const std::string xml = "<name>=&lt;b&gt;&amp;&quot;]]&gt;\xEF\xBF\xBD \\é\xEF\xBF\xBD</name>";
-  EXPECT_THAT(written([&](const PieceSink& sink) { return writeGpx(day, sink); }), HasSubstr(xml));
-  EXPECT_THAT(written([&](const PieceSink& sink) { return writeKml(day, sink); }), HasSubstr(xml));
-  EXPECT_THAT(written([&](const PieceSink& sink) { return writeGeoJson(day, sink); }),
-              HasSubstr(R"("address":"=<b>&\"]]>\u0001\u000a\\é)"));
-  EXPECT_THAT(written([&](const PieceSink& sink) { return writeCsv(day, englishWords(), sink); }),
-              HasSubstr("0:01:48,-1.2,Depot,\"'=<b>&\"\"]]>  \\é"));
+  EXPECT_THAT(written(writeGpx, day), HasSubstr(xml));
+  EXPECT_THAT(written(writeKml, day), HasSubstr(xml));
+  EXPECT_THAT(written(writeGeoJson, day), HasSubstr(R"("address":"=<b>&\"]]>\u0001\u000a\\é)"));
+  EXPECT_THAT(written(writeCsv, day, englishWords()), HasSubstr("0:01:48,-1.2,Depot,\"'=<b>&\"\"]]>  \\é"));
 }
 
 TEST(Formats, ASpreadsheetFindsNoFormulas) {
@@ -47,7 +45,7 @@ TEST(Formats, ASpreadsheetFindsNoFormulas) {
 
 TEST(Formats, GiveTheTimesOfTheServiceAsDescriptionsInItsOwnWords) {
   DayRecord day = dayOfTests("Mill Lane");
-  const auto gpx = [&] { return written([&](const PieceSink& sink) { return writeGpx(day, sink); }); };
+  const auto gpx = [&] { return written(writeGpx, day); };
   EXPECT_THAT(gpx(),
               HasSubstr("<trkpt lat=\"50.060000\" lon=\"19.940000\"><desc>2026-11-20T07:03:12</desc>"));
   EXPECT_THAT(gpx(), HasSubstr("<desc>2026-11-20 07:05:00, 0:10:00</desc></wpt>"));
@@ -58,8 +56,7 @@ TEST(Formats, GiveTheTimesOfTheServiceAsDescriptionsInItsOwnWords) {
   day.points = std::make_shared<const DayPoints>(points);
   EXPECT_THAT(gpx(),
               HasSubstr("<trkpt lat=\"50.080000\" lon=\"-0.500000\"><desc>today, late</desc></trkpt>"));
-  EXPECT_THAT(written([&](const PieceSink& sink) { return writeGeoJson(day, sink); }),
-              Not(HasSubstr("secondsOfDay")));
+  EXPECT_THAT(written(writeGeoJson, day), Not(HasSubstr("secondsOfDay")));
 }
 
 TEST(Formats, LeaveOutPointsWithoutAPosition) {
@@ -69,11 +66,11 @@ TEST(Formats, LeaveOutPointsWithoutAPosition) {
   points.unplaced = {1};
   day.points = std::make_shared<const DayPoints>(points);
   for (const auto write : {writeGpx, writeKml, writeGeoJson}) {
-    const std::string file = written([&](const PieceSink& sink) { return write(day, sink); });
+    const std::string file = written(write, day);
     EXPECT_THAT(file, Not(HasSubstr("0.000000")));
     EXPECT_THAT(file, HasSubstr("50.08")) << "the points after it";
   }
-  EXPECT_THAT(written([&](const PieceSink& sink) { return writeGeoJson(day, sink); }),
+  EXPECT_THAT(written(writeGeoJson, day),
               HasSubstr("\"secondsOfDay\":[25392,86399],\n\"kilometres\":[0.000,9.500]"));
 }
 

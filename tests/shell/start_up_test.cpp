@@ -8,6 +8,13 @@ namespace {
 
 constexpr const char* widgetURL = "fleetor-widget://anything/vehicles";
 
+/// Asks for the widget's vehicle, as the widget does; nothing when no chooser comes of it.
+ChooseVehicleTableViewController* requestChooser(Client& client) {
+  EXPECT_TRUE(client.application.receiveURL(widgetURL));
+  client.settle();
+  return client.find<ChooseVehicleTableViewController>();
+}
+
 TEST(LaunchImage, FollowsTheDeviceAndTheLongSideOfItsScreen) {
   struct Case {
     Idiom idiom;
@@ -96,13 +103,9 @@ TEST(Widget, IsAnsweredAtOnceOrAsSoonAsSomebodyIsSignedIn) {
     client.start();
     EXPECT_FALSE(client.application.receiveURL("fleetor-widget://vehicles/7"));
     EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
-    EXPECT_TRUE(client.application.receiveURL(widgetURL));
-    client.settle();
-    auto* chooser = client.find<ChooseVehicleTableViewController>();
+    auto* chooser = requestChooser(client);
     ASSERT_TRUE(chooser);
-    EXPECT_TRUE(client.application.receiveURL(widgetURL));
-    client.settle();
-    EXPECT_EQ(client.find<ChooseVehicleTableViewController>(), chooser);
+    EXPECT_EQ(requestChooser(client), chooser);
   }
   phone.keyStore.items().clear();
   Client client(phone);
@@ -138,9 +141,7 @@ TEST(Widget, WaitsForTheTermsAndGivesWayToWhatIsPresentedAlready) {
 
   // The platform presents nothing over a screen that presents; the request is over with that.
   client.tapRightButtonOf(*client.find<VehiclesTableViewController>());
-  EXPECT_TRUE(client.application.receiveURL(widgetURL));
-  client.settle();
-  EXPECT_FALSE(client.find<ChooseVehicleTableViewController>());
+  EXPECT_FALSE(requestChooser(client));
   EXPECT_FALSE(client.delegate.showChooser());
 }
 
@@ -148,12 +149,7 @@ TEST(Chooser, StoresTheVehicleForTheWidgetOrNothing) {
   Machine phone;
   Client client(phone);
   client.start();
-  const auto choose = [&] {
-    client.application.receiveURL(widgetURL);
-    client.settle();
-    return client.find<ChooseVehicleTableViewController>();
-  };
-  auto* chooser = choose();
+  auto* chooser = requestChooser(client);
   Viewport eyes(chooser->itemsTableView());
   client.settle();
   EXPECT_EQ(client.textOfRow(chooser->itemsTableView(), 3), "Vehicle 4");

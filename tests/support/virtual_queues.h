@@ -6,7 +6,6 @@
 #include <queue>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/clock.h"
 #include "platform/queues.h"

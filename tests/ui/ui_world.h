@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "support/fake_device.h"
 #include "support/virtual_queues.h"

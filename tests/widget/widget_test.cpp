@@ -12,7 +12,6 @@
 #include <QTest>
 #include <csignal>
 #include <memory>
-#include <vector>
 
 #include "app/client.h"
 #include "qt/device/single_instance.h"

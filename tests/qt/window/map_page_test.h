@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <QBuffer>
-#include <QPointingDevice>
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
 #include <QQuickItem>
