@@ -33,6 +33,8 @@ class Bytes {
  public:
   Bytes(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}
 
+  bool isEmpty() const { return left_ == 0; }
+
   std::uint32_t next() {
     if (left_ == 0) return 0;
     --left_;
@@ -47,6 +49,13 @@ class Bytes {
     data_ += count;
     left_ -= count;
     return out;
+  }
+
+  std::int64_t integer() {
+    std::uint64_t value = 0;
+    for (std::uint32_t bytes = next() % 9; bytes > 0; --bytes)
+      value = value << 8 | next();
+    return static_cast<std::int64_t>(next() % 2 ? ~value : value);
   }
 
   /// Valid UTF-8: code points of every length, with the controls among them.

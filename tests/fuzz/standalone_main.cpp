@@ -1,8 +1,9 @@
 // Drives a fuzz target where the compiler comes without a fuzzer: replays the given files and folders, then
 // runs inputs mutated from them at random, the same ones every time.
 //
-//   fuzz_... [-runs=N] [file or folder ...]
+//   fuzz_... [-runs=N] [-max_total_time=SECONDS] [file or folder ...]
 
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -61,6 +62,7 @@ void run(const std::string& input) {
 
 int main(int argc, char** argv) {
   long runs = 20'000;
+  long seconds = 0;
   std::vector<std::string> corpus{""};
   const auto addFile = [&](const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
@@ -69,6 +71,8 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     if (std::strncmp(argv[i], "-runs=", 6) == 0) {
       runs = std::atol(argv[i] + 6);
+    } else if (std::strncmp(argv[i], "-max_total_time=", 16) == 0) {
+      seconds = std::atol(argv[i] + 16);
     } else if (std::filesystem::is_directory(argv[i])) {
       for (const auto& entry : std::filesystem::directory_iterator(argv[i]))
         addFile(entry.path());
@@ -83,8 +87,12 @@ int main(int argc, char** argv) {
   for (const auto& input : corpus)
     run(input);
   Random random(1);
-  for (long i = 0; i < runs; ++i)
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+  long done = 0;
+  while (seconds > 0 ? std::chrono::steady_clock::now() < end : done < runs) {
     run(mutated(corpus[below(random, corpus.size())], corpus, random));
-  std::printf("%zu inputs replayed, %ld made at random\n", corpus.size(), runs);
+    ++done;
+  }
+  std::printf("%zu inputs replayed, %ld made at random\n", corpus.size(), done);
   return 0;
 }
