@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QImageReader>
+#include <QPalette>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>

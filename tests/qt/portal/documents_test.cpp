@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
