@@ -3,9 +3,11 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QInputDevice>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QStandardPaths>
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <string>
@@ -24,18 +26,15 @@
 #include "qt/device/settings_portal.h"
 #include "qt/device/single_instance.h"
 #include "qt/device/wayland_seat.h"
+#include "ui/device_class.h"
 
 namespace {
 
-/// A handheld is a tablet when both sides of its screen are long; a desktop is what the command line asks
-/// for.
-fleetor::Idiom deviceClass(const fleetor::Options& options) {
-#if defined(Q_OS_ANDROID) || defined(Q_OS_IOS)
-  constexpr int tabletSide = 600;  // points
-  const QSize screen = QGuiApplication::primaryScreen()->size();
-  if (std::min(screen.width(), screen.height()) >= tabletSide) return fleetor::Idiom::pad;
-#endif
-  return options.tablet ? fleetor::Idiom::pad : fleetor::Idiom::phone;
+bool hasTouchScreen() {
+  const auto devices = QInputDevice::devices();
+  return std::ranges::any_of(devices, [](const QInputDevice* device) {
+    return device->type() == QInputDevice::DeviceType::TouchScreen;
+  });
 }
 
 /// Called before anything that may crash, the start of Qt included.
@@ -101,12 +100,17 @@ int main(int argc, char** argv) {
     QDir(tiles).removeRecursively();
   }
 
-  const fleetor::Idiom idiom = deviceClass(*options);
   const QScreen* const screen = QGuiApplication::primaryScreen();
   const QSize available =
       screen ? screen->availableSize() : QSize(fleetor::largestSide, fleetor::largestSide);
-  const auto [width, height, fills] =
-      fleetor::openingOf(*options, idiom == fleetor::Idiom::pad, available.width(), available.height());
+  const auto opening = [&](fleetor::Idiom deviceClass) {
+    return fleetor::openingOf(*options, deviceClass, available.width(), available.height());
+  };
+  const QSizeF whole = screen ? screen->size() : QSize();
+  const auto asPhone = opening(fleetor::Idiom::phone);
+  const fleetor::Idiom idiom = options->deviceClass.value_or(fleetor::deviceClassOf(
+      {whole.width(), whole.height()}, hasTouchScreen(), {1.0 * asPhone.width, 1.0 * asPhone.height}));
+  const auto [width, height, fills] = opening(idiom);
   fleetor::ExitGuard guard;
   fleetor::Client client({FLEETOR_SERVICE_URL,
                           idiom,

@@ -15,10 +15,14 @@ class Parser : public QCommandLineParser {
         "A client that runs already takes the request over and comes to the front; the options are ignored "
         "then.");
     addOptions({
-        {"tablet", "List and vehicle side by side, as on a tablet."},
+        {"phone", "One screen at a time, as on a phone, however wide the window is."},
+        {"tablet",
+         "List and vehicle side by side, as on a tablet. Without --phone and --tablet the screen and the "
+         "width "
+         "of the window decide, also when it is resized."},
         {"size",
-         "Size of the window in points, each side from 240 to 8000 (390x844 by default, 1024x768 with "
-         "--tablet, less on a smaller screen).",
+         "Size of the window in points, each side from 240 to 8000 (390x844 by default, 1024x768 on a "
+         "tablet, less on a smaller screen).",
          "WIDTHxHEIGHT"},
         {"dark", "The dark appearance, whatever the system's is."},
         {"language", "Use that language, for instance de, instead of the system's.", "CODE"},
@@ -61,7 +65,10 @@ std::optional<Options> parseOptions(const std::vector<std::string>& words,
   if (!parser.parse(arguments)) return refuse(parser.errorText());
 
   Options options;
-  options.tablet = parser.isSet("tablet");
+  if (parser.isSet("phone") && parser.isSet("tablet"))
+    return refuse("--phone and --tablet exclude each other");
+  if (parser.isSet("phone")) options.deviceClass = Idiom::phone;
+  if (parser.isSet("tablet")) options.deviceClass = Idiom::pad;
   options.fresh = parser.isSet("fresh");
   options.dark = parser.isSet("dark");
   options.help = parser.isSet("help");
@@ -91,12 +98,13 @@ std::optional<Options> parseOptions(const std::vector<std::string>& words,
   return options;
 }
 
-Opening openingOf(const Options& options, bool tablet, int availableWidth, int availableHeight) {
+Opening openingOf(const Options& options, Idiom deviceClass, int availableWidth, int availableHeight) {
   constexpr int titleBar = 40, smallScreen = 480;
   if (options.width && options.height) return {*options.width, *options.height};
   if (std::min(availableWidth, availableHeight) < smallScreen) return {availableWidth, availableHeight, true};
-  return {std::min(tablet ? 1024 : 390, availableWidth),
-          std::min(tablet ? 768 : 844, availableHeight - titleBar)};
+  const bool isPad = deviceClass == Idiom::pad;
+  return {std::min(isPad ? 1024 : 390, availableWidth),
+          std::min(isPad ? 768 : 844, availableHeight - titleBar)};
 }
 
 }  // namespace fleetor

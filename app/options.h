@@ -4,12 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "platform/device.h"
+
 namespace fleetor {
 
 /// The options of the command line.
 struct Options {
-  bool tablet = false;
-  bool fresh = false;  ///< forget what this client has kept, as if it had just been installed
+  std::optional<Idiom> deviceClass;  ///< nothing: by the screen and the window
+  bool fresh = false;                ///< forget what this client has kept, as if it had just been installed
   bool dark = false;
   bool help = false;
   std::optional<std::string> language;  ///< its code; nothing: the system's
@@ -30,7 +32,7 @@ struct Opening {
 
 /// The given size, or that of a phone or tablet within the available part of the screen, with room for a
 /// title bar. It fills a screen of a phone's size.
-Opening openingOf(const Options& options, bool tablet, int availableWidth, int availableHeight);
+Opening openingOf(const Options& options, Idiom deviceClass, int availableWidth, int availableHeight);
 
 inline constexpr int smallestSide = 240;
 inline constexpr int largestSide = 8000;

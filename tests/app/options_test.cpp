@@ -19,14 +19,15 @@ TEST(Options, AreReadInAnyOrderAndTheLastSizeCounts) {
   std::string problem;
   const auto none = parseOptions({}, languages, problem);
   ASSERT_TRUE(none);
-  EXPECT_FALSE(none->tablet || none->fresh || none->dark || none->help || none->language || none->width ||
-               none->height);
+  EXPECT_FALSE(none->deviceClass || none->fresh || none->dark || none->help || none->language ||
+               none->width || none->height);
 
   const auto all = parseOptions({"--size", "240x8000", "--dark", "--language=de", "--fresh",
                                  "--size=1024x768", "--tablet", "--language", "pt", "--text-size", "150"},
                                 languages, problem);
   ASSERT_TRUE(all) << problem;
-  EXPECT_TRUE(all->tablet && all->fresh && all->dark);
+  EXPECT_TRUE(all->fresh && all->dark);
+  EXPECT_EQ(all->deviceClass, Idiom::pad);
   EXPECT_FALSE(all->help);
   EXPECT_EQ(all->language, "pt");
   EXPECT_EQ(all->textSize, 150);
@@ -38,6 +39,7 @@ TEST(Options, AreReadInAnyOrderAndTheLastSizeCounts) {
 TEST(Options, AWrongOneIsNamed) {
   for (const auto& [words, named] : std::vector<std::pair<std::vector<std::string>, const char*>>{
            {{"--tablets"}, "Unknown option 'tablets'"},
+           {{"--phone", "--tablet"}, "exclude each other"},
            {{"--dark", "phone"}, "invalid URL \"phone\""},
            {{""}, "invalid URL \"\""},
            {{"--dark", "--size"}, "Missing value after '--size'"},
@@ -65,13 +67,13 @@ TEST(Options, TheWindowOpensWithinTheScreenAndFillsASmallOne) {
   Options asked;
   asked.width = 400;
   asked.height = 2'000;
-  EXPECT_EQ(openingOf(none, false, 1920, 1040), (Opening{390, 844}));
-  EXPECT_EQ(openingOf(none, false, 1366, 728), (Opening{390, 688}));
-  EXPECT_EQ(openingOf(none, true, 1920, 1040), (Opening{1024, 768}));
-  EXPECT_EQ(openingOf(none, true, 800, 480), (Opening{800, 440}));
-  EXPECT_EQ(openingOf(none, false, 360, 640), (Opening{360, 640, true}));
-  EXPECT_EQ(openingOf(none, false, 844, 390), (Opening{844, 390, true}));
-  EXPECT_EQ(openingOf(asked, false, 360, 640), (Opening{400, 2'000})) << "as it was asked for";
+  EXPECT_EQ(openingOf(none, Idiom::phone, 1920, 1040), (Opening{390, 844}));
+  EXPECT_EQ(openingOf(none, Idiom::phone, 1366, 728), (Opening{390, 688}));
+  EXPECT_EQ(openingOf(none, Idiom::pad, 1920, 1040), (Opening{1024, 768}));
+  EXPECT_EQ(openingOf(none, Idiom::pad, 800, 480), (Opening{800, 440}));
+  EXPECT_EQ(openingOf(none, Idiom::phone, 360, 640), (Opening{360, 640, true}));
+  EXPECT_EQ(openingOf(none, Idiom::phone, 844, 390), (Opening{844, 390, true}));
+  EXPECT_EQ(openingOf(asked, Idiom::phone, 360, 640), (Opening{400, 2'000})) << "as it was asked for";
 }
 
 /// What the client prints without a display, and its exit status.
