@@ -7,6 +7,7 @@
 #include "shell/login_view_controller.h"
 #include "shell/main_view_controller.h"
 #include "shell/menu_view_controller.h"
+#include "shell/sheet_page.h"
 #include "shell/vehicles_table_view_controller.h"
 #include "ui/appearance.h"
 #include "ui/containers/window.h"
@@ -50,27 +51,57 @@ void AppDelegate::setAppearance() {
 }
 
 void AppDelegate::showMainOrLogin() {
-  Storyboard& storyboard = environment_.application->storyboard();
   Window& window = environment_.application->window();
-  if (!API::isLogged()) {
-    window.setRootViewController(storyboard.instantiate<LoginViewController>("LoginVC"));
-    return;
-  }
+  if (API::isLogged())
+    window.setRootViewController(makeTopLevel().container);
+  else
+    window.setRootViewController(
+        environment_.application->storyboard().instantiate<LoginViewController>("LoginVC"));
+}
+
+AppDelegate::TopLevel AppDelegate::makeTopLevel() {
+  Storyboard& storyboard = environment_.application->storyboard();
   const auto container = storyboard.instantiate<MainViewController>("MainVC");
   container->setShowChooser(showChooser_);
   showChooser_ = false;
-  const auto list = BaseNavigationController::initWithRootViewController(
-      environment_, storyboard.instantiate<VehiclesTableViewController>("VehiclesVC"));
+  const auto list = storyboard.instantiate<VehiclesTableViewController>("VehiclesVC");
+  const auto stack = BaseNavigationController::initWithRootViewController(environment_, list);
   if (environment_.device.isPad()) {
     container->setRearViewRevealWidth(listWidth);
-    container->setRearViewControllerAnimated(list, false);
+    container->setRearViewControllerAnimated(stack, false);
     container->setFrontViewControllerAnimated(storyboard.instantiate<EmptyViewController>("EmptyVC"), false);
     placeFrontBesideRear(*container);
   } else {
-    container->setFrontViewControllerAnimated(list, false);
+    container->setFrontViewControllerAnimated(stack, false);
     container->setRearViewControllerAnimated(storyboard.instantiate<MenuViewController>("MenuVC"), false);
   }
+  return {container, list};
+}
+
+void AppDelegate::changeOver() {
+  Window& window = environment_.application->window();
+  const auto before = std::dynamic_pointer_cast<MainViewController>(window.rootViewController());
+  if (!before) return;
+  const auto [container, list] = makeTopLevel();
+  std::string page;
+  for (const auto& side : {before->rearViewController(), before->frontViewController()}) {
+    const auto* const stack = dynamic_cast<NavigationController*>(side.get());
+    if (!stack) continue;
+    for (const auto& screen : stack->viewControllers()) {
+      if (auto* const listBefore = dynamic_cast<VehiclesTableViewController*>(screen.get())) {
+        list->continueFrom(*listBefore);
+      } else if (auto* const pagerBefore = dynamic_cast<VehicleViewController*>(screen.get())) {
+        const auto pager =
+            environment_.application->storyboard().instantiate<VehicleViewController>("VehicleVC");
+        pager->continueFrom(*pagerBefore);
+        list->show(pager);
+      } else if (dynamic_cast<SheetPage*>(screen.get())) {
+        page = screen->storyboardIdentifier();
+      }
+    }
+  }
   window.setRootViewController(container);
+  if (!page.empty()) list->presentFormSheet(page);
 }
 
 bool AppDelegate::applicationOpenURLSourceApplicationAnnotation(const std::string& url, const std::string&) {

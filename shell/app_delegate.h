@@ -9,6 +9,9 @@
 
 namespace fleetor {
 
+class MainViewController;
+class VehiclesTableViewController;
+
 /// Sets the client up when it starts, builds its top level from the state of the session, and answers the
 /// widget. Main thread only; outlives the application object. API::install() comes before the launch.
 class AppDelegate final : public ApplicationDelegate {
@@ -27,7 +30,16 @@ class AppDelegate final : public ApplicationDelegate {
   /// Replaces the whole root screen; the screens before it are released.
   void showMainOrLogin() override;
 
+  /// The device is of another class now: replaces the container of a signed-in user by one for that class,
+  /// and leads back to the vehicle, page and day, or to the page that the menu has opened.
+  void changeOver();
+
  private:
+  struct TopLevel {
+    std::shared_ptr<MainViewController> container;
+    std::shared_ptr<VehiclesTableViewController> list;
+  };
+  TopLevel makeTopLevel();
   void setAppearance();
 
   Environment& environment_;

@@ -42,12 +42,34 @@ void PagedVehicles<Base>::viewDidAppear(bool animated) {
 }
 
 template <class Base>
+void PagedVehicles<Base>::continueFrom(PagedVehicles& before) {
+  this->loadViewIfNeeded();
+  items_ = before.items_;
+  pause_ = before.pause_;
+  if (!before.isLoading()) return;
+  this->setLoading(true);
+  if (before.isPausing_)
+    endLoadingLater();
+  else
+    before.successor_ = this->sharedFrom(this);
+}
+
+template <class Base>
+std::shared_ptr<PagedVehicles<Base>> PagedVehicles<Base>::current() {
+  auto list = this->sharedFrom(this);
+  while (list->successor_)
+    list = std::shared_ptr(list->successor_);
+  return list;
+}
+
+template <class Base>
 void PagedVehicles<Base>::loadItems() {
   if (this->isLoading()) return;
   this->setLoading(true);
-  const auto self = this->sharedFrom(this);
   API::getWithPath("/vehicles", {{"offset", numberOfVehicles()}, {"limit", vehiclesPerPage}},
-                   modelClass<VehiclesResponse>, {}, [self](auto response, auto kind, long, auto&) {
+                   modelClass<VehiclesResponse>, {},
+                   [sender = this->sharedFrom(this)](auto response, auto kind, long, auto&) {
+                     const auto self = sender->current();
                      const int before = self->numberOfVehicles();
                      if (kind == ResponseKindSuccess) {
                        self->items_.nextResult(*response);
@@ -67,6 +89,7 @@ void PagedVehicles<Base>::loadItems() {
 template <class Base>
 void PagedVehicles<Base>::endLoading() {
   this->setLoading(false);
+  isPausing_ = false;
   itemsTableView_.reloadData();
   pageEnded();
 }
@@ -79,8 +102,9 @@ bool PagedVehicles<Base>::requestPage(std::size_t offset, PageTaken taken) {
   API::getWithPath("/vehicles", {{"offset", static_cast<std::int64_t>(offset)}, {"limit", vehiclesPerPage}},
                    modelClass<VehiclesResponse>, {},
                    [self, taken = std::move(taken)](auto response, auto kind, long, auto&) {
-                     self->setLoading(false);
-                     self->itemsTableView_.reloadData();  // its loading row may have asked in vain
+                     const auto list = self->current();
+                     list->setLoading(false);
+                     list->itemsTableView_.reloadData();  // its loading row may have asked in vain
                      taken(kind == ResponseKindSuccess ? &*response : nullptr);
                    });
   return true;
@@ -93,6 +117,7 @@ void PagedVehicles<Base>::endLoadingLater() {
   this->environment().queues.mainAfter(pause_, [weak] {
     if (const auto self = weak.lock()) self->endLoading();
   });
+  isPausing_ = true;
   pause_ = std::min(2 * pause_, longestPause);
 }
 

@@ -29,6 +29,10 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
   void viewDidLoad() override;
   void viewDidAppear(bool animated) override;
 
+  /// Takes the place of another list of the same session: with its rows, and with the answer that it still
+  /// waits for. Loads this screen.
+  void continueFrom(PagedVehicles& before);
+
   /// Fetches the next page unless one is on its way.
   void loadItems();
 
@@ -56,12 +60,15 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
 
   int numberOfVehicles() const { return items_.vehicles ? static_cast<int>(items_.vehicles->size()) : 0; }
   bool isComplete() const { return items_.total == numberOfVehicles(); }
+  std::shared_ptr<PagedVehicles> current();  ///< this screen, or the one that took its place
   void endLoading();
   void endLoadingLater();
 
   TableView itemsTableView_;
   VehiclesResponse items_;
   Seconds pause_ = firstPause;
+  bool isPausing_ = false;
+  std::shared_ptr<PagedVehicles> successor_;  ///< while a request is in flight
 };
 
 extern template class PagedVehicles<BaseViewController>;

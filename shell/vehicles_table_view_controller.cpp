@@ -7,7 +7,6 @@
 #include "shell/beside_rear.h"
 #include "shell/logout_confirmation.h"
 #include "ui/storyboard.h"
-#include "vehicle/vehicle_view_controller.h"
 
 namespace fleetor {
 
@@ -110,10 +109,20 @@ void VehiclesTableViewController::tableViewDidSelectRowAtIndexPath(TableView&, I
 }
 
 void VehiclesTableViewController::openBesideList(const Vehicle& vehicle) {
-  auto* reveal = revealViewController();
-  if (!reveal) return;
   const auto pager = storyboard()->instantiate<VehicleViewController>("VehicleVC");
   pager->setVehicle(vehicle);
+  show(pager);
+}
+
+void VehiclesTableViewController::continueFrom(VehiclesTableViewController& before) {
+  PagedVehicles::continueFrom(before);
+  if (before.failed_) pageFailed();
+}
+
+void VehiclesTableViewController::show(const std::shared_ptr<VehicleViewController>& pager) {
+  if (!environment().device.isPad()) return navigationController()->pushViewController(pager, false);
+  auto* reveal = revealViewController();
+  if (!reveal) return;
   reveal->setFrontViewControllerAnimated(
       BaseNavigationController::initWithRootViewController(environment(), pager), false);
   placeFrontBesideRear(*reveal);

@@ -6,6 +6,7 @@
 #include "shell/find_view_controller.h"
 #include "shell/paged_vehicles.h"
 #include "ui/controls/alert_view.h"
+#include "vehicle/vehicle_view_controller.h"
 
 namespace fleetor {
 
@@ -22,6 +23,15 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   Button& reloadButton() { return reloadButton_; }
 
   void viewDidLoad() override;
+  /// Takes the place of another list, also in what it reports of a failure.
+  void continueFrom(VehiclesTableViewController& before);
+
+  /// Shows the pager at once, where a tapped vehicle shows.
+  void show(const std::shared_ptr<VehicleViewController>& pager);
+
+  /// A screen with that identifier over the list, as a sheet.
+  void presentFormSheet(const std::string& storyboardIdentifier);
+
   void prepareForSegue(Segue& segue, const std::any& sender) override;
   void tableViewDidSelectRowAtIndexPath(TableView& tableView, IndexPath path) override;
   void alertViewClickedButtonAtIndex(AlertView& alertView, int index) override;
@@ -44,7 +54,6 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   using ButtonAction = void (VehiclesTableViewController::*)(Component&);
   std::shared_ptr<BarButtonItem> barButton(const std::string& image, const std::string& name,
                                            ButtonAction action);
-  void presentFormSheet(const std::string& storyboardIdentifier);
   std::shared_ptr<NavigationController> stackOf(const std::string& storyboardIdentifier);
   void loadAgain();  ///< in a new screen
   void openBesideList(const Vehicle& vehicle);

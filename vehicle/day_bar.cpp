@@ -111,6 +111,10 @@ void DayBar::appeared() {
   if (!loading_) postWaiting();
 }
 
+std::string DayBar::chosenDay() const {
+  return days_ ? days_->day() : environment_.clock.day(environment_.clock.now());
+}
+
 void DayBar::open(const std::string& day) {
   days_->selectDay(day);
   load();

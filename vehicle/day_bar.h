@@ -35,6 +35,8 @@ class DayBar {
 
   void setChoice(std::shared_ptr<DayChoice> days);
 
+  std::string chosenDay() const;  ///< "yyyy-MM-dd"; today without a choice
+
   /// Chooses that day and loads it, now or when the page has its answer.
   void open(const std::string& day);
 

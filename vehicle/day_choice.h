@@ -18,6 +18,7 @@ struct OpenedTrip;
 class DayChoice : public std::enable_shared_from_this<DayChoice> {
  public:
   explicit DayChoice(Environment& environment);  ///< today
+  DayChoice(Environment& environment, Date date) : environment_(environment), date_(date) {}
 
   Date date() const { return date_; }
   std::string day() const { return environment_.clock.day(date_); }  ///< "yyyy-MM-dd"

@@ -37,6 +37,9 @@ class DetailPageViewController : public BaseViewController {
   void tabSelected();
   void clearTabSelected() { wasSelected_ = false; }
 
+  /// Takes the place of a page of another pager over the same vehicle. Called once, after loading.
+  virtual void continueFrom(const DetailPageViewController& /*before*/) {}
+
   // The pager has received this record of the vehicle, and the position in it. Called before the
   // notification, whether or not the page is visible.
   virtual void receivedRecord(const std::shared_ptr<const Live>& /*live*/) {}

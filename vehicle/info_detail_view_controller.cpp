@@ -69,6 +69,9 @@ void InfoDetailViewController::viewDidLoad() {
   DetailPageViewController::viewDidLoad();
   itemsTableView_.setTableFooterView(true);
   status_.setWatch(watch());
+  if (!watch() || !watch()->latest()) return;
+  live_ = watch()->latest();
+  status_.received(*live_, watch()->seen());
 }
 
 void InfoDetailViewController::viewDidAppear(bool animated) {

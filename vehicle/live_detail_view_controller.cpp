@@ -54,11 +54,23 @@ void LiveDetailViewController::viewDidAppear(bool animated) {
   addObserver(kFleetorNotificationLive,
               [this](const Notification& notification) { receivedNotification(notification); });
   status_.setVisible(true);
+  if (items_.empty() || !mapView().annotations().empty()) return;
+  updateMapView();  // the trail of another page, for which the map has had no delegate yet
+  updateCover();
 }
 
 void LiveDetailViewController::viewDidDisappear(bool animated) {
   TrackPageViewController::viewDidDisappear(animated);
   status_.setVisible(false);
+}
+
+void LiveDetailViewController::continueFrom(const DetailPageViewController& before) {
+  TrackPageViewController::continueFrom(before);
+  const auto& page = dynamic_cast<const LiveDetailViewController&>(before);
+  items_ = page.items_;
+  imageName_ = page.imageName_;
+  setFollows(page.followButton_.selected());
+  if (watch() && watch()->latest()) status_.received(*watch()->latest(), watch()->seen());
 }
 
 void LiveDetailViewController::setFollows(bool follows) {
@@ -105,7 +117,7 @@ void LiveDetailViewController::updateMapView() {
   if (items_.empty()) return;
   const auto& last = items_.back();
   mapView().replaceAnnotations({std::make_shared<LiveAnnotation>(last)});
-  if (items_.size() == 1)
+  if (items_.size() == 1 || mapView().isCovered())
     mapView().setRegion(last->coordinate(), vehicleSpan, vehicleSpan, true);
   else if (followButton_.selected())
     mapView().setCenterCoordinate(last->coordinate(), true);

@@ -30,6 +30,7 @@ class LiveDetailViewController final : public TrackPageViewController {
   void viewDidAppear(bool animated) override;
   void viewDidDisappear(bool animated) override;
   void clearView() override;
+  void continueFrom(const DetailPageViewController& before) override;  ///< with its trail
   void receivedNotification(const Notification& notification);
 
   Button& followButton() { return followButton_; }

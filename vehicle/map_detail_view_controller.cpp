@@ -92,7 +92,7 @@ void MapDetailViewController::drawTrip() {
 
 void MapDetailViewController::viewDidLoad() {
   TrackPageViewController::viewDidLoad();
-  day_.setDate(environment().clock.day(environment().clock.now()));
+  day_.setDate(bar_.chosenDay());
   loadingIndicator().stopAnimating();
 }
 
@@ -108,6 +108,11 @@ void MapDetailViewController::viewDidDisappear(bool animated) {
   TrackPageViewController::viewDidDisappear(animated);
   bar_.disappeared();
   replay_.pause();
+}
+
+void MapDetailViewController::continueFrom(const DetailPageViewController& before) {
+  TrackPageViewController::continueFrom(before);
+  if (const auto& trip = dynamic_cast<const MapDetailViewController&>(before).trip_.trip()) trip_.open(*trip);
 }
 
 // The pager may call this before the page is notified of the return to the foreground.

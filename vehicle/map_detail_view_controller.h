@@ -19,10 +19,11 @@ namespace fleetor {
 
 struct DayTrack;
 
-/// The vehicle's track of one day: today's at first, then that of the day chosen in the pager while this page
-/// is visible. A line through all points, a marker where it begins, where it ends and at each parking stop
-/// between. "loadingIndicator" spins while a request is in flight. Until a track has been drawn, the map is
-/// covered while one is loading, and after that while no position of the vehicle is known.
+/// The vehicle's track of one day: that chosen in the pager when this page loads, then that of the day chosen
+/// in the pager while this page is visible. A line through all points, a marker where it begins, where it
+/// ends and at each parking stop between. "loadingIndicator" spins while a request is in flight. Until a
+/// track has been drawn, the map is covered while one is loading, and after that while no position of the
+/// vehicle is known.
 ///
 /// The loading flag is the only guard: a day chosen while a request is in flight is not loaded, the answer
 /// belongs to another day and is dropped, and the map keeps its content until the next selection or day. A
@@ -59,6 +60,7 @@ class MapDetailViewController final : public TrackPageViewController {
   void firstSelected() override;
   void clearView() override;
   void receivedPosition(Coordinate position) override;
+  void continueFrom(const DetailPageViewController& before) override;  ///< with the opened trip
   void receivedNotification(const Notification& notification);
 
   std::shared_ptr<MapPolylineRenderer> mapViewRendererForOverlay(

@@ -80,7 +80,7 @@ void RouteDetailViewController::showWantedCard() {
 
 void RouteDetailViewController::viewDidLoad() {
   DetailPageViewController::viewDidLoad();
-  day_.setDate(environment().clock.day(environment().clock.now()));
+  day_.setDate(bar_.chosenDay());
   items_ = {};
   itemsTableView_.reloadData();
   addObserver(UIApplicationDidEnterBackgroundNotification,

@@ -17,8 +17,8 @@
 
 namespace fleetor {
 
-/// The vehicle's trips and stops of one day as a list in "itemsTableView": today's at first, then those of
-/// the day chosen in the pager while this page is visible. The whole day comes in one request.
+/// The vehicle's trips and stops of one day as a list in "itemsTableView": that chosen in the pager when this
+/// page loads, then that chosen while this page is visible. The whole day comes in one request.
 ///
 /// The loading flag is the only guard: a day chosen while a request is in flight is not loaded, and the
 /// answer, which belongs to another day, leaves the list empty until the next selection or day. While the

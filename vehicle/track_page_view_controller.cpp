@@ -66,6 +66,11 @@ void TrackPageViewController::receivedPosition(Coordinate position) {
   if (mapView_.isCovered()) mapView_.setRegion(position, vehicleSpan, vehicleSpan, false);
 }
 
+void TrackPageViewController::continueFrom(const DetailPageViewController& before) {
+  if (dynamic_cast<const TrackPageViewController&>(before).changeTypeButton_.selected())
+    changeMapType(changeTypeButton_);
+}
+
 void TrackPageViewController::changeMapType(Component&) {
   const bool satellite = !changeTypeButton_.selected();
   changeTypeButton_.setSelected(satellite);

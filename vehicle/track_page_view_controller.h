@@ -36,6 +36,7 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
   void viewDidAppear(bool animated) override;
   void viewDidDisappear(bool animated) override;
   void receivedPosition(Coordinate position) override;
+  void continueFrom(const DetailPageViewController& before) override;  ///< with its kind of map
 
   void changeMapType(Component& sender);
 

@@ -63,7 +63,7 @@ void VehicleViewController::viewDidLoad() {
   pinsChanged_ = pins_->changed.connect([this] { showWhetherPinned(); });
   showWhetherPinned();
   navigationItem().setRightBarButtonItems({dateButton, pinButton_});
-  days_ = std::make_shared<DayChoice>(environment());
+  if (!days_) days_ = std::make_shared<DayChoice>(environment());
   tripOpened_ = days_->tripOpened.connect([this](const OpenedTrip&) {
     pagesTabBar_.tap(mapPage);
     cameFromCard_ = true;
@@ -78,6 +78,19 @@ void VehicleViewController::viewDidLoad() {
               [this](const Notification&) { wilEnterForeground(); });
 }
 
+// The page is chosen before it requests anything: the first one requests nothing when it is selected.
+void VehicleViewController::continueFrom(VehicleViewController& before) {
+  before.isReplaced_ = true;
+  vehicle_ = before.vehicle_;
+  days_ = std::make_shared<DayChoice>(environment(), before.date());
+  watch_ = before.watch_;
+  loadViewIfNeeded();
+  for (std::size_t i = 0; i < pageCount; ++i)
+    pages_[i]->continueFrom(*before.pages_[i]);
+  pagesTabBar_.tap(before.swipeTabBarController_->selectedIndex());
+  cameFromCard_ = before.cameFromCard_;
+}
+
 void VehicleViewController::showWhetherPinned() {
   const bool pinned = pins_->contains(vehicle_.vehicleId);
   pinButton_->setImage(pinned ? "NavPinned" : "NavPin");
@@ -85,7 +98,7 @@ void VehicleViewController::showWhetherPinned() {
 }
 
 void VehicleViewController::makePages() {
-  watch_ = std::make_shared<VehicleWatch>(environment().clock);
+  if (!watch_) watch_ = std::make_shared<VehicleWatch>(environment().clock);
   std::vector<std::shared_ptr<ViewController>> installed;
   for (std::size_t i = 0; i < pageCount; ++i) {
     pages_[i] = storyboard()->instantiate<DetailPageViewController>(pageTable[i].storyboardIdentifier);
@@ -140,7 +153,7 @@ void VehicleViewController::viewDidDisappear(bool animated) {
 }
 
 void VehicleViewController::loadItems() {
-  if (isLoading() || session_.hasEnded()) return;
+  if (isLoading() || session_.hasEnded() || isReplaced_) return;
   setLoading(true);
   const auto self = sharedFrom(this);
   API::getWithPath("/live", {{"vehid", vehicle_.vehicleId}}, modelClass<LiveResponse>, {},

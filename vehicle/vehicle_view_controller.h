@@ -35,6 +35,10 @@ class VehicleViewController final : public PageViewController,
   const Vehicle& vehicle() const { return vehicle_; }
   void setVehicle(Vehicle vehicle) { vehicle_ = std::move(vehicle); }
 
+  /// Takes the place of another pager, which does nothing from then on: with its vehicle, its day, its page
+  /// and what has been seen of the vehicle. Loads this pager; called before it appears.
+  void continueFrom(VehicleViewController& before);
+
   TabBar& pagesTabBar() { return pagesTabBar_; }
   Date date() const { return days_->date(); }  ///< the chosen day; not before loading
 
@@ -58,7 +62,7 @@ class VehicleViewController final : public PageViewController,
 
   void showDatePicker(Component& sender);
 
-  /// One poll, unless one is in flight or the session has ended.
+  /// One poll, unless one is in flight, the session has ended, or another pager goes on.
   void loadItems();
 
  private:
@@ -70,6 +74,7 @@ class VehicleViewController final : public PageViewController,
 
   Session session_;  ///< that of the user who opened the vehicle
   bool refreshFlag_ = false;
+  bool isReplaced_ = false;
   Vehicle vehicle_;
   std::shared_ptr<PinnedVehicles> pins_;
   std::shared_ptr<BarButtonItem> pinButton_;

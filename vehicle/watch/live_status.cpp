@@ -60,8 +60,8 @@ void LiveStatus::setVisible(bool visible) {
   age();
 }
 
-void LiveStatus::received(const Live& live) {
-  arrived_ = now();
+void LiveStatus::received(const Live& live, Seconds arrived) {
+  arrived_ = arrived;
   const bool hasSpeed = readNumber(live.speed).has_value();
   speedLabel_.setText(hasSpeed ? live.speed.str() : "");
   speedUnitLabel_.setText(hasSpeed ? speedUnit : "");

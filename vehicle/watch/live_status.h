@@ -36,8 +36,9 @@ class LiveStatus {
   void addOutletsTo(Outlets& page);
   void setWatch(std::shared_ptr<const VehicleWatch> watch) { watch_ = std::move(watch); }  ///< may be null
   void setVisible(bool visible);  ///< whether the page is
-  void received(const Live& live);
-  void clear();  ///< there is no record any more
+  void received(const Live& live) { received(live, now()); }
+  void received(const Live& live, Seconds arrived);  ///< by the stopwatch
+  void clear();                                      ///< there is no record any more
 
   /// Late after 30 seconds, old after 5 minutes.
   Freshness freshness() const { return freshness_; }

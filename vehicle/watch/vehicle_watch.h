@@ -41,6 +41,10 @@ class VehicleWatch {
   /// began, until it is seen to drive or may have driven unseen. Days before the latest one are ignored.
   void received(const DayPoints& points);
 
+  /// The latest record, which arrived at `seen` by the stopwatch; null before the first.
+  const std::shared_ptr<const Live>& latest() const { return last_; }
+  Uptime seen() const { return seen_; }
+
   /// When the first record with the time of the latest one arrived, by the stopwatch.
   Uptime reported() const { return reported_; }
 
