@@ -27,6 +27,7 @@ constexpr Seconds settled{2};  ///< after which the screens that were left are d
 Client::Client(Setup setup)
     : serviceURL_(std::move(setup.serviceURL)),
       window_(setup.window),
+      followsWidth_(setup.followsWidth),
       standardSettings_(std::move(setup.standardSettings)),
       sharedSettings_(std::move(setup.sharedSettings)),
       keyStore_(std::move(setup.keyStore)),
@@ -92,6 +93,7 @@ Client::Client(Setup setup)
 
 Client::~Client() {
   notificationCenter_.removeObserver(this);
+  classWatch_.reset();
   mainWindow_.reset();
   API::shutDown();
   keyStore_->listen(nullptr, {});
@@ -116,6 +118,11 @@ bool Client::open() {
   reportPost_->offer(clock_.now());
   usage_.count("started");
   application_->launch();
+  if (followsWidth_)
+    classWatch_.emplace(environment_, [this](Idiom idiom) {
+      device_.setIdiom(idiom);
+      delegate_.changeOver();
+    });
   mainWindow_.emplace(*application_, environment_, tiles_, window_);
   return mainWindow_->isOpen();
 }

@@ -22,6 +22,7 @@
 #include "shell/widget_reading.h"
 #include "ui/appearance.h"
 #include "ui/application.h"
+#include "ui/device_class_watch.h"
 #include "ui/notification_center.h"
 #include "ui/storyboard.h"
 
@@ -40,6 +41,7 @@ class Client {
     std::unique_ptr<KeyStore> keyStore;
     std::string language = "en";  ///< as Language names it
     ReportSetup reports = {};     ///< without a folder there are none
+    bool followsWidth = false;    ///< whether the width of the window changes the idiom
   };
 
   explicit Client(Setup setup);
@@ -65,6 +67,7 @@ class Client {
 
   std::string serviceURL_;
   MainWindow::Options window_;
+  bool followsWidth_;
   FileSettings standardSettings_;
   FileSettings sharedSettings_;
   std::unique_ptr<KeyStore> keyStore_;
@@ -87,6 +90,7 @@ class Client {
   AppDelegate delegate_;
   std::optional<Application> application_;
   std::optional<MainWindow> mainWindow_;
+  std::optional<DeviceClassWatch> classWatch_;
 };
 
 }  // namespace fleetor

@@ -120,7 +120,8 @@ int main(int argc, char** argv) {
                           tiles.toStdString(),
                           fleetor::makeKeyStore(signIn),
                           options->language.value_or(fleetor::Language::ofSystem()),
-                          reports});
+                          reports,
+                          !options->deviceClass});
   if (!client.open()) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;

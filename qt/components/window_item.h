@@ -24,7 +24,7 @@ class WindowItem : public fleetor::ComponentItem {
   Q_PROPERTY(fleetor::ActionSheetItem* actionSheet READ actionSheet NOTIFY changed)
   Q_PROPERTY(
       bool blocked READ blocked NOTIFY changed)  ///< an alert, a picker or a sheet waits for its answer
-  Q_PROPERTY(bool pad READ pad CONSTANT)
+  Q_PROPERTY(bool pad READ pad NOTIFY changed)
   Q_PROPERTY(fleetor::AppearanceItem* appearance READ appearance CONSTANT)
   Q_PROPERTY(double keyboardHeight READ keyboardHeight NOTIFY changed)  ///< points that a keyboard covers
 

@@ -9,7 +9,7 @@
 
 namespace fleetor {
 
-/// This machine as a device of the chosen class. Main thread only.
+/// This machine as a device of a class that is chosen for it. Main thread only.
 class DesktopDevice final : public Device {
  public:
   struct Parts {
@@ -26,6 +26,7 @@ class DesktopDevice final : public Device {
 
   void setScreen(double width, double height, double scale);  ///< points, points, pixels a point
 
+  void setIdiom(Idiom idiom) { parts_.idiom = idiom; }
   Idiom userInterfaceIdiom() const override { return parts_.idiom; }
   double screenWidth() const override { return width_; }
   double screenHeight() const override { return height_; }
