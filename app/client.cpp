@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "app/heap.h"
+#include "app/options.h"
 #include "model/vehicle_records.h"
 #include "qt/device/url_programs.h"
 #include "qt/page_printer.h"
@@ -22,7 +23,8 @@ namespace fleetor {
 
 namespace {
 constexpr Seconds settled{2};  ///< after which the screens that were left are destroyed
-}
+constexpr QSize padSize{1024, 768};
+}  // namespace
 
 Client::Client(Setup setup)
     : serviceURL_(std::move(setup.serviceURL)),
@@ -118,18 +120,25 @@ bool Client::open() {
   reportPost_->offer(clock_.now());
   usage_.count("started");
   application_->launch();
-  if (followsWidth_)
-    classWatch_.emplace(environment_, [this](Idiom idiom) {
-      device_.setIdiom(idiom);
-      delegate_.changeOver();
-    });
+  classWatch_.emplace(environment_, followsWidth_, [this](Idiom idiom) {
+    device_.setIdiom(idiom);
+    delegate_.changeOver();
+  });
   mainWindow_.emplace(*application_, environment_, tiles_, window_);
   return mainWindow_->isOpen();
 }
 
-void Client::answer(const std::string& url) {
+void Client::answer(const std::string& request) {
   mainWindow_->comeForward();
-  if (!url.empty()) application_->receiveURL(url);
+  if (const auto idiom = deviceClassNamed(request))
+    become(*idiom);
+  else if (!request.empty())
+    application_->receiveURL(request);
+}
+
+void Client::become(Idiom idiom) {
+  classWatch_->choose(idiom);
+  if (idiom == Idiom::pad) mainWindow_->growTo(padSize);
 }
 
 }  // namespace fleetor

@@ -56,14 +56,15 @@ class Client {
   /// Starts the client and opens its window; false when it cannot be opened.
   bool open();
 
-  /// The client was started again, to open that URL unless it is empty. The window is open.
-  void answer(const std::string& url);
+  /// The client was started again, with that request (see `requestOf`). The window is open.
+  void answer(const std::string& request);
 
   MainWindow& mainWindow() { return *mainWindow_; }
   Application& application() { return *application_; }
 
  private:
   void handle(KeyStoreEvent event);
+  void become(Idiom idiom);  ///< chosen by hand
 
   std::string serviceURL_;
   MainWindow::Options window_;

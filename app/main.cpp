@@ -73,8 +73,8 @@ int main(int argc, char** argv) {
   QGuiApplication::setDesktopFileName(QStringLiteral("fleetor"));
 
   fleetor::SingleInstance instance(fleetor::runtimePath("client"));
-  if (!instance.enter(options->url)) {
-    std::fputs("fleetor: a client is running already and has taken over; options of this start are ignored\n",
+  if (!instance.enter(fleetor::requestOf(*options))) {
+    std::fputs("fleetor: a client is running already and has taken over; other options are ignored\n",
                stderr);
     return 0;
   }
@@ -138,6 +138,6 @@ int main(int argc, char** argv) {
     client.mainWindow().followDesktop(preferences);
   });
   if (!options->url.empty()) client.application().receiveURL(options->url);
-  instance.listen([&client](const std::string& url) { client.answer(url); });
+  instance.listen([&client](const std::string& request) { client.answer(request); });
   return QGuiApplication::exec();
 }

@@ -7,13 +7,16 @@ namespace fleetor {
 
 namespace {
 
+constexpr const char* phoneRequest = "--phone";
+constexpr const char* tabletRequest = "--tablet";
+
 /// The parser of these options; `parse` needs no application, `helpText` one that knows the program's name.
 class Parser : public QCommandLineParser {
  public:
   Parser() {
     setApplicationDescription(
-        "A client that runs already takes the request over and comes to the front; the options are ignored "
-        "then.");
+        "A client that runs already comes to the front and takes the URL over, or --phone or --tablet; other "
+        "options are ignored then.");
     addOptions({
         {"phone", "One screen at a time, as on a phone, however wide the window is."},
         {"tablet",
@@ -96,6 +99,16 @@ std::optional<Options> parseOptions(const std::vector<std::string>& words,
     options.url = url.toStdString();
   }
   return options;
+}
+
+std::string requestOf(const Options& options) {
+  if (!options.url.empty() || !options.deviceClass) return options.url;
+  return options.deviceClass == Idiom::pad ? tabletRequest : phoneRequest;
+}
+
+std::optional<Idiom> deviceClassNamed(const std::string& request) {
+  if (request == tabletRequest) return Idiom::pad;
+  return request == phoneRequest ? std::optional(Idiom::phone) : std::nullopt;
 }
 
 Opening openingOf(const Options& options, Idiom deviceClass, int availableWidth, int availableHeight) {

@@ -37,6 +37,13 @@ Opening openingOf(const Options& options, Idiom deviceClass, int availableWidth,
 inline constexpr int smallestSide = 240;
 inline constexpr int largestSide = 8000;
 
+/// What a client that runs already is asked to do: to open the URL, to become a phone or a tablet, or, where
+/// it is empty, to come forward.
+std::string requestOf(const Options& options);
+
+/// Of such a request; nothing where it asks for something else.
+std::optional<Idiom> deviceClassNamed(const std::string& request);
+
 /// How to call the client; asks the application, which must be made by then, for the program's name.
 std::string usage();
 

@@ -63,6 +63,10 @@ void MainWindow::comeForward() {
   window_->requestActivate();
 }
 
+void MainWindow::growTo(QSize size) {
+  window_->resize(window_->size().expandedTo(size.boundedTo(window_->screen()->availableSize())));
+}
+
 void MainWindow::followDesktop(const DesktopPreferences& preferences) {
   engine_.singletonInstance<UserPreferences*>(qmlTypeId("Fleetor", 1, 0, "UserPreferences"))
       ->followDesktop(preferences);

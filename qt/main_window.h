@@ -36,6 +36,9 @@ class MainWindow : public QObject {
   /// Puts the window on top of the others, minimised or not, as far as the desktop lets it.
   void comeForward();
 
+  /// Makes the window at least that large, as far as its screen allows.
+  void growTo(QSize size);
+
   /// Takes over the preferences of the desktop. The window must be open.
   void followDesktop(const DesktopPreferences& preferences);
 

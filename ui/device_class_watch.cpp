@@ -8,8 +8,9 @@
 
 namespace fleetor {
 
-DeviceClassWatch::DeviceClassWatch(Environment& environment, Change change)
+DeviceClassWatch::DeviceClassWatch(Environment& environment, bool followsWidth, Change change)
     : environment_(environment),
+      followsWidth_(followsWidth),
       change_(std::move(change)),
       side_(deviceClassAt(environment.window->size())),
       windowChanged_(environment.window->changed.connect([this] {
@@ -33,6 +34,13 @@ DeviceClassWatch::~DeviceClassWatch() {
   environment_.notificationCenter.removeObserver(this);
 }
 
+void DeviceClassWatch::choose(Idiom idiom) {
+  followsWidth_ = false;
+  crossing_.reset();
+  wanted_ = idiom;
+  changeSoon();
+}
+
 // The root reports what is presented over it.
 void DeviceClassWatch::followRoot() {
   const auto& root = environment_.window->rootViewController();
@@ -42,6 +50,7 @@ void DeviceClassWatch::followRoot() {
 }
 
 void DeviceClassWatch::followSize() {
+  if (!followsWidth_) return;
   const Idiom now = deviceClassAt(environment_.window->size());
   if (now == side_ || now == Idiom::unspecified) return crossing_.reset();
   if (crossing_) return;

@@ -21,12 +21,15 @@ class DeviceClassWatch {
 
   static constexpr Seconds patience{0.5};
 
-  /// Follows the size of the window, which outlives the watch. `change` lets the device have that class and
-  /// makes the screens anew; the window reports a change after it.
-  DeviceClassWatch(Environment& environment, Change change);
+  /// The window outlives the watch. `change` lets the device have that class and makes the screens anew; the
+  /// window reports a change after it.
+  DeviceClassWatch(Environment& environment, bool followsWidth, Change change);
   ~DeviceClassWatch();
   DeviceClassWatch(const DeviceClassWatch&) = delete;
   DeviceClassWatch& operator=(const DeviceClassWatch&) = delete;
+
+  /// The user wants that class, whatever the width is from now on.
+  void choose(Idiom idiom);
 
  private:
   void followRoot();
@@ -35,6 +38,7 @@ class DeviceClassWatch {
   bool isFree() const;
 
   Environment& environment_;
+  bool followsWidth_;
   Change change_;
   Idiom side_;  ///< of the border
   std::optional<Idiom> wanted_;

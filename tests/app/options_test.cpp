@@ -36,6 +36,18 @@ TEST(Options, AreReadInAnyOrderAndTheLastSizeCounts) {
   EXPECT_EQ(parseOptions({"--size", "240x8000"}, languages, problem)->height, 8000);
 }
 
+TEST(Options, AClientThatRunsAlreadyIsAskedForTheUrlOrTheLayout) {
+  std::string problem;
+  const auto asked = [&](const std::vector<std::string>& words) {
+    return requestOf(*parseOptions(words, languages, problem));
+  };
+  EXPECT_EQ(asked({"--dark"}), "");
+  EXPECT_EQ(asked({"--tablet", "fleetor:vehicles"}), "fleetor:vehicles");
+  EXPECT_EQ(deviceClassNamed(asked({"--tablet"})), Idiom::pad);
+  EXPECT_EQ(deviceClassNamed(asked({"--phone"})), Idiom::phone);
+  EXPECT_EQ(deviceClassNamed("fleetor:vehicles"), std::nullopt);
+}
+
 TEST(Options, AWrongOneIsNamed) {
   for (const auto& [words, named] : std::vector<std::pair<std::vector<std::string>, const char*>>{
            {{"--tablets"}, "Unknown option 'tablets'"},

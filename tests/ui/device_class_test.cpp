@@ -45,7 +45,7 @@ class Resized : public testing::Test, public World {
   }
 
   int changes = 0;
-  DeviceClassWatch watch{environment, [this](Idiom idiom) {
+  DeviceClassWatch watch{environment, true, [this](Idiom idiom) {
                            device.idiom = idiom;
                            ++changes;
                          }};
@@ -61,6 +61,12 @@ TEST_F(Resized, AWindowChangesItsClassAfterHalfASecondOnTheOtherSide) {
   EXPECT_EQ(at({719, 400}, 0.5), Idiom::phone);
   EXPECT_EQ(at({844, 390}, 10), Idiom::phone) << "held sideways";
   EXPECT_EQ(changes, 2);
+
+  window.setSize({1024, 768});
+  watch.choose(Idiom::phone);
+  EXPECT_EQ(at({1000, 768}, 10), Idiom::phone) << "chosen by hand";
+  watch.choose(Idiom::pad);
+  EXPECT_EQ(at({390, 768}, 10), Idiom::pad);
 }
 
 TEST_F(Resized, TheChangeWaitsForWhoTypesAnswersOrLooksElsewhere) {
