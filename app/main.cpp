@@ -20,6 +20,7 @@
 #include "diagnostics/crash_handler.h"
 #include "diagnostics/report_files.h"
 #include "qt/components/user_preferences.h"
+#include "qt/device/bus_activation.h"
 #include "qt/device/guarded_key_store.h"
 #include "qt/device/key_store_mark.h"
 #include "qt/device/language.h"
@@ -70,7 +71,7 @@ int main(int argc, char** argv) {
   QGuiApplication application(argc, argv);
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Fleetor"));
   QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/images/fleetor.svg")));
-  QGuiApplication::setDesktopFileName(QStringLiteral("fleetor"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.fleetor.fleetor"));
 
   fleetor::SingleInstance instance(fleetor::runtimePath("client"));
   if (!instance.enter(fleetor::requestOf(*options))) {
@@ -139,5 +140,8 @@ int main(int argc, char** argv) {
   });
   if (!options->url.empty()) client.application().receiveURL(options->url);
   instance.listen([&client](const std::string& request) { client.answer(request); });
+  const fleetor::BusActivation activation(
+      {[&client](const std::string& url) { client.answer(url); },
+       [&client](const std::string& action) { client.answer("--" + action); }});
   return QGuiApplication::exec();
 }
