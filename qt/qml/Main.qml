@@ -24,6 +24,12 @@ Window {
         Theme.appearance = content.appearance;
     }
 
+    Binding {
+        target: Theme
+        property: "sideways"
+        value: main.height < 480 && main.width > main.height
+    }
+
     Item {
         id: base
         anchors.fill: parent

@@ -2,13 +2,15 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The tabs below a pager.
+// The tabs below a pager. Their pictures are beside the words on a phone held sideways, above them elsewhere.
 Rectangle {
     id: strip
 
     property TabBarItem tabBar
     readonly property int count: tabBar?.titles.length ?? 0
-    readonly property int wordWidth: width / Math.max(1, count) - 8
+    readonly property int pictureSize: Theme.sideways ? 22 : 26
+    readonly property int gap: Theme.sideways ? 6 : 2
+    readonly property int wordWidth: width / Math.max(1, count) - (Theme.sideways ? pictureSize + gap + 16 : 8)
     // One size for all titles, at which the widest one fits.
     readonly property int wordSize: {
         const widest = Math.max(1, ...(tabBar?.titles ?? []).map(title => metrics.advanceWidth(title))) / 100;
@@ -24,7 +26,7 @@ Rectangle {
         tabs.itemAt(tabBar.selectedIndex)?.forceActiveFocus();
     }
 
-    height: Math.max(56, 34 + Theme.tabSize * 1.6)
+    height: Theme.sideways ? Math.max(44, 8 + Theme.tabSize * 1.6) : Math.max(56, 34 + Theme.tabSize * 1.6)
     color: tabBar?.barTintColor ?? "transparent"
     Accessible.role: Accessible.PageTabList
     Accessible.name: ""
@@ -64,14 +66,15 @@ Rectangle {
                     visible: tab.checked
                     color: Theme.tabPlate
                 }
-                Column {
+                Grid {
                     anchors.centerIn: parent
-                    width: strip.wordWidth
-                    spacing: 2
+                    columns: Theme.sideways ? 2 : 1
+                    spacing: strip.gap
+                    horizontalItemAlignment: Grid.AlignHCenter
+                    verticalItemAlignment: Grid.AlignVCenter
                     Image {
-                        anchors.horizontalCenter: parent.horizontalCenter
                         source: (tab.checked ? strip.tabBar?.selectedImages[tab.index] : strip.tabBar?.images[tab.index]) ?? ""
-                        sourceSize { width: 26; height: 26 }
+                        sourceSize { width: strip.pictureSize; height: strip.pictureSize }
 
                         Rectangle {
                             anchors.horizontalCenter: parent.right
@@ -87,7 +90,7 @@ Rectangle {
                         }
                     }
                     PlainText {
-                        width: parent.width
+                        width: Theme.sideways ? Math.min(implicitWidth, strip.wordWidth) : strip.wordWidth
                         horizontalAlignment: Text.AlignHCenter
                         text: strip.tabBar?.titles[tab.index] ?? ""
                         color: tab.checked ? Theme.tabSelected : Theme.tabTitle

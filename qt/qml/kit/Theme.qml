@@ -57,7 +57,8 @@ QtObject {
     readonly property int smallSize: Math.round(13 * scale)
     readonly property int tabSize: Math.round(12 * scale)
     readonly property int touch: 48
-    readonly property int barHeight: Math.round(56 * Math.min(scale, 1.25))
+    property bool sideways: false // a phone held so: the window is wide and low
+    readonly property int barHeight: Math.round((sideways ? 44 : 56) * Math.min(scale, 1.25))
     readonly property int margin: 16
 
     readonly property bool mirrored: Application.layoutDirection === Qt.RightToLeft

@@ -2,13 +2,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// Sign-in: logo, two fields and a button. The focused field and the button stay in view.
+// Sign-in: logo, two fields and a button, beside the logo where the window is low. The focused field and the button stay in view.
 FocusScope {
     id: root
 
     required property ViewControllerItem screen
     readonly property LabelItem capsLockLabel: screen.outlet("capsLockLabel") as LabelItem
     readonly property bool low: height < 460 // in landscape, or above an on-screen keyboard
+    readonly property bool beside: low && width >= 500
 
     // Only with a hardware keyboard: an on-screen keyboard would cover half of the screen.
     Component.onCompleted: if (UserPreferences.usesKeys) user.focus = true
@@ -19,19 +20,21 @@ FocusScope {
     }
 
     ScrollArea {
+        id: area
         anchors.fill: parent
-        contentHeight: form.y + form.height + (root.low ? 12 : 28)
+        contentHeight: Math.max(root.beside ? height : 0, form.y + form.height + (root.low ? 12 : 28))
         companion: button
 
         Rectangle {
             id: head
-            width: parent.width
-            height: Math.max(mark.height + 16, Math.min(240, root.height * 0.28))
+            anchors.left: parent.left
+            width: root.beside ? Math.max(mark.width + 32, parent.width * 0.28) : parent.width
+            height: root.beside ? area.contentHeight : Math.max(mark.height + 16, Math.min(240, root.height * 0.28))
             color: Theme.bar
             Grid {
                 id: mark
                 anchors.centerIn: parent
-                columns: root.low ? 2 : 1
+                columns: root.low && !root.beside ? 2 : 1
                 spacing: 6
                 horizontalItemAlignment: Grid.AlignHCenter
                 verticalItemAlignment: Grid.AlignVCenter
@@ -53,9 +56,10 @@ FocusScope {
 
         Column {
             id: form
-            x: (parent.width - width) / 2
-            y: head.height + (root.low ? 12 : 28)
-            width: Math.min(root.width - 2 * 24, 420)
+            readonly property real aside: root.beside ? head.width : 0
+            x: (Theme.mirrored ? 0 : aside) + (parent.width - aside - width) / 2
+            y: root.beside ? Math.max(12, (area.height - height) / 2) : head.height + (root.low ? 12 : 28)
+            width: Math.min(root.width - aside - 2 * 24, 420)
             spacing: 14
             TextEntry {
                 id: user

@@ -28,24 +28,26 @@ FocusScope {
             topPadding: root.low ? 10 : 28
             bottomPadding: 12
 
-            Image {
+            Grid {
                 anchors.left: parent.left
                 anchors.leftMargin: 22
-                source: "qrc:/images/fleetor.svg"
-                sourceSize { width: root.low ? 40 : 64; height: root.low ? 40 : 64 }
-            }
-            PlainText {
-                anchors.left: parent.left
-                anchors.leftMargin: 24
-                topPadding: root.low ? 4 : 10
+                columns: root.low ? 2 : 1
+                spacing: 10
+                verticalItemAlignment: Grid.AlignVCenter
                 bottomPadding: root.low ? 8 : 22
-                text: "Fleetor"
-                color: Theme.menuText
-                font.pixelSize: Theme.titleSize + 4
-                font.bold: true
-                Accessible.ignored: false
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
+                Image {
+                    source: "qrc:/images/fleetor.svg"
+                    sourceSize { width: root.low ? 40 : 64; height: root.low ? 40 : 64 }
+                }
+                PlainText {
+                    text: "Fleetor"
+                    color: Theme.menuText
+                    font.pixelSize: Theme.titleSize + 4
+                    font.bold: true
+                    Accessible.ignored: false
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
+                }
             }
 
             Repeater {
