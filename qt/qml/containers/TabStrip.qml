@@ -90,7 +90,7 @@ Rectangle {
                         }
                     }
                     PlainText {
-                        width: Theme.sideways ? Math.min(implicitWidth, strip.wordWidth) : strip.wordWidth
+                        width: Theme.sideways ? Math.min(Math.ceil(metrics.advanceWidth(text) * strip.wordSize / 100) + 1, strip.wordWidth) : strip.wordWidth
                         horizontalAlignment: Text.AlignHCenter
                         text: strip.tabBar?.titles[tab.index] ?? ""
                         color: tab.checked ? Theme.tabSelected : Theme.tabTitle

@@ -56,7 +56,8 @@ const std::map<std::string, std::vector<std::string>> grounds{
 };
 
 /// What no text is written in or on.
-const std::set<std::string> lines{"separator", "fieldBorder", "focusRing", "dim", "mapGrid", "mapShade"};
+const std::set<std::string> lines{"separator", "fieldBorder", "focusRing", "disc",
+                                  "dim",       "shadow",      "mapGrid",   "mapShade"};
 
 /// White on the bars' colour is prescribed: 1.9 to 1.
 const std::set<std::string> given{"barButton", "barTitle", "tabTitle"};
