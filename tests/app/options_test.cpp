@@ -28,24 +28,13 @@ TEST(Options, AreReadInAnyOrderAndTheLastSizeCounts) {
   ASSERT_TRUE(all) << problem;
   EXPECT_TRUE(all->fresh && all->dark);
   EXPECT_EQ(all->deviceClass, Idiom::pad);
+  EXPECT_EQ(deviceClassNamed(requestOf(*all)), Idiom::pad);
   EXPECT_FALSE(all->help);
   EXPECT_EQ(all->language, "pt");
   EXPECT_EQ(all->textSize, 150);
   EXPECT_EQ(all->width, 1024);
   EXPECT_EQ(all->height, 768);
   EXPECT_EQ(parseOptions({"--size", "240x8000"}, languages, problem)->height, 8000);
-}
-
-TEST(Options, AClientThatRunsAlreadyIsAskedForTheUrlOrTheLayout) {
-  std::string problem;
-  const auto asked = [&](const std::vector<std::string>& words) {
-    return requestOf(*parseOptions(words, languages, problem));
-  };
-  EXPECT_EQ(asked({"--dark"}), "");
-  EXPECT_EQ(asked({"--tablet", "fleetor:vehicles"}), "fleetor:vehicles");
-  EXPECT_EQ(deviceClassNamed(asked({"--tablet"})), Idiom::pad);
-  EXPECT_EQ(deviceClassNamed(asked({"--phone"})), Idiom::phone);
-  EXPECT_EQ(deviceClassNamed("fleetor:vehicles"), std::nullopt);
 }
 
 TEST(Options, AWrongOneIsNamed) {
