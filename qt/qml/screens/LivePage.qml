@@ -7,6 +7,7 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    readonly property real aside: Theme.sideways && Theme.large ? follow.width + 4 : 0 // there is no room for the card below the button
 
     MapButton {
         id: follow
@@ -33,9 +34,9 @@ FocusScope {
     StatusCard {
         id: card
         anchors.left: parent.left
-        anchors.leftMargin: page.space
+        anchors.leftMargin: page.space + root.aside
         y: page.lowest - height - page.space
         screen: root.screen
-        widest: parent.width - 2 * page.space - (page.roomy ? page.buttonStrip : 0)
+        widest: parent.width - 2 * page.space - root.aside - (page.roomy || root.aside > 0 ? page.buttonStrip : 0)
     }
 }
