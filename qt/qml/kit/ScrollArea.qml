@@ -17,7 +17,7 @@ Flickable {
     }
 
     function keepInSight() {
-        if (!focused || !isWithin(focused))
+        if (height <= 0 || !focused || !isWithin(focused))
             return;
         const top = focused.mapToItem(contentItem, 0, 0).y - margin;
         let bottom = top + focused.height + 2 * margin;
