@@ -27,6 +27,7 @@ void UserPreferences::followDesktop(const DesktopPreferences& preferences) {
   if (before.dark != preferences.dark) Q_EMIT wantsDarkChanged();
   if (before.textScale != preferences.textScale) Q_EMIT textScaleChanged();
   if (before.animations != preferences.animations) Q_EMIT wantsMotionChanged();
+  if (before.contrast != preferences.contrast) Q_EMIT wantsContrastChanged();
 }
 
 bool UserPreferences::eventFilter(QObject* target, QEvent* event) {

@@ -9,7 +9,8 @@
 namespace fleetor {
 
 /// How the user wants the window: with marks for the keyboard focus while keys are in use, text of some size,
-/// dark or light, with animations or without. One for each QML engine, main thread only.
+/// dark or light, with animations or without, with more contrast or less. One for each QML engine, main
+/// thread only.
 class UserPreferences : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -18,6 +19,7 @@ class UserPreferences : public QObject {
   Q_PROPERTY(double textScale READ textScale NOTIFY textScaleChanged)
   Q_PROPERTY(QVariant wantsDark READ wantsDark NOTIFY wantsDarkChanged)
   Q_PROPERTY(bool wantsMotion READ wantsMotion NOTIFY wantsMotionChanged)
+  Q_PROPERTY(bool wantsContrast READ wantsContrast NOTIFY wantsContrastChanged)
 
  public:
   /// The size, in points, of an application font that asks for text at its normal size.
@@ -29,6 +31,7 @@ class UserPreferences : public QObject {
   double textScale() const;                    ///< 1 (normal) to 2, by the application's font and the desktop
   QVariant wantsDark() const;                  ///< true or false; undefined: as the palette is
   bool wantsMotion() const { return desktop_.animations; }
+  bool wantsContrast() const { return desktop_.contrast; }
 
   void followDesktop(const DesktopPreferences& preferences);
 
@@ -37,6 +40,7 @@ class UserPreferences : public QObject {
   void textScaleChanged();
   void wantsDarkChanged();
   void wantsMotionChanged();
+  void wantsContrastChanged();
 
  protected:
   bool eventFilter(QObject* target, QEvent* event) override;

@@ -18,6 +18,7 @@ constexpr QLatin1String settingsInterface("org.freedesktop.portal.Settings");
 
 constexpr QLatin1String appearanceSpace("org.freedesktop.appearance");
 constexpr QLatin1String colorScheme("color-scheme");
+constexpr QLatin1String contrastKey("contrast");
 constexpr QLatin1String interfaceSpace("org.gnome.desktop.interface");
 constexpr QLatin1String textScaleKey("text-scaling-factor");
 constexpr QLatin1String animationsKey("enable-animations");
@@ -31,6 +32,7 @@ SettingsPortal::Wire::Wire() {
   bus_.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                SLOT(take(QString, QString, QDBusVariant)));
   ask(appearanceSpace, colorScheme);
+  ask(appearanceSpace, contrastKey);
   ask(interfaceSpace, textScaleKey);
   ask(interfaceSpace, animationsKey);
 }
@@ -59,6 +61,8 @@ void SettingsPortal::Wire::take(const QString& space, const QString& key, const 
   if (space == appearanceSpace && key == colorScheme) {
     const uint scheme = value.toUInt();
     preferences_.dark = scheme == 1 || scheme == 2 ? std::optional(scheme == 1) : std::nullopt;
+  } else if (space == appearanceSpace && key == contrastKey) {
+    preferences_.contrast = value.toUInt() == 1;
   } else if (space == interfaceSpace && key == textScaleKey && value.toDouble() > 0) {
     preferences_.textScale = value.toDouble();
   } else if (space == interfaceSpace && key == animationsKey && value.userType() == QMetaType::Bool) {

@@ -11,12 +11,14 @@ struct DesktopPreferences {
   std::optional<bool> dark;  ///< nothing: it has no preference, or has not answered
   double textScale = 1;      ///< by how much text is to be larger than at its normal size; above 0
   bool animations = true;    ///< false: what moves or fades does so at once
+  bool contrast = false;     ///< more than usual
 
   bool operator==(const DesktopPreferences&) const = default;
 };
 
 /// What the desktop's settings portal reports of the appearance, and every change of it: a dark style,
-/// GNOME's scaling of text, and whether it has animations. Qt asks it for none of these before 6.5.
+/// more contrast, GNOME's scaling of text, and whether it has animations. Qt asks it for none of these before
+/// 6.5.
 ///
 /// Main thread only, inside an application. Nothing here waits for the portal: the questions leave with the
 /// constructor, answers and changes come through the main loop, and a question is given up after ten seconds.

@@ -85,6 +85,8 @@ Rectangle {
         wrapMode: single ? Text.NoWrap : Text.Wrap
         maximumLineCount: 2
         color: Theme.barTitle
+        style: Text.Outline
+        styleColor: Theme.barEdge
         font.pixelSize: centred ? Theme.titleSize : Math.max(11, Math.min(Theme.titleSize, Math.floor((single ? one : two) - 0.5)))
         font.bold: true
         Accessible.ignored: false

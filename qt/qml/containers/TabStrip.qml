@@ -27,7 +27,7 @@ Rectangle {
     }
 
     height: Theme.sideways ? Math.max(44, 8 + Theme.tabSize * 1.6) : Math.max(56, 34 + Theme.tabSize * 1.6)
-    color: tabBar?.barTintColor ?? "transparent"
+    color: Theme.contrast ? Theme.bar : tabBar?.barTintColor ?? "transparent"
     Accessible.role: Accessible.PageTabList
     Accessible.name: ""
 
@@ -94,6 +94,8 @@ Rectangle {
                         horizontalAlignment: Text.AlignHCenter
                         text: strip.tabBar?.titles[tab.index] ?? ""
                         color: tab.checked ? Theme.tabSelected : Theme.tabTitle
+                        style: tab.checked ? Text.Normal : Text.Outline
+                        styleColor: Theme.barEdge
                         font.pixelSize: strip.wordSize
                         font.bold: true
                     }

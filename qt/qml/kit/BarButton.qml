@@ -33,6 +33,8 @@ Tappable {
         visible: !root.hasImage
         text: root.button?.title ?? ""
         color: Theme.barButton
+        style: Text.Outline
+        styleColor: Theme.barEdge
         font.pixelSize: Theme.bodySize + 1
         font.bold: true
     }

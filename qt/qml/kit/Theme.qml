@@ -10,9 +10,13 @@ QtObject {
     readonly property bool dark: forceDark || (UserPreferences.wantsDark ?? palette.window.hslLightness < 0.5)
     readonly property SystemPalette palette: SystemPalette {}
 
-    // The colours of the bars are those that the program sets.
+    // The colours of the bars are those that the program sets, on dark ground where the user wants more contrast. A fine dark
+    // edge carries the white words elsewhere.
+    readonly property bool contrast: UserPreferences.wantsContrast
     property AppearanceItem appearance: null
-    readonly property color bar: appearance?.bar ?? "transparent"
+    readonly property color bar: (contrast ? appearance?.selectedTabTitle : appearance?.bar) ?? "transparent"
+    readonly property color barMark: contrast ? barTitle : brand
+    readonly property color barEdge: contrast ? "transparent" : "#603b4a59"
     readonly property color barButton: appearance?.barButton ?? "transparent"
     readonly property color barTitle: appearance?.barTitle ?? "transparent"
     readonly property color tabTitle: appearance?.tabTitle ?? "transparent"

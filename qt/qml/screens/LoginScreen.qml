@@ -44,7 +44,7 @@ FocusScope {
                 }
                 PlainText {
                     text: "Fleetor"
-                    color: Theme.brand
+                    color: Theme.barMark
                     font.pixelSize: Theme.titleSize + 8
                     font.bold: true
                     Accessible.ignored: false

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "qt/components/appearance_item.h"
+#include "qt/components/user_preferences.h"
 #include "support/client.h"
 
 extern void qml_register_types_Fleetor();
@@ -50,14 +51,15 @@ const std::map<std::string, std::vector<std::string>> grounds{
     {"accent", {"background", "raised", "well", "pressed"}},
     {"accentText", {"accent", "accentPressed"}},
     {"tabSelected", {"bar", "tabPlate"}},
+    {"barMark", {"bar"}},
     {"brand", {"bar"}},
     {"menuText", {"menu"}},
     {"toastText", {"toast"}},
 };
 
 /// What no text is written in or on.
-const std::set<std::string> lines{"separator", "fieldBorder", "focusRing", "disc",
-                                  "dim",       "shadow",      "mapGrid",   "mapShade"};
+const std::set<std::string> lines{"separator", "barEdge", "fieldBorder", "focusRing", "disc",
+                                  "dim",       "shadow",  "mapGrid",     "mapShade"};
 
 /// White on the bars' colour is prescribed: 1.9 to 1.
 const std::set<std::string> given{"barButton", "barTitle", "tabTitle"};
@@ -91,11 +93,11 @@ class Contrast : public testing::TestWithParam<bool> {
   QColor color(const std::string& name) const { return theme_->property(name.c_str()).value<QColor>(); }
 
   QObject* theme_ = nullptr;
+  QQmlEngine engine_;
 
  private:
   test::Client client_;
   Adapters adapters_{client_.environment};
-  QQmlEngine engine_;
   std::unique_ptr<QObject> holder_;
 };
 
@@ -119,6 +121,13 @@ TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForEveryText) {
     if (property.metaType() != QMetaType::fromType<QColor>()) continue;
     EXPECT_TRUE(known.contains(property.name())) << property.name() << " is not checked";
   }
+}
+
+TEST_P(Contrast, OfTheBarsIsThatOfOtherTextsForWhoeverWantsMore) {
+  engine_.singletonInstance<UserPreferences*>(qmlTypeId("Fleetor", 1, 0, "UserPreferences"))
+      ->followDesktop({{}, 1, true, true});
+  for (const char* text : {"barButton", "barTitle", "tabTitle", "barMark"})
+    EXPECT_GE(contrast(color(text), color("bar")), 4.5) << text;
 }
 
 TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForTheLinksOfADocument) {

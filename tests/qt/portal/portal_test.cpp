@@ -90,11 +90,13 @@ TEST(Portal, IsFollowedFromTheStartThroughEveryChange) {
   desktop.change(appearance, "color-scheme", 7u);
   desktop.change(gnome, "enable-animations", QStringLiteral("fast"));
   desktop.change(gnome, "enable-animations", false);
-  runUntil(hasReported(7));
+  desktop.change(appearance, "contrast", 1u);
+  runUntil(hasReported(8));
   EXPECT_THAT(reported, ElementsAre(DesktopPreferences{true, 1}, DesktopPreferences{false, 1},
                                     DesktopPreferences{false, 1.5}, DesktopPreferences{std::nullopt, 1.5},
                                     DesktopPreferences{true, 1.5}, DesktopPreferences{std::nullopt, 1.5},
-                                    DesktopPreferences{std::nullopt, 1.5, false}));
+                                    DesktopPreferences{std::nullopt, 1.5, false},
+                                    DesktopPreferences{std::nullopt, 1.5, false, true}));
 }
 
 TEST(Portal, ReportsToALateListenerAtOnce) {
@@ -119,7 +121,7 @@ TEST(SilentPortal, IsNotWaitedForAndIsHeardLater) {
   SettingsPortal portal;
   portal.listen([&](const DesktopPreferences& preferences) { reported.push_back(preferences); });
   EXPECT_LT(std::chrono::steady_clock::now() - began, 2s);
-  runUntil([&] { return desktop.asked == 6; });
+  runUntil([&] { return desktop.asked == 8; });
   EXPECT_THAT(reported, IsEmpty());
   desktop.change(appearance, "color-scheme", 1u);
   runUntil([&] { return !reported.empty(); });
