@@ -10,7 +10,7 @@ Rectangle {
     readonly property int count: tabBar?.titles.length ?? 0
     readonly property int pictureSize: Theme.sideways ? 22 : 26
     readonly property int gap: Theme.sideways ? 6 : 2
-    readonly property int wordWidth: width / Math.max(1, count) - (Theme.sideways ? pictureSize + gap + 16 : 8)
+    readonly property int wordWidth: width / Math.max(1, count) - (Theme.sideways ? pictureSize + gap + 18 : 8)
     // One size for all titles, at which the widest one fits.
     readonly property int wordSize: {
         const widest = Math.max(1, ...(tabBar?.titles ?? []).map(title => metrics.advanceWidth(title))) / 100;
@@ -90,7 +90,7 @@ Rectangle {
                         }
                     }
                     PlainText {
-                        width: Theme.sideways ? Math.min(Math.ceil(metrics.advanceWidth(text) * strip.wordSize / 100) + 1, strip.wordWidth) : strip.wordWidth
+                        width: Theme.sideways ? Math.ceil(metrics.advanceWidth(text) * strip.wordSize / 100) + 1 : strip.wordWidth
                         horizontalAlignment: Text.AlignHCenter
                         text: strip.tabBar?.titles[tab.index] ?? ""
                         color: tab.checked ? Theme.tabSelected : Theme.tabTitle
