@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "map/great_circle.h"
+#include "vehicle/live_values.h"
 #include "vehicle/notifications.h"
 #include "vehicle/position_sheet.h"
 
@@ -12,7 +13,6 @@ namespace fleetor {
 
 namespace {
 
-constexpr float plainImageAbove = 179.0f;  ///< degrees
 constexpr const char* vehicleSubject = "vehicle";
 constexpr double standingStill = 1.0;  ///< metres
 
@@ -101,9 +101,7 @@ void LiveDetailViewController::receivedNotification(const Notification& notifica
   const auto* object = std::any_cast<std::shared_ptr<const Live>>(&notification.object);
   if (!object || (*object)->vehicle().vehicleId != vehicle().vehicleId) return;
   const Live& live = **object;
-  const std::string icon = live.vehicle().icon.str();
-  const auto heading = static_cast<float>(doubleValue(live.direction));
-  imageName_ = heading <= plainImageAbove ? "p" + icon : icon;
+  imageName_ = markerImage(live);
   status_.received(live);
   if (!items_.empty() && !(distanceInMetres(items_.back()->coordinate(), live.coordinate()) > standingStill))
     return;

@@ -8,6 +8,8 @@
 #include "model/vehicle_records.h"
 #include "ui/controls/controls.h"
 #include "ui/environment.h"
+#include "ui/wake_up.h"
+#include "vehicle/watch/reading_age.h"
 #include "vehicle/watch/vehicle_watch.h"
 
 namespace fleetor {
@@ -21,10 +23,7 @@ namespace fleetor {
 /// record. A text changes every 5 seconds in the first minute and every minute from then on.
 class LiveStatus {
  public:
-  enum class Freshness { fresh, late, old };
-
-  /// A little more than a poll: while these come, nothing is redrawn.
-  static constexpr Seconds freshFor{20};
+  using Freshness = fleetor::Freshness;
 
   explicit LiveStatus(Environment& environment);
   ~LiveStatus();
@@ -53,19 +52,16 @@ class LiveStatus {
  private:
   Seconds now() const { return environment_.clock.uptime(); }
   std::string localized(const char* key) const { return environment_.device.localizedString(key); }
-  std::string duration(Seconds time) const;
   std::string withTime(const char* key, const std::string& time) const;
   Seconds showMotion(Seconds age);  ///< and when its words change next
   bool isShown() const { return visible_ && !inBackground_ && arrived_; }
   void update();
   void age();
-  void waitFor(Seconds delay);
 
   Environment& environment_;
   bool visible_ = false;
   bool inBackground_ = false;
   std::optional<Seconds> arrived_;  ///< the latest record, by the stopwatch
-  std::optional<Seconds> wakesAt_;
   Freshness freshness_ = Freshness::fresh;
   Label ageLabel_;
   ImageView ageImageView_;
@@ -76,7 +72,7 @@ class LiveStatus {
   Label motionLabel_;          ///< "Driving", "Standing"; empty: not known
   Label motionSinceLabel_;     ///< "for 12 min", "for over 1 h 5 min", "since 14:05"
   std::shared_ptr<const VehicleWatch> watch_;
-  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+  WakeUp wakeUp_;
 };
 
 }  // namespace fleetor

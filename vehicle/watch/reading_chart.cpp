@@ -6,7 +6,7 @@
 
 #include "platform/filled_text.h"
 #include "platform/number_text.h"
-#include "vehicle/watch/live_status.h"
+#include "vehicle/watch/reading_age.h"
 
 namespace fleetor {
 
@@ -44,8 +44,7 @@ void ReadingChart::update() {
   const ReadingSeries& series = watch_->series(reading_);
   const auto& seen = series.points();
   const double now = environment_.clock.uptime().count();
-  end_ =
-      !seen.empty() && now - seen.back().seconds < LiveStatus::freshFor.count() ? seen.back().seconds : now;
+  end_ = !seen.empty() && now - seen.back().seconds < freshFor.count() ? seen.back().seconds : now;
   std::vector<Chart::Point> points;
   if (seen.size() > 1) {
     points.reserve(seen.size());

@@ -8,12 +8,12 @@
 #include "platform/number_text.h"
 #include "values/quantities.h"
 #include "values/times.h"
+#include "vehicle/live_values.h"
 
 namespace fleetor {
 
 namespace {
 
-constexpr double drivingFrom = 1;  ///< km/h
 constexpr double samePlace = 100;  ///< metres
 
 struct ReadingTexts {
@@ -37,10 +37,10 @@ void VehicleWatch::received(std::shared_ptr<const Live> record) {
   const Uptime now = clock_.uptime();
   if (!last_ || live.dateTime() != last_->dateTime()) reported_ = now;
   const bool isGap = last_ && now - seen_ > std::chrono::seconds(ReadingSeries::gap);
-  const auto speed = readNumber(live.speed.view());
-  if (isGap || !speed) motion_.reset();
-  const bool drives = speed && *speed >= drivingFrom;
-  if (speed && (!motion_ || motion_->drives != drives))
+  const auto driving = isDriving(live);
+  if (isGap || !driving) motion_.reset();
+  const bool drives = driving.value_or(false);
+  if (driving && (!motion_ || motion_->drives != drives))
     motion_ = Motion{drives, now, motion_.has_value(), {}};
   const auto driven = readKilometres(live.odometer.view());
   const auto drivenBefore = last_ ? readKilometres(last_->odometer.view()) : std::nullopt;
