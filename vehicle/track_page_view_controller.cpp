@@ -13,34 +13,15 @@ constexpr double trackLineWidth = 2.0;
 }  // namespace
 
 TrackPageViewController::TrackPageViewController(Environment& environment)
-    : DetailPageViewController(environment) {
-  outlet("mapView", mapView_);
-  outlet("loadingIndicator", loadingIndicator_);
-  outlet("noteLabel", noteLabel_);
-  mapView_.setAccessibleName(localized("Map"));
-  mapView_.setCovered(true);
-  loadingIndicator_.setAccessibleName(localized("Loading"));
-  const auto equip = [this](const char* name, Button& button, const char* image, std::string accessibleName,
-                            Action action) {
-    outlet(name, button);
-    button.setImage(image);
-    button.setAccessibleName(std::move(accessibleName));
-    button.setAction(std::move(action));
-  };
-  equip("changeTypeButton", changeTypeButton_, "BtnMapType", localized("Satellite map"),
-        [this](Component& sender) { changeMapType(sender); });
-  equip("wholeTrackButton", wholeTrackButton_, "BtnWholeTrack", localized("Show the whole track"),
-        [this](Component&) { mapView_.showAll(true); });
-  equip("sharePositionButton", sharePositionButton_, "RowShare", localized("Share position"),
-        [this](Component&) { sharePosition(); });
-  onMap_ = mapView_.changed.connect([this] {
-    const auto& selected = mapView_.selectedAnnotation();
+    : DetailPageViewController(environment), panel_(environment, *this) {
+  outlet("sharePositionButton", sharePositionButton_);
+  sharePositionButton_.setImage("RowShare");
+  sharePositionButton_.setAccessibleName(localized("Share position"));
+  sharePositionButton_.setAction([this](Component&) { sharePosition(); });
+  onMap_ = mapView().changed.connect([this] {
+    const auto& selected = mapView().selectedAnnotation();
     sharePositionButton_.setEnabled(selected && placeOf(*selected));
   });
-  equip("zoomInButton", zoomInButton_, "BtnZoomIn", localized("Zoom in"),
-        [this](Component&) { mapView_.zoomBy(1); });
-  equip("zoomOutButton", zoomOutButton_, "BtnZoomOut", localized("Zoom out"),
-        [this](Component&) { mapView_.zoomBy(-1); });
 }
 
 void TrackPageViewController::viewDidLoad() {
@@ -53,33 +34,26 @@ void TrackPageViewController::viewDidLoad() {
 
 void TrackPageViewController::viewDidAppear(bool animated) {
   DetailPageViewController::viewDidAppear(animated);
-  mapView_.setDelegate(this);
+  mapView().setDelegate(this);
 }
 
 void TrackPageViewController::viewDidDisappear(bool animated) {
   DetailPageViewController::viewDidDisappear(animated);
-  mapView_.setDelegate(nullptr);
+  mapView().setDelegate(nullptr);
   removeFromNotificationCenter();
 }
 
 void TrackPageViewController::receivedPosition(Coordinate position) {
-  if (mapView_.isCovered()) mapView_.setRegion(position, vehicleSpan, vehicleSpan, false);
+  if (mapView().isCovered()) mapView().setRegion(position, vehicleSpan, vehicleSpan, false);
 }
 
 void TrackPageViewController::continueFrom(const DetailPageViewController& before) {
-  if (dynamic_cast<const TrackPageViewController&>(before).changeTypeButton_.selected())
-    changeMapType(changeTypeButton_);
-}
-
-void TrackPageViewController::changeMapType(Component&) {
-  const bool satellite = !changeTypeButton_.selected();
-  changeTypeButton_.setSelected(satellite);
-  changeTypeButton_.setImage(satellite ? "BtnMapTypeSelected" : "BtnMapType");
-  mapView_.setMapType(satellite ? MapType::satellite : MapType::standard);
+  if (dynamic_cast<const TrackPageViewController&>(before).panel_.changeTypeButton.selected())
+    panel_.changeMapType();
 }
 
 void TrackPageViewController::sharePosition() {
-  const auto& place = *mapView_.selectedAnnotation();
+  const auto& place = *mapView().selectedAnnotation();
   const std::string title = place.title();
   const std::string subtitle = place.subtitle();
   showPositionSheet(environment(), {*placeOf(place), vehicle().name.str(),
@@ -88,7 +62,7 @@ void TrackPageViewController::sharePosition() {
 
 void TrackPageViewController::clearView() {
   removePolyline();
-  mapView_.removeAnnotations(mapView_.annotations());
+  mapView().removeAnnotations(mapView().annotations());
   polyline_ = nullptr;
   polylineRenderer_ = nullptr;
 }
@@ -98,12 +72,12 @@ void TrackPageViewController::addPolyline(std::shared_ptr<MapPolyline> polyline)
   polylineRenderer_ = std::make_shared<MapPolylineRenderer>(polyline_);
   polylineRenderer_->setStrokeColor(colorFromHexString(vehicle().mapLineColor));
   polylineRenderer_->setLineWidth(trackLineWidth);
-  mapView_.addOverlay(polyline_);
+  mapView().addOverlay(polyline_);
 }
 
 std::shared_ptr<MapAnnotationView> TrackPageViewController::vehicleAnnotationView(
     const std::shared_ptr<MapAnnotation>& annotation, const std::string& image, const std::string& kind) {
-  auto view = mapView_.dequeueReusableAnnotationViewWithIdentifier(vehicleAnnotationIdentifier);
+  auto view = mapView().dequeueReusableAnnotationViewWithIdentifier(vehicleAnnotationIdentifier);
   if (!view) view = std::make_shared<MapAnnotationView>(vehicleAnnotationIdentifier);
   view->setAnnotation(annotation);
   view->setEnabled(true);

@@ -7,14 +7,13 @@
 #include "ui/controls/controls.h"
 #include "ui/map/map_view.h"
 #include "vehicle/detail_page_view_controller.h"
+#include "vehicle/map_panel.h"
 
 namespace fleetor {
 
-/// What the two pages with a map share: "mapView" with the vehicle's line on it, "changeTypeButton", which is
-/// selected while the map shows satellite pictures, "zoomInButton", "zoomOutButton", and "wholeTrackButton",
-/// which shows all that is on the map. "sharePositionButton" in the callout offers its place to be taken
-/// along. "loadingIndicator" spins while the page waits for something to show; "noteLabel" reports that it
-/// waits, or that there is nothing. The page is the map's delegate while it is visible.
+/// What the two pages with a map share: the panel with the map, and the vehicle's line on it.
+/// "sharePositionButton" in the callout offers its place to be taken along. The page is the map's delegate
+/// while it is visible.
 ///
 /// Until there is something to show, the map is covered and follows the positions that the pager receives.
 ///
@@ -23,10 +22,10 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
  public:
   explicit TrackPageViewController(Environment& environment);
 
-  MapView& mapView() { return mapView_; }
-  Button& changeTypeButton() { return changeTypeButton_; }
-  ActivityIndicator& loadingIndicator() { return loadingIndicator_; }
-  Label& noteLabel() { return noteLabel_; }
+  MapView& mapView() { return panel_.map; }
+  Button& changeTypeButton() { return panel_.changeTypeButton; }
+  ActivityIndicator& loadingIndicator() { return panel_.loadingIndicator; }
+  Label& noteLabel() { return panel_.noteLabel; }
 
   /// The line on the map, or null.
   const std::shared_ptr<MapPolyline>& polyline() const { return polyline_; }
@@ -37,8 +36,6 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
   void viewDidDisappear(bool animated) override;
   void receivedPosition(Coordinate position) override;
   void continueFrom(const DetailPageViewController& before) override;  ///< with its kind of map
-
-  void changeMapType(Component& sender);
 
   /// Empties the map.
   virtual void clearView();
@@ -55,7 +52,7 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
   /// Where that is, to be taken along; none where it is not understood.
   virtual std::optional<Coordinate> placeOf(const MapAnnotation& annotation) const = 0;
 
-  void removePolyline() { mapView_.removeOverlay(polyline_); }
+  void removePolyline() { mapView().removeOverlay(polyline_); }
   void addPolyline(std::shared_ptr<MapPolyline> polyline);  ///< in the vehicle's colour
 
   /// A marker for the annotation, used again or new. `kind` is what assistive technology calls it.
@@ -65,14 +62,8 @@ class TrackPageViewController : public DetailPageViewController, public MapViewD
  private:
   void sharePosition();
 
-  MapView mapView_;
-  Button changeTypeButton_;
-  Button zoomInButton_;
-  Button zoomOutButton_;
-  Button wholeTrackButton_;
+  MapPanel panel_;
   Button sharePositionButton_;
-  ActivityIndicator loadingIndicator_;
-  Label noteLabel_;
   Connection onMap_;
   std::shared_ptr<MapPolyline> polyline_;
   std::shared_ptr<MapPolylineRenderer> polylineRenderer_;
