@@ -45,6 +45,9 @@ class MapCamera {
   double width() const { return width_; }
   double height() const { return height_; }
 
+  /// Whether what was requested last still counts: no gesture, and no moveTo(), since then.
+  bool keepsRegion() const { return region_.has_value(); }
+
   const CameraPosition& position() const { return position_; }
   WorldPoint centre() const { return position_.centre; }
   double zoom() const { return position_.zoom; }

@@ -69,6 +69,10 @@ QUrl ImageViewItem::source() const {
 QUrl ImageViewItem::darkSource() const {
   return read<ImageView>([](ImageView& c) { return Adapters::imageUrl("dark/" + c.image()); });
 }
+QColor ImageViewItem::ringColor() const {
+  return read<ImageView>([](ImageView& c) { return toQColor(c.ringColor()); });
+}
+
 double ImageViewItem::rotation() const {
   return read<ImageView>([](ImageView& c) { return c.rotation(); });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QDateTime>
 #include <QPointer>
 #include <QQuickItem>
@@ -45,12 +46,14 @@ class ImageViewItem : public fleetor::ComponentItem {
   Q_PROPERTY(QUrl source READ source NOTIFY changed)
   Q_PROPERTY(QUrl darkSource READ darkSource NOTIFY changed)  ///< for the dark appearance; empty without one
   Q_PROPERTY(double rotation READ rotation NOTIFY changed)
+  Q_PROPERTY(QColor ringColor READ ringColor NOTIFY changed)  ///< transparent: none
 
  public:
   using ComponentItem::ComponentItem;
   QUrl source() const;
   QUrl darkSource() const;
   double rotation() const;
+  QColor ringColor() const;
 };
 
 class ActivityIndicatorItem : public fleetor::ComponentItem {

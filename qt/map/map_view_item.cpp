@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <set>
 #include <unordered_map>
 #include <utility>
@@ -26,6 +27,16 @@ QUrl MapMarkerItem::image() const {
 
 double MapMarkerItem::zPosition() const {
   return read<MapAnnotationView>([](MapAnnotationView& c) { return c.zPosition(); });
+}
+
+double MapMarkerItem::course() const {
+  constexpr double none = std::numeric_limits<double>::quiet_NaN();
+  const auto* const view = as<MapAnnotationView>();
+  return view ? view->course().value_or(none) : none;
+}
+
+QColor MapMarkerItem::ringColor() const {
+  return read<MapAnnotationView>([](MapAnnotationView& c) { return toQColor(c.ringColor()); });
 }
 
 QString MapMarkerItem::title() const {

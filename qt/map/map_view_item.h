@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QColor>
 #include <QPointF>
 #include <QPointer>
 #include <QUrl>
@@ -21,6 +22,8 @@ class MapMarkerItem : public fleetor::ComponentItem {
   QML_UNCREATABLE("Made by the program")
   Q_PROPERTY(QUrl image READ image NOTIFY changed)
   Q_PROPERTY(double zPosition READ zPosition NOTIFY changed)
+  Q_PROPERTY(double course READ course NOTIFY changed)        ///< degrees clockwise; NaN: no arrow
+  Q_PROPERTY(QColor ringColor READ ringColor NOTIFY changed)  ///< transparent: no disc
   Q_PROPERTY(QString title READ title NOTIFY changed)
   Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
   Q_PROPERTY(bool tappable READ tappable NOTIFY changed)  ///< a tap opens its callout
@@ -32,6 +35,8 @@ class MapMarkerItem : public fleetor::ComponentItem {
   using ComponentItem::ComponentItem;
   QUrl image() const;
   double zPosition() const;
+  double course() const;
+  QColor ringColor() const;
   QString title() const;
   QString subtitle() const;
   bool tappable() const;

@@ -93,6 +93,25 @@ TEST_F(Map, AsksItsDelegateOnceAndKeepsWhatItGave) {
   EXPECT_FALSE(map.rendererForOverlay(*line));
 }
 
+TEST_F(Map, PassesMarkerCalloutAndFocusOnToWhatReplacesAnAnnotation) {
+  const auto a = place("a"), van = place("van"), moved = place("van", {51, 20}), b = place("b");
+  map.addAnnotations({van, a});
+  map.selectAnnotation(van);
+  map.focusAnnotation(van);
+  map.setGlidingSubject("van");
+  const auto marker = map.viewForAnnotation(*van);
+  map.replaceAnnotation(van, moved);
+  EXPECT_EQ(map.annotations(), (MapAnnotations{moved, a}));
+  EXPECT_EQ(map.viewForAnnotation(*moved), marker);
+  EXPECT_EQ(marker->annotation(), moved);
+  EXPECT_EQ(map.selectedAnnotation(), moved);
+  EXPECT_EQ(map.currentAnnotation(), moved);
+  EXPECT_EQ(map.placeOf(*moved), project({50, 20})) << "it sets off from where it was";
+  map.replaceAnnotation(a, b);
+  EXPECT_TRUE(map.isGliding());
+  EXPECT_EQ(map.selectedAnnotation(), moved);
+}
+
 TEST_F(Map, CentresOnAFocusedMarkerUnlessItShowsWellWithinTheEdges) {
   map.setRegion({0, 20}, 1000, 1000, false);
   const WorldRect seen = map.camera().visibleRect();

@@ -52,9 +52,14 @@ class ImageView : public Component {
   double rotation() const { return rotation_; }  ///< degrees, clockwise
   void setRotation(double degrees) { assign(rotation_, degrees); }
 
+  /// Of the edge of the disc that the image lies on; none: the disc has no edge.
+  const std::optional<Color>& ringColor() const { return ringColor_; }
+  void setRingColor(std::optional<Color> color) { assign(ringColor_, color); }
+
  private:
   std::string image_;
   double rotation_ = 0;
+  std::optional<Color> ringColor_;
 };
 
 class ActivityIndicator : public Component {

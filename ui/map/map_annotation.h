@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "map/camera.h"
 #include "platform/coordinate.h"
 #include "ui/component.h"
+#include "ui/geometry.h"
 
 namespace fleetor {
 
@@ -48,6 +50,14 @@ class MapAnnotationView : public Component {
   ScreenPoint centerOffset() const { return centerOffset_; }
   void setCenterOffset(ScreenPoint offset) { assign(centerOffset_, offset); }
 
+  /// Where an arrow at the image's edge points, in degrees clockwise from north; none: no arrow.
+  std::optional<double> course() const { return course_; }
+  void setCourse(std::optional<double> degrees) { assign(course_, degrees); }
+
+  /// A disc below the image has an edge of that colour; none: no disc.
+  const std::optional<Color>& ringColor() const { return ringColor_; }
+  void setRingColor(std::optional<Color> color) { assign(ringColor_, color); }
+
   bool enabled() const { return enabled_; }  ///< whether it takes taps
   void setEnabled(bool enabled) { assign(enabled_, enabled); }
 
@@ -77,6 +87,8 @@ class MapAnnotationView : public Component {
   std::shared_ptr<MapAnnotation> annotation_;
   std::string image_;
   ScreenPoint centerOffset_;
+  std::optional<double> course_;
+  std::optional<Color> ringColor_;
   bool enabled_ = true;
   bool canShowCallout_ = false;
   bool draggable_ = false;

@@ -143,6 +143,29 @@ void MapView::replaceAnnotations(const MapAnnotations& annotations) {
   if (!subject.empty() && successor != annotations.end()) selectAnnotation(*successor);
 }
 
+void MapView::replaceAnnotation(const std::shared_ptr<MapAnnotation>& earlier,
+                                std::shared_ptr<MapAnnotation> next) {
+  const bool glides = !glidingSubject_.empty() && next->subject() == glidingSubject_;
+  const bool wasGliding = glide_ && glide_->annotation == earlier;
+  if (glides)
+    glide_ = Glide{next, placeOf(*earlier)};
+  else if (wasGliding)
+    glide_.reset();
+  const bool wasSelected = earlier == selected_;
+  if (earlier == current_) current_ = next;
+  auto entry = views_.extract(earlier.get());
+  if (const auto view = std::exchange(entry.mapped(), nullptr)) {
+    view->setAnnotation(nullptr);
+    if (!view->reuseIdentifier().empty()) reusable_[view->reuseIdentifier()].push_back(view);
+  }
+  entry.key() = next.get();
+  views_.insert(std::move(entry));
+  *std::ranges::find(annotations_, earlier) = next;
+  if (delegate_ && !isCrowded()) makeViews({next});
+  if (wasSelected) assign(selected_, std::move(next));
+  annotationsChanged.emit();
+}
+
 WorldPoint MapView::placeOf(const MapAnnotation& annotation) const {
   const WorldPoint to = project(annotation.coordinate());
   if (!glide_ || glide_->annotation.get() != &annotation) return to;

@@ -111,6 +111,10 @@ class MapView : public Component {
   /// Removes all and adds these. An open callout moves to the first of these that has the same subject.
   void replaceAnnotations(const MapAnnotations& annotations);
 
+  /// Puts `next` where `earlier` is, which must be on this map. Its marker, its callout and the focus pass on
+  /// to `next`; the delegate is asked for the view once more.
+  void replaceAnnotation(const std::shared_ptr<MapAnnotation>& earlier, std::shared_ptr<MapAnnotation> next);
+
   /// From now on an annotation of that subject glides to the place of the one that replaces it, in step with
   /// a camera that follows it. Both move as the map is advanced.
   void setGlidingSubject(std::string subject) { glidingSubject_ = std::move(subject); }

@@ -12,6 +12,8 @@ Item {
     property bool tabStop: false // one for all markers; the arrow keys go on from there
     readonly property string label: marker?.accessibleName ?? ""
 
+    readonly property bool ringed: (root.marker?.ringColor.a ?? 0) > 0
+
     signal activated
     signal focused
     signal stepped(int by)
@@ -39,8 +41,31 @@ Item {
     Keys.onLeftPressed: stepped(-Theme.forward)
     Keys.onRightPressed: stepped(Theme.forward)
 
+    Rectangle {
+        anchors.fill: parent
+        visible: root.ringed
+        radius: width / 2
+        color: Theme.raised
+        border.width: 3
+        border.color: root.marker?.ringColor ?? "transparent"
+    }
+    Item {
+        anchors.centerIn: parent
+        visible: !isNaN(root.marker?.course ?? NaN)
+        width: 46
+        height: 46
+        rotation: visible ? root.marker.course : 0
+
+        Image {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: -10
+            source: "qrc:/images/course.svg"
+            sourceSize { width: 16; height: 16 }
+        }
+    }
     Image {
         anchors.fill: parent
+        anchors.margins: root.ringed ? 7 : 0
         source: root.marker?.image ?? ""
         sourceSize { width: 40; height: 40 }
     }
