@@ -42,6 +42,7 @@ TESTS = {
     "values": [("fleetor_values_tests", "^values:"), ("fleetor_day_tests", "^day:")],
     "day": [("fleetor_day_tests", "^day:")] + STORIES[1:],
     "vehicle": STORIES[1:] + WINDOW,
+    "board": [("fleetor_board_tests", "^board:")] + WINDOW,
     "shell": STORIES + WINDOW,
     "diagnostics": [("fleetor_diagnostics_tests", "^diagnostics:")],
     "qt/device": DEVICE + PROGRAMS,

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "board/board_view_controller.h"
 #include "fleet/pinned_vehicles.h"
 #include "shell/about_view_controller.h"
 #include "shell/account_view_controller.h"
@@ -41,13 +42,25 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
   const auto makeMain = [&sharedSettings](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<MainViewController>(of, sharedSettings);
   };
-  const auto makeAbout =
-      [known = std::make_shared<KnownInfo>()](Environment& of) -> std::shared_ptr<ViewController> {
+  const auto known = std::make_shared<KnownInfo>();
+  const auto held = std::make_shared<HeldVehicles>();
+  const auto readings = std::make_shared<LastReadings>(environment);
+  const auto makeAbout = [known](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<AboutDetailViewController>(of, known);
   };
   const auto pins = std::make_shared<PinnedVehicles>(standardSettings, environment.device);
-  const auto makeLogin = [pins](Environment& of) -> std::shared_ptr<ViewController> {
+  const auto makeLogin = [pins, known, held, readings](Environment& of) -> std::shared_ptr<ViewController> {
+    // What is kept for a session is not kept until somebody asks for it in the next one.
+    known->forgetOthers();
+    held->forgetOthers();
+    readings->forgetOthers();
     return std::make_shared<LoginViewController>(of, pins);
+  };
+  const auto makeList = [held](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<VehiclesTableViewController>(of, held);
+  };
+  const auto makeBoard = [pins, held, readings](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<BoardViewController>(of, pins, held, readings);
   };
   const auto makePager = [pins](Environment& of) -> std::shared_ptr<ViewController> {
     auto screen = std::make_shared<VehicleViewController>(of, pins);
@@ -67,7 +80,8 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
            {"MainVC", makeMain},
            {"MenuVC", makeScreen<MenuViewController>},
            {"EmptyVC", makeScreen<EmptyViewController>},
-           {"VehiclesVC", makeScreen<VehiclesTableViewController>},
+           {"VehiclesVC", makeList},
+           {"BoardVC", makeBoard},
            {"FindVC", makeFind},
            {"ChooseVehicleVC", makeScreen<ChooseVehicleTableViewController>},
            {"AccountVC", makeScreen<AccountViewController>},
@@ -80,7 +94,8 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
            {"AboutDetailVC", makeAbout}},
           {{"TermsSegue", "LaunchVC", "TermsVC", SegueKind::modal},
            {"ChooseSegue", "MainVC", "ChooseVehicleVC", SegueKind::modal},
-           {"DetailSegue", "VehiclesVC", "VehicleVC", SegueKind::push}}};
+           {"DetailSegue", "VehiclesVC", "VehicleVC", SegueKind::push},
+           {"BoardDetailSegue", "BoardVC", "VehicleVC", SegueKind::push}}};
 }
 
 }  // namespace fleetor

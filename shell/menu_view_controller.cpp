@@ -12,6 +12,7 @@ MenuViewController::MenuViewController(Environment& environment) : BaseViewContr
   setTitle(localized("Menu"));
   addEntry(vehiclesButton_, "vehiclesButton", "BtnVehicles", "My Vehicles",
            &MenuViewController::showVehicles);
+  addEntry(fleetButton_, "fleetButton", "BtnFleet", "Fleet", &MenuViewController::showFleet);
   addEntry(accountButton_, "accountButton", "BtnAccount", "Account", &MenuViewController::showAccount);
   addEntry(aboutButton_, "aboutButton", "BtnAbout", "About", &MenuViewController::showAbout);
   addEntry(logoutButton_, "logoutButton", "BtnLogout", "Log out", &MenuViewController::logout);
@@ -43,6 +44,10 @@ void MenuViewController::setFrontTakesTouches(bool takes) {
 
 void MenuViewController::showVehicles(Component&) {
   showControllerWithStoryboardId("VehiclesVC");
+}
+
+void MenuViewController::showFleet(Component&) {
+  showControllerWithStoryboardId("BoardVC");
 }
 
 void MenuViewController::showAccount(Component&) {

@@ -17,6 +17,7 @@ class MenuViewController final : public BaseViewController, public AlertViewDele
   void viewWillDisappear(bool animated) override;
 
   void showVehicles(Component& sender);
+  void showFleet(Component& sender);
   void showAccount(Component& sender);
   void showAbout(Component& sender);
   void logout(Component& sender);  ///< asks first
@@ -33,6 +34,7 @@ class MenuViewController final : public BaseViewController, public AlertViewDele
   void setFrontTakesTouches(bool takes);
 
   Button vehiclesButton_;
+  Button fleetButton_;
   Button accountButton_;
   Button aboutButton_;
   Button logoutButton_;

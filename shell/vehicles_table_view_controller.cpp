@@ -1,6 +1,7 @@
 #include "shell/vehicles_table_view_controller.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "service/api.h"
 #include "shell/base/base_navigation_controller.h"
@@ -10,8 +11,9 @@
 
 namespace fleetor {
 
-VehiclesTableViewController::VehiclesTableViewController(Environment& environment)
-    : PagedVehicles(environment) {
+VehiclesTableViewController::VehiclesTableViewController(Environment& environment,
+                                                         std::shared_ptr<HeldVehicles> held)
+    : PagedVehicles(environment), held_(std::move(held)) {
   outlet("failureLabel", failureLabel_);
   outlet("reloadButton", reloadButton_);
   reloadButton_.setTitle(localized("Load again"));
@@ -52,6 +54,7 @@ void VehiclesTableViewController::pageFailed() {
 }
 
 void VehiclesTableViewController::pageEnded() {
+  if (!failed_) held_->take(items(), 0);
   if (fleet_) fleet_->follow(items(), failed_);
 }
 

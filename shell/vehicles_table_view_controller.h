@@ -1,8 +1,10 @@
 #pragma once
 
 #include <any>
+#include <memory>
 #include <string>
 
+#include "board/held_vehicles.h"
 #include "shell/find_view_controller.h"
 #include "shell/paged_vehicles.h"
 #include "ui/controls/alert_view.h"
@@ -17,7 +19,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
                                           public AlertViewDelegate,
                                           public FindViewControllerDelegate {
  public:
-  explicit VehiclesTableViewController(Environment& environment);
+  VehiclesTableViewController(Environment& environment, std::shared_ptr<HeldVehicles> held);
 
   Label& failureLabel() { return failureLabel_; }  ///< empty while nothing has failed
   Button& reloadButton() { return reloadButton_; }
@@ -58,6 +60,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void loadAgain();  ///< in a new screen
   void openBesideList(const Vehicle& vehicle);
 
+  std::shared_ptr<HeldVehicles> held_;
   Label failureLabel_;
   Button reloadButton_;
   Connection reloaded_;

@@ -25,13 +25,14 @@ class KnownInfo {
     known_.insert_or_assign(vehicleId, std::move(info));
   }
 
- private:
+  /// What another session has left.
   void forgetOthers() {
     if (!session_.hasEnded()) return;
     known_.clear();
     session_ = {};
   }
 
+ private:
   Session session_;
   std::map<std::int64_t, Info> known_;
 };

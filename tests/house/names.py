@@ -6,7 +6,7 @@ import sys
 from pathlib import Path
 
 ROOT = Path(sys.argv[1])
-CPP = [f for room in ("ui", "shell", "vehicle") for f in sorted((ROOT / room).rglob("*.[ch]*"))]
+CPP = [f for room in ("ui", "shell", "vehicle", "board") for f in sorted((ROOT / room).rglob("*.[ch]*"))]
 QML = sorted((ROOT / "qt/qml").rglob("*.qml"))
 KINDS = {
     "outlet": r'outlet\("(\w+)"|"([a-z]\w*(?:Button|Label|Field|View|Bar|Indicator))"',

@@ -44,7 +44,8 @@ QJsonArray untranslated() {
 // The code that shows texts to people, without its comments.
 QString shownCode(const QStringList& kinds) {
   QString code;
-  for (const char* room : {"app", "exports", "model", "qt", "service", "shell", "ui", "vehicle", "widget"}) {
+  for (const char* room :
+       {"app", "board", "exports", "model", "qt", "service", "shell", "ui", "vehicle", "widget"}) {
     QDirIterator files(QStringLiteral(SOURCES "/") + room, kinds, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext())
       code += contentOf(files.next());

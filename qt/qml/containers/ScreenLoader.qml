@@ -14,6 +14,7 @@ FocusScope {
             TermsVC: "TermsScreen.qml",
             LoginVC: "LoginScreen.qml",
             VehiclesVC: "VehiclesScreen.qml",
+            BoardVC: "BoardScreen.qml",
             FindVC: "FindScreen.qml",
             ChooseVehicleVC: "ChooseVehicleScreen.qml",
             VehicleVC: "VehicleScreen.qml",

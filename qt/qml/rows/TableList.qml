@@ -175,6 +175,8 @@ ListView {
                     return "VehicleRow.qml";
                 case "FoundCell":
                     return "FoundRow.qml";
+                case "BoardCell":
+                    return "BoardRow.qml";
                 case "InfoCell":
                     return "InfoRow.qml";
                 case "RouteCell":

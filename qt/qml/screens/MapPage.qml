@@ -11,7 +11,7 @@ FocusScope {
     readonly property MapViewItem map: screen.outlet("mapView") as MapViewItem
     readonly property ActivityIndicatorItem loading: screen.outlet("loadingIndicator") as ActivityIndicatorItem
     readonly property LabelItem note: screen.outlet("noteLabel") as LabelItem
-    property ButtonItem card // in the callout of a stop
+    property ButtonItem card // in a callout: leads further
     property bool markersGrow: false // when they appear
     readonly property bool busy: loading?.animating ?? false
     readonly property bool covered: map?.covered ?? false

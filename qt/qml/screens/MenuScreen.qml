@@ -52,7 +52,7 @@ FocusScope {
 
             Repeater {
                 id: entries
-                model: ["vehiclesButton", "accountButton", "aboutButton", "logoutButton"]
+                model: ["vehiclesButton", "fleetButton", "accountButton", "aboutButton", "logoutButton"]
                 delegate: Item {
                     id: place
 

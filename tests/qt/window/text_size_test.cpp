@@ -145,6 +145,10 @@ TEST_P(TextSizeTest, IsNeverCutOff) {
 
   click(word("Menu"));
   expectWholeAt("Account", "menu");
+  click(word("Fleet"));
+  ASSERT_TRUE(waitFor("label", word("Follow the vehicle")));
+  expectWholeAt(24, "fleet");
+  click(word("Menu"));
   click(word("Account"));
   expectWholeAt(5, "account");
   expectWholeAtItsEnd("end of the account");

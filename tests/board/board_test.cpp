@@ -1,0 +1,182 @@
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "board/board_view_controller.h"
+#include "support/client.h"
+
+namespace fleetor::test {
+namespace {
+
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+/// A signed-in phone whose service has 45 vehicles, of which each drives in a street of its own.
+class Board : public testing::Test {
+ protected:
+  Board() {
+    client.start();
+    client.transport.answer("/live", [this](const HttpRequest& request) {
+      const int id = numberOf(request.url, "vehid");
+      return std::optional(fails == id ? jsonReply("{}", 500)
+                                       : liveReply(id, speed, "50." + std::to_string(100 + id + moved)));
+    });
+  }
+
+  BoardViewController& open() {
+    dynamic_cast<Button&>(*client.root<MainViewController>()->rearViewController()->findOutlet("fleetButton"))
+        .tap();
+    client.settle();
+    return *client.find<BoardViewController>();
+  }
+  BoardCell& card(int row) {
+    auto& table = client.find<BoardViewController>()->boardTableView();
+    return dynamic_cast<BoardCell&>(*table.cellForRow(row));
+  }
+
+  Machine phone;
+  Client client{phone};
+  int fails = 0;
+  int speed = 57;
+  int moved = 0;
+};
+
+TEST_F(Board, ShowsTheFirst24VehiclesOfAListThatItFetchesItself) {
+  client.takeRequests();
+  auto& board = open();
+  EXPECT_TRUE(board.mapView().isCovered() || board.mapView().annotations().size() < 4);
+  client.advance(14);
+  auto requests = client.takeRequests();
+  EXPECT_EQ(requests[0], "GET /vehicles?limit=20&offset=0");
+  EXPECT_THAT(requests, Contains("GET /vehicles?limit=20&offset=20"));
+  EXPECT_THAT(requests, Contains("GET /live?vehid=24"));
+  EXPECT_EQ(board.boardTableView().numberOfRows(), 24);
+  EXPECT_EQ(board.mapView().annotations().size(), 24u);
+  EXPECT_FALSE(board.mapView().isCovered());
+  EXPECT_EQ(card(23).accessibleName(),
+            "Vehicle 24, Driving, 57 km/h, Long Street 5, Age of the readings: now");
+
+  // No request and no timer while another screen is shown; back at once with what is remembered.
+  board.boardTableView().tap(4);
+  client.settle();
+  EXPECT_EQ(client.find<VehicleViewController>()->vehicle().name, "Vehicle 5");
+  client.takeRequests();
+  client.advance(40);
+  EXPECT_THAT(client.takeRequests(), Each("GET /live?vehid=5"));
+  client.tapLeftButtonOf(*client.find<VehicleViewController>());
+  EXPECT_THAT(card(4).ageLabel().text(), testing::AnyOf("now", "{} s"));
+  client.center.postNotificationName(UIApplicationDidEnterBackgroundNotification);
+  client.advance(60);
+  client.takeRequests();
+  client.advance(60);
+  EXPECT_THAT(client.takeRequests(), IsEmpty());
+  client.center.postNotificationName(UIApplicationWillEnterForegroundNotification);
+  client.advance(1);
+  EXPECT_THAT(client.takeRequests(), Contains(StartsWith("GET /live")));
+}
+
+TEST_F(Board, SaysHowOldTheRecordOfAFailingVehicleIs) {
+  open();
+  client.advance(14);
+  fails = 2;
+  client.takeMessages();
+  client.advance(120);
+  EXPECT_EQ(card(1).motionLabel().text(), "") << "not known any more";
+  EXPECT_THAT(card(1).ageLabel().text(), HasSubstr("min"));
+  EXPECT_EQ(card(0).motionLabel().text(), "Driving");
+  EXPECT_THAT(client.takeMessages(), IsEmpty()) << "the card says it";
+  fails = 0;
+  client.advance(300);
+  EXPECT_EQ(card(1).motionLabel().text(), "Driving");
+}
+
+TEST_F(Board, FollowsOneAndReportsWhenItStops) {
+  auto& board = open();
+  board.mapView().moveCamera([](MapCamera& camera) { camera.setViewport(390, 400); });
+  client.advance(14);
+  const double zoom = board.mapView().camera().destination().zoom;
+  card(2).followButton().tap();
+  EXPECT_TRUE(card(2).followButton().selected());
+  EXPECT_GT(board.mapView().camera().destination().zoom, zoom);
+  moved = 300;
+  speed = 0;
+  const std::string before = board.newsLabel().text();
+  client.advance(20);
+  board.mapView().advance(10);
+  EXPECT_NEAR(board.mapView().centerCoordinate().latitude, 50.403, 1e-6);
+  EXPECT_EQ(board.newsLabel().text(), "Vehicle 3, Standing, 0 km/h, Long Street 5, Age of the readings: now");
+  EXPECT_NE(before, board.newsLabel().text());
+  EXPECT_EQ(board.mapView().overlays().size(), 24u) << "each has driven";
+
+  dynamic_cast<Button*>(board.findOutlet("wholeTrackButton"))->tap();
+  EXPECT_FALSE(card(2).followButton().selected());
+
+  // From the callout to the vehicle; the callout stays with the vehicle that moves.
+  EXPECT_FALSE(board.openVehicleButton().enabled());
+  board.mapView().selectAnnotation(board.mapView().annotations()[6]);
+  moved = 310;
+  client.advance(20);
+  board.openVehicleButton().tap();
+  client.settle();
+  EXPECT_EQ(client.find<VehicleViewController>()->vehicle().name, "Vehicle 7");
+}
+
+TEST_F(Board, OffersToTryAgainAndSignsOutWhenTheSessionHasExpired) {
+  client.transport.answer("/vehicles", jsonReply("{}", 500));
+  auto& board = open();
+  client.advance(5);
+  EXPECT_EQ(board.failureLabel().text(), "The list of vehicles is incomplete");
+  serveFleet(client.transport, 0, 0);
+  board.reloadButton().tap();
+  client.settle();
+  EXPECT_EQ(board.failureLabel().text(), "");
+  EXPECT_EQ(board.noteLabel().text(), "No vehicles");
+
+  serveFleet(client.transport, 45, 45);
+  open();
+  client.transport.answer("/live", jsonReply("{}", 401));
+  client.advance(20);
+  EXPECT_TRUE(client.root<LoginViewController>());
+  client.takeRequests();
+  client.advance(60);
+  EXPECT_THAT(client.takeRequests(), IsEmpty());
+
+  // Whoever signs in next finds nothing of that.
+  client.transport.answer("/token", tokenReply("next"));
+  client.transport.leaveOpen("/live");
+  client.signIn("anna", "secret");
+  client.takeRequests();
+  open();
+  EXPECT_EQ(client.takeRequests().at(0), "GET /vehicles?limit=20&offset=0");
+  EXPECT_EQ(card(0).motionLabel().text(), "Loading");
+}
+
+TEST(PinnedBoard, HasThePinnedVehiclesAndThoseThatTheAccountStillHas) {
+  Machine phone;
+  phone.standardSettings.setObject(Settings::Texts{{"", "30 3 99"}}, "Pins");
+  Client client(phone);
+  client.start();
+  client.transport.answer("/live", [](const HttpRequest& request) {
+    const int id = numberOf(request.url, "vehid");
+    return std::optional(id == 99 ? jsonReply("{}", 404) : liveReply(id, 0));
+  });
+  const auto& container = *client.root<MainViewController>();
+  dynamic_cast<Button&>(*container.rearViewController()->findOutlet("fleetButton")).tap();
+  client.advance(20);
+  const auto names = [&] {
+    auto& table = client.find<BoardViewController>()->boardTableView();
+    std::vector<std::string> all;
+    for (int row = 0; row < table.numberOfRows(); ++row)
+      all.push_back(table.cellForRow(row)->textLabel().text());
+    return all;
+  };
+  EXPECT_THAT(names(), ElementsAre("Vehicle 30", "Vehicle 3"));
+}
+
+}  // namespace
+}  // namespace fleetor::test

@@ -1,0 +1,41 @@
+#include "vehicle/watch/last_readings.h"
+
+#include <any>
+#include <utility>
+
+#include "ui/notification_center.h"
+#include "vehicle/notifications.h"
+
+namespace fleetor {
+
+LastReadings::LastReadings(Environment& environment) : environment_(environment) {
+  environment_.notificationCenter.addObserver(
+      this, kFleetorNotificationLive, [this](const Notification& notification) {
+        if (const auto* live = std::any_cast<std::shared_ptr<const Live>>(&notification.object)) keep(*live);
+      });
+}
+
+LastReadings::~LastReadings() {
+  environment_.notificationCenter.removeObserver(this);
+}
+
+const LastReadings::Entry* LastReadings::of(std::int64_t vehicleId) {
+  forgetOthers();
+  const auto found = entries_.find(vehicleId);
+  return found == entries_.end() ? nullptr : &found->second;
+}
+
+void LastReadings::keep(std::shared_ptr<const Live> live) {
+  forgetOthers();
+  const std::int64_t id = live->vehicle().vehicleId;
+  entries_.insert_or_assign(id, Entry{std::move(live), environment_.clock.uptime()});
+  received.emit(id);
+}
+
+void LastReadings::forgetOthers() {
+  if (!session_.hasEnded()) return;
+  entries_.clear();
+  session_ = {};
+}
+
+}  // namespace fleetor

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+
+#include "model/vehicle_records.h"
+#include "service/session.h"
+#include "ui/environment.h"
+#include "ui/signal.h"
+
+namespace fleetor {
+
+/// The latest record that this session has received of each vehicle, whichever screen asked for it. Another
+/// session begins with none. In memory only. Main thread only.
+class LastReadings {
+ public:
+  struct Entry {
+    std::shared_ptr<const Live> live;
+    Seconds arrived{};  ///< by the stopwatch
+  };
+
+  /// Hears what the pager posts. The environment outlives this object.
+  explicit LastReadings(Environment& environment);
+  ~LastReadings();
+  LastReadings(const LastReadings&) = delete;
+  LastReadings& operator=(const LastReadings&) = delete;
+
+  /// Null while there is none; valid until the next call.
+  const Entry* of(std::int64_t vehicleId);
+  void keep(std::shared_ptr<const Live> live);
+
+  void forgetOthers();  ///< what another session has left
+
+  Signal<std::int64_t> received;  ///< the vehicle's id
+
+ private:
+  Environment& environment_;
+  Session session_;
+  std::map<std::int64_t, Entry> entries_;
+};
+
+}  // namespace fleetor
