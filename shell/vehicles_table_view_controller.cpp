@@ -16,6 +16,11 @@ VehiclesTableViewController::VehiclesTableViewController(Environment& environmen
     : PagedVehicles(environment), held_(std::move(held)) {
   outlet("failureLabel", failureLabel_);
   outlet("reloadButton", reloadButton_);
+  outlet("fleetButton", fleetButton_);
+  fleetButton_.setImage("BtnFleet");
+  fleetButton_.setTitle(localized("Fleet"));
+  fleetButton_.setEnabled(false);
+  fleetButton_.setAction([this](Component& sender) { showFleet(sender); });
   reloadButton_.setTitle(localized("Load again"));
   reloadButton_.setAction([this](Component&) { loadAgain(); });
 }
@@ -32,6 +37,7 @@ void VehiclesTableViewController::viewDidLoad() {
   navigationItem().setLeftBarButtonItem(barButton("BtnLogout", "Log out", &Self::logout));
   navigationItem().setRightBarButtonItems({barButton("BtnAccount", "Account", &Self::showAccount),
                                            barButton("BtnAbout", "About", &Self::showAbout), findButton_});
+  fleetButton_.setEnabled(true);
   reloaded_ = itemsTableView().reloaded.connect([this] { markOpenVehicle(); });
 }
 
@@ -40,7 +46,7 @@ void VehiclesTableViewController::markOpenVehicle() {
   const auto* stack =
       reveal ? dynamic_cast<NavigationController*>(reveal->frontViewController().get()) : nullptr;
   const auto* pager =
-      stack ? dynamic_cast<VehicleViewController*>(stack->viewControllers().front().get()) : nullptr;
+      stack ? dynamic_cast<VehicleViewController*>(stack->topViewController().get()) : nullptr;
   if (!pager || !items().vehicles) return;
   const auto& vehicles = *items().vehicles;
   const auto open = std::ranges::find(vehicles, pager->vehicle().vehicleId, &Vehicle::vehicleId);
@@ -124,11 +130,19 @@ void VehiclesTableViewController::continueFrom(VehiclesTableViewController& befo
 
 void VehiclesTableViewController::show(const std::shared_ptr<VehicleViewController>& pager) {
   if (!environment().device.isPad()) return navigationController()->pushViewController(pager, false);
+  putBesideList(BaseNavigationController::initWithRootViewController(environment(), pager));
+}
+
+void VehiclesTableViewController::putBesideList(std::shared_ptr<NavigationController> stack) {
   auto* reveal = revealViewController();
   if (!reveal) return;
-  reveal->setFrontViewControllerAnimated(
-      BaseNavigationController::initWithRootViewController(environment(), pager), false);
+  reveal->setFrontViewControllerAnimated(std::move(stack), false);
   placeFrontBesideRear(*reveal);
+}
+
+void VehiclesTableViewController::showFleet(Component&) {
+  putBesideList(stackOf("BoardVC"));
+  itemsTableView().reloadData();  // drops the mark of what was open before
 }
 
 void VehiclesTableViewController::logout(Component&) {

@@ -45,6 +45,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void logout(Component& sender);  ///< asks first
   void showAccount(Component& sender);
   void showAbout(Component& sender);
+  void showFleet(Component& sender);
 
  protected:
   bool showsRegistration() const override { return true; }
@@ -59,6 +60,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   std::shared_ptr<NavigationController> stackOf(const std::string& storyboardIdentifier);
   void loadAgain();  ///< in a new screen
   void openBesideList(const Vehicle& vehicle);
+  void putBesideList(std::shared_ptr<NavigationController> stack);
 
   std::shared_ptr<HeldVehicles> held_;
   Label failureLabel_;
@@ -66,6 +68,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   Connection reloaded_;
   bool failed_ = false;
   std::shared_ptr<BarButtonItem> findButton_;
+  Button fleetButton_;                    ///< disabled on a phone, whose menu has it
   std::shared_ptr<SearchedFleet> fleet_;  ///< none before the first search
 };
 

@@ -178,5 +178,25 @@ TEST(PinnedBoard, HasThePinnedVehiclesAndThoseThatTheAccountStillHas) {
   EXPECT_THAT(names(), ElementsAre("Vehicle 30", "Vehicle 3"));
 }
 
+TEST(TabletBoard, StandsBesideTheListAndOpensVehiclesOverItself) {
+  Machine tablet(Idiom::pad);
+  Client client(tablet);
+  client.start();
+  const Viewport eyes(client.vehicles());
+  client.settle();
+  dynamic_cast<Button&>(*client.find<VehiclesTableViewController>()->findOutlet("fleetButton")).tap();
+  client.settle();
+  const auto& container = *client.root<MainViewController>();
+  EXPECT_EQ(container.frontViewController()->view().frame(), (Rect{300, 0, 724, 768}));
+  client.find<BoardViewController>()->boardTableView().tap(2);
+  client.settle();
+  EXPECT_EQ(client.find<VehicleViewController>()->vehicle().name, "Vehicle 3");
+  EXPECT_TRUE(container.frontViewController()->handleBack()) << "back to the board";
+  client.settle();
+  EXPECT_FALSE(client.find<VehicleViewController>());
+  client.open(5);
+  EXPECT_FALSE(client.find<BoardViewController>());
+}
+
 }  // namespace
 }  // namespace fleetor::test

@@ -8,6 +8,8 @@ FocusScope {
 
     required property ViewControllerItem screen
 
+    readonly property ButtonItem fleet: screen.outlet("fleetButton") as ButtonItem
+
     Shortcut {
         sequences: ["Ctrl+F"]
         enabled: root.visible && root.enabled
@@ -17,7 +19,7 @@ FocusScope {
     TableList {
         id: list
         width: parent.width
-        height: parent.height - (offer.visible ? offer.height : 0)
+        height: parent.height - (offer.visible ? offer.height : 0) - bar.height
         table: root.screen.outlet("itemsTableView") as TableItem
         label: root.screen.accessibleName
         focus: true
@@ -27,8 +29,42 @@ FocusScope {
         id: offer
         width: parent.width
         alone: list.count === 0
-        y: alone ? (parent.height - height) / 2 : parent.height - height
+        y: alone ? (parent.height - height) / 2 : parent.height - height - bar.height
         line: root.screen.outlet("failureLabel") as LabelItem
         button: root.screen.outlet("reloadButton") as ButtonItem
+    }
+
+    // As high as the tabs of the vehicle beside it.
+    Rectangle {
+        id: bar
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: visible ? Math.max(56, 34 + Theme.tabSize * 1.6) : 0
+        visible: root.fleet?.enabled ?? false
+        color: Theme.bar
+
+        Tappable {
+            anchors.fill: parent
+            label: root.fleet?.accessibleName ?? ""
+            ringColor: Theme.barButton
+            opacity: pressed ? 0.6 : 1
+            onTapped: root.fleet.tap()
+
+            Column {
+                anchors.centerIn: parent
+                spacing: 2
+                Image {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    source: root.fleet?.image ?? ""
+                    sourceSize { width: 26; height: 26 }
+                }
+                PlainText {
+                    text: root.fleet?.title ?? ""
+                    color: Theme.barButton
+                    font.pixelSize: Theme.tabSize
+                    font.bold: true
+                }
+            }
+        }
     }
 }
