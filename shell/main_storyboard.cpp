@@ -56,8 +56,8 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
     readings->forgetOthers();
     return std::make_shared<LoginViewController>(of, pins);
   };
-  const auto makeList = [held](Environment& of) -> std::shared_ptr<ViewController> {
-    return std::make_shared<VehiclesTableViewController>(of, held);
+  const auto makeList = [held, readings](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<VehiclesTableViewController>(of, held, readings);
   };
   const auto makeBoard = [pins, held, readings](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<BoardViewController>(of, pins, held, readings);

@@ -12,8 +12,9 @@
 namespace fleetor {
 
 VehiclesTableViewController::VehiclesTableViewController(Environment& environment,
-                                                         std::shared_ptr<HeldVehicles> held)
-    : PagedVehicles(environment), held_(std::move(held)) {
+                                                         std::shared_ptr<HeldVehicles> held,
+                                                         std::shared_ptr<LastReadings> readings)
+    : PagedVehicles(environment), held_(std::move(held)), rows_(environment, std::move(readings)) {
   outlet("failureLabel", failureLabel_);
   outlet("reloadButton", reloadButton_);
   outlet("fleetButton", fleetButton_);
@@ -39,6 +40,24 @@ void VehiclesTableViewController::viewDidLoad() {
                                            barButton("BtnAbout", "About", &Self::showAbout), findButton_});
   fleetButton_.setEnabled(true);
   reloaded_ = itemsTableView().reloaded.connect([this] { markOpenVehicle(); });
+}
+
+void VehiclesTableViewController::viewDidAppear(bool animated) {
+  PagedVehicles::viewDidAppear(animated);
+  rows_.setShown(true);
+}
+
+void VehiclesTableViewController::viewDidDisappear(bool animated) {
+  PagedVehicles::viewDidDisappear(animated);
+  rows_.setShown(false);
+}
+
+std::shared_ptr<TableViewCell> VehiclesTableViewController::tableViewCellForRowAtIndexPath(
+    TableView& tableView, IndexPath path) {
+  auto cell = PagedVehicles::tableViewCellForRowAtIndexPath(tableView, path);
+  if (const auto row = std::dynamic_pointer_cast<VehicleTableViewCell>(cell))
+    rows_.follow(row, vehicleAtIndexPath(path).vehicleId);
+  return cell;
 }
 
 void VehiclesTableViewController::markOpenVehicle() {

@@ -7,6 +7,7 @@
 #include "board/held_vehicles.h"
 #include "shell/find_view_controller.h"
 #include "shell/paged_vehicles.h"
+#include "shell/row_readings.h"
 #include "ui/controls/alert_view.h"
 #include "vehicle/vehicle_view_controller.h"
 
@@ -19,12 +20,17 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
                                           public AlertViewDelegate,
                                           public FindViewControllerDelegate {
  public:
-  VehiclesTableViewController(Environment& environment, std::shared_ptr<HeldVehicles> held);
+  VehiclesTableViewController(Environment& environment, std::shared_ptr<HeldVehicles> held,
+                              std::shared_ptr<LastReadings> readings);
 
   Label& failureLabel() { return failureLabel_; }  ///< empty while nothing has failed
   Button& reloadButton() { return reloadButton_; }
 
   void viewDidLoad() override;
+  void viewDidAppear(bool animated) override;
+  void viewDidDisappear(bool animated) override;
+  std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
+                                                                IndexPath path) override;
   /// Takes the place of another list, also in what it reports of a failure.
   void continueFrom(VehiclesTableViewController& before);
 
@@ -63,6 +69,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void putBesideList(std::shared_ptr<NavigationController> stack);
 
   std::shared_ptr<HeldVehicles> held_;
+  RowReadings rows_;
   Label failureLabel_;
   Button reloadButton_;
   Connection reloaded_;

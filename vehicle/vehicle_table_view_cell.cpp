@@ -8,6 +8,7 @@ VehicleTableViewCell::VehicleTableViewCell(std::string reuseIdentifier)
     : TableViewCell(std::move(reuseIdentifier)) {
   outlet("photoImageView", photoImageView_);
   outlet("nameLabel", nameLabel_);
+  outlet("readingLabel", readingLabel_);
 }
 
 void VehicleTableViewCell::show(const Vehicle& vehicle, bool withRegistration) {

@@ -8,7 +8,8 @@
 namespace fleetor {
 
 /// The row of one vehicle: its picture ("photoImageView") and its name, in full ("nameLabel") and as the two
-/// lines that are drawn ("textLabel" and "detailTextLabel").
+/// lines that are drawn ("textLabel" and "detailTextLabel"). A list may add the latest reading
+/// ("readingLabel").
 class VehicleTableViewCell : public TableViewCell {
  public:
   explicit VehicleTableViewCell(std::string reuseIdentifier);
@@ -18,12 +19,14 @@ class VehicleTableViewCell : public TableViewCell {
 
   ImageView& photoImageView() { return photoImageView_; }
   Label& nameLabel() { return nameLabel_; }
+  Label& readingLabel() { return readingLabel_; }
   std::string accessibleName() const override { return nameLabel_.text(); }
   std::string copiedText() const override { return nameLabel_.text(); }
 
  private:
   ImageView photoImageView_;
   Label nameLabel_;
+  Label readingLabel_;
 };
 
 }  // namespace fleetor

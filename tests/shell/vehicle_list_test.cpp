@@ -132,5 +132,25 @@ TEST(BrokenVehicleList, IsMadeAnewOnDemand) {
   }
 }
 
+TEST(VehicleRows, ShowWhatTheSessionHasLastReceivedAndHowOldThatIs) {
+  Client client;
+  client.start();
+  client.tapLeftButtonOf(*client.open(0));
+  const Viewport eyes(client.vehicles());
+  const auto reading = [&](int row) {
+    return dynamic_cast<VehicleTableViewCell&>(*client.vehicles().cellForRow(row)).readingLabel().text();
+  };
+  EXPECT_EQ(reading(0), "57km/h · now");
+  EXPECT_EQ(reading(1), "");
+  EXPECT_EQ(client.textOfRow(client.vehicles(), 0), "Vehicle 1\nKR 1");
+  client.advance(31);
+  EXPECT_EQ(reading(0), "57km/h · 30 s");
+  client.center.postNotificationName(UIApplicationDidEnterBackgroundNotification);
+  client.advance(300);
+  EXPECT_EQ(client.queues.waiting(), 0u) << "no timer in the background";
+  client.center.postNotificationName(UIApplicationWillEnterForegroundNotification);
+  EXPECT_EQ(reading(0), "57km/h · 5 min");
+}
+
 }  // namespace
 }  // namespace fleetor::test

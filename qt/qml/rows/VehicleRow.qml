@@ -11,7 +11,9 @@ RowBody {
     readonly property LabelItem registration: cell?.outlet("detailTextLabel") as LabelItem
     readonly property ImageViewItem photo: cell?.outlet("photoImageView") as ImageViewItem
 
-    spoken: fullName?.text.replace("\n", " ") ?? ""
+    readonly property LabelItem reading: cell?.outlet("readingLabel") as LabelItem // may be empty
+
+    spoken: [fullName?.text.replace("\n", " ") ?? "", reading?.text ?? ""].filter(Boolean).join(", ")
 
     Rectangle {
         id: disc
@@ -44,11 +46,27 @@ RowBody {
             label: row.name
             font.weight: Font.DemiBold
         }
-        MarkedText {
-            visible: text !== ""
-            label: row.registration
-            color: Theme.secondaryText
-            font.pixelSize: Theme.smallSize + 1
+        Item {
+            width: parent.width
+            height: Math.max(second.text === "" ? 0 : second.height, latest.text === "" ? 0 : latest.height)
+            visible: second.text !== "" || latest.text !== ""
+
+            MarkedText {
+                id: second
+                width: parent.width - (latest.text === "" ? 0 : latest.width + 8)
+                visible: text !== ""
+                label: row.registration
+                color: Theme.secondaryText
+                font.pixelSize: Theme.smallSize + 1
+            }
+            PlainText {
+                id: latest
+                anchors.right: parent.right
+                visible: text !== ""
+                text: row.reading?.text ?? ""
+                color: Theme.secondaryText
+                font.pixelSize: Theme.smallSize
+            }
         }
     }
 }

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+
+#include "ui/environment.h"
+#include "ui/wake_up.h"
+#include "vehicle/vehicle_table_view_cell.h"
+#include "vehicle/watch/last_readings.h"
+
+namespace fleetor {
+
+/// Keeps what was last received of each vehicle, and how old that is, in the vehicle's row: "52km/h · 25 s".
+/// No timer while the list is hidden, nothing has been received, or the program is in the background. Main
+/// thread only.
+class RowReadings {
+ public:
+  RowReadings(Environment& environment, std::shared_ptr<LastReadings> readings);
+  ~RowReadings();
+  RowReadings(const RowReadings&) = delete;
+  RowReadings& operator=(const RowReadings&) = delete;
+
+  void setShown(bool shown);
+
+  /// That row has been filled for that vehicle.
+  void follow(const std::shared_ptr<VehicleTableViewCell>& row, std::int64_t vehicleId);
+
+ private:
+  void update();
+
+  Environment& environment_;
+  std::shared_ptr<LastReadings> readings_;
+  std::map<std::weak_ptr<VehicleTableViewCell>, std::int64_t, std::owner_less<>> rows_;
+  WakeUp ages_;
+  bool shown_ = false;
+  bool inBackground_ = false;
+  Connection received_;
+};
+
+}  // namespace fleetor
