@@ -73,7 +73,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
     def pass_on(self, change=None):
         demo = http.client.HTTPConnection("127.0.0.1", self.server.service.demo_port, timeout=60)
         try:
-            demo.request(self.command, self.path, self.body, dict(self.headers))
+            plain = {"Accept-Encoding": "identity"} if change else {}
+            demo.request(self.command, self.path, self.body, dict(self.headers) | plain)
             answer = demo.getresponse()
             self.wfile.write(f"HTTP/1.1 {answer.status} {answer.reason}\r\n".encode())
             body, headers = answer.read(), answer.getheaders()
