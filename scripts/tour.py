@@ -259,7 +259,34 @@ def first_visit():
     return client
 
 
+def board(client, word=str):
+    """From the list: the fleet on one map, one callout, and one vehicle followed; then the list again."""
+    client.find("Café van 1")
+    menu, fleet = f"{word('Menu')}$", f"{word('Fleet')}$"
+    on_a_phone = client.look(menu, "push button")
+    if on_a_phone:
+        client.click(menu, "push button")
+    client.click(fleet, "push button")
+    client.find(word("Show all vehicles"), "push button")
+    client.wait_for("all vehicles on the map", lambda: len(client.seen(".* km/h", MARKER)) == 24, 60)
+    wait_for_tiles(client)
+    client.save(f"{client.prefix}-fleet.png")  # something of 24 vehicles always moves
+    marker = client.seen(".* km/h", MARKER)[0]
+    client.click_at(marker.x + marker.width // 2, marker.y + marker.height // 2)
+    client.find(word("Open the vehicle"), "push button")
+    client.save(f"{client.prefix}-fleet-callout.png")
+    follow = client.seen(word("Follow the vehicle"), "push button")[0]
+    client.click_at(follow.x + follow.width // 2, follow.y + follow.height // 2)
+    client.save(f"{client.prefix}-fleet-followed.png")
+    if on_a_phone:
+        client.click(menu, "push button")
+        client.click(word("My Vehicles"), "push button")
+        client.gone(word("Show all vehicles"), "push button")
+    client.find("Café van 1")
+
+
 def side_menu(client):
+    board(client)
     client.click("Menu")
     client.find("Account")
     client.picture("menu")
@@ -404,6 +431,7 @@ def list_to_map(client):
 def low_phone():
     """A phone held sideways, as low as they come."""
     client = Client("low-phone", *LOW_PHONE)
+    board(client)
     list_to_map(client)
     wait_for_tiles(client)
     client.picture("map")
@@ -431,6 +459,7 @@ def dark(device, *options, at=(0, 0)):
     client = Client(f"dark-{device}", *options, "--dark", at=at)
     client.find("Café van 1")
     client.picture("vehicles")
+    board(client)
     if device == "phone":
         client.click("Menu")
         client.find("Account")
@@ -476,6 +505,8 @@ def language(code, device, *options, at=(0, 0)):
     client.picture("map")
     if (code, device) == ("ar", "phone"):
         sheets(client, words_of(code))
+    if (code, device) == ("ar", "tablet"):
+        board(client, words_of(code))
     client.close()
 
 
@@ -531,6 +562,7 @@ def walk_on_the_tablet(demo):
     client.find("Café van 1")
     client.picture("vehicles")
     account_sheet(client)
+    board(client)
     search(client)
     client.click("About")
     client.find("Fleetor")
@@ -598,6 +630,7 @@ def large_text():
     client.find("User name")
     client.picture("sign-in")
     client.sign_in()
+    board(client)
     list_to_map(client)
     callout(client)
     replay(client)
