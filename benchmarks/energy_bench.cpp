@@ -26,9 +26,11 @@
 #include <string>
 #include <vector>
 
+#include "board/board_view_controller.h"
 #include "figures.h"
 #include "shell/vehicles_table_view_controller.h"
 #include "signed_in.h"
+#include "ui/containers/sw_reveal_view_controller.h"
 #include "vehicle/live_detail_view_controller.h"
 #include "vehicle/vehicle_view_controller.h"
 
@@ -43,10 +45,13 @@ constexpr const char* serviceStart = "14:30:00";
 
 enum class Vehicle { none, standing, driving };
 
+constexpr int list = -1;
+constexpr int board = -2;
+
 /// Aims: at most so much; 0: none.
 struct Page {
   const char* name;
-  int tab;  ///< of the vehicle; below 0: the list
+  int tab;  ///< of the vehicle; or `list`, or `board`
   Vehicle vehicle;
   double cpuAim = 0;
   double framesAim = 0;
@@ -55,7 +60,8 @@ struct Page {
 };
 
 constexpr Page pages[] = {
-    {"list", -1, Vehicle::none, 40},
+    {"list", list, Vehicle::none, 40},
+    {"Fleet, 24 vehicles", board, Vehicle::none},
     {"Information, standing", 0, Vehicle::standing, 40, 12},
     {"Information, driving", 0, Vehicle::driving, 40, 12},
     {"Live, standing", 1, Vehicle::standing, 40, 12},
@@ -128,10 +134,17 @@ class Visit {
   void step() {
     if (auto* const opened = bench::screenOf<VehicleViewController>(client_)) {
       opened->pagesTabBar().tap(page_.tab);
+    } else if (page_.tab == board) {
+      auto* const fleet = bench::screenOf<BoardViewController>(client_);
+      auto* const container =
+          dynamic_cast<SWRevealViewController*>(client_.application().window().rootViewController().get());
+      auto* const menu = container ? container->rearViewController().get() : nullptr;
+      if (menu && !fleet) dynamic_cast<Button&>(*menu->findOutlet("fleetButton")).tap();
+      if (!fleet || fleet->mapView().annotations().size() < BoardViewController::most) return;
     } else {
-      auto* const list = bench::screenOf<VehiclesTableViewController>(client_);
-      if (!list || list->itemsTableView().numberOfRows() <= row_ + 1) return;
-      if (page_.tab >= 0) return list->itemsTableView().tap(row_);
+      auto* const vehicles = bench::screenOf<VehiclesTableViewController>(client_);
+      if (!vehicles || vehicles->itemsTableView().numberOfRows() <= row_ + 1) return;
+      if (page_.tab >= 0) return vehicles->itemsTableView().tap(row_);
     }
     steps_.stop();
     if (page_.minimised) client_.mainWindow().window().showMinimized();

@@ -16,6 +16,7 @@
 #include <tuple>
 #include <vector>
 
+#include "board/board_map.h"
 #include "figures.h"
 #include "map_stage.h"
 #include "service/api.h"
@@ -92,9 +93,10 @@ void panOverAll(const QString& service) {
       panOver(stage, name, points, sight);
 }
 
-std::shared_ptr<const Live> liveAt(const pan::Place& place) {
+std::shared_ptr<const Live> liveAt(const pan::Place& place, std::int64_t vehicleId = 1) {
   auto live = std::make_shared<Live>();
-  live->vehicles.vehicleId = 1;
+  live->vehicles.vehicleId = vehicleId;
+  live->vehicles.mapLineColor = "#1d6fd1";
   live->vehicles.icon = "car";
   live->direction = "90";
   live->location.lat = std::to_string(place.latitude);
@@ -222,6 +224,57 @@ void openDay(WatchedApplication& application, int stopEvery, const std::string& 
   API::shutDown();
 }
 
+/// The board with 24 vehicles, each with a trail of 1,000 points: a frame of a pan over all of them, and one
+/// in which a record of one vehicle arrives.
+void showFleet(const QString& service) {
+  constexpr int vehicles = 24;
+  constexpr int trail = 1000;
+  constexpr int arriving = 60;
+  Stage stage(service);
+  Outlets screen;
+  BoardMap board(stage.environment, screen);
+  board.map().setCovered(false);
+  const auto places = pan::track(pan::longest);
+  const auto receive = [&](int vehicle, int index) {
+    const auto place = static_cast<std::size_t>(vehicle * 4000 + index) % places.size();
+    board.show({liveAt(places[place], vehicle), Seconds(index)});
+  };
+  for (int vehicle = 0; vehicle < vehicles; ++vehicle)
+    for (int i = 0; i < trail - 1; ++i)
+      receive(vehicle, i);
+  stage.show(board.map());
+  for (const auto& sight : pan::sights) {
+    const auto moveTo = [&](int frame) {
+      const auto centre = pan::centre(sight, frame);
+      board.map().moveCamera([&](MapCamera& camera) {
+        camera.moveTo({project({centre.latitude, centre.longitude}), sight.zoom}, false);
+      });
+    };
+    moveTo(0);
+    stage.rest(2);
+    pan::report((std::string("24 trails, a frame of a pan, ") + sight.name).c_str(), vehicles * trail,
+                "fleet", timesOfFrames(stage, moveTo));
+  }
+  std::vector<double> frames;
+  FrameTimer timer(stage.window);
+  bool drawn = false;
+  double called = 0;
+  timer.finished = [&](double milliseconds) {
+    if (!drawn) frames.push_back(called + milliseconds);
+    drawn = true;
+  };
+  for (int i = 0; i < arriving; ++i) {
+    drawn = false;
+    const double before = pan::now();
+    receive(i % vehicles, trail + i / vehicles);
+    called = pan::now() - before;
+    stage.runUntil([&] { return drawn; }, 2);
+    stage.rest(0.1);
+  }
+  pan::report("24 trails, a record with its first frame", vehicles * trail, "fleet", frames);
+  stage.surface.setMap(nullptr);
+}
+
 /// Figures by name, sight and size: median and 95th percentile.
 struct Figure {
   double median = 0;
@@ -299,6 +352,7 @@ int compare(const QStringList& peers) {
   measured = collect(others, {self, "day"}) && measured;
   measured = collect(others, {self, "stops"}) && measured;
   measured = collect(others, {self, "replay", url}) && measured;
+  measured = collect(others, {self, "fleet", url}) && measured;
   demo.terminate();
   demo.waitForFinished(5000);
   if (!measured) return 1;
@@ -316,13 +370,15 @@ int compare(const QStringList& peers) {
 
 int main(int argc, char** argv) {
   const std::string task = argc > 1 ? argv[1] : "";
-  if (task == "pan" || task == "append" || task == "day" || task == "stops" || task == "replay") {
+  if (task == "pan" || task == "append" || task == "day" || task == "stops" || task == "replay" ||
+      task == "fleet") {
     WatchedApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     if (task == "pan") panOverAll(arguments.value(2));
     if (task == "append") appendTo(arguments.value(2), arguments.value(3).toInt());
     if (task == "day") openDay(application, 2000, "a day");
     if (task == "replay") replayDay(arguments.value(2));
+    if (task == "fleet") showFleet(arguments.value(2));
     if (task == "stops") openDay(application, 1, "a day of stops");
     return 0;
   }
