@@ -70,6 +70,7 @@ TEST(Formats, LeaveOutPointsWithoutAPosition) {
     EXPECT_THAT(file, Not(HasSubstr("0.000000")));
     EXPECT_THAT(file, HasSubstr("50.08")) << "the points after it";
   }
+  EXPECT_THAT(written(writeGpx, day), HasSubstr("<desc>today, late</desc>")) << "with their own times";
   EXPECT_THAT(written(writeGeoJson, day),
               HasSubstr("\"secondsOfDay\":[25392,86399],\n\"kilometres\":[0.000,9.500]"));
 }
