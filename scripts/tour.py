@@ -261,15 +261,16 @@ def first_visit():
 
 def board(client, word=str):
     """From the list: the fleet on one map, one callout, and one vehicle followed; then the list again."""
-    client.find("Café van 1")
+    client.find("Café van")
     menu, fleet = f"{word('Menu')}$", f"{word('Fleet')}$"
     on_a_phone = client.look(menu, "push button")
     if on_a_phone:
         client.click(menu, "push button")
     client.click(fleet, "push button")
-    client.find(word("Show all vehicles"), "push button")
+    client.find(word("Show all vehicles"), "push button", 60)
     client.wait_for("all vehicles on the map", lambda: len(client.seen(".* km/h", MARKER)) == 24, 60)
-    wait_for_tiles(client)
+    if word is str:
+        wait_for_tiles(client)
     client.save(f"{client.prefix}-fleet.png")  # something of 24 vehicles always moves
     marker = client.seen(".* km/h", MARKER)[0]
     client.click_at(marker.x + marker.width // 2, marker.y + marker.height // 2)
@@ -277,6 +278,9 @@ def board(client, word=str):
     client.save(f"{client.prefix}-fleet-callout.png")
     follow = client.seen(word("Follow the vehicle"), "push button")[0]
     client.click_at(follow.x + follow.width // 2, follow.y + follow.height // 2)
+    client.wait_for("a closer look", lambda: len(client.seen(".* km/h", MARKER)) < 24, 30)
+    if word is str:
+        wait_for_tiles(client)
     client.save(f"{client.prefix}-fleet-followed.png")
     if on_a_phone:
         client.click(menu, "push button")

@@ -53,6 +53,7 @@ RowBody {
 
             MarkedText {
                 id: second
+                anchors.left: parent.left
                 width: parent.width - (latest.text === "" ? 0 : latest.width + 8)
                 visible: text !== ""
                 label: row.registration
