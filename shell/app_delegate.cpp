@@ -1,5 +1,6 @@
 #include "shell/app_delegate.h"
 
+#include "board/board_view_controller.h"
 #include "service/api.h"
 #include "shell/base/base_navigation_controller.h"
 #include "shell/beside_rear.h"
@@ -84,6 +85,8 @@ void AppDelegate::changeOver() {
   if (!before) return;
   const auto [container, list] = makeTopLevel();
   std::string page;
+  bool hadFleet = false;
+  bool hasVehicle = false;
   for (const auto& side : {before->rearViewController(), before->frontViewController()}) {
     const auto* const stack = dynamic_cast<NavigationController*>(side.get());
     if (!stack) continue;
@@ -95,11 +98,15 @@ void AppDelegate::changeOver() {
             environment_.application->storyboard().instantiate<VehicleViewController>("VehicleVC");
         pager->continueFrom(*pagerBefore);
         list->show(pager);
+        hasVehicle = true;
+      } else if (dynamic_cast<BoardViewController*>(screen.get())) {
+        hadFleet = true;
       } else if (dynamic_cast<SheetPage*>(screen.get())) {
         page = screen->storyboardIdentifier();
       }
     }
   }
+  if (hadFleet && !hasVehicle) list->showFleet();
   window.setRootViewController(container);
   if (!page.empty()) list->presentFormSheet(page);
 }

@@ -160,8 +160,16 @@ void VehiclesTableViewController::putBesideList(std::shared_ptr<NavigationContro
 }
 
 void VehiclesTableViewController::showFleet(Component&) {
-  putBesideList(stackOf("BoardVC"));
+  showFleet();
   itemsTableView().reloadData();  // drops the mark of what was open before
+}
+
+void VehiclesTableViewController::showFleet() {
+  const auto fleet = stackOf("BoardVC");
+  if (environment().device.isPad())
+    putBesideList(fleet);
+  else if (auto* reveal = revealViewController())
+    reveal->setFrontViewControllerAnimated(fleet, false);
 }
 
 void VehiclesTableViewController::logout(Component&) {

@@ -37,6 +37,9 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   /// Shows the pager at once, where a tapped vehicle shows.
   void show(const std::shared_ptr<VehicleViewController>& pager);
 
+  /// Shows the fleet at once, beside the list or instead of it.
+  void showFleet();
+
   /// A screen with that identifier over the list, as a sheet.
   void presentFormSheet(const std::string& storyboardIdentifier);
 

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "board/board_view_controller.h"
 #include "shell/account_view_controller.h"
 #include "support/client.h"
 #include "vehicle/live_detail_view_controller.h"
@@ -90,6 +91,18 @@ TEST_F(ChangeOver, LeavesTheListThePageThatItWaitsFor) {
   client.queues.runUntilIdle();
   EXPECT_THAT(Client::textsOf(client.vehicles()), ElementsAre("Vehicle 7\nKR 7"));
   EXPECT_THAT(client.takeRequests(), IsEmpty());
+}
+
+TEST_F(ChangeOver, KeepsTheFleetOpen) {
+  tap(*client.root<MainViewController>()->rearViewController(), "fleetButton");
+  client.settle();
+  for (const Idiom idiom : {Idiom::pad, Idiom::phone}) {
+    become(idiom);
+    client.takeRequests();
+    EXPECT_TRUE(client.find<BoardViewController>());
+    client.advance(15);
+    EXPECT_THAT(client.takeRequests(), testing::Contains("GET /live?vehid=24"));
+  }
 }
 
 TEST_F(ChangeOver, ShowsThePageOfTheMenuAsASheetAndLeavesTheSignIn) {
