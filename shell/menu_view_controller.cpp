@@ -29,6 +29,7 @@ void MenuViewController::addEntry(Button& button, const char* outletName, const 
 void MenuViewController::viewWillAppear(bool animated) {
   BaseViewController::viewWillAppear(animated);
   setFrontTakesTouches(false);
+  markFront();
 }
 
 void MenuViewController::viewWillDisappear(bool animated) {
@@ -40,6 +41,17 @@ void MenuViewController::setFrontTakesTouches(bool takes) {
   const auto* reveal = revealViewController();
   if (environment().device.isPad() || !reveal || !reveal->frontViewController()) return;
   reveal->frontViewController()->view().setUserInteractionEnabled(takes);
+}
+
+void MenuViewController::markFront() {
+  const auto* reveal = revealViewController();
+  const auto* front =
+      reveal ? dynamic_cast<NavigationController*>(reveal->frontViewController().get()) : nullptr;
+  const std::string shown = front ? front->viewControllers().front()->storyboardIdentifier() : "";
+  vehiclesButton_.setSelected(shown == "VehiclesVC");
+  fleetButton_.setSelected(shown == "BoardVC");
+  accountButton_.setSelected(shown == "AccountVC");
+  aboutButton_.setSelected(shown == "AboutVC");
 }
 
 void MenuViewController::showVehicles(Component&) {

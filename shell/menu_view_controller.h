@@ -32,6 +32,7 @@ class MenuViewController final : public BaseViewController, public AlertViewDele
   /// Puts a new screen of that identifier in front, even if one of the same kind is there.
   void showControllerWithStoryboardId(const std::string& identifier);
   void setFrontTakesTouches(bool takes);
+  void markFront();  ///< selects the entry whose screen that is
 
   Button vehiclesButton_;
   Button fleetButton_;

@@ -44,7 +44,14 @@ TEST_F(SideMenu, PutsANewScreenInFrontAtEveryChoice) {
   EXPECT_FALSE(container().panShouldBegin(121));
   EXPECT_TRUE(frontTakesTouches());
 
+  const auto isMarked = [this](const char* entry) {
+    return dynamic_cast<Button&>(*container().rearViewController()->findOutlet(entry)).selected();
+  };
+  EXPECT_TRUE(isMarked("vehiclesButton"));
   choose("aboutButton");
+  client.tapLeftButtonOf(*client.find<AboutViewController>());
+  EXPECT_TRUE(isMarked("aboutButton") && !isMarked("vehiclesButton"));
+  container().revealToggleAnimated(false);
   auto* about = client.find<AboutViewController>();
   ASSERT_TRUE(about);
   EXPECT_EQ(about->title(), "About");

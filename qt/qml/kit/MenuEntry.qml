@@ -12,6 +12,8 @@ Tappable {
     label: button?.accessibleName ?? ""
     enabled: button?.enabled ?? false
     ringColor: Theme.menuText
+    checked: button?.selected ?? false
+    Accessible.checkable: checked
     onTapped: button.tap()
 
     Rectangle {
@@ -20,7 +22,7 @@ Tappable {
         anchors.rightMargin: 8
         radius: 10
         color: Theme.menuText
-        opacity: entry.pressed ? 0.16 : 0
+        opacity: entry.pressed ? 0.24 : entry.checked ? 0.14 : 0
     }
 
     Image {
