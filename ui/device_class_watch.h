@@ -11,6 +11,8 @@
 
 namespace fleetor {
 
+class ViewController;
+
 /// Changes the device's class when the window has been resized across the border between the two for more
 /// than half a second, or when another class is asked for. The change waits while the user types, answers or
 /// chooses: while a text field has the focus, something is presented, or an alert, a sheet or the date picker
