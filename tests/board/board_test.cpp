@@ -171,6 +171,7 @@ TEST(PinnedBoard, HasThePinnedVehiclesAndThoseThatTheAccountStillHas) {
   const auto names = [&] {
     auto& table = client.find<BoardViewController>()->boardTableView();
     std::vector<std::string> all;
+    all.reserve(static_cast<std::size_t>(table.numberOfRows()));
     for (int row = 0; row < table.numberOfRows(); ++row)
       all.push_back(table.cellForRow(row)->textLabel().text());
     return all;
