@@ -106,8 +106,11 @@ TEST_F(TableViewTest, TapsSelectTheRowsThatAreForTapping) {
   table.tap(41);
   table.tap(-1);
   EXPECT_EQ(tapped, std::vector<int>{5}) << "neither the loading row nor one that is not there";
+  std::optional<IndexPath> shown = table.indexPathForSelectedRow();
+  const Connection showing = table.changed.connect([&] { shown = table.indexPathForSelectedRow(); });
   table.reloadData();
   EXPECT_EQ(table.indexPathForSelectedRow(), std::nullopt);
+  EXPECT_EQ(shown, std::nullopt) << "whoever draws the mark is told";
 }
 
 TEST_F(TableViewTest, AReloadWhileARowIsAskedComesAfterwards) {

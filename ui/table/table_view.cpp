@@ -44,10 +44,11 @@ void TableView::reloadData() {
 void TableView::reloadNow() {
   reloadPending_ = false;
   rows_.reset();
-  selected_.reset();
+  const bool hadSelection = std::exchange(selected_, std::nullopt).has_value();
   for (auto& [row, cell] : std::exchange(before_, std::exchange(cells_, {})))
     keepSpare(std::move(cell));
   reloaded.emit();
+  if (hadSelection && !selected_) changed.emit();
 }
 
 void TableView::keepSpare(std::shared_ptr<TableViewCell> cell) {
