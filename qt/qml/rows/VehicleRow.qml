@@ -48,13 +48,15 @@ RowBody {
         }
         Item {
             width: parent.width
-            height: Math.max(second.text === "" ? 0 : second.height, latest.text === "" ? 0 : latest.height)
+            readonly property real secondHeight: second.text === "" ? 0 : second.height
+            readonly property real latestHeight: latest.text === "" ? 0 : latest.height
+            height: Theme.large ? secondHeight + latestHeight : Math.max(secondHeight, latestHeight)
             visible: second.text !== "" || latest.text !== ""
 
             MarkedText {
                 id: second
                 anchors.left: parent.left
-                width: parent.width - (latest.text === "" ? 0 : latest.width + 8)
+                width: parent.width - (latest.text === "" || Theme.large ? 0 : latest.width + 8)
                 visible: text !== ""
                 label: row.registration
                 color: Theme.secondaryText
@@ -63,6 +65,8 @@ RowBody {
             PlainText {
                 id: latest
                 anchors.right: parent.right
+                y: Theme.large ? parent.secondHeight : 0
+                width: Theme.large ? parent.width : implicitWidth
                 visible: text !== ""
                 text: row.reading?.text ?? ""
                 color: Theme.secondaryText
