@@ -210,6 +210,7 @@ def wrong_totals(world):
         world.client.wheel("My Vehicles", -120, below=300)
         time.sleep(3)
         asked.append(world.service.count("vehicles", since))
+        must(world.service.changed >= len(asked), f"total {total}: the client got no such list")
         world.allowed += 4  # three pages of 45 vehicles, and one that brings nothing
         must(asked[-1] <= 4, f"total {total}: the list was asked for {asked[-1]} times")
     world.service.heal()

@@ -19,6 +19,7 @@ class HostileService:
     def __init__(self, port, demo_port):
         self.demo_port = demo_port
         self.requests = []  # (moment, endpoint, Authorization)
+        self.changed = 0  # answers of the demo service that were passed on otherwise than they came
         self.healed = threading.Event()
         self.heal()
         self.server = http.server.ThreadingHTTPServer(("127.0.0.1", int(port)), Handler)
@@ -83,6 +84,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
                 headers = [("Content-Type", "application/json; charset=utf-8"), ("Content-Length", len(body))]
             self.write("".join(f"{name}: {value}\r\n" for name, value in headers) + "\r\n")
             self.write(body)
+            self.server.service.changed += change is not None
         finally:
             demo.close()
 
