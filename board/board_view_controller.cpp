@@ -15,7 +15,7 @@ namespace {
 constexpr double cardHeight = 88.0;
 constexpr int vehiclesPerPage = 20;
 
-/// A failure of one vehicle is shown on its card and not by a message over the screen.
+/// With any of these, the failure of one vehicle is shown on its card and not by a message over the screen.
 const ErrorCodes& shownOnTheCard() {
   static const ErrorCodes codes = [] {
     ErrorCodes all;
@@ -83,6 +83,7 @@ void BoardViewController::viewDidLoad() {
 
 void BoardViewController::viewDidAppear(bool animated) {
   PageViewController::viewDidAppear(animated);
+  boardTableView_.reloadData();  // drops the mark of the card that was opened
   setShown(true);
 }
 
@@ -142,7 +143,10 @@ void BoardViewController::update() {
   age();
   showState();
   if (!same) boardTableView_.reloadData();
-  rounds_.setVehicles(ids_);
+  rounds_.setVehicles(ids_, [this](std::int64_t id) {
+    const auto* const entry = readings_->of(id);
+    return entry ? entry->arrived + LiveRounds::every : Seconds{};
+  });
   fetchList();
 }
 

@@ -20,12 +20,12 @@ Seconds LiveRounds::pause(int doublings, Seconds longest) {
   return std::min(every * (1 << std::min(doublings, mostDoublings)), longest);
 }
 
-void LiveRounds::setVehicles(const std::vector<std::int64_t>& ids) {
+void LiveRounds::setVehicles(const std::vector<std::int64_t>& ids, const DueOf& dueOf) {
   std::vector<Place> places;
   places.reserve(ids.size());
   for (const std::int64_t id : ids) {
     const auto known = std::ranges::find(places_, id, &Place::id);
-    places.push_back(known == places_.end() ? Place{id} : *known);
+    places.push_back(known != places_.end() ? *known : Place{id, dueOf ? dueOf(id) : Seconds{}});
   }
   places_ = std::move(places);
   next();

@@ -27,10 +27,12 @@ class LiveRounds {
 
   LiveRounds(Queues& queues, const Clock& clock, Ask ask);
 
-  /// New ones are asked first, in this order; the others keep their times.
-  void setVehicles(const std::vector<std::int64_t>& ids);
+  /// New ones are asked first, in this order, but none before the uptime that `dueOf` gives for it; the
+  /// others keep their times.
+  using DueOf = std::function<Seconds(std::int64_t vehicleId)>;
+  void setVehicles(const std::vector<std::int64_t>& ids, const DueOf& dueOf = {});
 
-  /// Nothing is asked, and nothing waits, while it does not run.
+  /// Nothing is asked while it does not run.
   void setRunning(bool running);
   bool isRunning() const { return running_; }
 

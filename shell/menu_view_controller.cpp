@@ -26,6 +26,11 @@ void MenuViewController::addEntry(Button& button, const char* outletName, const 
   button.setAction([this, action](Component& sender) { (this->*action)(sender); });
 }
 
+void MenuViewController::viewDidLoad() {
+  BaseViewController::viewDidLoad();
+  markFront();
+}
+
 void MenuViewController::viewWillAppear(bool animated) {
   BaseViewController::viewWillAppear(animated);
   setFrontTakesTouches(false);
@@ -77,6 +82,7 @@ void MenuViewController::showControllerWithStoryboardId(const std::string& ident
       environment(), storyboard()->instantiateViewControllerWithIdentifier(identifier));
   if (!environment().device.isPad()) {
     reveal->pushFrontViewControllerAnimated(front, true);
+    markFront();
     return;
   }
   reveal->setFrontViewControllerAnimated(front, true);

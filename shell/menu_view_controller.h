@@ -13,6 +13,7 @@ class MenuViewController final : public BaseViewController, public AlertViewDele
  public:
   explicit MenuViewController(Environment& environment);
 
+  void viewDidLoad() override;
   void viewWillAppear(bool animated) override;
   void viewWillDisappear(bool animated) override;
 

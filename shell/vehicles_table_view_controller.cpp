@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "board/board_view_controller.h"
 #include "service/api.h"
 #include "shell/base/base_navigation_controller.h"
 #include "shell/beside_rear.h"
@@ -79,7 +80,14 @@ void VehiclesTableViewController::pageFailed() {
 }
 
 void VehiclesTableViewController::pageEnded() {
-  if (!failed_) held_->take(items(), 0);
+  if (session_.hasEnded()) return;
+  if (!failed_ && items().vehicles) {
+    const auto& all = *items().vehicles;
+    VehiclesResponse news;
+    news.total = items().total;
+    news.vehicles.emplace(all.begin() + static_cast<std::ptrdiff_t>(handedOn_), all.end());
+    held_->take(news, std::exchange(handedOn_, all.size()));
+  }
   if (fleet_) fleet_->follow(items(), failed_);
 }
 
@@ -165,10 +173,14 @@ void VehiclesTableViewController::showFleet(Component&) {
 }
 
 void VehiclesTableViewController::showFleet() {
+  auto* const reveal = revealViewController();
+  if (!reveal) return;
+  const auto* const front = dynamic_cast<NavigationController*>(reveal->frontViewController().get());
+  if (front && dynamic_cast<BoardViewController*>(front->topViewController().get())) return;
   const auto fleet = stackOf("BoardVC");
   if (environment().device.isPad())
     putBesideList(fleet);
-  else if (auto* reveal = revealViewController())
+  else
     reveal->setFrontViewControllerAnimated(fleet, false);
 }
 

@@ -71,7 +71,9 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void openBesideList(const Vehicle& vehicle);
   void putBesideList(std::shared_ptr<NavigationController> stack);
 
+  Session session_;
   std::shared_ptr<HeldVehicles> held_;
+  std::size_t handedOn_ = 0;  ///< of the items, to `held_`
   RowReadings rows_;
   Label failureLabel_;
   Button reloadButton_;

@@ -63,6 +63,16 @@ TEST_F(Rounds, AskOneAtATimeAtMostTwiceASecondAndEachEvery15Seconds) {
   EXPECT_LE(askedIn(30).size(), 11u) << "a slow service sets the pace";
 }
 
+TEST_F(Rounds, LeaveWhatWasHeardOfJustNowUntilItIsDue) {
+  const Seconds start = queues.uptime();
+  rounds.setVehicles({1, 2}, [&](std::int64_t id) { return start + Seconds(id == 1 ? 10 : 0); });
+  rounds.setRunning(true);
+  EXPECT_THAT(asked, ElementsAre(2));
+  asked.clear();
+  EXPECT_THAT(askedIn(9), IsEmpty());
+  EXPECT_THAT(askedIn(2), ElementsAre(1));
+}
+
 TEST_F(Rounds, StopWhenHiddenAndGoOnWithWhatIsDue) {
   rounds.setVehicles({1, 2});
   rounds.setRunning(true);

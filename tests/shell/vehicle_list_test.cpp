@@ -31,6 +31,22 @@ TEST_F(VehicleList, AsksForAPageOnceHoweverOftenTheLoadingRowIsDrawn) {
   EXPECT_THAT(client.takeRequests(), ElementsAre("GET /vehicles?limit=20&offset=0"));
 }
 
+TEST_F(VehicleList, OfAnEndedSessionIsNotTheFleetOfTheNext) {
+  Viewport eyes(*table);
+  client.settle();
+  const HttpReply late = page(2, 2);
+  API::logoutUser();
+  client.settle();
+  API::loginUserWithToken("another");
+  client.settle();
+  answer(late);
+  client.takeRequests();
+  dynamic_cast<Button&>(*client.root<MainViewController>()->rearViewController()->findOutlet("fleetButton"))
+      .tap();
+  client.advance(2);
+  EXPECT_THAT(client.takeRequests(), ElementsAre("GET /vehicles?limit=20&offset=0"));
+}
+
 // The count that is held decides, whatever a page was asked for or promised.
 TEST_F(VehicleList, ContinuesAfterWhatItHoldsWhenPagesAreShort) {
   Viewport eyes(*table);
