@@ -92,7 +92,7 @@ FocusScope {
         Keys.onPressed: event => {
             const letter = event.text;
             if (event.key === Qt.Key_CapsLock)
-                root.capsLock = !root.capsLock;
+                root.capsLock = false; // until the next letter tells
             else if (letter.toLowerCase() !== letter.toUpperCase())
                 root.capsLock = (letter === letter.toUpperCase()) !== Boolean(event.modifiers & Qt.ShiftModifier);
             event.accepted = false;

@@ -14,7 +14,7 @@ QtObject {
     // edge carries the white words elsewhere.
     readonly property bool contrast: UserPreferences.wantsContrast
     property AppearanceItem appearance: null
-    readonly property color bar: (contrast ? appearance?.selectedTabTitle : appearance?.bar) ?? "transparent"
+    readonly property color bar: contrast ? brand : appearance?.bar ?? "transparent"
     readonly property color barMark: contrast ? barTitle : brand
     readonly property color barEdge: contrast ? "transparent" : "#603b4a59"
     readonly property color barButton: appearance?.barButton ?? "transparent"
