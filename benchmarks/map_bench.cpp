@@ -112,6 +112,32 @@ Vehicle vehicle() {
   return made;
 }
 
+struct Arrivals {
+  std::vector<double> calls;   ///< ms
+  std::vector<double> frames;  ///< ms, with the call before
+};
+
+/// So many records, each once the map has drawn the one before and come to rest.
+Arrivals timesOfArrivals(Stage& stage, int count, const std::function<void(int)>& receive) {
+  Arrivals times;
+  FrameTimer timer(stage.window);
+  bool drawn = false;
+  timer.finished = [&](double milliseconds) {
+    if (!drawn) times.frames.push_back(times.calls.back() + milliseconds);
+    drawn = true;
+  };
+  for (int i = 0; i < count; ++i) {
+    drawn = true;
+    const double before = pan::now();
+    receive(i);
+    times.calls.push_back(pan::now() - before);
+    drawn = false;
+    stage.runUntil([&] { return drawn; }, 2);
+    stage.rest(0.35);  // the map has followed
+  }
+  return times;
+}
+
 void appendTo(const QString& service, int trail) {
   constexpr int appended = 60;
   Stage stage(service);
@@ -128,26 +154,11 @@ void appendTo(const QString& service, int trail) {
     receive(static_cast<std::size_t>(i));
   stage.rest(2);
 
-  std::vector<double> calls;
-  std::vector<double> frames;
-  FrameTimer timer(stage.window);
-  bool drawn = false;
-  double called = 0;
-  timer.finished = [&](double milliseconds) {
-    if (!drawn) frames.push_back(called + milliseconds);
-    drawn = true;
-  };
-  for (int i = 0; i < appended; ++i) {
-    drawn = false;
-    const double before = pan::now();
+  const Arrivals arrivals = timesOfArrivals(stage, appended, [&](int i) {
     receive(static_cast<std::size_t>(trail) + static_cast<std::size_t>(i));
-    called = pan::now() - before;
-    calls.push_back(called);
-    stage.runUntil([&] { return drawn; }, 2);
-    stage.rest(0.35);  // the map has followed
-  }
-  pan::report("append, the page's call", trail, "live", calls);
-  pan::report("append, with the first frame", trail, "live", frames);
+  });
+  pan::report("append, the page's call", trail, "live", arrivals.calls);
+  pan::report("append, with the first frame", trail, "live", arrivals.frames);
   page->viewDidDisappear(false);
   stage.surface.setMap(nullptr);
 }
@@ -255,23 +266,9 @@ void showFleet(const QString& service) {
     pan::report((std::string("24 trails, a frame of a pan, ") + sight.name).c_str(), vehicles * trail,
                 "fleet", timesOfFrames(stage, moveTo));
   }
-  std::vector<double> frames;
-  FrameTimer timer(stage.window);
-  bool drawn = false;
-  double called = 0;
-  timer.finished = [&](double milliseconds) {
-    if (!drawn) frames.push_back(called + milliseconds);
-    drawn = true;
-  };
-  for (int i = 0; i < arriving; ++i) {
-    drawn = false;
-    const double before = pan::now();
-    receive(i % vehicles, trail + i / vehicles);
-    called = pan::now() - before;
-    stage.runUntil([&] { return drawn; }, 2);
-    stage.rest(0.1);
-  }
-  pan::report("24 trails, a record with its first frame", vehicles * trail, "fleet", frames);
+  const Arrivals arrivals =
+      timesOfArrivals(stage, arriving, [&](int i) { receive(i % vehicles, trail + i / vehicles); });
+  pan::report("24 trails, a record with its first frame", vehicles * trail, "fleet", arrivals.frames);
   stage.surface.setMap(nullptr);
 }
 
