@@ -33,7 +33,7 @@ class BoardMap final : public MapViewDelegate {
   void follow(std::optional<std::int64_t> vehicleId);
   void showAll();  ///< and follows none
 
-  /// The record of the vehicle whose callout is open; null: there is none.
+  /// The record of the vehicle whose callout is open, or null.
   const Live* selected() const;
 
   Signal<> changed;  ///< which one is followed, or selected

@@ -38,7 +38,8 @@ BoardViewController::BoardViewController(Environment& environment, std::shared_p
       map_(environment, *this),
       boardTableView_(environment),
       rounds_(environment.queues, environment.clock, [this](std::int64_t id) { ask(id); }),
-      ages_(environment.queues, environment.clock, [this] { age(); }) {
+      ages_(environment.queues, environment.clock, [this] { age(); }),
+      background_(environment.notificationCenter, [this] { setShown(shown_); }) {
   setTitle(localized("Fleet"));
   outlet("boardTableView", boardTableView_);
   outlet("failureLabel", failureLabel_);
@@ -69,14 +70,6 @@ void BoardViewController::viewDidLoad() {
   heldChanged_ = held_->changed.connect([this] { update(); });
   received_ = readings_->received.connect([this](std::int64_t id) { show(id); });
   onMap_ = map_.changed.connect([this] { showFollowed(); });
-  addObserver(UIApplicationDidEnterBackgroundNotification, [this](const Notification&) {
-    inBackground_ = true;
-    setShown(shown_);
-  });
-  addObserver(UIApplicationWillEnterForegroundNotification, [this](const Notification&) {
-    inBackground_ = false;
-    setShown(shown_);
-  });
   showFollowed();
   update();
 }
@@ -94,7 +87,7 @@ void BoardViewController::viewDidDisappear(bool animated) {
 
 void BoardViewController::setShown(bool shown) {
   shown_ = shown;
-  const bool runs = shown_ && !inBackground_ && !session_.hasEnded();
+  const bool runs = shown_ && !background_.inBackground() && !session_.hasEnded();
   ages_.cancel();
   if (runs) update();
   rounds_.setRunning(runs);
@@ -155,7 +148,7 @@ void BoardViewController::fetchList() {
   const std::size_t offset = held_->vehicles().size();
   const bool allKnown = (!pins_->ids().empty() && cards_.size() == ids_.size()) || offset >= most ||
                         (held_->isComplete() && (offset > 0 || listAsked_));
-  if (!shown_ || inBackground_ || listFailed_ || isLoading() || allKnown) return;
+  if (!shown_ || background_.inBackground() || listFailed_ || isLoading() || allKnown) return;
   setLoading(true);
   showState();
   const auto self = sharedFrom(this);
@@ -216,7 +209,7 @@ void BoardViewController::show(std::int64_t vehicleId) {
 void BoardViewController::fill(const Card& card) {
   card.cell->show(readings_->of(card.vehicle.vehicleId), card.failed);
   const auto change = card.cell->changesIn();
-  if (change && shown_ && !inBackground_) ages_.after(*change);
+  if (change && shown_ && !background_.inBackground()) ages_.after(*change);
 }
 
 void BoardViewController::age() {

@@ -14,6 +14,7 @@
 #include "fleet/pinned_vehicles.h"
 #include "service/session.h"
 #include "shell/base/page_view_controller.h"
+#include "ui/background_watch.h"
 #include "ui/table/table_view.h"
 #include "ui/wake_up.h"
 #include "vehicle/watch/last_readings.h"
@@ -96,7 +97,7 @@ class BoardViewController final : public PageViewController,
   std::vector<Card> cards_;        ///< of those whose names are known
   std::string news_;               ///< what `newsLabel` was set for
   bool shown_ = false;
-  bool inBackground_ = false;
+  BackgroundWatch background_;
   bool listFailed_ = false;
   bool listAsked_ = false;
   Connection pinsChanged_;

@@ -5,7 +5,6 @@
 #include <string>
 #include <utility>
 
-#include "ui/notification_center.h"
 #include "values/quantities.h"
 #include "vehicle/watch/reading_age.h"
 
@@ -15,21 +14,12 @@ RowReadings::RowReadings(Environment& environment, std::shared_ptr<LastReadings>
     : environment_(environment),
       readings_(std::move(readings)),
       ages_(environment.queues, environment.clock, [this] { update(); }),
-      received_(readings_->received.connect([this](std::int64_t) { update(); })) {
-  auto& center = environment_.notificationCenter;
-  center.addObserver(this, UIApplicationDidEnterBackgroundNotification, [this](const Notification&) {
-    inBackground_ = true;
-    ages_.cancel();
-  });
-  center.addObserver(this, UIApplicationWillEnterForegroundNotification, [this](const Notification&) {
-    inBackground_ = false;
-    update();
-  });
-}
-
-RowReadings::~RowReadings() {
-  environment_.notificationCenter.removeObserver(this);
-}
+      background_(environment.notificationCenter,
+                  [this] {
+                    ages_.cancel();
+                    update();
+                  }),
+      received_(readings_->received.connect([this](std::int64_t) { update(); })) {}
 
 void RowReadings::setShown(bool shown) {
   shown_ = shown;
@@ -43,7 +33,7 @@ void RowReadings::follow(const std::shared_ptr<VehicleTableViewCell>& row, std::
 }
 
 void RowReadings::update() {
-  if (!shown_ || inBackground_) return;
+  if (!shown_ || background_.inBackground()) return;
   std::erase_if(rows_, [](const auto& row) { return row.first.expired(); });
   std::optional<Seconds> next;
   for (const auto& [weak, id] : rows_) {

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 
+#include "ui/background_watch.h"
 #include "ui/environment.h"
 #include "ui/wake_up.h"
 #include "vehicle/vehicle_table_view_cell.h"
@@ -12,14 +13,11 @@
 namespace fleetor {
 
 /// Keeps what was last received of each vehicle, and how old that is, in the vehicle's row: "52km/h · 25 s".
-/// No timer while the list is hidden, nothing has been received, or the program is in the background. Main
-/// thread only.
+/// Nothing is updated while the list is hidden, nothing has been received, or the program is in the
+/// background. Main thread only.
 class RowReadings {
  public:
   RowReadings(Environment& environment, std::shared_ptr<LastReadings> readings);
-  ~RowReadings();
-  RowReadings(const RowReadings&) = delete;
-  RowReadings& operator=(const RowReadings&) = delete;
 
   void setShown(bool shown);
 
@@ -34,7 +32,7 @@ class RowReadings {
   std::map<std::weak_ptr<VehicleTableViewCell>, std::int64_t, std::owner_less<>> rows_;
   WakeUp ages_;
   bool shown_ = false;
-  bool inBackground_ = false;
+  BackgroundWatch background_;
   Connection received_;
 };
 

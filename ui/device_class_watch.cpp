@@ -4,7 +4,6 @@
 
 #include "ui/containers/window.h"
 #include "ui/device_class.h"
-#include "ui/notification_center.h"
 
 namespace fleetor {
 
@@ -13,25 +12,14 @@ DeviceClassWatch::DeviceClassWatch(Environment& environment, bool followsWidth, 
       followsWidth_(followsWidth),
       change_(std::move(change)),
       side_(deviceClassAt(environment.window->size())),
+      background_(environment.notificationCenter, [this] { changeSoon(); }),
       windowChanged_(environment.window->changed.connect([this] {
         followRoot();
         followSize();
         changeSoon();
       })),
       keyboardChanged_(environment.window->keyboard().changed.connect([this] { changeSoon(); })) {
-  const auto observe = [this](const char* name, bool inBackground) {
-    environment_.notificationCenter.addObserver(this, name, [this, inBackground](const Notification&) {
-      inBackground_ = inBackground;
-      changeSoon();
-    });
-  };
-  observe(UIApplicationDidEnterBackgroundNotification, true);
-  observe(UIApplicationWillEnterForegroundNotification, false);
   followRoot();
-}
-
-DeviceClassWatch::~DeviceClassWatch() {
-  environment_.notificationCenter.removeObserver(this);
 }
 
 void DeviceClassWatch::choose(Idiom idiom) {
@@ -80,7 +68,7 @@ void DeviceClassWatch::changeSoon() {
 bool DeviceClassWatch::isFree() const {
   const Window& window = *environment_.window;
   const auto& root = window.rootViewController();
-  return !inBackground_ && root && !root->presentedViewController() && window.alerts().empty() &&
+  return !background_.inBackground() && root && !root->presentedViewController() && window.alerts().empty() &&
          !window.datePicker() && !window.actionSheet() && !environment_.window->keyboard().visible();
 }
 

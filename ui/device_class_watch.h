@@ -6,6 +6,7 @@
 
 #include "platform/device.h"
 #include "platform/queues.h"
+#include "ui/background_watch.h"
 #include "ui/component.h"
 #include "ui/environment.h"
 
@@ -26,7 +27,6 @@ class DeviceClassWatch {
   /// The window outlives the watch. `change` lets the device have that class and makes the screens anew; the
   /// window reports a change after it.
   DeviceClassWatch(Environment& environment, bool followsWidth, Change change);
-  ~DeviceClassWatch();
   DeviceClassWatch(const DeviceClassWatch&) = delete;
   DeviceClassWatch& operator=(const DeviceClassWatch&) = delete;
 
@@ -44,7 +44,7 @@ class DeviceClassWatch {
   Change change_;
   Idiom side_;  ///< of the border
   std::optional<Idiom> wanted_;
-  bool inBackground_ = false;
+  BackgroundWatch background_;
   const ViewController* root_ = nullptr;
   Connection windowChanged_;
   Connection rootChanged_;

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/filled_text.h"
-#include "ui/notification_center.h"
 #include "values/quantities.h"
 #include "vehicle/live_values.h"
 
@@ -24,17 +23,15 @@ Seconds untilNextMinute(Seconds time) {
 }  // namespace
 
 LiveStatus::LiveStatus(Environment& environment)
-    : environment_(environment), wakeUp_(environment.queues, environment.clock, [this] {
-        if (isShown()) age();
+    : environment_(environment),
+      wakeUp_(environment.queues, environment.clock,
+              [this] {
+                if (isShown()) age();
+              }),
+      background_(environment.notificationCenter, [this] {
+        if (!background_.inBackground()) age();
       }) {
   ageImageView_.setAccessibleName(localized("Age of the readings"));
-  auto& center = environment.notificationCenter;
-  center.addObserver(this, UIApplicationDidEnterBackgroundNotification,
-                     [this](const Notification&) { inBackground_ = true; });
-  center.addObserver(this, UIApplicationWillEnterForegroundNotification, [this](const Notification&) {
-    inBackground_ = false;
-    age();
-  });
 }
 
 void LiveStatus::addOutletsTo(Outlets& page) {
@@ -46,10 +43,6 @@ void LiveStatus::addOutletsTo(Outlets& page) {
   page.outlet("courseImageView", courseImageView_);
   page.outlet("motionLabel", motionLabel_);
   page.outlet("motionSinceLabel", motionSinceLabel_);
-}
-
-LiveStatus::~LiveStatus() {
-  environment_.notificationCenter.removeObserver(this);
 }
 
 void LiveStatus::setVisible(bool visible) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "model/vehicle_records.h"
+#include "ui/background_watch.h"
 #include "ui/controls/controls.h"
 #include "ui/environment.h"
 #include "ui/wake_up.h"
@@ -26,9 +27,6 @@ class LiveStatus {
   using Freshness = fleetor::Freshness;
 
   explicit LiveStatus(Environment& environment);
-  ~LiveStatus();
-  LiveStatus(const LiveStatus&) = delete;
-  LiveStatus& operator=(const LiveStatus&) = delete;
 
   /// Gives the page the outlets "ageLabel", "ageImageView", "noReportLabel", "speedLabel", "speedUnitLabel",
   /// "courseImageView", "motionLabel" and "motionSinceLabel".
@@ -54,13 +52,12 @@ class LiveStatus {
   std::string localized(const char* key) const { return environment_.device.localizedString(key); }
   std::string withTime(const char* key, const std::string& time) const;
   Seconds showMotion(Seconds age);  ///< and when its words change next
-  bool isShown() const { return visible_ && !inBackground_ && arrived_; }
+  bool isShown() const { return visible_ && !background_.inBackground() && arrived_; }
   void update();
   void age();
 
   Environment& environment_;
   bool visible_ = false;
-  bool inBackground_ = false;
   std::optional<Seconds> arrived_;  ///< the latest record, by the stopwatch
   Freshness freshness_ = Freshness::fresh;
   Label ageLabel_;
@@ -73,6 +70,7 @@ class LiveStatus {
   Label motionSinceLabel_;     ///< "for 12 min", "for over 1 h 5 min", "since 14:05"
   std::shared_ptr<const VehicleWatch> watch_;
   WakeUp wakeUp_;
+  BackgroundWatch background_;
 };
 
 }  // namespace fleetor
