@@ -15,29 +15,19 @@ namespace {
 constexpr double cardHeight = 88.0;
 constexpr int vehiclesPerPage = 20;
 
-/// With any of these, the failure of one vehicle is shown on its card and not by a message over the screen.
-const ErrorCodes& shownOnTheCard() {
-  static const ErrorCodes codes = [] {
-    ErrorCodes all;
-    for (long status = 400; status < 600; ++status)
-      all.push_back(status);
-    return all;
-  }();
-  return codes;
-}
-
 }  // namespace
 
 BoardViewController::BoardViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins,
                                          std::shared_ptr<HeldVehicles> held,
-                                         std::shared_ptr<LastReadings> readings)
+                                         std::shared_ptr<LastReadings> readings,
+                                         std::shared_ptr<FleetPoll> poll)
     : PageViewController(environment),
       pins_(std::move(pins)),
       held_(std::move(held)),
       readings_(std::move(readings)),
+      poll_(std::move(poll)),
       map_(environment, *this),
       boardTableView_(environment),
-      rounds_(environment.queues, environment.clock, [this](std::int64_t id) { ask(id); }),
       ages_(environment.queues, environment.clock, [this] { age(); }),
       background_(environment.notificationCenter, [this] { setShown(shown_); }) {
   setTitle(localized("Fleet"));
@@ -63,12 +53,17 @@ BoardViewController::BoardViewController(Environment& environment, std::shared_p
   sharePositionButton_.setAction([this](Component&) { sharePosition(); });
 }
 
+BoardViewController::~BoardViewController() {
+  poll_->leave(this);
+}
+
 void BoardViewController::viewDidLoad() {
   PageViewController::viewDidLoad();
   showMenuButton();
   pinsChanged_ = pins_->changed.connect([this] { update(); });
   heldChanged_ = held_->changed.connect([this] { update(); });
   received_ = readings_->received.connect([this](std::int64_t id) { show(id); });
+  failed_ = poll_->failed.connect([this](std::int64_t id) { show(id); });
   onMap_ = map_.changed.connect([this] { showFollowed(); });
   showFollowed();
   update();
@@ -87,10 +82,11 @@ void BoardViewController::viewDidDisappear(bool animated) {
 
 void BoardViewController::setShown(bool shown) {
   shown_ = shown;
-  const bool runs = shown_ && !background_.inBackground() && !session_.hasEnded();
   ages_.cancel();
-  if (runs) update();
-  rounds_.setRunning(runs);
+  if (isWatched())
+    update();
+  else
+    poll_->leave(this);
 }
 
 std::optional<Vehicle> BoardViewController::recordOf(std::int64_t vehicleId) {
@@ -136,10 +132,7 @@ void BoardViewController::update() {
   age();
   showState();
   if (!same) boardTableView_.reloadData();
-  rounds_.setVehicles(ids_, [this](std::int64_t id) {
-    const auto* const entry = readings_->of(id);
-    return entry ? entry->arrived + LiveRounds::every : Seconds{};
-  });
+  if (isWatched()) poll_->watch(this, ids_);
   fetchList();
 }
 
@@ -148,7 +141,7 @@ void BoardViewController::fetchList() {
   const std::size_t offset = held_->vehicles().size();
   const bool allKnown = (!pins_->ids().empty() && cards_.size() == ids_.size()) || offset >= most ||
                         (held_->isComplete() && (offset > 0 || listAsked_));
-  if (!shown_ || background_.inBackground() || listFailed_ || isLoading() || allKnown) return;
+  if (!isWatched() || listFailed_ || isLoading() || allKnown) return;
   setLoading(true);
   showState();
   const auto self = sharedFrom(this);
@@ -165,39 +158,13 @@ void BoardViewController::fetchList() {
                    });
 }
 
-void BoardViewController::ask(std::int64_t vehicleId) {
-  const auto self = sharedFrom(this);
-  API::getWithPath(
-      "/live", {{"vehid", vehicleId}}, modelClass<LiveResponse>, shownOnTheCard(),
-      [self, vehicleId](auto response, auto kind, long, auto&) {
-        const bool received = kind == ResponseKindSuccess && response->live->vehicle().vehicleId == vehicleId;
-        self->answered(vehicleId,
-                       received ? std::shared_ptr<const Live>(response, &*response->live) : nullptr);
-        using Outcome = LiveRounds::Outcome;
-        self->rounds_.ended(received                         ? Outcome::received
-                            : kind == ResponseKindConnection ? Outcome::unreachable
-                                                             : Outcome::failed);
-      });
-}
-
-void BoardViewController::answered(std::int64_t vehicleId, std::shared_ptr<const Live> live) {
-  if (session_.hasEnded()) return rounds_.setRunning(false);
-  const auto card =
-      std::ranges::find(cards_, vehicleId, [](const Card& each) { return each.vehicle.vehicleId; });
-  if (card != cards_.end()) card->failed = !live;
-  if (live)
-    readings_->keep(std::move(live));
-  else
-    show(vehicleId);
-}
-
 // A vehicle of which only the id was known has a card from its first record on.
 void BoardViewController::show(std::int64_t vehicleId) {
   const auto card =
       std::ranges::find(cards_, vehicleId, [](const Card& each) { return each.vehicle.vehicleId; });
   if (card == cards_.end()) {
-    if (readings_->of(vehicleId) && std::ranges::find(ids_, vehicleId) != ids_.end()) update();
-    return;
+    if (readings_->of(vehicleId) && std::ranges::find(ids_, vehicleId) != ids_.end()) return update();
+    return showState();
   }
   if (const auto* const entry = readings_->of(vehicleId)) map_.show(*entry);
   fill(*card);
@@ -207,9 +174,9 @@ void BoardViewController::show(std::int64_t vehicleId) {
 
 // Wakes up when a text of the card is about to change.
 void BoardViewController::fill(const Card& card) {
-  card.cell->show(readings_->of(card.vehicle.vehicleId), card.failed);
+  card.cell->show(readings_->of(card.vehicle.vehicleId), poll_->hasFailed(card.vehicle.vehicleId));
   const auto change = card.cell->changesIn();
-  if (change && shown_ && !background_.inBackground()) ages_.after(*change);
+  if (change && isWatched()) ages_.after(*change);
 }
 
 void BoardViewController::age() {
@@ -220,9 +187,12 @@ void BoardViewController::age() {
 
 void BoardViewController::showState() {
   const bool none = cards_.empty() && !isLoading() && held_->isComplete();
-  const bool waits = map_.isEmpty() && !none && !listFailed_;
+  const bool inVain = cards_.empty() && !ids_.empty() &&
+                      std::ranges::all_of(ids_, [this](std::int64_t id) { return poll_->hasFailed(id); });
+  const bool waits = map_.isEmpty() && !none && !inVain && !listFailed_;
   map_.map().setCovered(map_.isEmpty());
   map_.panel().noteLabel.setText(none             ? localized("No vehicles")
+                                 : inVain         ? localized("Nothing received yet")
                                  : !waits         ? ""
                                  : cards_.empty() ? localized("Loading")
                                                   : localized("Waiting for the next position"));

@@ -9,8 +9,8 @@
 
 #include "board/board_cell.h"
 #include "board/board_map.h"
+#include "board/fleet_poll.h"
 #include "board/held_vehicles.h"
-#include "board/live_rounds.h"
 #include "fleet/pinned_vehicles.h"
 #include "service/session.h"
 #include "shell/base/page_view_controller.h"
@@ -25,9 +25,7 @@ namespace fleetor {
 /// pins the first ones of the account. They are asked for their state in turn, only while this screen is
 /// visible and the program in the foreground. A tap on a card opens the vehicle, and so does
 /// "openVehicleButton" in a callout; the map follows the one whose "followButton" is selected. When the list
-/// is missing, this screen requests it.
-///
-/// A request in flight keeps the screen alive.
+/// is missing, this screen requests it; that request keeps it alive.
 class BoardViewController final : public PageViewController,
                                   public TableViewDataSource,
                                   public TableViewDelegate {
@@ -35,7 +33,9 @@ class BoardViewController final : public PageViewController,
   static constexpr std::size_t most = 24;
 
   BoardViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins,
-                      std::shared_ptr<HeldVehicles> held, std::shared_ptr<LastReadings> readings);
+                      std::shared_ptr<HeldVehicles> held, std::shared_ptr<LastReadings> readings,
+                      std::shared_ptr<FleetPoll> poll);
+  ~BoardViewController() override;
 
   MapView& mapView() { return map_.map(); }
   TableView& boardTableView() { return boardTableView_; }
@@ -62,16 +62,14 @@ class BoardViewController final : public PageViewController,
   struct Card {
     Vehicle vehicle;
     std::shared_ptr<BoardCell> cell;
-    bool failed = false;  ///< its last request
   };
 
   std::vector<std::int64_t> wantedIds();
   std::optional<Vehicle> recordOf(std::int64_t vehicleId);
   void setShown(bool shown);
+  bool isWatched() const { return shown_ && !background_.inBackground() && !session_.hasEnded(); }
   void update();  ///< which vehicles there are
   void fetchList();
-  void ask(std::int64_t vehicleId);
-  void answered(std::int64_t vehicleId, std::shared_ptr<const Live> live);
   void show(std::int64_t vehicleId);
   void fill(const Card& card);
   void age();
@@ -84,6 +82,7 @@ class BoardViewController final : public PageViewController,
   std::shared_ptr<PinnedVehicles> pins_;
   std::shared_ptr<HeldVehicles> held_;
   std::shared_ptr<LastReadings> readings_;
+  std::shared_ptr<FleetPoll> poll_;
   BoardMap map_;
   TableView boardTableView_;
   Label failureLabel_;
@@ -91,7 +90,6 @@ class BoardViewController final : public PageViewController,
   Button openVehicleButton_;
   Button sharePositionButton_;
   Label newsLabel_;
-  LiveRounds rounds_;
   WakeUp ages_;
   std::vector<std::int64_t> ids_;  ///< all that are asked for
   std::vector<Card> cards_;        ///< of those whose names are known
@@ -103,6 +101,7 @@ class BoardViewController final : public PageViewController,
   Connection pinsChanged_;
   Connection heldChanged_;
   Connection received_;
+  Connection failed_;
   Connection onMap_;
 };
 

@@ -45,6 +45,7 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
   const auto known = std::make_shared<KnownInfo>();
   const auto held = std::make_shared<HeldVehicles>();
   const auto readings = std::make_shared<LastReadings>(environment);
+  const auto poll = std::make_shared<FleetPoll>(environment, readings);
   const auto makeAbout = [known](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<AboutDetailViewController>(of, known);
   };
@@ -59,8 +60,8 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
   const auto makeList = [held, readings](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<VehiclesTableViewController>(of, held, readings);
   };
-  const auto makeBoard = [pins, held, readings](Environment& of) -> std::shared_ptr<ViewController> {
-    return std::make_shared<BoardViewController>(of, pins, held, readings);
+  const auto makeBoard = [pins, held, readings, poll](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<BoardViewController>(of, pins, held, readings, poll);
   };
   const auto makePager = [pins](Environment& of) -> std::shared_ptr<ViewController> {
     auto screen = std::make_shared<VehicleViewController>(of, pins);
