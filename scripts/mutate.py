@@ -125,7 +125,7 @@ class Build:
 
 
 def main():
-    if len(sys.argv) not in (2, 3):
+    if len(sys.argv) not in (2, 3) or (sys.argv[1].startswith("-") and sys.argv[1] != "--lookup"):
         sys.exit(__doc__)
     path = pathlib.Path(sys.argv[2] if len(sys.argv) == 3 else ROOT / "tests/mutations")
     chosen = list(mutations(path.read_text()))
