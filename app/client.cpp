@@ -29,7 +29,7 @@ constexpr QSize padSize{1024, 768};
 Client::Client(Setup setup)
     : serviceURL_(std::move(setup.serviceURL)),
       window_(setup.window),
-      followsWidth_(setup.followsWidth),
+      border_(setup.border),
       standardSettings_(std::move(setup.standardSettings)),
       sharedSettings_(std::move(setup.sharedSettings)),
       keyStore_(std::move(setup.keyStore)),
@@ -120,7 +120,7 @@ bool Client::open() {
   reportPost_->offer(clock_.now());
   usage_.count("started");
   application_->launch();
-  classWatch_.emplace(environment_, followsWidth_, [this](Idiom idiom) {
+  classWatch_.emplace(environment_, border_, [this](Idiom idiom) {
     device_.setIdiom(idiom);
     delegate_.changeOver();
   });
@@ -132,7 +132,7 @@ void Client::answer(const std::string& request) {
   mainWindow_->comeForward();
   if (const auto idiom = deviceClassNamed(request))
     become(*idiom);
-  else if (!request.empty())
+  else if (!request.empty() && !request.starts_with("--"))
     application_->receiveURL(request);
 }
 

@@ -39,9 +39,9 @@ class Client {
     std::string sharedSettings;
     std::string tileFolder;  ///< where the tiles of the maps are kept
     std::unique_ptr<KeyStore> keyStore;
-    std::string language = "en";  ///< as Language names it
-    ReportSetup reports = {};     ///< without a folder there are none
-    bool followsWidth = false;    ///< whether the width of the window changes the idiom
+    std::string language = "en";        ///< as Language names it
+    ReportSetup reports = {};           ///< without a folder there are none
+    std::optional<double> border = {};  ///< of the window's width, at which the idiom changes
   };
 
   explicit Client(Setup setup);
@@ -68,7 +68,7 @@ class Client {
 
   std::string serviceURL_;
   MainWindow::Options window_;
-  bool followsWidth_;
+  std::optional<double> border_;
   FileSettings standardSettings_;
   FileSettings sharedSettings_;
   std::unique_ptr<KeyStore> keyStore_;

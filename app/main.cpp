@@ -104,14 +104,17 @@ int main(int argc, char** argv) {
   const QScreen* const screen = QGuiApplication::primaryScreen();
   const QSize available =
       screen ? screen->availableSize() : QSize(fleetor::largestSide, fleetor::largestSide);
-  const auto opening = [&](fleetor::Idiom deviceClass) {
-    return fleetor::openingOf(*options, deviceClass, available.width(), available.height());
-  };
   const QSizeF whole = screen ? screen->size() : QSize();
-  const auto asPhone = opening(fleetor::Idiom::phone);
-  const fleetor::Idiom idiom = options->deviceClass.value_or(fleetor::deviceClassOf(
-      {whole.width(), whole.height()}, hasTouchScreen(), {1.0 * asPhone.width, 1.0 * asPhone.height}));
-  const auto [width, height, fills] = opening(idiom);
+  const fleetor::Size screenSize{whole.width(), whole.height()};
+  std::optional<fleetor::Size> chosen;
+  if (options->width && options->height) chosen = {1.0 * *options->width, 1.0 * *options->height};
+  const bool isTouched = hasTouchScreen();
+  const fleetor::Idiom idiom =
+      options->deviceClass.value_or(fleetor::deviceClassOf(screenSize, isTouched, chosen));
+  std::optional<double> border;
+  if (!options->deviceClass) border = fleetor::deviceClassBorder(screenSize, isTouched);
+  const auto [width, height, fills] =
+      fleetor::openingOf(*options, idiom, available.width(), available.height());
   fleetor::ExitGuard guard;
   fleetor::Client client({FLEETOR_SERVICE_URL,
                           idiom,
@@ -122,7 +125,7 @@ int main(int argc, char** argv) {
                           fleetor::makeKeyStore(signIn),
                           options->language.value_or(fleetor::Language::ofSystem()),
                           reports,
-                          !options->deviceClass});
+                          border});
   if (!client.open()) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;

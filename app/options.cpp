@@ -20,9 +20,8 @@ class Parser : public QCommandLineParser {
     addOptions({
         {"phone", "One screen at a time, as on a phone, however wide the window is."},
         {"tablet",
-         "List and vehicle side by side, as on a tablet. Without --phone and --tablet the screen and the "
-         "width "
-         "of the window decide, also when it is resized."},
+         "List and vehicle side by side, as on a tablet. Without --phone and --tablet the screen and "
+         "the width of the window decide, also when it is resized."},
         {"size",
          "Size of the window in points, each side from 240 to 8000 (390x844 by default, 1024x768 on a "
          "tablet, less on a smaller screen).",

@@ -7,11 +7,11 @@
 
 namespace fleetor {
 
-DeviceClassWatch::DeviceClassWatch(Environment& environment, bool followsWidth, Change change)
+DeviceClassWatch::DeviceClassWatch(Environment& environment, std::optional<double> border, Change change)
     : environment_(environment),
-      followsWidth_(followsWidth),
+      border_(border),
       change_(std::move(change)),
-      side_(deviceClassAt(environment.window->size())),
+      side_(deviceClassAt(environment.window->size(), border.value_or(0))),
       background_(environment.notificationCenter, [this] { changeSoon(); }),
       windowChanged_(environment.window->changed.connect([this] {
         followRoot();
@@ -23,7 +23,7 @@ DeviceClassWatch::DeviceClassWatch(Environment& environment, bool followsWidth, 
 }
 
 void DeviceClassWatch::choose(Idiom idiom) {
-  followsWidth_ = false;
+  border_.reset();
   crossing_.reset();
   wanted_ = idiom;
   changeSoon();
@@ -38,8 +38,8 @@ void DeviceClassWatch::followRoot() {
 }
 
 void DeviceClassWatch::followSize() {
-  if (!followsWidth_) return;
-  const Idiom now = deviceClassAt(environment_.window->size());
+  if (!border_) return;
+  const Idiom now = deviceClassAt(environment_.window->size(), *border_);
   if (now == side_ || now == Idiom::unspecified) return crossing_.reset();
   if (crossing_) return;
   crossing_ = std::make_shared<bool>();

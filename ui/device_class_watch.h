@@ -24,9 +24,10 @@ class DeviceClassWatch {
 
   static constexpr Seconds patience{0.5};
 
-  /// The window outlives the watch. `change` lets the device have that class and makes the screens anew; the
+  /// The window outlives the watch. `border`: its width in points, see `deviceClassBorder`; none: the width
+  /// changes nothing. `change` lets the device have that class and makes the screens anew; the
   /// window reports a change after it.
-  DeviceClassWatch(Environment& environment, bool followsWidth, Change change);
+  DeviceClassWatch(Environment& environment, std::optional<double> border, Change change);
   DeviceClassWatch(const DeviceClassWatch&) = delete;
   DeviceClassWatch& operator=(const DeviceClassWatch&) = delete;
 
@@ -40,7 +41,7 @@ class DeviceClassWatch {
   bool isFree() const;
 
   Environment& environment_;
-  bool followsWidth_;
+  std::optional<double> border_;
   Change change_;
   Idiom side_;  ///< of the border
   std::optional<Idiom> wanted_;

@@ -16,18 +16,22 @@ TEST(DeviceClass, IsDecidedByATouchScreenOrTheWidthInWhichTheWindowOpens) {
   struct Case {
     Size screen;
     bool isTouched;
-    Size window;
+    std::optional<Size> window;
     Idiom expected;
   };
   for (const auto& [screen, isTouched, window, expected] :
-       {Case{{600, 960}, true, {390, 844}, Idiom::pad},
-        {{599, 960}, true, {390, 844}, Idiom::phone},
-        {{1920, 1080}, false, {390, 844}, Idiom::phone},
-        {{1920, 1080}, false, {899, 700}, Idiom::phone},
-        {{1920, 1080}, false, {900, 700}, Idiom::pad},
-        {{932, 430}, true, {932, 430}, Idiom::phone}})  // held sideways
+       {Case{{600, 960}, true, {}, Idiom::pad},
+        {{599, 960}, true, {}, Idiom::phone},
+        {{1920, 1080}, true, Size{390, 844}, Idiom::phone},
+        {{1920, 1080}, false, {}, Idiom::phone},
+        {{1920, 1080}, false, Size{899, 700}, Idiom::phone},
+        {{1920, 1080}, false, Size{900, 700}, Idiom::pad},
+        {{932, 430}, true, Size{932, 430}, Idiom::phone}})  // held sideways
     EXPECT_EQ(deviceClassOf(screen, isTouched, window), expected)
-        << screen.width << 'x' << screen.height << ' ' << window.width << 'x' << window.height;
+        << screen.width << 'x' << screen.height << ' ' << (window ? window->width : 0);
+
+  EXPECT_EQ(deviceClassAt({600, 960}, deviceClassBorder({960, 600}, true)), Idiom::pad) << "turned upright";
+  EXPECT_EQ(deviceClassAt({600, 960}, deviceClassBorder({1920, 1080}, false)), Idiom::phone);
 }
 
 class Resized : public testing::Test, public World {
@@ -45,7 +49,7 @@ class Resized : public testing::Test, public World {
   }
 
   int changes = 0;
-  DeviceClassWatch watch{environment, true, [this](Idiom idiom) {
+  DeviceClassWatch watch{environment, 720, [this](Idiom idiom) {
                            device.idiom = idiom;
                            ++changes;
                          }};
