@@ -28,11 +28,12 @@ TEST(Activation, TheDesktopReachesTheClientByItsName) {
     runUntil([&] { return answer.isFinished(); });
     EXPECT_FALSE(answer.isError()) << answer.error().message().toStdString();
   };
-  const QVariantMap platform{{QStringLiteral("desktop-startup-id"), QStringLiteral("1")}};
+  const QVariantMap platform{{QStringLiteral("activation-token"), QStringLiteral("1")}};
   call("Activate", {platform});
   call("Open", {QStringList{QStringLiteral("fleetor:vehicles")}, platform});
   call("ActivateAction", {QStringLiteral("tablet"), QVariantList(), platform});
   EXPECT_THAT(asked, ElementsAre("open ", "open fleetor:vehicles", "start tablet"));
+  EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "1");
   QDBusConnection::disconnectFromBus(desktop.name());
 }
 
