@@ -28,6 +28,7 @@ class BoardMap final : public MapViewDelegate {
   void show(const LastReadings::Entry& entry);
   void keepOnly(const std::vector<std::int64_t>& ids);  ///< the others leave the map
   bool isEmpty() const { return places_.empty(); }
+  bool has(std::int64_t vehicleId) const { return places_.contains(vehicleId); }
 
   std::optional<std::int64_t> followed() const { return followed_; }
   void follow(std::optional<std::int64_t> vehicleId);

@@ -28,7 +28,8 @@ BoardViewController::BoardViewController(Environment& environment, std::shared_p
       poll_(std::move(poll)),
       map_(environment, *this),
       boardTableView_(environment),
-      ages_(environment.queues, environment.clock, [this] { age(); }),
+      refresh_(
+          environment.queues, environment.clock, [this] { refresh(); }, LastReadings::together),
       background_(environment.notificationCenter, [this] { setShown(shown_); }) {
   setTitle(localized("Fleet"));
   outlet("boardTableView", boardTableView_);
@@ -62,7 +63,7 @@ void BoardViewController::viewDidLoad() {
   showMenuButton();
   pinsChanged_ = pins_->changed.connect([this] { update(); });
   heldChanged_ = held_->changed.connect([this] { update(); });
-  received_ = readings_->received.connect([this](std::int64_t id) { show(id); });
+  received_ = readings_->received.connect([this](std::int64_t id) { receive(id); });
   failed_ = poll_->failed.connect([this](std::int64_t id) { show(id); });
   onMap_ = map_.changed.connect([this] { showFollowed(); });
   showFollowed();
@@ -82,7 +83,7 @@ void BoardViewController::viewDidDisappear(bool animated) {
 
 void BoardViewController::setShown(bool shown) {
   shown_ = shown;
-  ages_.cancel();
+  refresh_.cancel();
   if (isWatched())
     update();
   else
@@ -127,10 +128,7 @@ void BoardViewController::update() {
   const bool same = std::ranges::equal(cards, cards_, {}, idOf, idOf);
   cards_ = std::move(cards);
   map_.keepOnly(ids_);
-  for (const Card& card : cards_)
-    if (const auto* const entry = readings_->of(card.vehicle.vehicleId)) map_.show(*entry);
-  age();
-  showState();
+  refresh();
   if (!same) boardTableView_.reloadData();
   if (isWatched()) poll_->watch(this, ids_);
   fetchList();
@@ -158,6 +156,13 @@ void BoardViewController::fetchList() {
                    });
 }
 
+void BoardViewController::receive(std::int64_t vehicleId) {
+  if (isWatched() && map_.has(vehicleId))
+    refresh_.after({});
+  else
+    show(vehicleId);
+}
+
 // A vehicle of which only the id was known has a card from its first record on.
 void BoardViewController::show(std::int64_t vehicleId) {
   const auto card =
@@ -176,12 +181,15 @@ void BoardViewController::show(std::int64_t vehicleId) {
 void BoardViewController::fill(const Card& card) {
   card.cell->show(readings_->of(card.vehicle.vehicleId), poll_->hasFailed(card.vehicle.vehicleId));
   const auto change = card.cell->changesIn();
-  if (change && isWatched()) ages_.after(*change);
+  if (change && isWatched()) refresh_.after(*change);
 }
 
-void BoardViewController::age() {
-  for (const Card& card : cards_)
+void BoardViewController::refresh() {
+  for (const Card& card : cards_) {
+    if (const auto* const entry = readings_->of(card.vehicle.vehicleId)) map_.show(*entry);
     fill(card);
+  }
+  showState();
   showFollowed();
 }
 

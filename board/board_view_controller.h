@@ -70,9 +70,10 @@ class BoardViewController final : public PageViewController,
   bool isWatched() const { return shown_ && !background_.inBackground() && !session_.hasEnded(); }
   void update();  ///< which vehicles there are
   void fetchList();
+  void receive(std::int64_t vehicleId);
   void show(std::int64_t vehicleId);
   void fill(const Card& card);
-  void age();
+  void refresh();
   void showState();
   void showFollowed();
   void sharePosition();
@@ -90,7 +91,7 @@ class BoardViewController final : public PageViewController,
   Button openVehicleButton_;
   Button sharePositionButton_;
   Label newsLabel_;
-  WakeUp ages_;
+  WakeUp refresh_;
   std::vector<std::int64_t> ids_;  ///< all that are asked for
   std::vector<Card> cards_;        ///< of those whose names are known
   std::string news_;               ///< what `newsLabel` was set for

@@ -1,7 +1,5 @@
 #include "shell/row_readings.h"
 
-#include <algorithm>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -13,13 +11,16 @@ namespace fleetor {
 RowReadings::RowReadings(Environment& environment, std::shared_ptr<LastReadings> readings)
     : environment_(environment),
       readings_(std::move(readings)),
-      ages_(environment.queues, environment.clock, [this] { update(); }),
+      ages_(
+          environment.queues, environment.clock, [this] { update(); }, LastReadings::together),
       background_(environment.notificationCenter,
                   [this] {
                     ages_.cancel();
                     update();
                   }),
-      received_(readings_->received.connect([this](std::int64_t) { update(); })) {}
+      received_(readings_->received.connect([this](std::int64_t) {
+        if (isWatched()) ages_.after({});
+      })) {}
 
 void RowReadings::setShown(bool shown) {
   shown_ = shown;
@@ -29,26 +30,23 @@ void RowReadings::setShown(bool shown) {
 
 void RowReadings::follow(const std::shared_ptr<VehicleTableViewCell>& row, std::int64_t vehicleId) {
   rows_[row] = vehicleId;
-  update();
+  if (isWatched()) fill(row->readingLabel(), vehicleId);
 }
 
 void RowReadings::update() {
-  if (!shown_ || background_.inBackground()) return;
+  if (!isWatched()) return;
   std::erase_if(rows_, [](const auto& row) { return row.first.expired(); });
-  std::optional<Seconds> next;
-  for (const auto& [weak, id] : rows_) {
-    Label& label = weak.lock()->readingLabel();
-    const auto* const entry = readings_->of(id);
-    if (!entry) {
-      label.setText("");
-      continue;
-    }
-    const ReadingAge age = readingAge(environment_.clock.uptime() - entry->arrived, environment_.device);
-    const Text& speed = entry->live->speed;
-    label.setText((readNumber(speed.view()) ? speed.str() + "km/h · " : "") + age.text);
-    next = std::min(next.value_or(age.changesIn), age.changesIn);
-  }
-  if (next) ages_.after(*next);
+  for (const auto& [weak, id] : rows_)
+    fill(weak.lock()->readingLabel(), id);
+}
+
+void RowReadings::fill(Label& label, std::int64_t vehicleId) {
+  const auto* const entry = readings_->of(vehicleId);
+  if (!entry) return label.setText("");
+  const ReadingAge age = readingAge(environment_.clock.uptime() - entry->arrived, environment_.device);
+  const Text& speed = entry->live->speed;
+  label.setText((readNumber(speed.view()) ? speed.str() + "km/h · " : "") + age.text);
+  ages_.after(age.changesIn);
 }
 
 }  // namespace fleetor

@@ -25,7 +25,9 @@ class RowReadings {
   void follow(const std::shared_ptr<VehicleTableViewCell>& row, std::int64_t vehicleId);
 
  private:
+  bool isWatched() const { return shown_ && !background_.inBackground(); }
   void update();
+  void fill(Label& label, std::int64_t vehicleId);
 
   Environment& environment_;
   std::shared_ptr<LastReadings> readings_;

@@ -14,8 +14,9 @@ namespace fleetor {
 /// destroyed.
 class WakeUp {
  public:
-  /// What is handed in outlives this object, as far as it is called.
-  WakeUp(Queues& queues, const Clock& clock, std::function<void()> wake);
+  /// What is handed in outlives this object, as far as it is called. Calls are at least `apart` from each
+  /// other.
+  WakeUp(Queues& queues, const Clock& clock, std::function<void()> wake, Seconds apart = {});
   WakeUp(const WakeUp&) = delete;
   WakeUp& operator=(const WakeUp&) = delete;
 
@@ -26,7 +27,9 @@ class WakeUp {
   Queues& queues_;
   const Clock& clock_;
   std::function<void()> wake_;
+  Seconds apart_;
   std::optional<Seconds> at_;
+  std::optional<Seconds> last_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

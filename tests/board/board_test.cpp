@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -93,6 +94,19 @@ TEST_F(Board, KeepsThePaceWhenItIsOpenedAnew) {
   EXPECT_LE(client.takeRequests().size(), 3u);
   client.advance(1);
   EXPECT_THAT(client.takeRequests(), Contains(StartsWith("GET /live")));
+}
+
+TEST_F(Board, ShowsSeveralRecordsTogetherAndTheFirstOfAVehicleAtOnce) {
+  auto& board = open();
+  std::set<double> frames;
+  const Connection changed =
+      board.mapView().annotationsChanged.connect([&] { frames.insert(client.queues.uptime().count()); });
+  client.advance(14);
+  EXPECT_GE(frames.size(), 20u);
+  frames.clear();
+  client.advance(30);
+  EXPECT_GE(frames.size(), 10u);
+  EXPECT_LE(frames.size(), 16u);
 }
 
 TEST_F(Board, SaysHowOldTheRecordOfAFailingVehicleIs) {

@@ -20,6 +20,10 @@ class LastReadings {
     Seconds arrived{};  ///< by the stopwatch
   };
 
+  /// A frame costs more than the record that it shows: who shows several vehicles lets so much time pass
+  /// between two frames.
+  static constexpr Seconds together{2.0};
+
   /// Hears what the pager posts. The environment outlives this object.
   explicit LastReadings(Environment& environment);
   ~LastReadings();
