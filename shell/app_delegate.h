@@ -31,7 +31,8 @@ class AppDelegate final : public ApplicationDelegate {
   void showMainOrLogin() override;
 
   /// The device is of another class now: replaces the container of a signed-in user by one for that class,
-  /// and leads back to the vehicle, page and day, or to the page that the menu has opened.
+  /// and leads back to the vehicle, page and day, to the page that the menu has opened, or to the
+  /// fleet, which is opened anew.
   void changeOver();
 
  private:

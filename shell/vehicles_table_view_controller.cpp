@@ -67,11 +67,13 @@ void VehiclesTableViewController::markOpenVehicle() {
       reveal ? dynamic_cast<NavigationController*>(reveal->frontViewController().get()) : nullptr;
   const auto* pager =
       stack ? dynamic_cast<VehicleViewController*>(stack->topViewController().get()) : nullptr;
-  if (!pager || !items().vehicles) return;
-  const auto& vehicles = *items().vehicles;
-  const auto open = std::ranges::find(vehicles, pager->vehicle().vehicleId, &Vehicle::vehicleId);
-  if (open != vehicles.end())
-    itemsTableView().selectRowAtIndexPath({0, static_cast<int>(open - vehicles.begin())});
+  std::optional<IndexPath> row;
+  if (pager && items().vehicles) {
+    const auto& vehicles = *items().vehicles;
+    const auto open = std::ranges::find(vehicles, pager->vehicle().vehicleId, &Vehicle::vehicleId);
+    if (open != vehicles.end()) row = {0, static_cast<int>(open - vehicles.begin())};
+  }
+  itemsTableView().selectRowAtIndexPath(row);
 }
 
 void VehiclesTableViewController::pageFailed() {
@@ -115,7 +117,6 @@ void VehiclesTableViewController::findViewControllerDidChooseVehicle(FindViewCon
     return;
   }
   openBesideList(vehicle);
-  itemsTableView().reloadData();  // drops the mark of what was open before
 }
 
 void VehiclesTableViewController::loadAgain() {
@@ -160,16 +161,17 @@ void VehiclesTableViewController::show(const std::shared_ptr<VehicleViewControll
   putBesideList(BaseNavigationController::initWithRootViewController(environment(), pager));
 }
 
-void VehiclesTableViewController::putBesideList(std::shared_ptr<NavigationController> stack) {
+void VehiclesTableViewController::putBesideList(const std::shared_ptr<NavigationController>& stack) {
   auto* reveal = revealViewController();
   if (!reveal) return;
-  reveal->setFrontViewControllerAnimated(std::move(stack), false);
+  reveal->setFrontViewControllerAnimated(stack, false);
   placeFrontBesideRear(*reveal);
+  besideChanged_ = stack->changed.connect([this] { markOpenVehicle(); });
+  markOpenVehicle();
 }
 
 void VehiclesTableViewController::showFleet(Component&) {
   showFleet();
-  itemsTableView().reloadData();  // drops the mark of what was open before
 }
 
 void VehiclesTableViewController::showFleet() {

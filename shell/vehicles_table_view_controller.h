@@ -62,14 +62,14 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void pageEnded() override;
 
  private:
-  void markOpenVehicle();  ///< selects the vehicle that a tablet shows beside the list
+  void markOpenVehicle();  ///< selects the vehicle that a tablet shows beside the list, if any
   using ButtonAction = void (VehiclesTableViewController::*)(Component&);
   std::shared_ptr<BarButtonItem> barButton(const std::string& image, const std::string& name,
                                            ButtonAction action);
   std::shared_ptr<NavigationController> stackOf(const std::string& storyboardIdentifier);
   void loadAgain();  ///< in a new screen
   void openBesideList(const Vehicle& vehicle);
-  void putBesideList(std::shared_ptr<NavigationController> stack);
+  void putBesideList(const std::shared_ptr<NavigationController>& stack);
 
   Session session_;
   std::shared_ptr<HeldVehicles> held_;
@@ -78,6 +78,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   Label failureLabel_;
   Button reloadButton_;
   Connection reloaded_;
+  Connection besideChanged_;
   bool failed_ = false;
   std::shared_ptr<BarButtonItem> findButton_;
   Button fleetButton_;                    ///< disabled on a phone, whose menu has it

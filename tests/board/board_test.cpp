@@ -236,9 +236,12 @@ TEST(TabletBoard, StandsBesideTheListAndOpensVehiclesOverItself) {
   client.find<BoardViewController>()->boardTableView().tap(2);
   client.settle();
   EXPECT_EQ(client.find<VehicleViewController>()->vehicle().name, "Vehicle 3");
+  const auto& list = client.vehicles();
+  EXPECT_EQ(list.indexPathForSelectedRow()->row, 2);
   EXPECT_TRUE(container.frontViewController()->handleBack()) << "back to the board";
   client.settle();
   EXPECT_FALSE(client.find<VehicleViewController>());
+  EXPECT_FALSE(list.indexPathForSelectedRow());
   client.open(5);
   EXPECT_FALSE(client.find<BoardViewController>());
 }

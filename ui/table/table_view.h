@@ -76,7 +76,8 @@ class TableView : public Component {
   void setTableFooterView(bool empty) { assign(tableFooterView_, empty); }
 
   std::optional<IndexPath> indexPathForSelectedRow() const { return selected_; }
-  void selectRowAtIndexPath(IndexPath path) { assign(selected_, std::optional(path)); }  ///< by the program
+  /// By the program; none: no row is selected.
+  void selectRowAtIndexPath(std::optional<IndexPath> path) { assign(selected_, path); }
 
   /// Asks the adapter to bring the row to the upper edge, as far as the list allows.
   void scrollToRowAtIndexPath(IndexPath path) {
