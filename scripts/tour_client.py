@@ -2,6 +2,7 @@
 key events. Controls are found by their accessible names. Whatever does not come in time ends the program with a message and
 status 1."""
 
+import atexit
 import collections
 import datetime
 import json
@@ -21,6 +22,7 @@ from gi.repository import Atspi  # noqa: E402
 
 PROGRAMS, PICTURES, PORT = sys.argv[1:4]
 DAY = datetime.date.today()
+WAYLAND = os.environ.get("TOUR_PLATFORM") == "wayland"
 
 
 def run(*command):
@@ -129,6 +131,33 @@ class Demo:
         return list(longest.values())[::-1]
 
 
+class Compositor:
+    """A Wayland compositor of its own in a window of the display, which it shares with nobody: what it shows fills it."""
+
+    def __init__(self, environment, width, height):
+        before = self.windows()
+        self.process = subprocess.Popen(
+            ["weston", "--backend=x11-backend.so", "--shell=kiosk-shell.so", "--socket=tour", "--idle-time=0",
+             "--use-pixman", f"--width={width}", f"--height={height}", f"--log={environment['XDG_RUNTIME_DIR']}/weston.log"],
+            env=environment)
+        atexit.register(self.process.kill)
+        end = time.monotonic() + 15
+        while not (self.windows() - before) or not os.path.exists(f"{environment['XDG_RUNTIME_DIR']}/tour"):
+            if self.process.poll() is not None or time.monotonic() > end:
+                fail("the compositor did not start")
+            time.sleep(0.1)
+        self.window = (self.windows() - before).pop()
+
+    @staticmethod
+    def windows():
+        return set(subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "Weston Compositor"],
+                                  capture_output=True, text=True).stdout.split())
+
+    def close(self):
+        self.process.terminate()
+        self.process.wait()
+
+
 class Client:
     """One running client, its window at a separate place on the display. Several run side by side here: each has a
     private folder for what the second start reports to the first."""
@@ -141,14 +170,21 @@ class Client:
         os.makedirs(self.environment["XDG_RUNTIME_DIR"], 0o700, exist_ok=True)
         if empty_cache:
             self.environment["XDG_CACHE_HOME"] = os.path.join(os.environ["HOME"], f"cache-{prefix}")
+        self.compositor = None
+        if WAYLAND:
+            self.compositor = Compositor(self.environment, *options[options.index("--size") + 1].split("x"))
+            self.environment.update(WAYLAND_DISPLAY="tour", QT_QPA_PLATFORM="wayland")
+            self.environment.pop("DISPLAY")
         self.process = subprocess.Popen([*within, f"{PROGRAMS}/app/fleetor", *options], env=self.environment)
         self.window = None
-        self.window = self.wait_for("the client's window", self.own_window)
+        self.window = self.compositor.window if WAYLAND else self.wait_for("the client's window", self.own_window)
         run("xdotool", "windowmove", self.window, str(at[0]), str(at[1]))
 
     def close(self):
         self.process.terminate()
         self.process.wait()
+        if self.compositor:
+            self.compositor.close()
 
     def open_url(self, url):
         """As the desktop does it: a second start, which hands the URL over."""
@@ -190,6 +226,7 @@ class Client:
 
     def seen(self, name, role=None):
         """Where all showing accessibles are whose name begins with that pattern; what lies on top comes last."""
+        left, top = self.place() if WAYLAND else (0, 0)  # a client of Wayland does not know where it is
         hits, stack = [], [self.application()]
         while stack:
             node = stack.pop()
@@ -200,6 +237,8 @@ class Client:
                     and role in (None, node.get_role_name()):
                 extents = node.get_extents(Atspi.CoordType.SCREEN)
                 if extents.width > 0 and extents.height > 0:
+                    extents.x += left
+                    extents.y += top
                     hits.append(extents)
             stack += [node.get_child_at_index(i) for i in reversed(range(node.get_child_count()))]
         return hits
@@ -247,9 +286,15 @@ class Client:
             "click", "--repeat", str(abs(notches)), "--delay", "30", "4" if notches > 0 else "5")
 
     def type(self, text):
+        self.take_keys()
         run("xdotool", "type", "--delay", "15", text)
 
+    def take_keys(self):
+        if WAYLAND:
+            run("xdotool", "windowfocus", "--sync", self.window)
+
     def key(self, *names):
+        self.take_keys()
         run("xdotool", "key", *names)
 
     def sign_in(self, user="demo", password="demo"):
