@@ -1,10 +1,10 @@
 #include "app/exit_guard.h"
 
-#include <gmock/gmock.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
+
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
@@ -17,7 +17,7 @@ void makeStaticObject() {
   static const TakenApart object;
 }
 
-const auto nothing = testing::IsEmpty();
+const auto nothing = IsEmpty();
 
 TEST(ExitGuardDeathTest, KeepsStaticObjectsWholeWhenALibraryEndsTheProgram) {
   EXPECT_EXIT(

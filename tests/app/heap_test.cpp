@@ -1,10 +1,10 @@
 #include "app/heap.h"
 
-#include <gtest/gtest.h>
 #include <malloc.h>
 
-#include <string>
 #include <thread>
+
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

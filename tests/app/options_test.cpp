@@ -1,19 +1,16 @@
 #include "app/options.h"
 
-#include <gmock/gmock.h>
 #include <sys/wait.h>
 
 #include <array>
 #include <cstdio>
-#include <utility>
+
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
 
 const std::vector<std::string> languages{"de", "en", "pt"};
-
-using testing::HasSubstr;
-using testing::StartsWith;
 
 TEST(Options, AreReadInAnyOrderAndTheLastSizeCounts) {
   std::string problem;

@@ -1,21 +1,10 @@
-#include <gmock/gmock.h>
-
 #include <set>
-#include <string>
-#include <vector>
 
 #include "board/board_view_controller.h"
 #include "support/client.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::Contains;
-using testing::Each;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 /// A signed-in phone whose service has 45 vehicles, of which each drives in a street of its own.
 class Board : public testing::Test {
@@ -70,7 +59,7 @@ TEST_F(Board, ShowsTheFirst24VehiclesOfAListThatItFetchesItself) {
   client.advance(40);
   EXPECT_THAT(client.takeRequests(), Each("GET /live?vehid=5"));
   client.tapLeftButtonOf(*client.find<VehicleViewController>());
-  EXPECT_THAT(card(4).ageLabel().text(), testing::AnyOf("now", "{} s"));
+  EXPECT_THAT(card(4).ageLabel().text(), AnyOf("now", "{} s"));
   client.center.postNotificationName(UIApplicationDidEnterBackgroundNotification);
   client.advance(60);
   client.takeRequests();

@@ -1,18 +1,10 @@
 #include "board/live_rounds.h"
 
-#include <gmock/gmock.h>
-
-#include <map>
-#include <optional>
-#include <vector>
-
+#include "support/testing.h"
 #include "support/virtual_queues.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// Every request is answered after `latency` with the vehicle's outcome; a request that is sent while another
 /// one is in flight fails the test.
@@ -56,7 +48,7 @@ TEST_F(Rounds, AskOneAtATimeAtMostTwiceASecondAndEachEvery15Seconds) {
   for (std::size_t i = 0; i < many.size(); ++i)
     many[i] = static_cast<std::int64_t>(100 + i);
   rounds.setVehicles(many);
-  EXPECT_THAT(askedIn(29).size(), testing::AllOf(testing::Ge(55u), testing::Le(58u)))
+  EXPECT_THAT(askedIn(29).size(), AllOf(testing::Ge(55u), testing::Le(58u)))
       << "more than 15 seconds' worth: two a second";
   latency = Seconds(3);
   askedIn(10);
@@ -108,7 +100,7 @@ TEST_F(Rounds, BackOffFromAVehicleThatFailsAndForgetOneThatIsRemoved) {
   rounds.setVehicles({2, 1});
   askedIn(0.05);
   rounds.setVehicles({1});  // while 2 is in flight
-  EXPECT_THAT(askedIn(60), testing::Each(1));
+  EXPECT_THAT(askedIn(60), Each(1));
   EXPECT_FALSE(asked.empty());
 }
 

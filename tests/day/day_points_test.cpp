@@ -1,21 +1,17 @@
 #include "day/day_points.h"
 
-#include <gmock/gmock.h>
-
 #include "day_answers.h"
 #include "platform/number_text.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(DayPoints, HoldWhatTheTextsOfAnAnswerMean) {
   const DayPoints day = pointsOf(
       {parking("2026-11-20 00:00:00", "07:03:00", "1007.5"), point("2026-11-20 07:03:00", "1007.5", "Home"),
        point("2026-11-20 07:20:10", "1010.0"), parking("2026-11-20 24:00", "a while", "1010.25 km")});
-  EXPECT_THAT(day.coordinates, testing::Each(Coordinate{50.5, 19.5}));
+  EXPECT_THAT(day.coordinates, Each(Coordinate{50.5, 19.5}));
   EXPECT_EQ(day.size(), 4u);
   EXPECT_THAT(day.seconds, ElementsAre(0, 25380, 26410, 86400));
   EXPECT_THAT(day.kilometres, ElementsAre(0, 0, 2.5, 2.75));

@@ -1,6 +1,6 @@
 #include "day/day_stage.h"
 
-#include <gmock/gmock.h>
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

@@ -1,10 +1,7 @@
 #include "day/day_totals.h"
 
-#include <gmock/gmock.h>
-
-#include <string>
-
 #include "day_answers.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

@@ -1,11 +1,6 @@
 #include "day/replay.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <string>
-#include <utility>
-#include <vector>
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

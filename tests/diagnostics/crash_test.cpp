@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,18 +8,13 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "scratch_folder.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 struct Crash {
   int signal = 0;  ///< that ended the process; 0: it ended by itself

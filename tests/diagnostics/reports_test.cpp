@@ -1,13 +1,8 @@
 #include <fcntl.h>
-#include <gmock/gmock.h>
 #include <zlib.h>
 
-#include <algorithm>
 #include <array>
 #include <fstream>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "diagnostics/report_files.h"
 #include "diagnostics/report_post.h"
@@ -15,15 +10,13 @@
 #include "scratch_folder.h"
 #include "support/full_disk.h"
 #include "support/scripted_transport.h"
+#include "support/testing.h"
 #include "support/virtual_queues.h"
 
 namespace fleetor {
 namespace {
 
 using std::chrono::hours;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 class ReportsTest : public testing::Test {
  protected:

@@ -1,17 +1,12 @@
 #include "exports/drivers_log.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-
 #include "day_of_tests.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {
 
-using testing::Contains;
 using testing::IsSupersetOf;
-using testing::Not;
 
 std::vector<std::string> textsOf(const Page& page) {
   std::vector<std::string> texts;

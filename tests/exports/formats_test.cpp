@@ -1,15 +1,11 @@
 #include "exports/formats.h"
 
-#include <gmock/gmock.h>
-
 #include "day_of_tests.h"
 #include "exports/piece_writer.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 constexpr const char* hostile = "=<b>&\"]]>\x01\n\\é\xEF\xBF\xBF";
 

@@ -1,8 +1,7 @@
 #include "exports/position.h"
 
-#include <gtest/gtest.h>
-
 #include "exports/qr_code.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

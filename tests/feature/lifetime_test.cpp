@@ -1,5 +1,3 @@
-#include <set>
-
 #include "shell/choose_vehicle_table_view_controller.h"
 #include "support/client.h"
 #include "ui/controls/action_sheet_date_picker.h"
@@ -101,7 +99,7 @@ TEST_P(Lifetime, NoScreenOutlivesItsSessionHoweverItEnds) {
            client.transport.answerOpen("/vehicles", jsonReply("{}"))) {
     }
     client.advance(16);
-    EXPECT_THAT(census.leftOver(&client), testing::IsEmpty());
+    EXPECT_THAT(census.leftOver(&client), IsEmpty());
     client.transport.answer("/live", liveReply(1, 57));
     serveFleet(client.transport, 45, 45);
   }
@@ -114,7 +112,7 @@ TEST_P(Lifetime, NothingSurvivesAClientThatEndsInTheMiddleOfEverything) {
     client.start();
     openEverything(client);
   }
-  EXPECT_THAT(census.leftOver(), testing::IsEmpty());
+  EXPECT_THAT(census.leftOver(), IsEmpty());
 
   machine.standardSettings.values.erase("TermsAccepted");
   {
@@ -124,7 +122,7 @@ TEST_P(Lifetime, NothingSurvivesAClientThatEndsInTheMiddleOfEverything) {
     census.take(client);
     client.find<TermsViewController>()->agreeButton().tap();
   }
-  EXPECT_THAT(census.leftOver(), testing::IsEmpty());
+  EXPECT_THAT(census.leftOver(), IsEmpty());
 }
 
 // The poll that was still to come may run; coming back to the program must not start a new loop for a screen
@@ -143,7 +141,7 @@ TEST_P(Lifetime, AVehicleThatWasLeftStaysLeftAfterATripToTheBackground) {
   EXPECT_TRUE(left.expired());
   client.takeRequests();
   client.advance(60);
-  EXPECT_THAT(client.takeRequests(), testing::Each("GET /live?vehid=2"));
+  EXPECT_THAT(client.takeRequests(), Each("GET /live?vehid=2"));
 }
 
 }  // namespace

@@ -1,11 +1,7 @@
-#include <cmath>
-
 #include "support/client.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::Each;
 
 /// A signed-in phone with the second vehicle open; polls are noted by the second in which they were sent,
 /// counted from the first.
@@ -66,7 +62,7 @@ TEST_F(Watching, AQuickReturnRunsTwoLoopsThatNeverOverlap) {
   // While one answer is late, the other loop's turn passes and that loop is over.
   answers = false;
   goTo(84);
-  EXPECT_THAT(polls, testing::SizeIs(9));
+  EXPECT_THAT(polls, SizeIs(9));
   EXPECT_EQ(client.transport.openCount(), 1u);
   answers = true;
   client.transport.answerOpen("/live", liveReply(2, 57));

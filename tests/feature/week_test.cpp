@@ -1,6 +1,5 @@
 #include <malloc.h>
 
-#include <map>
 #include <random>
 
 #include "support/client.h"

@@ -1,14 +1,11 @@
 #include "fleet/pinned_vehicles.h"
 
-#include <gmock/gmock.h>
-
 #include "support/fake_device.h"
 #include "support/memory_stores.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
-
-using testing::ElementsAre;
 
 TEST(PinnedVehicles, AreBoundedAndReadWhateverTheSettingsHold) {
   test::MemorySettings settings;

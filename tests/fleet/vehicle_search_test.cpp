@@ -1,12 +1,9 @@
 #include "fleet/vehicle_search.h"
 
-#include <gmock/gmock.h>
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// The text with its marks in brackets.
 std::string marked(std::string text, const std::vector<TextRange>& marks) {
@@ -78,7 +75,7 @@ TEST_F(Search, NeedsEveryWordInTheNameOrTheRegistration) {
   EXPECT_THAT(find("kr123 van"), ElementsAre("[Van] 1|[KR 1-23]"));
   EXPECT_THAT(find("r1-2"), ElementsAre("Van 1|K[R 1-2]3"));
   EXPECT_THAT(find("-"), IsEmpty()) << "signs alone are in no registration";
-  EXPECT_THAT(find(" "), testing::SizeIs(3));
+  EXPECT_THAT(find(" "), SizeIs(3));
 }
 
 TEST_F(Search, SortsAsTheLanguageDoesWithNumbersByValue) {

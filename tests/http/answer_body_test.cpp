@@ -1,8 +1,7 @@
 #include "http/answer_body.h"
 
-#include <gmock/gmock.h>
-
 #include "packing.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

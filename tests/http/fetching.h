@@ -1,17 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <chrono>
 #include <future>
-#include <memory>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "http/http_transport.h"
 #include "support/raw_server.h"
+#include "support/testing.h"
 
 namespace fleetor {
 

@@ -1,9 +1,4 @@
-#include <gmock/gmock.h>
-
-#include <chrono>
 #include <future>
-#include <string>
-#include <vector>
 
 #include "fetching.h"
 #include "packing.h"

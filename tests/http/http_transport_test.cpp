@@ -1,15 +1,9 @@
 #include "http/http_transport.h"
 
 #include <dlfcn.h>
-#include <gmock/gmock.h>
 #include <netdb.h>
 
-#include <algorithm>
-#include <chrono>
 #include <future>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "fetching.h"
 #include "interfaces.h"
@@ -26,10 +20,6 @@ extern "C" __attribute__((visibility("default"))) int getaddrinfo(const char* na
 namespace fleetor {
 namespace {
 
-using testing::AnyOf;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
 using namespace std::chrono_literals;
 
 // The header lines of a request in order, and what stands before and after them.
@@ -65,10 +55,10 @@ TEST(HttpTransport, PutsARequestOnTheWireToTheLetter) {
   EXPECT_EQ(wire.line, "POST /token?grant_type=password HTTP/1.1");
   EXPECT_EQ(wire.body, "password=a%26b&uid=X");
   EXPECT_THAT(wire.headers,
-              testing::UnorderedElementsAre("Host: " + server.url("").substr(7),
-                                            "Content-type: application/x-www-form-urlencoded; charset=utf-8",
-                                            "Authorization: Bearer secret", "Content-Length: 20",
-                                            "User-Agent: Fleetor", "Accept-Encoding: gzip, deflate"));
+              UnorderedElementsAre("Host: " + server.url("").substr(7),
+                                   "Content-type: application/x-www-form-urlencoded; charset=utf-8",
+                                   "Authorization: Bearer secret", "Content-Length: 20",
+                                   "User-Agent: Fleetor", "Accept-Encoding: gzip, deflate"));
 }
 
 TEST(HttpTransport, SendsBodiesOfEveryKindAndNoneWhereThereIsNone) {
@@ -89,9 +79,8 @@ TEST(HttpTransport, SendsBodiesOfEveryKindAndNoneWhereThereIsNone) {
     const std::string length = "Content-Length: " + std::to_string(wire.body.size());
     const bool hasLength = *method == 'P';
     EXPECT_EQ(std::ranges::count(wire.headers, length), hasLength) << method;
-    EXPECT_THAT(
-        wire.headers,
-        testing::Each(Not(AnyOf(StartsWith(hasLength ? "Content-Type" : "Content-"), StartsWith("Expect")))))
+    EXPECT_THAT(wire.headers,
+                Each(Not(AnyOf(StartsWith(hasLength ? "Content-Type" : "Content-"), StartsWith("Expect")))))
         << method;
   }
 }
@@ -251,7 +240,7 @@ TEST(HttpTransport, FollowsRedirectsButKeepsTheTokenAtItsOrigin) {
     const bool repeats = code >= "307";
     EXPECT_EQ(wire.line, repeats ? "POST /to?x HTTP/1.1" : "GET /to?x HTTP/1.1") << code;
     EXPECT_EQ(wire.body, repeats ? "a=b" : "") << code;
-    EXPECT_THAT(wire.headers, testing::Contains("Authorization: Bearer secret")) << code;
+    EXPECT_THAT(wire.headers, Contains("Authorization: Bearer secret")) << code;
     EXPECT_EQ(std::ranges::count_if(wire.headers, [](auto& line) { return line.starts_with("Content-"); }),
               repeats ? 2 : 0)
         << code;
@@ -276,7 +265,7 @@ TEST(HttpTransport, FollowsRedirectsButKeepsTheTokenAtItsOrigin) {
   EXPECT_THAT(other.requests().back(), Not(HasSubstr("secret")));
   RawServer back(once(answer("", "302 Found", "Location: " + server.url("/home") + "\r\n")));
   EXPECT_EQ(go("302", back.url("/")).body, "[1]");
-  EXPECT_THAT(server.requests().back(), testing::AllOf(StartsWith("GET /home "), Not(HasSubstr("secret"))));
+  EXPECT_THAT(server.requests().back(), AllOf(StartsWith("GET /home "), Not(HasSubstr("secret"))));
 
   // Nowhere: the answer itself.
   for (const char* nowhere : {"", "ftp://127.0.0.1/", "http://", "mailto:a@b"}) {
@@ -315,7 +304,7 @@ TEST(HttpTransport, KeepsNoCookiesAndReusesTheConnection) {
   for (int i = 0; i < 3; i++)
     EXPECT_EQ(fetch(transport, get(server.url("/x"))).status, 200);
   EXPECT_EQ(server.requests().size(), 3u);
-  EXPECT_THAT(server.requests(), testing::Each(Not(HasSubstr("Cookie"))));
+  EXPECT_THAT(server.requests(), Each(Not(HasSubstr("Cookie"))));
   EXPECT_EQ(connections, 1);
 }
 

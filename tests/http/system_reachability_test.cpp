@@ -2,16 +2,14 @@
 
 #include <arpa/inet.h>
 #include <dlfcn.h>
-#include <gtest/gtest.h>
 #include <ifaddrs.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
 #include <cerrno>
-#include <string>
-#include <vector>
 
 #include "interfaces.h"
+#include "support/testing.h"
 
 namespace {
 

@@ -1,20 +1,13 @@
-#include <gmock/gmock.h>
 #include <openssl/ssl.h>
 
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "fetching.h"
 
 namespace fleetor {
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 class TlsChannel final : public RawServer::Channel {
  public:

@@ -1,11 +1,6 @@
 #include "map/camera.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <functional>
-#include <vector>
+#include "support/testing.h"
 
 namespace fleetor::test {
 

@@ -1,11 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <limits>
 #include <numbers>
 
 #include "map/great_circle.h"
 #include "map/mercator.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 

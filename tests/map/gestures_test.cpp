@@ -1,8 +1,8 @@
 #include "map/gestures.h"
 
-#include <gtest/gtest.h>
-
 #include <initializer_list>
+
+#include "support/testing.h"
 
 namespace fleetor::test {
 

@@ -1,15 +1,9 @@
 #include "map/marker_choice.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 constexpr double few = 1.0 / 4096;  // of the world
 

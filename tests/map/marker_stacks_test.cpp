@@ -1,11 +1,9 @@
 #include "map/marker_stacks.h"
 
-#include <gmock/gmock.h>
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
-
-using testing::ElementsAre;
 
 MarkerSpot spot(double x, double y, double height = 0) {
   return {{x, y}, {x, y}, height};

@@ -1,17 +1,9 @@
 #include "map/tile_board.h"
 
-#include <gmock/gmock.h>
-
-#include <cmath>
-#include <set>
-#include <vector>
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 struct FakeImage : TileImage {
   std::size_t sizeInBytes() const override { return 1000; }

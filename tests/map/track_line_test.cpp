@@ -1,15 +1,11 @@
 #include "map/track_line.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
 #include <limits>
 #include <random>
 #include <thread>
-#include <vector>
 
 #include "map/track_gaps.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 

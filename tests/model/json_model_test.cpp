@@ -1,6 +1,6 @@
 #include "model/json_model.h"
 
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

@@ -1,10 +1,9 @@
 #include "model/json.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "model/json_model.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "model/account_records.h"
 #include "model/vehicle_records.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

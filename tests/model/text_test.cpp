@@ -1,10 +1,9 @@
 #include "model/text.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 #include <thread>
-#include <vector>
+
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

@@ -1,6 +1,6 @@
 #include "service/envelopes.h"
 
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

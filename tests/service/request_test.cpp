@@ -3,8 +3,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::HasSubstr;
-
 class RequestTest : public ServiceTest {
  protected:
   std::string sent() {

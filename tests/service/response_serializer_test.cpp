@@ -1,8 +1,7 @@
 #include "service/response_serializer.h"
 
-#include <gtest/gtest.h>
-
 #include "support/scripted_transport.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

@@ -3,8 +3,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::SizeIs;
-
 class SessionTest : public ServiceTest {
  protected:
   std::optional<std::string> authorization() {
@@ -95,13 +93,13 @@ TEST_F(SessionTest, AnAnswerToARequestOfAnEndedSessionOnlyCompletes) {
     takeEvents();
     transport.answerOpen("/live", late);
     queues.runUntilIdle();
-    EXPECT_THAT(takeEvents(), ElementsAre(testing::StartsWith("completed")));
+    EXPECT_THAT(takeEvents(), ElementsAre(StartsWith("completed")));
     API::loginUserWithToken("second");
     takeEvents();
     transport.answerOpen("/live", late);
     transport.answerOpen("/logout", late);
     queues.runUntilIdle();
-    EXPECT_THAT(takeEvents(), ElementsAre(testing::StartsWith("completed")));
+    EXPECT_THAT(takeEvents(), ElementsAre(StartsWith("completed")));
     EXPECT_EQ(transport.openCount(), 0u) << "no sign-out with the second token";
   }
 }

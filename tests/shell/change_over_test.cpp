@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include "board/board_view_controller.h"
 #include "shell/account_view_controller.h"
 #include "support/client.h"
@@ -7,10 +5,6 @@
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 class ChangeOver : public testing::Test {
  protected:
@@ -101,7 +95,7 @@ TEST_F(ChangeOver, KeepsTheFleetOpen) {
     client.takeRequests();
     EXPECT_TRUE(client.find<BoardViewController>());
     client.advance(15);
-    EXPECT_THAT(client.takeRequests(), testing::Contains("GET /live?vehid=24"));
+    EXPECT_THAT(client.takeRequests(), Contains("GET /live?vehid=24"));
   }
 }
 

@@ -256,7 +256,7 @@ TEST_P(FindFetching, HelpsOutAListThatHasFailed) {
   find.progressButton().tap();
   client.settle();
   answer(7, 7);
-  EXPECT_THAT(rows(), testing::SizeIs(7));
+  EXPECT_THAT(rows(), SizeIs(7));
   EXPECT_EQ(progress(), "|");
 }
 

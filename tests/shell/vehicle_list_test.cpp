@@ -102,7 +102,7 @@ TEST_F(VehicleList, IsEmptyWithoutVehicles) {
   answer(page(0, 0));
   client.advance(600);
   EXPECT_EQ(table->numberOfRows(), 0);
-  EXPECT_THAT(client.takeRequests(), testing::SizeIs(1));
+  EXPECT_THAT(client.takeRequests(), SizeIs(1));
   EXPECT_THAT(client.takeMessages(), IsEmpty());
 }
 

@@ -1,17 +1,13 @@
 #include "shell/widget_reading.h"
 
-#include <gmock/gmock.h>
-
-#include <memory>
-
 #include "support/memory_stores.h"
+#include "support/testing.h"
 #include "vehicle/notifications.h"
 
 namespace fleetor::test {
 namespace {
 
 using testing::Pair;
-using testing::UnorderedElementsAre;
 
 TEST(WidgetReading, BelongsToTheChosenVehicleAndGoesWithTheChoice) {
   NotificationCenter notifications;

@@ -1,12 +1,5 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "service/api.h"
 #include "shell/app_delegate.h"
 #include "shell/launch_view_controller.h"
@@ -20,6 +13,7 @@
 #include "support/fleet.h"
 #include "support/memory_stores.h"
 #include "support/scripted_transport.h"
+#include "support/testing.h"
 #include "support/virtual_queues.h"
 #include "ui/appearance.h"
 #include "ui/containers/navigation_controller.h"
@@ -28,9 +22,6 @@
 #include "vehicle/vehicle_view_controller.h"
 
 namespace fleetor::test {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// What outlives one run of the client.
 struct Machine {

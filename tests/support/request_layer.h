@@ -1,20 +1,12 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "service/api.h"
 #include "service/envelopes.h"
 #include "support/fake_device.h"
 #include "support/memory_stores.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// The request layer over a device of stand-ins, for a fixture that adds queues and a transport. `events`
 /// holds, in order, what people and callers noticed: "toast: …", "show main", "show login" and "completed …".

@@ -1,6 +1,6 @@
 #include "ui/calendar.h"
 
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

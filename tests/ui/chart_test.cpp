@@ -1,10 +1,9 @@
 #include "ui/controls/chart.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 
 #include "platform/number_text.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "ui_world.h"
 
 namespace fleetor::test {

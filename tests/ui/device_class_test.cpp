@@ -1,10 +1,5 @@
 #include "ui/device_class.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <vector>
-
 #include "ui/controls/alert_view.h"
 #include "ui/device_class_watch.h"
 #include "ui_world.h"

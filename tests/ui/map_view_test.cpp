@@ -1,11 +1,9 @@
 #include "ui/map/map_view.h"
 
-#include <gmock/gmock.h>
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
 
 class Place final : public MapAnnotation {
  public:

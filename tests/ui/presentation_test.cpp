@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "ui_world.h"
 
 namespace fleetor::test {

@@ -1,10 +1,6 @@
 #include "ui/signal.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-
+#include "support/testing.h"
 #include "ui/notification_center.h"
 
 namespace fleetor::test {

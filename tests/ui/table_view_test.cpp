@@ -1,7 +1,5 @@
 #include "ui/table/table_view.h"
 
-#include <gtest/gtest.h>
-
 #include "ui_world.h"
 
 namespace fleetor::test {

@@ -1,12 +1,10 @@
 #include "ui/controls/time_ribbon.h"
 
-#include <gmock/gmock.h>
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::SizeIs;
 using Stretch = TimeRibbon::Stretch;
 using enum TimeRibbon::Weight;
 

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <memory>
-#include <string>
-#include <utility>
-
 #include "support/fake_device.h"
+#include "support/testing.h"
 #include "support/virtual_queues.h"
 #include "ui/appearance.h"
 #include "ui/application.h"

@@ -1,9 +1,6 @@
 #include "values/quantities.h"
 
-#include <gmock/gmock.h>
-
-#include <cmath>
-#include <string>
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

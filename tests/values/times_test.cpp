@@ -1,9 +1,8 @@
 #include "values/times.h"
 
-#include <gmock/gmock.h>
-
 #include <cstdio>
-#include <string>
+
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {

@@ -1,10 +1,7 @@
 #include "vehicle/day_replay.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "support/fake_device.h"
+#include "support/testing.h"
 #include "vehicle/day_charts.h"
 
 namespace fleetor::test {

@@ -1,13 +1,6 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <any>
-#include <map>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "platform/documents.h"
 #include "support/client.h"

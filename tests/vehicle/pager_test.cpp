@@ -1,5 +1,4 @@
 #include <any>
-#include <cmath>
 
 #include "support/client.h"
 #include "ui/controls/action_sheet_date_picker.h"

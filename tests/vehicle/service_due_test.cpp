@@ -1,12 +1,9 @@
 #include "vehicle/service_due.h"
 
-#include <gmock/gmock.h>
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class Due : public testing::Test {
  protected:

@@ -8,8 +8,6 @@
 namespace fleetor::test {
 namespace {
 
-using testing::HasSubstr;
-
 std::vector<std::string> titlesOf(const ActionSheet& sheet) {
   std::vector<std::string> titles;
   for (const SheetEntry& entry : sheet.content().entries)

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <cmath>
-
 #include "day/day_points.h"
 #include "support/client.h"
 #include "ui/controls/chart.h"

@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 
 #include <QDir>
@@ -11,7 +10,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
-#include <memory>
 
 #include "app/client.h"
 #include "qt/device/single_instance.h"
@@ -22,6 +20,7 @@
 #include "shell/vehicles_table_view_controller.h"
 #include "support/find_screen.h"
 #include "support/memory_stores.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
@@ -84,7 +83,7 @@ TEST_F(Session, HasOneClientWhichTakesTheRequestsOfLaterStarts) {
   ASSERT_TRUE(waitFor([&] { return later->state() == QProcess::NotRunning; })) << "a second window";
   EXPECT_EQ(later->exitCode(), 0);
   EXPECT_THAT(later->readAllStandardError().toStdString(),
-              testing::HasSubstr("fleetor: a client is running already and has taken over"));
+              HasSubstr("fleetor: a client is running already and has taken over"));
   EXPECT_EQ(first->state(), QProcess::Running);
 
   end(first);  // without a chance to clear up
@@ -118,7 +117,7 @@ TEST_F(Session, LeavesAReportOfACrashForTheNextStartToPack) {
   QFile file(folder.filePath(left[0]));
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const std::string report = file.readAll().toStdString();
-  EXPECT_THAT(report, testing::HasSubstr("\nsignal: 11 SIGSEGV\n"));
+  EXPECT_THAT(report, HasSubstr("\nsignal: 11 SIGSEGV\n"));
   EXPECT_THAT(report, testing::ContainsRegex("\n#[0-9]+ fleetor\\+0x")) << "as far as our own frames";
   EXPECT_THAT(report, testing::EndsWith("\nend\n"));
 

@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <QColor>
 #include <QFile>
 #include <QMetaProperty>
@@ -7,13 +5,6 @@
 #include <QQmlEngine>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <algorithm>
-#include <cmath>
-#include <map>
-#include <memory>
-#include <set>
-#include <string>
-#include <vector>
 
 #include "qt/components/appearance_item.h"
 #include "qt/components/user_preferences.h"

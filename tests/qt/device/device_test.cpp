@@ -1,27 +1,20 @@
-#include <gmock/gmock.h>
-
 #include <sys/stat.h>
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
-#include <algorithm>
 #include <cstdlib>
-#include <functional>
-#include <set>
-#include <string>
 
 #include "qt/device/desktop_device.h"
 #include "qt/device/file_settings.h"
 #include "qt/device/network_use_indicator.h"
 #include "qt/device/system_clock.h"
 #include "support/full_disk.h"
+#include "support/testing.h"
 #include "support/virtual_queues.h"
 
 namespace fleetor {
 namespace {
-
-using testing::HasSubstr;
 
 class DeviceFiles : public testing::Test {
  protected:
@@ -148,8 +141,7 @@ TEST_F(DeviceFiles, TheVendorIdentifierIsDrawnOnceForEachInstallation) {
   EXPECT_EQ(identifier("here.json"), here);
   EXPECT_EQ(fingerprints.size(), 1u);
   EXPECT_NE(identifier("there.json"), here);
-  EXPECT_THAT(fingerprints,
-              testing::AllOf(testing::SizeIs(2), testing::Each(testing::MatchesRegex("[0-9a-f]{64}"))));
+  EXPECT_THAT(fingerprints, AllOf(SizeIs(2), Each(testing::MatchesRegex("[0-9a-f]{64}"))));
   write(path("here.json"), R"({"VendorIdentifier":"not one"})");
   const std::string next = identifier("here.json");
   EXPECT_NE(next, here);
@@ -184,7 +176,7 @@ TEST_F(DeviceFiles, TheDeviceFindsDocumentsAndOpensOnlyHarmlessAddresses) {
               !opened.empty() && opened.back() == url && url != std::string("geo:1,2"))
         << url;
   }
-  EXPECT_THAT(opened, testing::ElementsAre("https://a.example/", "tel:+15551234", "geo:1,2"));
+  EXPECT_THAT(opened, ElementsAre("https://a.example/", "tel:+15551234", "geo:1,2"));
 }
 
 TEST(NetworkUse, ShowsOnlyToThoseWhoWait) {

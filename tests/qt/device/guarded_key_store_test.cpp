@@ -1,7 +1,6 @@
 #include "qt/device/guarded_key_store.h"
 
 #include <fcntl.h>
-#include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,10 +8,10 @@
 #include <condition_variable>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <mutex>
 
 #include "service/keychain_item_wrapper.h"
+#include "support/testing.h"
 #include "support/threaded_queues.h"
 #include "support/virtual_queues.h"
 
@@ -20,8 +19,6 @@ namespace fleetor {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A keyring that outlives the runs of the client, and the user in front of it.
 class Keyring final : public SystemKeyStore {

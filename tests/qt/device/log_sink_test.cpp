@@ -1,9 +1,8 @@
 #include "qt/device/log_sink.h"
 
-#include <gmock/gmock.h>
-
 #include <thread>
-#include <vector>
+
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

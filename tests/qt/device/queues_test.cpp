@@ -1,19 +1,15 @@
 #include "qt/device/queues.h"
 
-#include <gmock/gmock.h>
-
 #include <QCoreApplication>
 #include <QThread>
 #include <QTimer>
-#include <algorithm>
 #include <atomic>
 #include <future>
 #include <latch>
-#include <memory>
 #include <thread>
-#include <vector>
 
 #include "run_until.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
@@ -62,7 +58,7 @@ TEST(QtQueues, RunsDelayedTasksInTheOrderOfTheirMomentsAndNeverEarly) {
   }).join();
   EXPECT_TRUE(seen.empty());
   runUntil([&] { return seen.size() == 3; });
-  EXPECT_THAT(seen, testing::ElementsAre("first", "second", "third"));
+  EXPECT_THAT(seen, ElementsAre("first", "second", "third"));
 }
 
 TEST(QtQueues, RunsGlobalTasksSideBySide) {

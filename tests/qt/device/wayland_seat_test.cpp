@@ -1,6 +1,5 @@
 #include "qt/device/wayland_seat.h"
 
-#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -10,6 +9,8 @@
 #include <cstdint>
 #include <cstring>
 #include <thread>
+
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

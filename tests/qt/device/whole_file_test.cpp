@@ -1,16 +1,13 @@
-#include <gmock/gmock.h>
-
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include "qt/device/whole_file.h"
 #include "support/full_disk.h"
+#include "support/testing.h"
 
 namespace fleetor::test {
 namespace {
-
-using testing::UnorderedElementsAre;
 
 class WholeFile : public testing::Test {
  protected:

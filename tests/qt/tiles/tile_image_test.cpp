@@ -1,9 +1,10 @@
 #include "qt/map/tile_image.h"
 
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 
 #include <QBuffer>
+
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

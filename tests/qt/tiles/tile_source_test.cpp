@@ -1,29 +1,20 @@
 #include "qt/map/tile_source.h"
 
-#include <gmock/gmock.h>
-
 #include <QBuffer>
 #include <QColor>
 #include <QDirIterator>
 #include <QTemporaryDir>
 #include <atomic>
-#include <optional>
 #include <random>
-#include <string>
 
 #include "qt/map/tile_image.h"
 #include "run_until.h"
 #include "support/raw_server.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
 
-using testing::AllOf;
-using testing::Each;
-using testing::HasSubstr;
-using testing::Not;
-using testing::SizeIs;
-using testing::StartsWith;
 using enum TileLoader::Source;
 
 const std::string fresh = "Cache-Control: max-age=1000\r\n";

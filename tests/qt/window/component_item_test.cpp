@@ -1,7 +1,5 @@
 #include "qt/components/component_item.h"
 
-#include <gtest/gtest.h>
-
 #include "qt/components/control_items.h"
 #include "ui/ui_world.h"
 

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <cmath>
-
 #include "window_test.h"
 
 namespace fleetor {

@@ -1,10 +1,6 @@
 #include <QAccessible>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <set>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "../browser.h"
 #include "window_test.h"

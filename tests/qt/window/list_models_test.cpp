@@ -1,13 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <QAbstractItemModelTester>
 #include <QCoreApplication>
-#include <algorithm>
 #include <array>
-#include <memory>
-#include <optional>
-#include <utility>
-#include <vector>
 
 #include "qt/components/control_items.h"
 #include "qt/components/table_model.h"

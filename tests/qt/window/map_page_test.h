@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <QBuffer>
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
@@ -9,16 +7,14 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QTest>
-#include <algorithm>
 #include <atomic>
-#include <cmath>
-#include <memory>
 
 #include "../rest.h"
 #include "qt/components/view_controller_items.h"
 #include "qt/map/map_surface.h"
 #include "support/fake_device.h"
 #include "support/raw_server.h"
+#include "support/testing.h"
 #include "support/virtual_queues.h"
 #include "ui/appearance.h"
 #include "ui/controls/controls.h"

@@ -1,7 +1,5 @@
 #include "qt/components/table_model.h"
 
-#include <gmock/gmock.h>
-
 #include <QAbstractItemModelTester>
 #include <QCoreApplication>
 #include <QProcess>
@@ -11,10 +9,6 @@
 #include <QQuickWindow>
 #include <QSignalSpy>
 #include <QTest>
-#include <functional>
-#include <map>
-#include <memory>
-#include <utility>
 
 #include "ui/ui_world.h"
 

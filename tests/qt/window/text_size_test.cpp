@@ -4,19 +4,12 @@
 #include <QJSValue>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <algorithm>
-#include <map>
-#include <set>
-#include <string>
-#include <vector>
 
 #include "qt/components/user_preferences.h"
 #include "window_test.h"
 
 namespace fleetor {
 namespace {
-
-using testing::IsEmpty;
 
 struct Reader {
   int perCent;  ///< of the normal size

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <QGuiApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -11,12 +9,11 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <cstdio>
-#include <functional>
-#include <memory>
 
 #include "../rest.h"
 #include "app/client.h"
 #include "support/memory_stores.h"
+#include "support/testing.h"
 
 namespace fleetor {
 
