@@ -183,19 +183,6 @@ TEST(TrackLine, TakesAnyNumberOfAnyPoints) {
   for (const auto& [chunk, shift] : line.pieces(everywhere, 20))
     for (const auto& [x, y] : chunk->vertices)
       EXPECT_TRUE(std::isfinite(x) && std::isfinite(y));
-
-  std::mt19937 random{1};
-  std::uniform_real_distribution<double> degrees{-180, 180};
-  std::vector<Coordinate> worst(50000);
-  std::ranges::generate(worst, [&] { return Coordinate{degrees(random) / 2, degrees(random)}; });
-  TrackLine scribble(worst);
-  const WorldPoint place = project(worst[25000]);
-  for (const int level : {1, 12, 20}) {
-    const double half = 400 / pointsPerWorldUnit(level);
-    const auto pieces =
-        scribble.pieces({place.x - half, place.y - half, place.x + half, place.y + half}, level);
-    EXPECT_LT(pointsFromLine(place, pieces, level), 1.5);
-  }
 }
 
 // Straight, so that only the ends are kept; across the antimeridian, and at street zoom cut to the view.

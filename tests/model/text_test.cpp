@@ -23,14 +23,6 @@ TEST(TextTest, OutlivesWhatItWasMadeFromAndSurvivesCopyMoveAndSelfAssignment) {
   EXPECT_EQ(text.str(), "again");
 }
 
-TEST(TextTest, DistinguishesEmptyFromNeverSetButComparesThemEqual) {
-  EXPECT_FALSE(Text().isSet());
-  EXPECT_TRUE(Text("").isSet());
-  EXPECT_EQ(Text(), Text(""));
-  EXPECT_EQ(Text(), "");
-  EXPECT_EQ(Text(std::string_view("a\0b", 3)).size(), 3u);
-}
-
 TEST(TextTest, IsSharedBetweenThreads) {
   const Text shared = "52.1";
   std::vector<std::jthread> threads;

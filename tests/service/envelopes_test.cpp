@@ -83,13 +83,5 @@ TEST(Envelopes, AreValidWithAPayloadAndCode200Only) {
   expectEnvelope(&RouteResponse::route, "total error route? ");
 }
 
-TEST(Envelopes, ReadTheirStatusFromCodeAndDescription) {
-  const auto mapped = JSONModel::initWithDictionary<APIResponse>(
-      *decodeJSON(R"({"total":3,"error":{"code":"500","description":"no"}})"));
-  ASSERT_TRUE(mapped);
-  EXPECT_EQ(mapped->error, APIError::initWithCode(500, "no"));
-  EXPECT_EQ(mapped->total, 3);
-}
-
 }  // namespace
 }  // namespace fleetor::test

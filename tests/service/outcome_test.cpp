@@ -113,17 +113,6 @@ TEST_F(CompletionTest, ReportsARequestThatCannotBeBuilt) {
   EXPECT_FALSE(indicator.visible);
 }
 
-TEST_F(CompletionTest, KeepsWhatItCapturesUntilItWasCalledAndNoLonger) {
-  auto screen = std::make_shared<int>(1);
-  transport.leaveOpen("/live");
-  API::getWithPath("/live", modelClass<LiveResponse>, {}, [screen](auto&&...) {});
-  queues.runUntilIdle();
-  EXPECT_EQ(screen.use_count(), 2);
-  transport.answerOpen("/live", jsonReply("{}"));
-  queues.runUntilIdle();
-  EXPECT_EQ(screen.use_count(), 1);
-}
-
 TEST_F(CompletionTest, NetworkIndicatorOutlastsTheLastOperationBriefly) {
   API::configureRequest();
   transport.leaveOpen("/live");
