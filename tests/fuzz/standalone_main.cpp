@@ -76,11 +76,8 @@ int main(int argc, char** argv) {
     } else if (std::filesystem::is_directory(argv[i])) {
       for (const auto& entry : std::filesystem::directory_iterator(argv[i]))
         addFile(entry.path());
-    } else if (std::filesystem::is_regular_file(argv[i])) {
-      addFile(argv[i]);
     } else {
-      std::fprintf(stderr, "no such file or option: %s\n", argv[i]);
-      return 2;
+      addFile(argv[i]);
     }
   }
 

@@ -17,6 +17,16 @@ warnings.simplefilter("ignore", DeprecationWarning)  # of names for which there 
 NOT_A_ROLE = {"unknown", "invalid", "redundant object"}
 
 
+def until(condition, seconds=30):
+    """What the condition gives as soon as that is true, or in the end."""
+    end = time.monotonic() + seconds
+    while not (result := condition()) and time.monotonic() < end:
+        time.sleep(0.05)  # between two looks
+        while GLib.MainContext.default().iteration(False):
+            pass
+    return result
+
+
 class Screen:
     def __init__(self, process):
         self.process = process
@@ -49,17 +59,16 @@ class Screen:
         hits = [n for n in self.showing(scrolled_away) if n.get_role_name() == role and re.fullmatch(name, n.get_name(), re.DOTALL)]
         return hits[-1] if hits else None
 
-    def wait(self, role, name, seconds=30, scrolled_away=False):
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
+    def wait(self, role, name, scrolled_away=False):
+        def look():
             if self.process.poll() is not None:
                 sys.exit(f"the client ended with status {self.process.returncode}")
             try:
-                if hit := self.find(role, name, scrolled_away):
-                    return hit
+                return self.find(role, name, scrolled_away)
             except GLib.Error:
-                pass
-            time.sleep(0.1)  # between two looks
+                return None
+        if hit := until(look):
+            return hit
         there = "\n".join(f"  {n.get_role_name()}: {n.get_name()!r}" for n in self.showing())
         sys.exit(f"there is no {role} called {name!r}; there is\n{there}")
 
@@ -99,14 +108,14 @@ class Screen:
 
     def check(self):
         """Fails for a nameless control, unless it is one of a screen that is just leaving."""
-        end = time.monotonic() + 3
-        controls, bad = self.nameless()
-        while (bad or controls == 0) and time.monotonic() < end:
-            time.sleep(0.1)  # between two looks
+        def controls_with_names():
             controls, bad = self.nameless()
-        if bad or controls == 0:
+            return controls if not bad else 0
+        found = until(controls_with_names, 3)
+        if not found:
+            controls, bad = self.nameless()
             sys.exit(f"of {controls} controls these have no name or no role: " + "; ".join(bad))
-        self.controls += controls
+        self.controls += found
 
 
 def write(field, text):
@@ -120,15 +129,13 @@ def write_unheard(field, secret):
     listener = Atspi.EventListener.new(lambda event: heard.append(f"{event.type} {event.any_data}"))
     listener.register("object:text-changed")
     listener.register("object:text-caret-moved")
-    end = time.monotonic() + 30
-    while not any("caret" in event for event in heard):
-        if time.monotonic() > end:
-            sys.exit("no move of the caret was announced")
+    def writing_is_heard():
         write(field, "")
         write(field, secret)
-        read = Atspi.Text.get_text(field.get_text_iface(), 0, -1)
-        while GLib.MainContext.default().iteration(False):
-            pass
+        return any("caret" in event for event in heard)
+    if not until(writing_is_heard):
+        sys.exit("no move of the caret was announced")
+    read = Atspi.Text.get_text(field.get_text_iface(), 0, -1)
     if read != "●" * len(secret) or any(secret in event for event in heard):
         sys.exit(f"of the password can be read {read!r}, and heard {heard}")
 
@@ -139,12 +146,8 @@ def hear(act, words):
     listener = Atspi.EventListener.new(lambda event: heard.append(event.source.get_name()))
     listener.register("object:state-changed:showing")
     act()
-    end = time.monotonic() + 30
-    while not any(re.fullmatch(words, name or "") for name in heard):
-        if time.monotonic() > end:
-            sys.exit(f"not announced: {words!r}, but {heard}")
-        GLib.MainContext.default().iteration(False)
-        time.sleep(0.01)  # between two looks
+    if not until(lambda: any(re.fullmatch(words, name or "") for name in heard)):
+        sys.exit(f"not announced: {words!r}, but {heard}")
     listener.deregister("object:state-changed:showing")
 
 
