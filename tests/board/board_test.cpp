@@ -19,9 +19,7 @@ class Board : public testing::Test {
   }
 
   BoardViewController& open() {
-    dynamic_cast<Button&>(*client.root<MainViewController>()->rearViewController()->findOutlet("fleetButton"))
-        .tap();
-    client.settle();
+    client.tap(client.menuEntry("fleetButton"));
     return *client.find<BoardViewController>();
   }
   BoardCell& card(int row) {
@@ -74,10 +72,8 @@ TEST_F(Board, KeepsThePaceWhenItIsOpenedAnew) {
   open();
   client.advance(5);
   client.takeRequests();
-  auto& button = dynamic_cast<Button&>(
-      *client.root<MainViewController>()->rearViewController()->findOutlet("fleetButton"));
   for (int i = 0; i < 10; ++i) {
-    button.tap();
+    client.menuEntry("fleetButton").tap();
     client.advance(0.1);
   }
   EXPECT_LE(client.takeRequests().size(), 3u);
@@ -131,7 +127,7 @@ TEST_F(Board, FollowsOneAndReportsWhenItStops) {
   EXPECT_NE(before, board.newsLabel().text());
   EXPECT_EQ(board.mapView().overlays().size(), 24u) << "each has driven";
 
-  dynamic_cast<Button*>(board.findOutlet("wholeTrackButton"))->tap();
+  outletOf<Button>(board, "wholeTrackButton").tap();
   EXPECT_FALSE(card(2).followButton().selected());
 
   // From the callout to the vehicle; the callout stays with the vehicle that moves.
@@ -139,8 +135,7 @@ TEST_F(Board, FollowsOneAndReportsWhenItStops) {
   board.mapView().selectAnnotation(board.mapView().annotations()[6]);
   moved = 310;
   client.advance(20);
-  board.openVehicleButton().tap();
-  client.settle();
+  client.tap(board.openVehicleButton());
   EXPECT_EQ(client.find<VehicleViewController>()->vehicle().name, "Vehicle 7");
 }
 
@@ -150,8 +145,7 @@ TEST_F(Board, OffersToTryAgainAndSignsOutWhenTheSessionHasExpired) {
   client.advance(5);
   EXPECT_EQ(board.failureLabel().text(), "The list of vehicles is incomplete");
   serveFleet(client.transport, 0, 0);
-  board.reloadButton().tap();
-  client.settle();
+  client.tap(board.reloadButton());
   EXPECT_EQ(board.failureLabel().text(), "");
   EXPECT_EQ(board.noteLabel().text(), "No vehicles");
 
@@ -183,18 +177,10 @@ TEST(PinnedBoard, HasThePinnedVehiclesAndThoseThatTheAccountStillHas) {
     const int id = numberOf(request.url, "vehid");
     return std::optional(id == 99 ? jsonReply("{}", 404) : liveReply(id, 0));
   });
-  const auto& container = *client.root<MainViewController>();
-  dynamic_cast<Button&>(*container.rearViewController()->findOutlet("fleetButton")).tap();
+  client.menuEntry("fleetButton").tap();
   client.advance(20);
-  const auto names = [&] {
-    auto& table = client.find<BoardViewController>()->boardTableView();
-    std::vector<std::string> all;
-    all.reserve(static_cast<std::size_t>(table.numberOfRows()));
-    for (int row = 0; row < table.numberOfRows(); ++row)
-      all.push_back(table.cellForRow(row)->textLabel().text());
-    return all;
-  };
-  EXPECT_THAT(names(), ElementsAre("Vehicle 30", "Vehicle 3"));
+  EXPECT_THAT(Client::textsOf(client.find<BoardViewController>()->boardTableView()),
+              ElementsAre(StartsWith("Vehicle 30 |"), StartsWith("Vehicle 3 |")));
 }
 
 TEST(PinnedBoard, EndsItsWaitWhenNothingComes) {
@@ -204,12 +190,11 @@ TEST(PinnedBoard, EndsItsWaitWhenNothingComes) {
   client.start();
   client.transport.answer("/vehicles", jsonReply("{}", 500));
   client.transport.answer("/live", jsonReply("{}", 500));
-  dynamic_cast<Button&>(*client.root<MainViewController>()->rearViewController()->findOutlet("fleetButton"))
-      .tap();
+  client.menuEntry("fleetButton").tap();
   client.advance(5);
   const auto& board = *client.find<BoardViewController>();
-  EXPECT_EQ(dynamic_cast<const Label&>(*board.findOutlet("noteLabel")).text(), "Nothing received yet");
-  EXPECT_FALSE(dynamic_cast<const ActivityIndicator&>(*board.findOutlet("loadingIndicator")).isAnimating());
+  EXPECT_EQ(outletOf<const Label>(board, "noteLabel").text(), "Nothing received yet");
+  EXPECT_FALSE(outletOf<const ActivityIndicator>(board, "loadingIndicator").isAnimating());
 }
 
 TEST(TabletBoard, StandsBesideTheListAndOpensVehiclesOverItself) {
@@ -218,8 +203,7 @@ TEST(TabletBoard, StandsBesideTheListAndOpensVehiclesOverItself) {
   client.start();
   const Viewport eyes(client.vehicles());
   client.settle();
-  dynamic_cast<Button&>(*client.find<VehiclesTableViewController>()->findOutlet("fleetButton")).tap();
-  client.settle();
+  client.tap(outletOf<Button>(*client.find<VehiclesTableViewController>(), "fleetButton"));
   const auto& container = *client.root<MainViewController>();
   EXPECT_EQ(container.frontViewController()->view().frame(), (Rect{300, 0, 724, 768}));
   client.find<BoardViewController>()->boardTableView().tap(2);

@@ -118,8 +118,7 @@ TEST(SignIn, GoesToTheEmptyFieldAndSendsNothingTwice) {
   login.passwordTextField().pressReturn();
   EXPECT_FALSE(client.application.window().keyboard().visible());
   EXPECT_TRUE(login.loginButton().loading());
-  login.loginButton().tap();
-  client.settle();
+  client.tap(login.loginButton());
   EXPECT_THAT(client.takeRequests(), ElementsAre("POST /token?grant_type=password"));
   EXPECT_THAT(client.takeMessages(), IsEmpty());
 

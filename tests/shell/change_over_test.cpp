@@ -19,9 +19,6 @@ class ChangeOver : public testing::Test {
 
   VehicleViewController& pager() { return *client.find<VehicleViewController>(); }
   int page() { return pager().swipeTabBarController()->selectedIndex(); }
-  static void tap(ViewController& screen, const char* button) {
-    dynamic_cast<Button&>(*screen.findOutlet(button)).tap();
-  }
 
   Machine machine;
   Client client{machine};
@@ -32,8 +29,7 @@ TEST_F(ChangeOver, KeepsTheVehicleItsPageAndItsDayAndAsksForThemOnce) {
   client.open(1);
   pager().pagesTabBar().tap(map);
   client.settle();
-  tap(*pager().swipeTabBarController()->viewControllers()[map], "previousDayButton");
-  client.settle();
+  client.tap(outletOf<Button>(*pager().swipeTabBarController()->viewControllers()[map], "previousDayButton"));
   client.takeRequests();
   const std::string day = client.queues.day(pager().date());
   const std::string track = "GET /map?date=" + day + "&vehid=2";
@@ -88,8 +84,7 @@ TEST_F(ChangeOver, LeavesTheListThePageThatItWaitsFor) {
 }
 
 TEST_F(ChangeOver, KeepsTheFleetOpen) {
-  tap(*client.root<MainViewController>()->rearViewController(), "fleetButton");
-  client.settle();
+  client.tap(client.menuEntry("fleetButton"));
   for (const Idiom idiom : {Idiom::pad, Idiom::phone}) {
     become(idiom);
     client.takeRequests();
@@ -100,8 +95,7 @@ TEST_F(ChangeOver, KeepsTheFleetOpen) {
 }
 
 TEST_F(ChangeOver, ShowsThePageOfTheMenuAsASheetAndLeavesTheSignIn) {
-  tap(*client.root<MainViewController>()->rearViewController(), "accountButton");
-  client.settle();
+  client.tap(client.menuEntry("accountButton"));
   become(Idiom::pad);
   client.settle();
   ASSERT_TRUE(client.find<AccountViewController>());

@@ -6,19 +6,15 @@ namespace fleetor::test {
 namespace {
 
 TEST(ContactURL, IsMadeOfOnePhoneNumberOrMailAddressAndNothingElse) {
-  const struct {
-    Contact contact;
-    const char* value;
-    const char* url;
-  } cases[] = {
+  const std::tuple<Contact, const char*, const char*> cases[] = {
       {Contact::phone, "+48 600 100-200", "tel:+48600100200"},
       {Contact::phone, "(0 12) 345.67/89", "tel:0123456789"},
       {Contact::sms, "112", "sms:112"},
       {Contact::mail, "anna.b+fleet@nowak.test", "mailto:anna.b+fleet@nowak.test"},
       {Contact::none, "600100200", ""},
   };
-  for (const auto& each : cases)
-    EXPECT_EQ(contactURL(each.contact, each.value), each.url) << each.value;
+  for (const auto& [contact, value, url] : cases)
+    EXPECT_EQ(contactURL(contact, value), url) << value;
   for (const char* number :
        {"12", "1234567890123456", "600 100 200, 600 100 201", "*#06#", "600100200?body=hello"})
     for (const Contact contact : {Contact::phone, Contact::sms})
@@ -50,7 +46,7 @@ class Contacts : public testing::Test {
 
 TEST_F(Contacts, AreCalledAndWrittenToByATapOrCopiedWhereNoProgramDoes) {
   const auto hintOf = [&](int row) {
-    auto& picture = dynamic_cast<ImageView&>(*table.cellForRow(row)->findOutlet("linkImageView"));
+    auto& picture = outletOf<ImageView>(*table.cellForRow(row), "linkImageView");
     return picture.image() + picture.accessibleName();
   };
   EXPECT_EQ(hintOf(phoneRow), "RowCallCall");

@@ -19,9 +19,7 @@ class Find : public testing::TestWithParam<Idiom> {
     return reopen();
   }
   FindViewController& reopen() {
-    auto* const button = client.find<VehiclesTableViewController>()->findOutlet("findButton");
-    dynamic_cast<BarButtonItem*>(button)->tap();
-    client.settle();
+    client.tap(outletOf<BarButtonItem>(*client.find<VehiclesTableViewController>(), "findButton"));
     return *client.find<FindViewController>();
   }
   void type(const char* text) {
@@ -238,8 +236,7 @@ TEST_P(FindFetching, SaysThatItFailedAndTriesAgain) {
   client.settle();
   EXPECT_EQ(progress(), "The list of vehicles is incomplete|Try again");
   EXPECT_EQ(client.transport.openCount(), 0u);
-  find.progressButton().tap();
-  client.settle();
+  client.tap(find.progressButton());
   answer(45, 20);
   client.advance(600);
   EXPECT_EQ(progress(), "The list of vehicles is incomplete|Try again") << "a page without vehicles";
@@ -253,8 +250,7 @@ TEST_P(FindFetching, HelpsOutAListThatHasFailed) {
   client.settle();
   EXPECT_EQ(progress(), "The list of vehicles is incomplete|Try again");
   EXPECT_EQ(find.emptyLabel().text(), "");
-  find.progressButton().tap();
-  client.settle();
+  client.tap(find.progressButton());
   answer(7, 7);
   EXPECT_THAT(rows(), SizeIs(7));
   EXPECT_EQ(progress(), "|");

@@ -24,8 +24,7 @@ class SideMenu : public testing::Test {
     auto& front = dynamic_cast<NavigationController&>(*container().frontViewController());
     client.tapLeftButtonOf(*front.topViewController());
     EXPECT_FALSE(frontTakesTouches());
-    dynamic_cast<Button&>(*container().rearViewController()->findOutlet(entry)).tap();
-    client.settle();
+    client.tap(client.menuEntry(entry));
   }
 
   Machine phone;
@@ -44,9 +43,7 @@ TEST_F(SideMenu, PutsANewScreenInFrontAtEveryChoice) {
   EXPECT_FALSE(container().panShouldBegin(121));
   EXPECT_TRUE(frontTakesTouches());
 
-  const auto isMarked = [this](const char* entry) {
-    return dynamic_cast<Button&>(*container().rearViewController()->findOutlet(entry)).selected();
-  };
+  const auto isMarked = [this](const char* entry) { return client.menuEntry(entry).selected(); };
   EXPECT_TRUE(isMarked("vehiclesButton"));
   choose("aboutButton");
   client.tapLeftButtonOf(*client.find<AboutViewController>());
@@ -65,7 +62,7 @@ TEST_F(SideMenu, AsksBeforeItSignsOut) {
   client.application.window().alerts().at(0)->tapButton(0);
   EXPECT_TRUE(API::isLogged());
   EXPECT_THAT(client.takeRequests(), IsEmpty());
-  dynamic_cast<Button&>(*container().rearViewController()->findOutlet("logoutButton")).tap();
+  client.menuEntry("logoutButton").tap();
   client.application.window().alerts().at(0)->tapButton(1);
   EXPECT_TRUE(client.root<LoginViewController>());
   client.settle();

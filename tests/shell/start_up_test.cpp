@@ -16,17 +16,13 @@ ChooseVehicleTableViewController* requestChooser(Client& client) {
 }
 
 TEST(LaunchImage, FollowsTheDeviceAndTheLongSideOfItsScreen) {
-  struct Case {
-    Idiom idiom;
-    double width, height, scale;
-    const char* image;
-  };
-  for (const auto& [idiom, width, height, scale, image] : {Case{Idiom::pad, 1024, 768, 2, "2048x1536.png"},
-                                                           {Idiom::pad, 1024, 768, 1, "1024x768.png"},
-                                                           {Idiom::phone, 320, 480, 2, "640x960.png"},
-                                                           {Idiom::unspecified, 568, 320, 2, "640x1136.png"},
-                                                           {Idiom::phone, 375, 667, 2, "750x1334.png"},
-                                                           {Idiom::phone, 390, 600, 3, "1242x2208.png"}}) {
+  for (const auto& [idiom, width, height, scale, image] :
+       {std::tuple<Idiom, double, double, double, const char*>{Idiom::pad, 1024, 768, 2, "2048x1536.png"},
+        {Idiom::pad, 1024, 768, 1, "1024x768.png"},
+        {Idiom::phone, 320, 480, 2, "640x960.png"},
+        {Idiom::unspecified, 568, 320, 2, "640x1136.png"},
+        {Idiom::phone, 375, 667, 2, "750x1334.png"},
+        {Idiom::phone, 390, 600, 3, "1242x2208.png"}}) {
     FakeDevice device;
     device.idiom = idiom;
     device.width = width;
@@ -79,8 +75,7 @@ TEST(TopLevel, OnATabletIsTheListBesideWhatItOpens) {
 
   // Account and about come as sheets that can be closed.
   for (std::size_t i = 0; i < 2; ++i) {
-    list->navigationItem().rightBarButtonItems().at(i)->tap();
-    client.settle();
+    client.tap(*list->navigationItem().rightBarButtonItems().at(i));
     const auto sheet = container.presentedViewController();
     ASSERT_TRUE(sheet);
     EXPECT_EQ(sheet->modalPresentationStyle(), ModalPresentationStyle::formSheet);

@@ -41,8 +41,7 @@ TEST_F(VehicleList, OfAnEndedSessionIsNotTheFleetOfTheNext) {
   client.settle();
   answer(late);
   client.takeRequests();
-  dynamic_cast<Button&>(*client.root<MainViewController>()->rearViewController()->findOutlet("fleetButton"))
-      .tap();
+  client.menuEntry("fleetButton").tap();
   client.advance(2);
   EXPECT_THAT(client.takeRequests(), ElementsAre("GET /vehicles?limit=20&offset=0"));
 }
@@ -136,8 +135,7 @@ TEST(BrokenVehicleList, IsMadeAnewOnDemand) {
     EXPECT_EQ(list->failureLabel().text(), "The list of vehicles is incomplete");
 
     const std::weak_ptr<ViewController> broken = list->weak_from_this();
-    list->reloadButton().tap();
-    client.settle();
+    client.tap(list->reloadButton());
     EXPECT_TRUE(broken.expired());
     Viewport again(client.vehicles());
     client.settle();

@@ -109,6 +109,10 @@ class Client {
     settle();
   }
 
+  Button& menuEntry(const char* name) {
+    return outletOf<Button>(*root<MainViewController>()->rearViewController(), name);
+  }
+
   TableView& vehicles() { return find<VehiclesTableViewController>()->itemsTableView(); }
 
   /// Looks at the list, whose first page comes with that, and taps a row.
@@ -120,6 +124,11 @@ class Client {
     return find<VehicleViewController>();
   }
 
+  template <class AnyButton>
+  void tap(AnyButton& button) {
+    button.tap();
+    settle();
+  }
   void tapLeftButtonOf(ViewController& screen) { tap(*screen.navigationItem().leftBarButtonItems().at(0)); }
   void tapRightButtonOf(ViewController& screen) { tap(*screen.navigationItem().rightBarButtonItems().at(0)); }
 
@@ -187,11 +196,6 @@ class Client {
     transport.answer("/route", routeReply(2));
     transport.answer("/info", infoReply());
     transport.answer("/user", userReply());
-  }
-
-  void tap(BarButtonItem& button) {
-    button.tap();
-    settle();
   }
 
   void noteToast() {

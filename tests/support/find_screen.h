@@ -15,4 +15,10 @@ Screen* findScreen(ViewController* top) {
   return nullptr;
 }
 
+/// What a screen or a row has drawn under that name.
+template <class Kind, class Owner>
+Kind& outletOf(Owner& owner, const char* name) {
+  return dynamic_cast<Kind&>(*owner.findOutlet(name));
+}
+
 }  // namespace fleetor::test

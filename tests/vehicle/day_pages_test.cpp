@@ -27,7 +27,7 @@ class DayPages : public testing::Test {
   Kind& outlet(const char* name) {
     auto& pages = *screen->swipeTabBarController();
     const auto page = pages.viewControllers()[static_cast<std::size_t>(pages.selectedIndex())];
-    return dynamic_cast<Kind&>(*page->findOutlet(name));
+    return outletOf<Kind>(*page, name);
   }
   std::string tap(const char* button) {
     outlet<Button>(button).tap();

@@ -1,5 +1,3 @@
-#include <tuple>
-
 #include "lone_page.h"
 #include "shell/base/info_cell.h"
 
@@ -28,7 +26,7 @@ TEST_F(InfoPage, SpinsUntilTheFirstRecordAndThenListsIt) {
                           "21°C | Temperature", "40l | Fuel", "120345 km | Odometer"));
   EXPECT_EQ(table.heightForRow(0), 68);
   EXPECT_EQ(table.heightForRow(1), 42);
-  EXPECT_EQ(dynamic_cast<ImageView&>(*table.cellForRow(0)->findOutlet("photoImageView")).image(), "Car7");
+  EXPECT_EQ(outletOf<ImageView>(*table.cellForRow(0), "photoImageView").image(), "Car7");
 }
 
 TEST_F(InfoPage, IgnoresErrorsOtherVehiclesAndWhatComesWhileItIsHidden) {
@@ -45,8 +43,7 @@ TEST_F(InfoPage, IgnoresErrorsOtherVehiclesAndWhatComesWhileItIsHidden) {
   client.advance(40);
   show();
   EXPECT_EQ(page->live(), shown);
-  EXPECT_EQ(dynamic_cast<Label&>(*page->itemsTableView().cellForRow(1)->findOutlet("noteLabel")).text(),
-            "40 s");
+  EXPECT_EQ(outletOf<Label>(*page->itemsTableView().cellForRow(1), "noteLabel").text(), "40 s");
 }
 
 TEST_F(InfoPage, ShowsTheAgeOfTheReadingsBesideTheirTimeAndFadesThemWhenTheyAreOld) {

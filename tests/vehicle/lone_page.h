@@ -67,7 +67,7 @@ class LonePage : public testing::Test {
   void hide() { client.application.window().setRootViewController(nullptr); }
   template <class Kind>
   Kind& outlet(const char* name) {
-    return dynamic_cast<Kind&>(*page->findOutlet(name));
+    return outletOf<Kind>(*page, name);
   }
   void tap(const char* button) { outlet<Button>(button).tap(); }
   void pollBrings(const std::shared_ptr<const Live>& live) { poll(live); }

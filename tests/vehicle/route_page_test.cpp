@@ -22,7 +22,7 @@ class RoutePage : public LonePage<RouteDetailViewController> {
       else
         for (const char* name :
              {"statusLabel", "timeLabel", "durationLabel", "distanceLabel", "fromLabel", "toLabel"})
-          text += "|" + dynamic_cast<Label&>(*cell->findOutlet(name)).text();
+          text += "|" + outletOf<Label>(*cell, name).text();
       texts.push_back(text);
     }
     return texts;
@@ -34,8 +34,8 @@ class RoutePage : public LonePage<RouteDetailViewController> {
 /// What is drawn beside the labels: the picture and the time without the day.
 std::string drawn(TableView& table, int row) {
   const auto cell = table.cellForRow(row);
-  return dynamic_cast<ImageView&>(*cell->findOutlet("kindImageView")).image() + " " +
-         dynamic_cast<Label&>(*cell->findOutlet("clockLabel")).text();
+  return outletOf<ImageView>(*cell, "kindImageView").image() + " " +
+         outletOf<Label>(*cell, "clockLabel").text();
 }
 
 const std::string drive = "265|Driving|08:00|12 min|12.5 km|Mill Lane|Harbour";

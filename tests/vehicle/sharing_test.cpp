@@ -177,7 +177,7 @@ TEST_F(MarkedAbout, MarksItsTabUnopenedByWhatTheSessionKnowsOfTheVehicle) {
   const auto next = open();
   receive(*next, "150340");
   EXPECT_THAT(marks, ElementsAre("Distance service: 340 km overdue"));
-  EXPECT_EQ(dynamic_cast<Label&>(*next->findOutlet("overdueLabel")).text(), "") << "its list is empty";
+  EXPECT_EQ(outletOf<Label>(*next, "overdueLabel").text(), "") << "its list is empty";
   EXPECT_THAT(requests(), IsEmpty());
   API::loginUserWithToken("of somebody else");
   marks.clear();

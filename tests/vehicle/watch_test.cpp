@@ -21,9 +21,7 @@ class Watch : public testing::Test {
 
   std::string status() {
     auto& page = *client.find<InfoDetailViewController>();
-    const auto text = [&page](const char* name) {
-      return dynamic_cast<Label&>(*page.findOutlet(name)).text();
-    };
+    const auto text = [&page](const char* name) { return outletOf<Label>(page, name).text(); };
     return text("speedLabel") + text("speedUnitLabel") + " " + text("motionLabel") + " " +
            text("motionSinceLabel");
   }
@@ -57,8 +55,7 @@ TEST_F(Watch, ShowsSinceWhenTheVehicleDrivesOrStandsAsFarAsItWasSeen) {
 }
 
 TEST_F(Watch, CountsTheSilenceOfAVehicleFromItsLastReport) {
-  const auto& line =
-      dynamic_cast<Label&>(*client.find<InfoDetailViewController>()->findOutlet("noReportLabel"));
+  const auto& line = outletOf<Label>(*client.find<InfoDetailViewController>(), "noReportLabel");
   client.advance(119);
   EXPECT_EQ(line.text(), "");
   show(2);
@@ -118,9 +115,9 @@ TEST(VehicleWatch, KeepsTheDaysLastStopAndAppliesItWhileItFits) {
 TEST_F(Watch, ATapOnAReadingOpensTheChartOfWhatWasSeenAndAnotherTapClosesIt) {
   auto& page = *client.find<InfoDetailViewController>();
   auto& table = page.itemsTableView();
-  const auto& chart = dynamic_cast<Chart&>(*page.findOutlet("readingChart"));
-  const auto& note = dynamic_cast<Label&>(*page.findOutlet("readingChartLabel"));
-  const auto& close = dynamic_cast<Button&>(*page.findOutlet("closeChartButton"));
+  const auto& chart = outletOf<Chart>(page, "readingChart");
+  const auto& note = outletOf<Label>(page, "readingChartLabel");
+  const auto& close = outletOf<Button>(page, "closeChartButton");
   constexpr int speedRow = 2, rpmRow = 3, directionRow = 4, temperatureRow = 7;
   table.tap(directionRow);
   EXPECT_FALSE(close.enabled()) << "a direction has no chart";
@@ -146,7 +143,7 @@ TEST_F(Watch, ATapOnAReadingOpensTheChartOfWhatWasSeenAndAnotherTapClosesIt) {
 
 TEST_F(Watch, TheMarkedMomentOfAChartIsTheLatestUntilAnotherIsChosenAndAgesWithTheRest) {
   auto& page = *client.find<InfoDetailViewController>();
-  auto& chart = dynamic_cast<Chart&>(*page.findOutlet("readingChart"));
+  auto& chart = outletOf<Chart>(page, "readingChart");
   page.itemsTableView().tap(2);
   for (speed = 10; speed < 50; speed += 10)
     client.advance(15);
