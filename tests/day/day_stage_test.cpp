@@ -8,18 +8,17 @@ namespace {
 using Kind = DayStage::Kind;
 
 TEST(DayStage, IsDrivingOrParkingByItsValuesAndNeitherWhereTheyAreNotUnderstood) {
-  struct Case {
-    const char* distance;
-    const char* from;
-    const char* to;
-    Kind kind;
-  };
-  for (const auto& [distance, from, to, kind] :
-       {Case{"12.5", "Mill Lane", "Harbour", Kind::driving}, Case{"12.5 km", "Home", "Home", Kind::driving},
-        Case{"0", "Home", "Harbour", Kind::driving}, Case{"0.0", "Home", "Home", Kind::parking},
-        Case{"0,0 km", "Home", "Home", Kind::parking}, Case{"", "Home", "Home", Kind::unknown},
-        Case{"0.4", "Home", "Home", Kind::unknown}, Case{"-1", "Home", "Home", Kind::unknown},
-        Case{"far", "Home", "Harbour", Kind::unknown}, Case{"0", "", "", Kind::unknown}}) {
+  const std::tuple<const char*, const char*, const char*, Kind> cases[] = {
+      {"12.5", "Mill Lane", "Harbour", Kind::driving},
+      {"12.5 km", "Home", "Home", Kind::driving},
+      {"0", "Home", "Harbour", Kind::driving},
+      {"0,0 km", "Home", "Home", Kind::parking},
+      {"", "Home", "Home", Kind::unknown},
+      {"0.4", "Home", "Home", Kind::unknown},
+      {"-1", "Home", "Home", Kind::unknown},
+      {"far", "Home", "Harbour", Kind::unknown},
+      {"0", "", "", Kind::unknown}};
+  for (const auto& [distance, from, to, kind] : cases) {
     RouteItem item;
     item.status = "Parking";  // decides nothing
     item.distance = distance;
@@ -30,13 +29,7 @@ TEST(DayStage, IsDrivingOrParkingByItsValuesAndNeitherWhereTheyAreNotUnderstood)
 }
 
 TEST(DayStage, HasTheTimesOfItsDayOnly) {
-  struct Case {
-    const char* from;
-    const char* to;
-    const char* clock;
-    std::optional<float> begin;
-    std::optional<float> end;
-  };
+  using Case = std::tuple<const char*, const char*, const char*, std::optional<float>, std::optional<float>>;
   for (const auto& [from, to, clock, begin, end] :
        {Case{"2026-11-20 07:03:00", "2026-11-20 07:46:10", "07:03:00", 25380, 27970},
         Case{"2026-11-20T07:03", "2026-11-21 00:30", "07:03", 25380, 88200},

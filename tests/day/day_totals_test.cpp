@@ -24,10 +24,7 @@ TEST(DayTotals, AddUpWhatIsUnderstoodAndNothingElse) {
   const RouteItem out = trip("07:00", "07:46:10", "00:46:10"), back = trip("07:50", "08:00", "10 min");
   RouteItem drift = stay("07:00", "07:46");
   drift.distance = "0.5";
-  const struct {
-    std::vector<RouteItem> rows;
-    const char* totals;
-  } cases[] = {
+  const std::pair<std::vector<RouteItem>, const char*> cases[] = {
       {{night, out, back, evening},
        "25 km, 2 trips, 2 stops, 3370 s driving, 28800 s standing, 25200 to 28800"},
       // The last trip may still be under way, and the first may have begun the day before.
@@ -54,8 +51,8 @@ TEST(DayTotals, AddUpWhatIsUnderstoodAndNothingElse) {
        "? km, ? trips, ? stops, ? s driving, ? s standing, ? to ?"},
       {{}, "? km, ? trips, ? stops, ? s driving, ? s standing, ? to ?"},
   };
-  for (const auto& each : cases)
-    EXPECT_EQ(totalsOf(each.rows), each.totals);
+  for (const auto& [rows, totals] : cases)
+    EXPECT_EQ(totalsOf(rows), totals);
   EXPECT_EQ(totalsOf({night, out, evening}, 1), totalsOf({})) << "the service holds more than it sent";
 }
 

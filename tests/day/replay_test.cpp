@@ -31,12 +31,7 @@ std::string pausesOf(DayPoints day) {
 }
 
 TEST(DayPath, FindsWhereTheVehicleStoodAndWhereNothingIsKnown) {
-  struct Case {
-    const char* what;
-    std::vector<std::pair<float, double>> points;
-    const char* pauses;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, std::vector<std::pair<float, double>>, const char*> cases[] = {
       {"a drive", {{0, 0}, {60, 800}, {120, 1600}}, ""},
       {"a red light", {{0, 0}, {10, 100}, {40, 102}, {65, 101}, {80, 200}}, ""},
       {"a receiver that scatters", {{0, 0}, {10, 100}, {40, 120}, {80, 85}, {100, 200}}, "10-80 "},
@@ -48,14 +43,13 @@ TEST(DayPath, FindsWhereTheVehicleStoodAndWhereNothingIsKnown) {
   };
   for (const auto& [what, points, pauses] : cases)
     EXPECT_EQ(pausesOf(dayOf(points)), pauses) << what;
-  struct Stop {
-    double nextAt;  // metres
-    std::optional<float> parked;
-    const char* pauses;
-  };
-  for (const auto& [nextAt, parked, pauses] :
-       {Stop{510, {}, "60-3660 "}, Stop{30'000, {}, "60-3660 gap "}, Stop{30'000, 3600, "60-3660 gap "},
-        Stop{30'000, 1800, "60-1860 1860-3660 gap "}, Stop{1000, 3400, "60-3460 "}}) {
+  const std::tuple<double, std::optional<float>, const char*> stops[] = {
+      {510, {}, "60-3660 "},
+      {30'000, {}, "60-3660 gap "},
+      {30'000, 3600, "60-3660 gap "},
+      {30'000, 1800, "60-1860 1860-3660 gap "},
+      {1000, 3400, "60-3460 "}};
+  for (const auto& [nextAt, parked, pauses] : stops) {
     DayPoints day = dayOf({{0, 0}, {60, 500}, {3660, nextAt}, {3700, 31'000}});
     day.stops = {{1, "", "", parked}};
     EXPECT_EQ(pausesOf(day), pauses) << nextAt << " m";

@@ -107,14 +107,10 @@ class Services {
 HttpReply fetch(const std::string& method, Services& services) {
   HttpReply reply;
   int replies = 0;
-  HttpRequest request;
-  request.url = "http://service.test/x";
-  request.method = method;
-  request.headers = {{"Authorization", secret}};
-  if (method == "POST") request.body = secret;
+  const std::optional<std::string> body = method == "POST" ? std::optional(secret) : std::nullopt;
   const std::string noCertificates;
   Exchange exchange(
-      std::move(request),
+      HttpRequest{"http://service.test/x", method, {{"Authorization", secret}}, body},
       [&](HttpReply got) {
         reply = std::move(got);
         ++replies;

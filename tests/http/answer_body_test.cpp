@@ -31,12 +31,7 @@ Read read(const std::string& encoding, std::string_view bytes, std::size_t piece
 TEST(AnswerBody, UnpacksWhatItsEncodingNames) {
   const std::string text = R"({"total":1,"list":[1,1,1,1,1,1,1,1,1,1,1,1,1]})";
   const std::string member = packed(text, gzipFormat);
-  struct Case {
-    const char* encoding;
-    std::string bytes;
-    std::string body;
-  };
-  const std::vector<Case> cases{
+  const std::tuple<const char*, std::string, std::string> cases[] = {
       {"", text, text},
       {"gzip", member, text},
       {"X-GZip", member, text},
@@ -47,11 +42,11 @@ TEST(AnswerBody, UnpacksWhatItsEncodingNames) {
       {"gzip, gzip", member, member},
       {"gzip", "", ""},
   };
-  for (const Case& c : cases)
-    for (const std::size_t piece : {std::size_t{1}, std::size_t{7}, c.bytes.size() + 1}) {
-      const Read got = read(c.encoding, c.bytes, piece);
-      EXPECT_TRUE(got.isSound()) << c.encoding;
-      EXPECT_EQ(got.body, c.body) << c.encoding;
+  for (const auto& [encoding, bytes, body] : cases)
+    for (const std::size_t piece : {std::size_t{1}, std::size_t{7}, bytes.size() + 1}) {
+      const Read got = read(encoding, bytes, piece);
+      EXPECT_TRUE(got.isSound()) << encoding;
+      EXPECT_EQ(got.body, body) << encoding;
     }
 }
 

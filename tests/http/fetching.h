@@ -9,11 +9,7 @@
 namespace fleetor {
 
 inline HttpRequest requestOf(const char* method, std::string url, std::optional<std::string> body = {}) {
-  HttpRequest request;
-  request.url = std::move(url);
-  request.method = method;
-  request.body = std::move(body);
-  return request;
+  return {std::move(url), method, {}, std::move(body)};
 }
 
 inline HttpRequest get(std::string url) {

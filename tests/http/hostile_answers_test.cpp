@@ -32,11 +32,6 @@ TEST(HostileAnswers, ThatTrickleKeepNoRequestWaiting) {
 }
 
 TEST(HostileAnswers, ThatAreTooSlowTimeOut) {
-  struct Case {
-    OddAnswer answer;
-    HttpTransport::Limits limits;
-    double timeoutSeconds;
-  };
   const HttpTransport::Limits slow{.slowBytes = 100, .slow = 300ms}, steady{.slowBytes = 1, .slow = 10s};
   HttpTransport::Limits shortWhole = steady;
   shortWhole.whole = 300ms;
@@ -47,7 +42,7 @@ TEST(HostileAnswers, ThatAreTooSlowTimeOut) {
     peer.trickle(std::string(100, 'x'), 10ms, 120);
   };
   const long late = url_error::timedOut;
-  const std::vector<Case> cases{
+  const std::tuple<OddAnswer, HttpTransport::Limits, double> cases[] = {
       {{"silence", stalling(""), 0, late}, {}, 0.3},
       {{"silence in the body", stalling(endless + "x"), 200, late}, {}, 0.3},
       {{"chunk without an end", repeating(chunked + "5;", "x", 20ms), 200, late}, {}, 0.3},

@@ -67,11 +67,7 @@ TEST(SystemReachability, IsWhatInterfacesAndRoutesAreAtTheMomentOfTheQuestion) {
   SystemReachability reachability;
   EXPECT_FALSE(reachability.isReachable()) << "not started";
   reachability.startMonitoring();
-  struct Case {
-    std::vector<Interface> interfaces;
-    bool isReachable;
-  };
-  const std::vector<Case> cases{
+  const std::pair<std::vector<Interface>, bool> cases[] = {
       {{loopback, {"10.0.0.7"}}, true},
       {{loopback}, false},
       {{}, false},

@@ -15,28 +15,17 @@
 
 namespace fleetor::test {
 
-inline HttpReply jsonReply(std::string body, int status = 200) {
-  HttpReply reply;
-  reply.status = status;
-  reply.contentType = "application/json; charset=utf-8";
-  reply.body = std::move(body);
-  return reply;
+inline HttpReply reply(int status, std::string contentType, std::string body) {
+  return {status, std::move(contentType), std::move(body), 0, {}};
 }
 
-inline HttpReply reply(int status, std::string contentType, std::string body) {
-  HttpReply made;
-  made.status = status;
-  made.contentType = std::move(contentType);
-  made.body = std::move(body);
-  return made;
+inline HttpReply jsonReply(std::string body, int status = 200) {
+  return reply(status, "application/json; charset=utf-8", std::move(body));
 }
 
 /// A transfer that brought no answer.
 inline HttpReply failedReply(long error) {
-  HttpReply made;
-  made.error = error;
-  made.errorDescription = "scripted failure";
-  return made;
+  return {0, {}, {}, error, "scripted failure"};
 }
 
 /// The path of a URL: no scheme and host, no query.

@@ -9,12 +9,7 @@ using namespace std::chrono;
 using namespace std::chrono_literals;
 
 TEST(Calendar, TurnsByMonthsToTheSameDayOrTheLastOneAndStaysInRange) {
-  struct Case {
-    Day from;
-    int months;
-    Day to;
-  };
-  for (const auto& [from, by, to] : {Case{2026y / 11 / 21, -1, 2026y / 10 / 21},
+  for (const auto& [from, by, to] : {std::tuple<Day, int, Day>{2026y / 11 / 21, -1, 2026y / 10 / 21},
                                      {2026y / 12 / 21, 1, 2027y / 1 / 21},
                                      {2027y / 1 / 21, -12, 2026y / 1 / 21},
                                      {2026y / 1 / 31, 1, 2026y / 2 / 28},

@@ -18,17 +18,12 @@ std::string textsOf(const std::vector<ChartTick>& ticks) {
 }
 
 TEST(Chart, MarksRoundValuesThatIncludeAllOfThem) {
-  struct Case {
-    double least;
-    double most;
-    const char* marks;
-  };
-  const Case cases[] = {{0, 87, "0 50 100 "},
-                        {3, 40, "0 10 20 30 40 "},
-                        {12.1, 14.2, "12 13 14 15 "},
-                        {-5, 12, "-5 0 5 10 15 "},
-                        {0, 0, "0 1 "},
-                        {60, 60, "60 61 "}};
+  const std::tuple<double, double, const char*> cases[] = {{0, 87, "0 50 100 "},
+                                                           {3, 40, "0 10 20 30 40 "},
+                                                           {12.1, 14.2, "12 13 14 15 "},
+                                                           {-5, 12, "-5 0 5 10 15 "},
+                                                           {0, 0, "0 1 "},
+                                                           {60, 60, "60 61 "}};
   for (const auto& [least, most, marks] : cases) {
     Chart chart;
     chart.setPoints({{0, least}, {60, most}});

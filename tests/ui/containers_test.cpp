@@ -120,11 +120,7 @@ TEST_F(Containers, AFastFingerDecidesByItsDirectionAndASlowOneByItsWay) {
   const auto pager = std::make_shared<Pager>(environment, diary, "p");
   pager->setViewControllers({screen("a"), screen("b"), screen("c")});
   window.setRootViewController(pager);
-  struct Case {
-    Drag drag;
-    int page;
-  };
-  for (const auto& [drag, page] : {Case{{.moved = -100}, 1},
+  for (const auto& [drag, page] : {std::pair<Drag, int>{{.moved = -100}, 1},
                                    {{.moved = -101}, 2},
                                    {{.moved = 101}, 0},
                                    {{-20, -300}, 2},

@@ -8,14 +8,8 @@ namespace fleetor::test {
 namespace {
 
 TEST(DeviceClass, IsDecidedByATouchScreenOrTheWidthInWhichTheWindowOpens) {
-  struct Case {
-    Size screen;
-    bool isTouched;
-    std::optional<Size> window;
-    Idiom expected;
-  };
   for (const auto& [screen, isTouched, window, expected] :
-       {Case{{600, 960}, true, {}, Idiom::pad},
+       {std::tuple<Size, bool, std::optional<Size>, Idiom>{{600, 960}, true, {}, Idiom::pad},
         {{599, 960}, true, {}, Idiom::phone},
         {{1920, 1080}, true, Size{390, 844}, Idiom::phone},
         {{1920, 1080}, false, {}, Idiom::phone},
@@ -72,11 +66,8 @@ TEST_F(Resized, TheChangeWaitsForWhoTypesAnswersOrLooksElsewhere) {
   TextField field(environment);
   const auto alert = AlertView::initWithTitle(environment, "Sure?", "", {}, "No", {});
   const auto sheet = screen("sheet");
-  struct Case {
-    const char* what;
-    std::function<void()> begin, end;
-  };
-  for (const auto& [what, begin, end] : std::vector<Case>{
+  using Action = std::function<void()>;
+  for (const auto& [what, begin, end] : std::vector<std::tuple<const char*, Action, Action>>{
            {"typing", [&] { field.becomeFirstResponder(); }, [&] { field.resignFirstResponder(); }},
            {"an alert", [&] { alert->show(); }, [&] { alert->tapButton(0); }},
            {"a sheet", [&] { window.rootViewController()->presentViewController(sheet, true); },

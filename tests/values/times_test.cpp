@@ -29,9 +29,7 @@ std::string readBack(std::string_view text) {
 }
 
 TEST(Times, AreReadInEverySortableFormAndInNoOther) {
-  const struct {
-    const char *text, *time;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"2026-11-20 07:03:12", "2026-11-20 07:03:12"},
       {"2026-11-20T07:03", "2026-11-20 07:03:00"},
       {" 2026/11/20 07:03:12\u00A0", "2026-11-20 07:03:12"},
@@ -41,8 +39,8 @@ TEST(Times, AreReadInEverySortableFormAndInNoOther) {
       {"2026-11-20 24:00", "2026-11-21 00:00:00"},
       {"24:00:00", "2026-11-21 00:00:00"},
   };
-  for (const auto& each : cases)
-    EXPECT_EQ(readBack(each.text), each.time) << each.text;
+  for (const auto& [text, time] : cases)
+    EXPECT_EQ(readBack(text), time) << text;
   for (const std::string day : {"20-11-2026", "11/20/2026", "2026-11/20", "2026-02-29", "2026-13-01",
                                 "2026-00-10", "26-11-20", "0000-00-00", "1999-12-31"})
     EXPECT_EQ(readBack(day + " 07:03"), "refused") << day;
@@ -77,20 +75,18 @@ TEST(Times, AreReadBackFromWhatWasWrittenAndFromNothingNearIt) {
 }
 
 TEST(Times, DurationsAreReadAsClocksAndInUnits) {
-  const struct {
-    const char* text;
-    int seconds;
-  } cases[] = {{"00:12:00", 720},       {"1:02:03", 3723},   {"123:00:00", 442800},
-               {"12 min", 720},         {"1 h 5 min", 3900}, {"1h5min", 3900},
-               {"90 min", 5400},        {"45 s", 45},        {"2 d 3 h", 183600},
-               {"1 h\u00A010 s", 3610}, {" 0:00:00 ", 0},    {"", -1},
-               {"12:00", -1},           {"0:60:00", -1},     {"0:00:60", -1},
-               {"1:2:3", -1},           {"12", -1},          {"12 m", -1},
-               {"12 minutes", -1},      {"5 min 1 h", -1},   {"1 h 60 min", -1},
-               {"1 h 5", -1},           {"-1 h", -1},        {"1.5 h", -1},
-               {"99999:00:00", -1},     {"9999999 d", -1}};
-  for (const auto& each : cases)
-    EXPECT_EQ(readDuration(each.text).value_or(seconds(-1)).count(), each.seconds) << each.text;
+  const std::pair<const char*, int> cases[] = {
+      {"00:12:00", 720},       {"1:02:03", 3723},   {"123:00:00", 442800},
+      {"12 min", 720},         {"1 h 5 min", 3900}, {"1h5min", 3900},
+      {"90 min", 5400},        {"45 s", 45},        {"2 d 3 h", 183600},
+      {"1 h\u00A010 s", 3610}, {" 0:00:00 ", 0},    {"", -1},
+      {"12:00", -1},           {"0:60:00", -1},     {"0:00:60", -1},
+      {"1:2:3", -1},           {"12", -1},          {"12 m", -1},
+      {"12 minutes", -1},      {"5 min 1 h", -1},   {"1 h 60 min", -1},
+      {"1 h 5", -1},           {"-1 h", -1},        {"1.5 h", -1},
+      {"99999:00:00", -1},     {"9999999 d", -1}};
+  for (const auto& [text, expected] : cases)
+    EXPECT_EQ(readDuration(text).value_or(seconds(-1)).count(), expected) << text;
 }
 
 }  // namespace
