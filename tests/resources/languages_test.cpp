@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -10,10 +8,9 @@
 #include <QRegularExpression>
 
 #include "platform/number_text.h"
+#include "support/testing.h"
 
 namespace {
-
-using testing::IsEmpty;
 
 QString contentOf(const QString& path) {
   QFile file(path);
@@ -104,7 +101,7 @@ TEST(Languages, HaveEveryTextThatIsLookedUpAndNoOther) {
 TEST(Languages, AreAskedForEverythingThatIsShown) {
   const char* const literalInCode =
       "\\bset(?:Title|Text|Placeholder|AccessibleName)\\(\\s*\"([^\"]*[A-Za-z]{2}[^\"]*)\"";
-  EXPECT_THAT(matches(shownCode({"*.h", "*.cpp"}), literalInCode), IsEmpty());
+  EXPECT_THAT(matches(shownCode({"*.h", "*.cpp"}), literalInCode), testing::IsEmpty());
   std::vector<std::string> bare;
   const QString looks =
       shownCode({"*.qml"}).remove(QRegularExpression("word\\(\"[^\"]*\"\\)|\"Fleetor\"|\\$\\{[^}]*\\}"));
@@ -113,7 +110,7 @@ TEST(Languages, AreAskedForEverythingThatIsShown) {
        matches(looks, "\\b(?:text|label|title|spoken|Accessible\\.(?:name|description)):([^\n]*)"))
     for (const std::string& literal : matches(QString::fromStdString(line), "[\"`]([^\"`]*)[\"`]"))
       if (QString::fromStdString(literal).contains(word)) bare.push_back(literal);
-  EXPECT_THAT(bare, IsEmpty());
+  EXPECT_THAT(bare, testing::IsEmpty());
 }
 
 TEST(Languages, WriteDecimalsAsTheirReadersDo) {

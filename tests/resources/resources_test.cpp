@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <QDirIterator>
 #include <QFile>
 #include <QGuiApplication>
@@ -9,8 +7,8 @@
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>
-#include <string>
-#include <vector>
+
+#include "support/testing.h"
 
 namespace {
 

@@ -1,22 +1,18 @@
 #include <gio/gio.h>
-#include <gmock/gmock.h>
 #define SECRET_API_SUBJECT_TO_CHANGE  // to encode a secret
 #define SECRET_WITH_UNSTABLE
 #include <libsecret/secret.h>
 #include <unistd.h>
 
 #include <atomic>
-#include <string>
 #include <thread>
 
 #include "qt/device/secret_service_key_store.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Optional;
 
 SecItem itemWith(const std::string& token) {

@@ -1,18 +1,14 @@
-#include <gmock/gmock.h>
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QStringList>
-#include <vector>
 
 #include "qt/device/bus_activation.h"
 #include "run_until.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
-
-using testing::ElementsAre;
 
 TEST(Activation, TheDesktopReachesTheClientByItsName) {
   std::vector<std::string> asked;

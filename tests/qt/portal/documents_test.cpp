@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -13,6 +11,7 @@
 #include "qt/device/desktop_documents.h"
 #include "qt/device/queues.h"
 #include "run_until.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {

@@ -1,23 +1,17 @@
-#include <gmock/gmock.h>
-
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
-#include <chrono>
-#include <map>
-#include <vector>
 
 #include "qt/device/settings_portal.h"
 #include "run_until.h"
+#include "support/testing.h"
 
 namespace fleetor {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr const char* appearance = "org.freedesktop.appearance";
 constexpr const char* gnome = "org.gnome.desktop.interface";
