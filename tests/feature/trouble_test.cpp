@@ -17,11 +17,8 @@ struct Trouble {
 
 const Trouble troubles[] = {{"not running", failedReply(url_error::cannotConnectToHost), unexpectedMessage},
                             {"offline", failedReply(url_error::notConnectedToInternet), connectionMessage},
-                            {"silent", failedReply(url_error::timedOut), connectionMessage},
                             {"failing", reply(500, "text/html", "<h1>Sorry</h1>"), unexpectedMessage},
-                            {"HTML", reply(200, "text/html", "<h1>Hello</h1>"), unexpectedMessage},
                             {"garbage", jsonReply("{\"total\": 1, \"err"), unexpectedMessage},
-                            {"empty", jsonReply(""), dataMessage},
                             {"refusing", jsonReply(envelope(0, "", 500)), dataMessage}};
 
 // One message each, and everything goes on when the service is back.

@@ -33,8 +33,6 @@ class Bytes {
  public:
   Bytes(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}
 
-  bool isEmpty() const { return left_ == 0; }
-
   std::uint32_t next() {
     if (left_ == 0) return 0;
     --left_;

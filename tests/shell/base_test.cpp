@@ -1,4 +1,4 @@
-#include "shell/base/base_navigation_controller.h"
+#include "shell/base/base_view_controller.h"
 #include "support/client.h"
 
 namespace fleetor::test {
@@ -25,16 +25,11 @@ class FollowingScreen : public BaseViewController {
   Connection layouts_;
 };
 
-class Base : public testing::Test {
- protected:
-  void post(const char* name, double height, double seconds) {
-    client.center.postNotificationName(name, KeyboardInfo{{0, 0, 390, height}, seconds});
-  }
-
+TEST(Keyboard, LiftsTheContentOnceAndLetsItBackToItsRestingPlace) {
   Client client;
-};
-
-TEST_F(Base, ContentIsLiftedByTheFirstKeyboardAndComesBackToItsRestingPlace) {
+  const auto post = [&client](const char* name, double height, double seconds) {
+    client.center.postNotificationName(name, KeyboardInfo{{0, 0, 390, height}, seconds});
+  };
   const auto screen = std::make_shared<FollowingScreen>(client.environment);
   screen->bottom->setConstant(12);
   client.application.window().setRootViewController(screen);
@@ -50,17 +45,6 @@ TEST_F(Base, ContentIsLiftedByTheFirstKeyboardAndComesBackToItsRestingPlace) {
   client.application.window().setRootViewController(nullptr);
   post(UIKeyboardWillShowNotification, 216, 0);
   EXPECT_EQ(screen->bottom->constant(), 12);
-}
-
-TEST_F(Base, OnlyOldSystemsHaveBarsThatAreSetOneByOne) {
-  for (const double version : {7.1, 8.0}) {
-    client.machine.device.version = version;
-    client.appearance.setNavigationBar({});
-    const auto navigation = BaseNavigationController::initWithRootViewController(
-        client.environment, std::make_shared<FollowingScreen>(client.environment));
-    navigation->topViewController()->loadViewIfNeeded();
-    EXPECT_EQ(navigation->navigationBar().translucent(), version == 8.0);
-  }
 }
 
 }  // namespace

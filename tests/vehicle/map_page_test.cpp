@@ -108,22 +108,6 @@ TEST_F(MapPage, KeepsWhatADayWithoutPointsAndAFailureLeaveAlone) {
   EXPECT_EQ(asked().size(), 7u);
 }
 
-TEST_F(MapPage, HoldsThePointsOfTheTrackThatIsShown) {
-  page->tabSelected();
-  arrive(mapReply({"Parking", "", ""}));
-  ASSERT_TRUE(page->dayPoints());
-  EXPECT_THAT(page->dayPoints()->seconds, ElementsAre(28800, 28860, 28920));
-  EXPECT_EQ(page->dayPoints()->stops.size(), 1u);
-  page->dayRibbon().step(false);
-  EXPECT_EQ(page->dayRibbon().description(), "08:01 to 08:02, driving, Street 2");
-  int changes = 0;
-  const auto connection = page->dayChanged.connect([&changes] { ++changes; });
-  client.application.didEnterBackground();
-  EXPECT_FALSE(page->dayPoints());
-  EXPECT_THAT(page->dayRibbon().stretches(), IsEmpty());
-  EXPECT_GT(changes, 0);
-}
-
 TEST_F(MapPage, DrawsWhatTheRibbonLeavesBlankAsAGapOfTheLine) {
   page->tabSelected();
   HttpReply day = mapReply({"", "", "", ""});
@@ -197,26 +181,17 @@ TEST_F(MapPage, IsCoveredUntilATrackIsDrawnOrADayWithoutOneLeavesTheLastPosition
   EXPECT_EQ(shown(), "map") << "the picture from before stays";
 }
 
-TEST_F(MapPage, NeitherLoadsADayChosenDuringALoadNorShowsTheOneFromBefore) {
-  page->tabSelected();
-  choose(std::string("2026-03-09"));
-  EXPECT_THAT(asked(), ElementsAre("2026-03-10"));
-  arrive(mapReply({"", ""}));
-  EXPECT_EQ(drawn(), "");
-  EXPECT_FALSE(loading());
-  EXPECT_EQ(page->date(), "2026-03-09");
-  page->tabSelected();
-  EXPECT_THAT(asked(), IsEmpty());
-  choose(std::string("2026-03-09"));
-  EXPECT_THAT(asked(), ElementsAre("2026-03-09"));
-}
-
 TEST_F(MapPage, EmptiesInTheBackgroundAndLoadsItsDayAgain) {
   choose(std::string("2026-03-05"));
-  arrive(mapReply({"", ""}));
+  arrive(mapReply({"Parking", ""}));
   page->tabSelected();
   asked();
+  EXPECT_THAT(page->dayPoints()->seconds, ElementsAre(28800, 28860));
+  page->dayRibbon().choose(28830);
+  EXPECT_EQ(page->dayRibbon().description(), "08:00 to 08:01, parked, Street 0");
   client.application.didEnterBackground();
+  EXPECT_FALSE(page->dayPoints());
+  EXPECT_THAT(page->dayRibbon().stretches(), IsEmpty());
   page->clearTabSelected();
   EXPECT_EQ(drawn(), "");
   EXPECT_FALSE(page->polyline() || page->polylineRenderer() || page->date() || loading());

@@ -73,7 +73,7 @@ TEST_F(WindowTest, AKeyboardCoversNeitherWhatIsTypedIntoNorTheButton) {
   })) << "the password, and the button";
 }
 
-TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
+TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndKeepsItsKeys) {
   open(Idiom::pad, {1024, 768});
   EXPECT_GE(window().minimumWidth(), 300 + 320) << "the list, and beside it as much as on a small phone";
   signIn();
@@ -105,12 +105,6 @@ TEST_F(WindowTest, OnATabletTheListStaysBesideTheVehicleAndOffersToSignOut) {
   openVehicle();
   EXPECT_EQ(list()->width(), 724);
   EXPECT_EQ(items("title", "My Vehicles").size(), 1u);
-
-  click("Log out");
-  ASSERT_TRUE(waitFor("label", "Cancel"));
-  click("Log out");  // the alert's, which lies on top
-  ASSERT_TRUE(waitFor("label", "Sign in"));
-  EXPECT_FALSE(shows("title", "My Vehicles"));
 }
 
 TEST_F(WindowTest, DragsOpenTheMenuAndTurnThePagesOfAVehicle) {
