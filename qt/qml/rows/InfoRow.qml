@@ -54,7 +54,7 @@ RowBody {
             fontSizeMode: wraps ? Text.FixedSize : Text.HorizontalFit
             minimumPixelSize: 12
             color: row.value?.faded ? Theme.secondaryText : picture.visible ? Theme.accent : Theme.text
-            font.weight: Font.Medium
+            font.weight: Font.DemiBold
         }
         RowText {
             id: captionText

@@ -160,7 +160,6 @@ RowBody {
                     wrapMode: Text.Wrap
                     maximumLineCount: Theme.large ? 5 : 3
                     font.pixelSize: Theme.bodySize
-                    font.weight: Font.Medium
                 }
             }
         }
