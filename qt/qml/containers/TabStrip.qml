@@ -26,7 +26,7 @@ Rectangle {
         tabs.itemAt(tabBar.selectedIndex)?.forceActiveFocus();
     }
 
-    height: Theme.sideways ? Math.max(44, 8 + Theme.tabSize * 1.6) : Math.max(56, 34 + Theme.tabSize * 1.6)
+    height: Theme.tabHeight
     color: Theme.contrast ? Theme.bar : tabBar?.barTintColor ?? "transparent"
     Accessible.role: Accessible.PageTabList
     Accessible.name: ""

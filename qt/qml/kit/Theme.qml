@@ -61,8 +61,9 @@ QtObject {
     readonly property int smallSize: Math.round(13 * scale)
     readonly property int tabSize: Math.round(12 * scale)
     readonly property int touch: 48
-    property bool sideways: false // a phone held so: the window is wide and low
+    property bool sideways: false // the window is wide and low, as that of a phone held so
     readonly property int barHeight: Math.round((sideways ? 44 : 56) * Math.min(scale, 1.25))
+    readonly property int tabHeight: Math.round(Math.max(sideways ? 44 : 56, (sideways ? 8 : 34) + tabSize * 1.6))
     readonly property int margin: 16
 
     readonly property bool mirrored: Application.layoutDirection === Qt.RightToLeft

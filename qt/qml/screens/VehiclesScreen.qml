@@ -34,33 +34,37 @@ FocusScope {
         button: root.screen.outlet("reloadButton") as ButtonItem
     }
 
-    // As high as the tabs of the vehicle beside it.
+    // As high as the tabs of the vehicle beside it, and in their layout.
     Rectangle {
         id: bar
         anchors.bottom: parent.bottom
         width: parent.width
-        height: visible ? Math.max(56, 34 + Theme.tabSize * 1.6) : 0
+        height: visible ? Theme.tabHeight : 0
         visible: root.fleet?.enabled ?? false
         color: Theme.bar
 
         Tappable {
             anchors.fill: parent
             label: root.fleet?.accessibleName ?? ""
-            ringColor: Theme.barButton
+            ringColor: Theme.barMark
             opacity: pressed ? 0.6 : 1
             onTapped: root.fleet.tap()
 
-            Column {
+            Grid {
                 anchors.centerIn: parent
-                spacing: 2
+                columns: Theme.sideways ? 2 : 1
+                spacing: Theme.sideways ? 6 : 2
+                horizontalItemAlignment: Grid.AlignHCenter
+                verticalItemAlignment: Grid.AlignVCenter
                 Image {
-                    anchors.horizontalCenter: parent.horizontalCenter
                     source: root.fleet?.image ?? ""
-                    sourceSize { width: 26; height: 26 }
+                    sourceSize { width: Theme.sideways ? 22 : 26; height: Theme.sideways ? 22 : 26 }
                 }
                 PlainText {
                     text: root.fleet?.title ?? ""
                     color: Theme.barButton
+                    style: Text.Outline
+                    styleColor: Theme.barEdge
                     font.pixelSize: Theme.tabSize
                     font.bold: true
                 }
