@@ -77,14 +77,22 @@ FocusScope {
                 Keys.onEnterPressed: root.accepted()
 
                 Rectangle {
+                    id: ring
                     anchors.centerIn: parent
                     width: Math.min(parent.width, parent.height) - 6
                     height: width
                     radius: width / 2
                     visible: place.isChosen || place.pressed || place.inMonth && place.day === root.today
-                    color: place.isChosen ? Theme.accent : place.pressed ? Theme.pressed : "transparent"
+                    color: "transparent"
                     border.width: place.day === root.today ? 2 : 0
                     border.color: Theme.accent
+
+                    Rectangle {
+                        anchors.fill: parent
+                        anchors.margins: 2 * ring.border.width // a gap between today's ring and the plate of the chosen day
+                        radius: width / 2
+                        color: place.isChosen ? Theme.accent : place.pressed ? Theme.pressed : "transparent"
+                    }
                 }
                 PlainText {
                     anchors.centerIn: parent
