@@ -34,7 +34,7 @@ Rectangle {
             width: Theme.touch
             height: Theme.touch
             label: bar.backLabel
-            ringColor: Theme.barButton
+            ringColor: Theme.barMark
             onTapped: bar.backTapped()
             Image {
                 anchors.centerIn: parent

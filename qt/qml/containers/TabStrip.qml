@@ -52,7 +52,7 @@ Rectangle {
                 role: Accessible.PageTab
                 label: strip.tabBar?.labels[index] ?? ""
                 checked: strip.tabBar?.selectedIndex === index
-                ringColor: Theme.tabTitle
+                ringColor: Theme.barMark
                 opacity: pressed ? 0.6 : 1
                 tabStop: checked || activeFocus // one stop for all tabs; the arrows go on from there
                 onTapped: strip.tabBar.tap(index)

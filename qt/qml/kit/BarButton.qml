@@ -14,7 +14,7 @@ Tappable {
     visible: button !== null && !(button?.flexibleSpace ?? false)
     enabled: button?.enabled ?? false
     label: button?.accessibleName ?? ""
-    ringColor: Theme.barButton
+    ringColor: Theme.barMark
     opacity: pressed ? 0.5 : 1
     onTapped: button.tap()
     onButtonChanged: if (button) button.drawing = root

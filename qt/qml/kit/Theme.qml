@@ -15,7 +15,7 @@ QtObject {
     readonly property bool contrast: UserPreferences.wantsContrast
     property AppearanceItem appearance: null
     readonly property color bar: contrast ? brand : appearance?.bar ?? "transparent"
-    readonly property color barMark: contrast ? barTitle : brand
+    readonly property color barMark: contrast ? barTitle : brand // what has to stand out, as the focus does
     readonly property color barEdge: contrast ? "transparent" : "#603b4a59"
     readonly property color barButton: appearance?.barButton ?? "transparent"
     readonly property color barTitle: appearance?.barTitle ?? "transparent"

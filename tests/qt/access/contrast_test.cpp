@@ -3,10 +3,12 @@
 #include <QMetaProperty>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QTextBlock>
 #include <QTextDocument>
 
 #include "qt/components/appearance_item.h"
+#include "qt/components/control_items.h"
 #include "qt/components/user_preferences.h"
 #include "support/client.h"
 
@@ -52,6 +54,12 @@ const std::map<std::string, std::vector<std::string>> grounds{
 const std::set<std::string> lines{"separator", "barEdge", "fieldBorder", "focusRing", "disc",
                                   "dim",       "shadow",  "mapGrid",     "mapShade"};
 
+/// What shows where the focus is or where a field ends, and what it lies on.
+const std::map<std::string, std::vector<std::string>> edges{
+    {"focusRing", {"background", "raised", "well", "pressed", "field"}},
+    {"fieldBorder", {"field", "background", "well"}},
+};
+
 /// White on the bars' colour is prescribed: 1.9 to 1.
 const std::set<std::string> given{"barButton", "barTitle", "tabTitle"};
 
@@ -60,7 +68,8 @@ class Contrast : public testing::TestWithParam<bool> {
  protected:
   void SetUp() override {
     client_.start();
-    ASSERT_TRUE(client_.open(0)) << "the tabs have their colours from then on";
+    pager_ = client_.open(0);
+    ASSERT_TRUE(pager_) << "the tabs have their colours from then on";
     qml_register_types_Fleetor();
     engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
     holder_ = made("QtObject { property QtObject theme: Theme }");
@@ -83,12 +92,25 @@ class Contrast : public testing::TestWithParam<bool> {
 
   QColor color(const std::string& name) const { return theme_->property(name.c_str()).value<QColor>(); }
 
+  /// The controls on a bar, each of which has to show the focus on it.
+  int ringsThatShow(const QQuickItem& item) const {
+    int rings = 0;
+    if (const QVariant ring = item.property("ringColor"); ring.isValid()) {
+      EXPECT_GE(contrast(ring.value<QColor>(), color("bar")), 3) << item.metaObject()->className();
+      ++rings;
+    }
+    for (const QQuickItem* child : item.childItems())
+      rings += ringsThatShow(*child);
+    return rings;
+  }
+
   QObject* theme_ = nullptr;
   QQmlEngine engine_;
-
- private:
   test::Client client_;
   Adapters adapters_{client_.environment};
+  VehicleViewController* pager_ = nullptr;
+
+ private:
   std::unique_ptr<QObject> holder_;
 };
 
@@ -112,6 +134,26 @@ TEST_P(Contrast, IsAtLeastFourAndAHalfToOneForEveryText) {
     if (property.metaType() != QMetaType::fromType<QColor>()) continue;
     EXPECT_TRUE(known.contains(property.name())) << property.name() << " is not checked";
   }
+}
+
+TEST_P(Contrast, IsAtLeastThreeToOneForFocusAndProgress) {
+  for (const auto& [edge, under] : edges)
+    for (const auto& ground : under)
+      EXPECT_GE(contrast(color(edge), color(ground)), 3) << edge << " on " << ground;
+
+  const auto bars =
+      made("Item { BarButton {} NavigationBar { backButton: true } TabStrip {} ProgressLine {} }");
+  ASSERT_TRUE(bars);
+  for (QObject* part : bars->children())
+    part->setProperty("tabBar",
+                      QVariant::fromValue(adapters_.itemFor<TabBarAdapter>(&pager_->pagesTabBar())));
+  int rings = 0;
+  for (const QQuickItem* part : static_cast<QQuickItem*>(bars.get())->childItems())
+    rings += ringsThatShow(*part);
+  EXPECT_EQ(rings, 1 + 1 + 5) << "a button, the way back and the tabs";
+  const auto* const progress = bars->findChild<QObject*>("progressEdge");
+  ASSERT_TRUE(progress);
+  EXPECT_GE(contrast(progress->property("color").value<QColor>(), color("bar")), 3);
 }
 
 TEST_P(Contrast, OfTheBarsIsThatOfOtherTextsForWhoeverWantsMore) {
