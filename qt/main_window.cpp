@@ -11,6 +11,7 @@
 #include "qt/components/user_preferences.h"
 #include "qt/components/window_item.h"
 #include "qt/map/map_view_item.h"
+#include "qt/outlined_pictures.h"
 
 // The QML module is part of this library; naming its registration keeps the linker from leaving it out.
 extern void qml_register_types_Fleetor();
@@ -30,6 +31,7 @@ MainWindow::MainWindow(Application& application, Environment& environment, TileS
        {QStringLiteral("height"), options.size.height()},
        {QStringLiteral("visibility"), options.fills ? QWindow::Maximized : QWindow::AutomaticVisibility},
        {QStringLiteral("forceDark"), options.dark}});
+  engine_.addImageProvider(QStringLiteral("outlined"), new OutlinedPictures);
   engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Fleetor/Main.qml")));
   if (engine_.rootObjects().isEmpty()) return;

@@ -9,6 +9,7 @@ Item {
     required property MapMarkerItem marker
     property bool open: false
     property bool grows: false // when it appears
+    property bool satellite: false // what the map shows
     property bool tabStop: false // one for all markers; the arrow keys go on from there
     readonly property string label: marker?.accessibleName ?? ""
 
@@ -63,10 +64,11 @@ Item {
             sourceSize { width: 16; height: 16 }
         }
     }
-    Image {
+    OutlinedPicture {
         anchors.fill: parent
         anchors.margins: root.ringed ? 7 : 0
-        source: root.marker?.image ?? ""
+        picture: root.marker?.image ?? ""
+        onDark: Theme.dark || root.satellite && !root.ringed
         sourceSize { width: 40; height: 40 }
     }
 

@@ -39,10 +39,10 @@ Item {
         }
     }
 
-    Image {
+    OutlinedPicture {
         anchors.fill: parent
         anchors.margins: 3
-        source: root.map?.travellerImage ?? ""
+        picture: root.map?.travellerImage ?? ""
         sourceSize { width: 34; height: 34 }
     }
 }

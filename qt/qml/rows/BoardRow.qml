@@ -30,9 +30,9 @@ RowBody {
         border.width: 3
         border.color: row.photo?.ringColor ?? "transparent"
 
-        Image {
+        OutlinedPicture {
             anchors.centerIn: parent
-            source: row.photo?.source ?? ""
+            picture: row.photo?.source ?? ""
             sourceSize { width: 32; height: 32 }
         }
         Item {

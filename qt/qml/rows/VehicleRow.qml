@@ -24,9 +24,9 @@ RowBody {
         height: 48
         radius: 24
         color: Theme.disc
-        Image {
+        OutlinedPicture {
             anchors.centerIn: parent
-            source: row.photo?.source ?? ""
+            picture: row.photo?.source ?? ""
             sourceSize { width: 36; height: 36 }
         }
     }

@@ -98,6 +98,7 @@ FocusScope {
 
                     open: root.map.selected === marker
                     grows: root.markersGrow
+                    satellite: root.map.satellite
                     tabStop: root.map.current === marker
                     onActivated: root.map.toggle(marker)
                     onFocused: root.map.reveal(marker)

@@ -10,6 +10,7 @@
 #include "qt/components/appearance_item.h"
 #include "qt/components/control_items.h"
 #include "qt/components/user_preferences.h"
+#include "qt/outlined_pictures.h"
 #include "support/client.h"
 
 extern void qml_register_types_Fleetor();
@@ -154,6 +155,26 @@ TEST_P(Contrast, IsAtLeastThreeToOneForFocusAndProgress) {
   const auto* const progress = bars->findChild<QObject*>("progressEdge");
   ASSERT_TRUE(progress);
   EXPECT_GE(contrast(progress->property("color").value<QColor>(), color("bar")), 3);
+}
+
+TEST_P(Contrast, IsAtLeastThreeToOneForTheEdgeOfAPictureOnItsGround) {
+  const QString on = GetParam() ? QStringLiteral("on-dark/") : QStringLiteral("on-light/");
+  for (const char* name : {"bus", "car", "excavator", "motorcycle", "trailer", "truck", "van"}) {
+    QSize size;
+    const QImage picture =
+        OutlinedPictures().requestImage(on + QLatin1String(name) + QStringLiteral(".svg"), &size, {40, 40});
+    ASSERT_EQ(picture.size(), QSize(40, 40)) << name;
+    for (int y = 0; y < 40; ++y) {
+      int x = 0;
+      while (x < 40 && picture.pixelColor(x, y).alphaF() < 0.5F)
+        ++x;
+      if (x == 40) continue;
+      ASSERT_GT(x, 0) << name << " is cut";
+      for (const char* ground : {"mapGround", "disc", "well", "raised"})
+        ASSERT_GE(contrast(picture.pixelColor(x, y), color(ground)), 3)
+            << name << " on " << ground << " in line " << y;
+    }
+  }
 }
 
 TEST_P(Contrast, OfTheBarsIsThatOfOtherTextsForWhoeverWantsMore) {

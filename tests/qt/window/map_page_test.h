@@ -12,6 +12,7 @@
 #include "../rest.h"
 #include "qt/components/view_controller_items.h"
 #include "qt/map/map_surface.h"
+#include "qt/outlined_pictures.h"
 #include "support/fake_device.h"
 #include "support/raw_server.h"
 #include "support/testing.h"
@@ -112,6 +113,7 @@ class MapPageTest : public testing::Test {
     page_->map.setRegion({0, 0}, 4000, 4000, false);
 
     engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine_.addImageProvider(QStringLiteral("outlined"), new OutlinedPictures);
     QQmlComponent component(&engine_);
     component.setData("import QtQuick\nimport Fleetor\nPagerPages {}", QUrl());
     window_.resize(400, 600);
