@@ -1,6 +1,7 @@
 #include "shell/account_view_controller.h"
 
 #include <iterator>
+#include <utility>
 
 #include "service/api.h"
 #include "shell/base/info_cell.h"
@@ -26,8 +27,8 @@ static_assert(std::size(accountRows) == UserResponse::rows);
 
 }  // namespace
 
-AccountViewController::AccountViewController(Environment& environment)
-    : SheetPage(environment, "Account"), infoTableView_(environment) {
+AccountViewController::AccountViewController(Environment& environment, std::shared_ptr<KnownAccount> known)
+    : SheetPage(environment, "Account"), known_(std::move(known)), infoTableView_(environment) {
   outlet("infoTableView", infoTableView_);
   registerInfoCell(infoTableView_);
   registerLoadingCell(infoTableView_, localized("Loading"));
@@ -50,14 +51,17 @@ void AccountViewController::loadItems() {
   if (isLoading()) return;
   setLoading(true);
   const auto self = sharedFrom(this);
-  API::getWithPath("/user", {}, modelClass<UserResponse>, {}, [self](auto response, auto kind, long, auto&) {
-    if (kind == ResponseKindSuccess)
-      self->response_.nextResult(*response);
-    else
-      self->response_.onError();
-    self->setLoading(false);
-    self->infoTableView_.reloadData();
-  });
+  API::getWithPath("/user", {}, modelClass<UserResponse>, {},
+                   [self, session = Session()](auto response, auto kind, long, auto&) {
+                     if (kind == ResponseKindSuccess)
+                       self->response_.nextResult(*response);
+                     else
+                       self->response_.onError();
+                     self->setLoading(false);
+                     self->infoTableView_.reloadData();
+                     if (self->response_.user && !session.hasEnded())
+                       self->known_->take(*self->response_.user);
+                   });
 }
 
 int AccountViewController::tableViewNumberOfRowsInSection(TableView&, int) {

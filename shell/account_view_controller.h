@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "service/envelopes.h"
+#include "shell/known_account.h"
 #include "shell/sheet_page.h"
 #include "ui/table/table_view.h"
 
@@ -13,7 +14,7 @@ namespace fleetor {
 /// the screen alive.
 class AccountViewController final : public SheetPage, public TableViewDataSource, public TableViewDelegate {
  public:
-  explicit AccountViewController(Environment& environment);
+  AccountViewController(Environment& environment, std::shared_ptr<KnownAccount> known);
 
   TableView& infoTableView() { return infoTableView_; }
   const UserResponse& response() const { return response_; }
@@ -30,6 +31,7 @@ class AccountViewController final : public SheetPage, public TableViewDataSource
   double tableViewHeightForRowAtIndexPath(TableView& tableView, IndexPath path) override;
 
  private:
+  std::shared_ptr<KnownAccount> known_;
   TableView infoTableView_;
   UserResponse response_;
 };

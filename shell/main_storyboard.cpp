@@ -50,15 +50,24 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
     return std::make_shared<AboutDetailViewController>(of, known);
   };
   const auto pins = std::make_shared<PinnedVehicles>(standardSettings, environment.device);
-  const auto makeLogin = [pins, known, held, readings](Environment& of) -> std::shared_ptr<ViewController> {
+  const auto account = std::make_shared<KnownAccount>();
+  const auto makeLogin = [pins, known, held, readings,
+                          account](Environment& of) -> std::shared_ptr<ViewController> {
     // What is kept for a session is not kept until somebody asks for it in the next one.
     known->forgetOthers();
     held->forgetOthers();
     readings->forgetOthers();
+    account->forgetOthers();
     return std::make_shared<LoginViewController>(of, pins);
   };
   const auto makeList = [held, readings](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<VehiclesTableViewController>(of, held, readings);
+  };
+  const auto makeMenu = [account](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<MenuViewController>(of, account);
+  };
+  const auto makeAccount = [account](Environment& of) -> std::shared_ptr<ViewController> {
+    return std::make_shared<AccountViewController>(of, account);
   };
   const auto makeBoard = [pins, held, readings, poll](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<BoardViewController>(of, pins, held, readings, poll);
@@ -79,13 +88,13 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
            {"TermsVC", makeScreen<TermsViewController>},
            {"LoginVC", makeLogin},
            {"MainVC", makeMain},
-           {"MenuVC", makeScreen<MenuViewController>},
+           {"MenuVC", makeMenu},
            {"EmptyVC", makeScreen<EmptyViewController>},
            {"VehiclesVC", makeList},
            {"BoardVC", makeBoard},
            {"FindVC", makeFind},
            {"ChooseVehicleVC", makeScreen<ChooseVehicleTableViewController>},
-           {"AccountVC", makeScreen<AccountViewController>},
+           {"AccountVC", makeAccount},
            {"AboutVC", makeScreen<AboutViewController>},
            {"VehicleVC", makePager},
            {"InfoDetailVC", makeScreen<InfoDetailViewController>},

@@ -1,5 +1,7 @@
 #include "shell/menu_view_controller.h"
 
+#include <utility>
+
 #include "service/api.h"
 #include "shell/base/base_navigation_controller.h"
 #include "shell/logout_confirmation.h"
@@ -8,8 +10,12 @@
 
 namespace fleetor {
 
-MenuViewController::MenuViewController(Environment& environment) : BaseViewController(environment) {
+MenuViewController::MenuViewController(Environment& environment, std::shared_ptr<KnownAccount> known)
+    : BaseViewController(environment), known_(std::move(known)) {
   setTitle(localized("Menu"));
+  outlet("accountLabel", accountLabel_);
+  accountChanged_ = known_->changed.connect([this] { accountLabel_.setText(known_->name()); });
+  accountLabel_.setText(known_->name());
   addEntry(vehiclesButton_, "vehiclesButton", "BtnVehicles", "My Vehicles",
            &MenuViewController::showVehicles);
   addEntry(fleetButton_, "fleetButton", "BtnFleet", "Fleet", &MenuViewController::showFleet);

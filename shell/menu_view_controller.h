@@ -1,17 +1,21 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "shell/base/base_view_controller.h"
+#include "shell/known_account.h"
 #include "ui/controls/alert_view.h"
 
 namespace fleetor {
 
-/// The side menu of a phone: changes the front screen of its container and signs the user out. While it
-/// shows, the front screen takes no touches.
+/// The side menu of a phone: names the account once it is known, changes the front screen of its container
+/// and signs the user out. While it shows, the front screen takes no touches.
 class MenuViewController final : public BaseViewController, public AlertViewDelegate {
  public:
-  explicit MenuViewController(Environment& environment);
+  MenuViewController(Environment& environment, std::shared_ptr<KnownAccount> known);
+
+  Label& accountLabel() { return accountLabel_; }  ///< whose account it is; empty while unknown
 
   void viewDidLoad() override;
   void viewWillAppear(bool animated) override;
@@ -35,6 +39,9 @@ class MenuViewController final : public BaseViewController, public AlertViewDele
   void setFrontTakesTouches(bool takes);
   void markFront();  ///< selects the entry whose screen that is
 
+  std::shared_ptr<KnownAccount> known_;
+  Connection accountChanged_;
+  Label accountLabel_;
   Button vehiclesButton_;
   Button fleetButton_;
   Button accountButton_;

@@ -40,7 +40,7 @@ class Contacts : public testing::Test {
   Machine phone;
   Client client{phone};
   std::shared_ptr<AccountViewController> account =
-      std::make_shared<AccountViewController>(client.environment);
+      std::make_shared<AccountViewController>(client.environment, std::make_shared<KnownAccount>());
   TableView& table = account->infoTableView();
 };
 

@@ -19,6 +19,10 @@ class SideMenu : public testing::Test {
   bool frontTakesTouches() { return container().frontViewController()->view().userInteractionEnabled(); }
   MainViewController& container() { return *client.root<MainViewController>(); }
 
+  const std::string& accountNamed() {
+    return dynamic_cast<Label&>(*container().rearViewController()->findOutlet("accountLabel")).text();
+  }
+
   /// Opens the menu by the front screen's button and taps the entry.
   void choose(const char* entry) {
     auto& front = dynamic_cast<NavigationController&>(*container().frontViewController());
@@ -87,6 +91,7 @@ TEST_F(SideMenu, OpensTheAccountThatIsAskedForOnce) {
                           "Long Street 5 | Address", " | Address", "PL123 | VAT ID", "+48 1 | SMS",
                           "+48 2 | Phone", "anna@nowak.test | Mail", "2027-01-31 | Expiration date"));
   EXPECT_EQ(table.heightForRow(9), 50.0);
+  EXPECT_EQ(accountNamed(), "Anna Nowak");
 
   choose("accountButton");
   auto& other = client.find<AccountViewController>()->infoTableView();
@@ -95,6 +100,16 @@ TEST_F(SideMenu, OpensTheAccountThatIsAskedForOnce) {
   client.transport.answerOpen("/user", reply(500, "text/plain", ""));
   client.settle();
   EXPECT_EQ(other.numberOfRows(), 0);
+
+  choose("accountButton");
+  Viewport late(client.find<AccountViewController>()->infoTableView());
+  client.settle();
+  API::logoutUser();
+  API::loginUserWithToken("of someone else");
+  client.settle();
+  client.transport.answerOpen("/user", userReply());
+  client.settle();
+  EXPECT_EQ(accountNamed(), "") << "what belongs to another session";
 }
 
 }  // namespace

@@ -7,7 +7,9 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    readonly property LabelItem account: screen.outlet("accountLabel") as LabelItem
     readonly property bool low: height < 460 // in landscape
+    readonly property bool tight: !low && Theme.large && height < 700 // the entries need the room
 
     focus: true
     Accessible.role: Accessible.PopupMenu
@@ -25,7 +27,7 @@ FocusScope {
         Column {
             id: column
             width: parent.width
-            topPadding: root.low ? 10 : 28
+            topPadding: root.low ? 10 : root.tight ? 16 : 28
             bottomPadding: 12
 
             Grid {
@@ -34,19 +36,33 @@ FocusScope {
                 columns: root.low ? 2 : 1
                 spacing: 10
                 verticalItemAlignment: Grid.AlignVCenter
-                bottomPadding: root.low ? 8 : 22
+                bottomPadding: root.low ? 8 : root.tight ? 12 : 22
                 Image {
                     source: "qrc:/images/fleetor.svg"
-                    sourceSize { width: root.low ? 40 : 64; height: root.low ? 40 : 64 }
+                    sourceSize { width: root.low || root.tight ? 40 : 64; height: root.low || root.tight ? 40 : 64 }
                 }
-                PlainText {
-                    text: "Fleetor"
-                    color: Theme.menuText
-                    font.pixelSize: Theme.titleSize + 4
-                    font.bold: true
-                    Accessible.ignored: false
-                    Accessible.role: Accessible.Heading
-                    Accessible.name: text
+                Column {
+                    PlainText {
+                        text: "Fleetor"
+                        color: Theme.menuText
+                        font.pixelSize: Theme.titleSize + 4
+                        font.bold: true
+                        Accessible.ignored: false
+                        Accessible.role: Accessible.Heading
+                        Accessible.name: text
+                    }
+                    PlainText {
+                        width: root.width - 44 - (root.low ? 50 : 0)
+                        visible: text !== ""
+                        text: root.account?.text ?? ""
+                        color: Theme.menuText
+                        wrapMode: Text.Wrap
+                        maximumLineCount: root.tight ? 1 : 3
+                        font.pixelSize: Theme.smallSize + 1
+                        Accessible.ignored: false
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
                 }
             }
 
