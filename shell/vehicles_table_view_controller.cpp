@@ -18,6 +18,7 @@ VehiclesTableViewController::VehiclesTableViewController(Environment& environmen
     : PagedVehicles(environment), held_(std::move(held)), rows_(environment, std::move(readings)) {
   outlet("failureLabel", failureLabel_);
   outlet("reloadButton", reloadButton_);
+  outlet("noVehiclesImageView", noVehiclesImageView_);
   outlet("fleetButton", fleetButton_);
   fleetButton_.setImage("BtnFleet");
   fleetButton_.setTitle(localized("Fleet"));
@@ -81,8 +82,14 @@ void VehiclesTableViewController::pageFailed() {
   failureLabel_.setText(localized("The list of vehicles is incomplete"));
 }
 
+void VehiclesTableViewController::showIfEmpty() {
+  if (tableViewNumberOfRowsInSection(itemsTableView(), 0) == 0)
+    noVehiclesImageView_.setImage(failed_ ? "ListFailed" : "ListEmpty");
+}
+
 void VehiclesTableViewController::pageEnded() {
   if (session_.hasEnded()) return;
+  showIfEmpty();
   if (!failed_ && items().vehicles) {
     const auto& all = *items().vehicles;
     VehiclesResponse news;
@@ -154,6 +161,7 @@ void VehiclesTableViewController::openBesideList(const Vehicle& vehicle) {
 void VehiclesTableViewController::continueFrom(VehiclesTableViewController& before) {
   PagedVehicles::continueFrom(before);
   if (before.failed_) pageFailed();
+  showIfEmpty();
 }
 
 void VehiclesTableViewController::show(const std::shared_ptr<VehicleViewController>& pager) {

@@ -15,7 +15,7 @@ namespace fleetor {
 
 /// "My Vehicles": where a signed-in user starts. On a phone it opens a vehicle by pushing its pager; on a
 /// tablet it is the permanent left column, puts the pager beside itself and carries what the side menu
-/// carries on a phone. After a failed page it offers to load the list again.
+/// carries on a phone. After a failed page, and where there is no vehicle, it offers to load the list again.
 class VehiclesTableViewController final : public PagedVehicles<PageViewController>,
                                           public AlertViewDelegate,
                                           public FindViewControllerDelegate {
@@ -24,6 +24,9 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
                               std::shared_ptr<LastReadings> readings);
 
   Label& failureLabel() { return failureLabel_; }  ///< empty while nothing has failed
+
+  /// In place of a list without a vehicle: that it is empty, or that it failed. Without an image otherwise.
+  ImageView& noVehiclesImageView() { return noVehiclesImageView_; }
   Button& reloadButton() { return reloadButton_; }
 
   void viewDidLoad() override;
@@ -68,6 +71,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
                                            ButtonAction action);
   std::shared_ptr<NavigationController> stackOf(const std::string& storyboardIdentifier);
   void loadAgain();  ///< in a new screen
+  void showIfEmpty();
   void openBesideList(const Vehicle& vehicle);
   void putBesideList(const std::shared_ptr<NavigationController>& stack);
 
@@ -76,6 +80,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   std::size_t handedOn_ = 0;  ///< of the items, to `held_`
   RowReadings rows_;
   Label failureLabel_;
+  ImageView noVehiclesImageView_;
   Button reloadButton_;
   Connection reloaded_;
   Connection besideChanged_;

@@ -118,6 +118,23 @@ TEST_F(VehicleList, APauseKeepsNoScreenAlive) {
   EXPECT_THAT(client.takeRequests(), IsEmpty());
 }
 
+TEST(VehicleListWithoutVehicles, ShowsWhetherItIsEmptyOrFailedAndIsMadeAnewOnDemand) {
+  Client client;
+  client.start();
+  client.transport.answerOnce("/vehicles", jsonReply(envelope(0, R"("vehicles":[])")));
+  client.transport.answerOnce("/vehicles", reply(500, "text/plain", ""));
+  for (const char* image : {"ListEmpty", "ListFailed", ""}) {
+    auto* list = client.find<VehiclesTableViewController>();
+    EXPECT_EQ(list->noVehiclesImageView().image(), "") << "while it loads";
+    const Viewport eyes(list->itemsTableView());
+    client.settle();
+    EXPECT_EQ(list->noVehiclesImageView().image(), image);
+    EXPECT_EQ(list->failureLabel().text().empty(), image != std::string("ListFailed")) << image;
+    list->reloadButton().tap();
+    client.settle();
+  }
+}
+
 TEST(BrokenVehicleList, IsMadeAnewOnDemand) {
   for (const Idiom idiom : {Idiom::phone, Idiom::pad}) {
     Machine machine(idiom);

@@ -6,11 +6,13 @@ import Fleetor
 Rectangle {
     id: offer
 
+    property ImageViewItem image // shown where the offer is alone
     property LabelItem line
     property ButtonItem button
     property bool alone: false
+    readonly property bool pictured: alone && String(image?.source ?? "") !== ""
 
-    visible: words.text !== ""
+    visible: words.text !== "" || pictured
     height: content.height + 16
     color: alone ? "transparent" : Theme.raised
 
@@ -27,8 +29,14 @@ Rectangle {
         columns: !offer.alone && words.implicitWidth + again.implicitWidth < offer.width ? 2 : 1
         horizontalItemAlignment: Grid.AlignHCenter
         verticalItemAlignment: Grid.AlignVCenter
+        Image {
+            visible: offer.pictured
+            source: offer.image?.source ?? ""
+            sourceSize { width: 96; height: 96 }
+        }
         PlainText {
             id: words
+            visible: text !== ""
             width: Math.min(implicitWidth, offer.width - 2 * Theme.margin)
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap

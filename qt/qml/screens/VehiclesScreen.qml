@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Fleetor
 
-// The list of vehicles. After a failed request: a text and a button below the list, or in place of an empty one.
+// The list of vehicles. After a failed request: a text and a button below the list, or in place of an empty one, with a picture.
 FocusScope {
     id: root
 
@@ -30,6 +30,7 @@ FocusScope {
         width: parent.width
         alone: list.count === 0
         y: alone ? (parent.height - height) / 2 : parent.height - height - bar.height
+        image: root.screen.outlet("noVehiclesImageView") as ImageViewItem
         line: root.screen.outlet("failureLabel") as LabelItem
         button: root.screen.outlet("reloadButton") as ButtonItem
     }
