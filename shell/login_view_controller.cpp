@@ -20,6 +20,7 @@ LoginViewController::LoginViewController(Environment& environment, std::shared_p
       passwordTextField_(environment) {
   outlet("loginTextField", loginTextField_);
   outlet("passwordTextField", passwordTextField_);
+  outlet("refusalLabel", refusalLabel_);
   outlet("loginButton", loginButton_);
   outlet("capsLockLabel", capsLockLabel_);
   capsLockLabel_.setText(localized("Caps Lock is on"));
@@ -52,6 +53,7 @@ void LoginViewController::textFieldDidChange(TextField&) {
 void LoginViewController::setInvalid(bool invalid) {
   loginTextField_.setInvalid(invalid);
   passwordTextField_.setInvalid(invalid);
+  refusalLabel_.setText(invalid ? localized("User name or password is wrong") : "");
 }
 
 void LoginViewController::onLoginClick(Component& sender) {

@@ -16,6 +16,7 @@ class LoginViewController final : public BaseViewController, public TextFieldDel
 
   TextField& loginTextField() { return loginTextField_; }
   TextField& passwordTextField() { return passwordTextField_; }
+  Label& refusalLabel() { return refusalLabel_; }  ///< why the fields are marked; empty while they are not
   LoadingButton& loginButton() { return loginButton_; }  ///< loading: signing in, further taps are ignored
 
   void viewDidLoad() override;
@@ -29,6 +30,7 @@ class LoginViewController final : public BaseViewController, public TextFieldDel
   std::shared_ptr<PinnedVehicles> pins_;
   TextField loginTextField_;
   TextField passwordTextField_;
+  Label refusalLabel_;
   LoadingButton loginButton_;
   Label capsLockLabel_;  ///< for as long as the device says so
 };

@@ -78,7 +78,9 @@ TEST(WrongPassword, IsShownByTheSignInScreenAlone) {
   auto& login = *client.root<LoginViewController>();
   EXPECT_FALSE(login.loginButton().loading());
   EXPECT_TRUE(login.loginTextField().invalid() && login.passwordTextField().invalid());
+  EXPECT_EQ(login.refusalLabel().text(), "User name or password is wrong");
   login.passwordTextField().setText("right");
+  EXPECT_EQ(login.refusalLabel().text(), "");
   EXPECT_FALSE(login.loginTextField().invalid() || login.passwordTextField().invalid());
 }
 

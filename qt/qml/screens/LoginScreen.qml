@@ -7,6 +7,7 @@ FocusScope {
     id: root
 
     required property ViewControllerItem screen
+    readonly property LabelItem refusalLabel: screen.outlet("refusalLabel") as LabelItem
     readonly property LabelItem capsLockLabel: screen.outlet("capsLockLabel") as LabelItem
     readonly property bool low: height < 460 // in landscape, or above an on-screen keyboard
     readonly property bool beside: low && width >= 500
@@ -65,14 +66,27 @@ FocusScope {
                 id: user
                 width: parent.width
                 captioned: true
+                hint: refusal.text
                 field: root.screen.outlet("loginTextField") as TextFieldItem
             }
             TextEntry {
                 id: password
                 width: parent.width
                 captioned: true
-                hint: capsLock.visible ? capsLock.text : ""
+                hint: refusal.text || (capsLock.visible ? capsLock.text : "") // typing ends the refusal
                 field: root.screen.outlet("passwordTextField") as TextFieldItem
+            }
+            PlainText {
+                id: refusal
+                width: parent.width
+                visible: text !== ""
+                text: root.refusalLabel?.text ?? ""
+                color: Theme.alert
+                font.pixelSize: Theme.smallSize + 1
+                wrapMode: Text.Wrap
+                Accessible.ignored: false
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
             PlainText {
                 id: capsLock

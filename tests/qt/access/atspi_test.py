@@ -162,6 +162,11 @@ def walk(screen):
     write(screen.wait("text", "User name"), "demo")
     password = screen.wait("password text", "Password")
     write_unheard(password, "hunter2")
+    write(password, "wrong")
+    screen.press("push button", "Sign in")
+    screen.wait("label", "User name or password is wrong")
+    if "wrong" not in password.get_description():
+        sys.exit(f"the field of the password is described as {password.get_description()!r}")
     write(password, "demo")
     screen.press("push button", "Sign in")
 
