@@ -4,8 +4,8 @@
 
 namespace fleetor {
 
-/// Pictures with a thin outline that stands out from what they lie on: "on-dark/<file>" and "on-light/<file>"
-/// of the compiled-in images. The outline lies within the size asked for. Any thread.
+/// Pictures with a thin outline that stands out from what they lie on: "dark/<file>", "light/<file>" and
+/// "bar/<file>" of the compiled-in images. It lies within the size asked for. Any thread.
 class OutlinedPictures final : public QQuickImageProvider {
  public:
   OutlinedPictures() : QQuickImageProvider(Image) {}

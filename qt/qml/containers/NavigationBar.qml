@@ -36,9 +36,10 @@ Rectangle {
             label: bar.backLabel
             ringColor: Theme.barMark
             onTapped: bar.backTapped()
-            Image {
+            OutlinedPicture {
                 anchors.centerIn: parent
-                source: Theme.appearance?.backImage ?? ""
+                picture: Theme.appearance?.backImage ?? ""
+                ground: Theme.barGround
                 mirror: Theme.mirrored
                 sourceSize { width: 28; height: 28 }
             }

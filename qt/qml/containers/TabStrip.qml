@@ -72,8 +72,9 @@ Rectangle {
                     spacing: strip.gap
                     horizontalItemAlignment: Grid.AlignHCenter
                     verticalItemAlignment: Grid.AlignVCenter
-                    Image {
-                        source: (tab.checked ? strip.tabBar?.selectedImages[tab.index] : strip.tabBar?.images[tab.index]) ?? ""
+                    OutlinedPicture {
+                        picture: (tab.checked ? strip.tabBar?.selectedImages[tab.index] : strip.tabBar?.images[tab.index]) ?? ""
+                        ground: tab.checked ? "" : Theme.barGround
                         sourceSize { width: strip.pictureSize; height: strip.pictureSize }
 
                         Rectangle {

@@ -19,11 +19,12 @@ Tappable {
     onTapped: button.tap()
     onButtonChanged: if (button) button.drawing = root
 
-    Image {
+    OutlinedPicture {
         anchors.centerIn: parent
         visible: root.hasImage
-        source: root.button?.image ?? ""
-        mirror: Theme.turns(source)
+        picture: root.button?.image ?? ""
+        ground: Theme.barGround
+        mirror: Theme.turns(picture)
         sourceSize { width: 28; height: 28 }
     }
 

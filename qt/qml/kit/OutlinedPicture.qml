@@ -1,10 +1,10 @@
 import QtQuick
 import Fleetor
 
-// A picture of a vehicle or a place, with an outline that stands out from its ground.
+// A picture with an outline that stands out from its ground.
 Image {
     property url picture
-    property bool onDark: Theme.dark
+    property string ground: Theme.dark ? "dark" : "light" // or "bar"; empty: no outline
 
-    source: String(picture).replace("qrc:/images/", `image://outlined/${onDark ? "on-dark" : "on-light"}/`)
+    source: ground === "" ? picture : String(picture).replace("qrc:/images/", `image://outlined/${ground}/`)
 }

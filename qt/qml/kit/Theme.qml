@@ -17,6 +17,7 @@ QtObject {
     readonly property color bar: contrast ? brand : appearance?.bar ?? "transparent"
     readonly property color barMark: contrast ? barTitle : brand // what has to stand out, as the focus does
     readonly property color barEdge: contrast ? "transparent" : "#603b4a59"
+    readonly property string barGround: contrast ? "" : "bar" // for the outlines of pictures
     readonly property color barButton: appearance?.barButton ?? "transparent"
     readonly property color barTitle: appearance?.barTitle ?? "transparent"
     readonly property color tabTitle: appearance?.tabTitle ?? "transparent"

@@ -25,9 +25,10 @@ Tappable {
         border.color: Theme.mapShade
         opacity: root.pressed ? 0.7 : 1
     }
-    Image {
+    OutlinedPicture {
         anchors.centerIn: parent
-        source: root.button?.image ?? ""
+        picture: root.button?.image ?? ""
+        ground: String(picture).includes("Selected") ? "" : Theme.barGround // those are dark
         sourceSize { width: 26; height: 26 }
     }
 }

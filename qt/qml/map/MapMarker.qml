@@ -68,7 +68,7 @@ Item {
         anchors.fill: parent
         anchors.margins: root.ringed ? 7 : 0
         picture: root.marker?.image ?? ""
-        onDark: Theme.dark || root.satellite && !root.ringed
+        ground: Theme.dark || root.satellite && !root.ringed ? "dark" : "light"
         sourceSize { width: 40; height: 40 }
     }
 

@@ -57,8 +57,9 @@ FocusScope {
                 spacing: Theme.sideways ? 6 : 2
                 horizontalItemAlignment: Grid.AlignHCenter
                 verticalItemAlignment: Grid.AlignVCenter
-                Image {
-                    source: root.fleet?.image ?? ""
+                OutlinedPicture {
+                    picture: root.fleet?.image ?? ""
+                    ground: Theme.barGround
                     sourceSize { width: Theme.sideways ? 22 : 26; height: Theme.sideways ? 22 : 26 }
                 }
                 PlainText {

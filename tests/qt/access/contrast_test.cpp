@@ -72,6 +72,7 @@ class Contrast : public testing::TestWithParam<bool> {
     pager_ = client_.open(0);
     ASSERT_TRUE(pager_) << "the tabs have their colours from then on";
     qml_register_types_Fleetor();
+    engine_.addImageProvider(QStringLiteral("outlined"), new OutlinedPictures);
     engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
     holder_ = made("QtObject { property QtObject theme: Theme }");
     ASSERT_TRUE(holder_);
@@ -158,7 +159,7 @@ TEST_P(Contrast, IsAtLeastThreeToOneForFocusAndProgress) {
 }
 
 TEST_P(Contrast, IsAtLeastThreeToOneForTheEdgeOfAPictureOnItsGround) {
-  const QString on = GetParam() ? QStringLiteral("on-dark/") : QStringLiteral("on-light/");
+  const QString on = GetParam() ? QStringLiteral("dark/") : QStringLiteral("light/");
   for (const char* name : {"bus", "car", "excavator", "motorcycle", "trailer", "truck", "van"}) {
     QSize size;
     const QImage picture =
@@ -175,6 +176,15 @@ TEST_P(Contrast, IsAtLeastThreeToOneForTheEdgeOfAPictureOnItsGround) {
             << name << " on " << ground << " in line " << y;
     }
   }
+}
+
+TEST_P(Contrast, IsAtLeastThreeToOneForAWhitePictureAndItsEdgeOnABar) {
+  QSize size;
+  const QImage picture = OutlinedPictures().requestImage(QStringLiteral("bar/NavMenu.svg"), &size, {28, 28});
+  double most = 0;
+  for (int y = 0; y < picture.height(); ++y)
+    most = std::max(most, contrast(Qt::white, over(picture.pixelColor(14, y), color("bar"))));
+  EXPECT_GE(most, 3);
 }
 
 TEST_P(Contrast, OfTheBarsIsThatOfOtherTextsForWhoeverWantsMore) {
