@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QUrl>
+#include <cstdio>
 #include <utility>
 
 #include "app/heap.h"
@@ -46,13 +47,17 @@ Client::Client(Setup setup)
       networkUse_(*queues_),
       documents_(*queues_, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString(),
                  pdfOf),
+      kept_(setup.keptFleet.empty()
+                ? nullptr
+                : std::make_unique<KeptFleet>(*queues_, clock_, *keyStore_, setup.keptFleet,
+                                              [this](KeptFleet::Problem problem) { handle(problem); })),
       transport_(std::in_place),
       reportPost_(std::in_place, *queues_, *transport_, setup.reports),
       usage_(setup.reports, clock_.now()),
       tiles_(TileAddresses::compiledIn(serviceURL_), QString::fromStdString(setup.tileFolder)),
       environment_{*queues_,    device_, clock_,  notificationCenter_,
                    appearance_, nullptr, nullptr, &documents_},
-      storyboard_(makeMainStoryboard(environment_, standardSettings_, sharedSettings_)),
+      storyboard_(makeMainStoryboard(environment_, standardSettings_, sharedSettings_, kept_.get())),
       delegate_(environment_, standardSettings_, serviceURL_) {
   // Dates, numbers and the direction in which everything is laid out.
   const QLocale locale(QString::fromStdString(setup.language));
@@ -68,6 +73,9 @@ Client::Client(Setup setup)
                   widgetReading_.forgetUnlessChosen();
                   if (usage_.isCounting() && API::isLogged()) usage_.count("signed in");
                   if (environment_.application) delegate_.showMainOrLogin();
+                },
+                [this] {
+                  if (kept_) kept_->forget();
                 }});
   keyStore_->listen(&*queues_, [this](KeyStoreEvent event) { handle(event); });
   application_.emplace(environment_, storyboard_, delegate_);
@@ -100,6 +108,7 @@ Client::~Client() {
   API::shutDown();
   keyStore_->listen(nullptr, {});
   application_.reset();
+  kept_.reset();
   reportPost_.reset();
   transport_.reset();
   queues_.reset();
@@ -114,6 +123,17 @@ void Client::handle(KeyStoreEvent event) {
   API::requestAuthForToken(token);
   if (dynamic_cast<LoginViewController*>(environment_.window->rootViewController().get()))
     API::loginUserWithToken(*token);
+}
+
+void Client::handle(KeptFleet::Problem problem) {
+  if (problem == KeptFleet::Problem::unwritten) {
+    std::fputs("fleetor: the vehicles cannot be kept for use without a network\n", stderr);
+    return;
+  }
+  std::fputs(
+      "fleetor: the file of the vehicles kept for use without a network was damaged and is set aside\n",
+      stderr);
+  API::displayError(device_.localizedString("The vehicles kept for use without a network were damaged"));
 }
 
 bool Client::open() {

@@ -8,6 +8,7 @@
 #include "diagnostics/usage_events.h"
 #include "http/http_transport.h"
 #include "http/system_reachability.h"
+#include "kept/kept_fleet.h"
 #include "platform/key_store.h"
 #include "qt/device/desktop_device.h"
 #include "qt/device/desktop_documents.h"
@@ -42,6 +43,7 @@ class Client {
     std::string language = "en";        ///< as Language names it
     ReportSetup reports = {};           ///< without a folder there are none
     std::optional<double> border = {};  ///< of the window's width, at which the idiom changes
+    std::string keptFleet = {};         ///< path of the file that keeps the vehicles; empty: nothing is kept
   };
 
   explicit Client(Setup setup);
@@ -64,6 +66,7 @@ class Client {
 
  private:
   void handle(KeyStoreEvent event);
+  void handle(KeptFleet::Problem problem);
   void become(Idiom idiom);  ///< chosen by hand
 
   std::string serviceURL_;
@@ -82,6 +85,7 @@ class Client {
   std::optional<QtQueues> queues_;
   NetworkUseIndicator networkUse_;
   DesktopDocuments documents_;
+  std::unique_ptr<KeptFleet> kept_;  ///< null: nothing is kept
   std::optional<HttpTransport> transport_;
   std::optional<ReportPost> reportPost_;
   UsageEvents usage_;

@@ -94,6 +94,8 @@ int main(int argc, char** argv) {
   const std::string signIn = fleetor::keyStoreMarkPath();
   const QString tiles =
       QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/tiles");
+  const QString keptFleet =
+      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/last-known");
   if (options->fresh) {
     fleetor::KeyStoreMark(signIn).remove();
     for (const auto& path : {standard, shared})
@@ -125,7 +127,8 @@ int main(int argc, char** argv) {
                           fleetor::makeKeyStore(signIn),
                           options->language.value_or(fleetor::Language::ofSystem()),
                           reports,
-                          border});
+                          border,
+                          keptFleet.toStdString()});
   if (!client.open()) {
     std::fputs("fleetor: the window could not be opened\n", stderr);
     return 1;

@@ -18,6 +18,9 @@ class Clock {
 
   /// "yyyy-MM-dd" of that moment in the device's time zone.
   virtual std::string day(Date moment) const = 0;
+
+  /// "HH:mm" of that moment in the device's time zone.
+  virtual std::string timeOfDay(Date moment) const = 0;
 };
 
 }  // namespace fleetor

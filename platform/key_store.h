@@ -51,6 +51,9 @@ class KeyStore {
   virtual bool update(const SecItem& query, const SecItem& changes) = 0;
   virtual bool remove(const SecItem& query) = 0;
 
+  /// Whether what was added and changed here is known to be there in the next run.
+  virtual bool isKept() const = 0;
+
   /// Reports events on the main thread, through these queues, until it is called with none.
   virtual void listen(Queues* queues, std::function<void(KeyStoreEvent)> listener) = 0;
 };

@@ -31,6 +31,7 @@ class TransientKeyStore : public KeyStore {
   bool remove(const SecItem& query) override {
     return std::erase_if(items_, [&query](const SecItem& item) { return matches(item, query); }) > 0;
   }
+  bool isKept() const override { return false; }
   void listen(Queues*, std::function<void(KeyStoreEvent)>) override {}  ///< there are no events
 
   const std::vector<SecItem>& items() const { return items_; }

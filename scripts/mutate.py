@@ -38,6 +38,7 @@ TESTS = {
     "map": [("fleetor_map_tests", "^map:"), ("fleetor_ui_tests", "^ui:")] + STORIES + MAPS,
     "model": [("fleetor_model_tests", "^model:")] + REQUESTS + STORIES,
     "ui": [("fleetor_ui_tests", "^ui:")] + STORIES + WINDOW,
+    "kept": [("fleetor_kept_tests", "^kept:"), ("fleetor_shell_tests", "^shell:")],
     "service": REQUESTS + STORIES,
     "fleet": [("fleetor_fleet_tests", "^fleet:")],
     "exports": [("fleetor_exports_tests", "^exports:")],

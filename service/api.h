@@ -83,6 +83,9 @@ class API {
   static void logoutUser();
   static bool isLogged();  ///< reads the key store each time
 
+  /// Removes the stored token, and before it what is kept for its user.
+  static void forgetStored();
+
   static void displayError(const std::string& text);
 
   template <class R>

@@ -30,6 +30,9 @@ struct ServiceDevice {
 
   /// Rebuilds the top level of screens from API::isLogged(). Called on the main thread.
   std::function<void()> showMainOrLogin;
+
+  /// Removes what else is kept on this device for the user who is signed in. Called on the main thread.
+  std::function<void()> forgetKept = [] {};
 };
 
 }  // namespace fleetor

@@ -31,6 +31,7 @@ bool API::isLogged() {
 void API::loginUserWithToken(std::string_view token) {
   if (!isHeaderValue(token)) return showMessageForKind(ResponseKindInvalidData, 0, {});
   Session::startNext();
+  if (keychain().objectForKey(sec::valueData) != token) device().forgetKept();
   keychain().setObject(std::string(token), sec::valueData);
   requestAuthForToken(std::string(token));
   device().showMainOrLogin();
@@ -43,9 +44,15 @@ void API::logoutUser() {
   postWithPath("/logout", {{"uid", uid}}, noModelClass, {400}, [](auto&&...) {});
   device().sharedSettings.removeObject("WidgetVehicle");
   device().sharedSettings.synchronize();
-  keychain().resetKeychainItem();
+  forgetStored();
   requestAuthForToken(std::nullopt);
   device().showMainOrLogin();
+}
+
+// An interruption in between leaves a user who is signed in and for whom nothing is kept.
+void API::forgetStored() {
+  device().forgetKept();
+  keychain().resetKeychainItem();
 }
 
 }  // namespace fleetor

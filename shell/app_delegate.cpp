@@ -26,7 +26,7 @@ bool AppDelegate::applicationDidFinishLaunchingWithOptions() {
   // The key store outlives an installation, and a new installation starts signed out. The token is removed
   // before the mark is set, so that an interrupted first start is repeated.
   if (!standardSettings_.object(firstRunKey)) {
-    API::keychain().resetKeychainItem();
+    API::forgetStored();
     standardSettings_.setObject(std::string(firstRunKey), firstRunKey);
     standardSettings_.synchronize();
   }

@@ -15,6 +15,7 @@
 #include "shell/menu_view_controller.h"
 #include "shell/terms_view_controller.h"
 #include "shell/vehicles_table_view_controller.h"
+#include "ui/background_watch.h"
 #include "ui/containers/swipe_tab_bar_controller.h"
 #include "vehicle/about_detail_view_controller.h"
 #include "vehicle/info_detail_view_controller.h"
@@ -32,10 +33,29 @@ std::shared_ptr<ViewController> makeScreen(Environment& environment) {
   return std::make_shared<Screen>(environment);
 }
 
+/// Hands over to what is kept whatever the session receives.
+class KeptLink {
+ public:
+  KeptLink(Environment& environment, KeptFleet& kept, HeldVehicles& held, LastReadings& readings)
+      : vehicles_(
+            held.changed.connect([&kept, &held] { kept.takeVehicles(held.vehicles(), held.isComplete()); })),
+        readings_(readings.received.connect([&kept, &readings](std::int64_t id) {
+          if (const auto* const entry = readings.of(id)) kept.takeReading(entry->live);
+        })),
+        background_(environment.notificationCenter, [this, &kept] {
+          if (background_.inBackground()) kept.writeNow();
+        }) {}
+
+ private:
+  Connection vehicles_;
+  Connection readings_;
+  BackgroundWatch background_;
+};
+
 }  // namespace
 
-Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettings,
-                              Settings& sharedSettings) {
+Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettings, Settings& sharedSettings,
+                              KeptFleet* kept) {
   const auto makeLaunch = [&standardSettings](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<LaunchViewController>(of, standardSettings);
   };
@@ -60,8 +80,10 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
     account->forgetOthers();
     return std::make_shared<LoginViewController>(of, pins);
   };
-  const auto makeList = [held, readings](Environment& of) -> std::shared_ptr<ViewController> {
-    return std::make_shared<VehiclesTableViewController>(of, held, readings);
+  const auto link = kept ? std::make_shared<KeptLink>(environment, *kept, *held, *readings) : nullptr;
+  const auto makeList = [held, readings, kept, link](Environment& of) -> std::shared_ptr<ViewController> {
+    if (kept) kept->begin();
+    return std::make_shared<VehiclesTableViewController>(of, held, readings, kept);
   };
   const auto makeMenu = [account](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<MenuViewController>(of, account);

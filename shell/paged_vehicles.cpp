@@ -68,14 +68,14 @@ void PagedVehicles<Base>::loadItems() {
   this->setLoading(true);
   API::getWithPath("/vehicles", {{"offset", numberOfVehicles()}, {"limit", vehiclesPerPage}},
                    modelClass<VehiclesResponse>, {},
-                   [sender = this->sharedFrom(this)](auto response, auto kind, long, auto&) {
+                   [sender = this->sharedFrom(this)](auto response, auto kind, long status, auto&) {
                      const auto self = sender->current();
                      const int before = self->numberOfVehicles();
                      if (kind == ResponseKindSuccess) {
                        self->items_.nextResult(*response);
                      } else {
                        self->items_.onError();
-                       self->pageFailed();
+                       self->pageFailed(status != 0);
                      }
                      if (self->numberOfVehicles() == before && !self->isComplete()) {
                        self->endLoadingLater();

@@ -44,8 +44,8 @@ class PagedVehicles : public Base, public TableViewDataSource, public TableViewD
  protected:
   virtual bool showsRegistration() const = 0;
 
-  virtual void pageFailed() {}  ///< no more pages are requested
-  virtual void pageEnded() {}   ///< another page may be requested
+  virtual void pageFailed(bool /*answered*/) {}  ///< no more pages are requested
+  virtual void pageEnded() {}                    ///< another page may be requested
 
   /// Requests a page that the list does not take, as the one request that this screen has in flight. The
   /// answer is null after a failure. False: there is a request in flight already.

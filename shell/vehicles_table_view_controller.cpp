@@ -12,10 +12,20 @@
 
 namespace fleetor {
 
+namespace {
+constexpr Seconds patience{3};  ///< before what is kept is shown
+}
+
 VehiclesTableViewController::VehiclesTableViewController(Environment& environment,
                                                          std::shared_ptr<HeldVehicles> held,
-                                                         std::shared_ptr<LastReadings> readings)
-    : PagedVehicles(environment), held_(std::move(held)), rows_(environment, std::move(readings)) {
+                                                         std::shared_ptr<LastReadings> readings,
+                                                         KeptFleet* kept)
+    : PagedVehicles(environment),
+      held_(std::move(held)),
+      rows_(environment, std::move(readings)),
+      kept_(kept),
+      offline_(environment, [this](const Vehicle& vehicle) { open(vehicle); }) {
+  offline_.addOutletsTo(*this);
   outlet("failureLabel", failureLabel_);
   outlet("reloadButton", reloadButton_);
   outlet("noVehiclesImageView", noVehiclesImageView_);
@@ -47,11 +57,25 @@ void VehiclesTableViewController::viewDidLoad() {
 void VehiclesTableViewController::viewDidAppear(bool animated) {
   PagedVehicles::viewDidAppear(animated);
   rows_.setShown(true);
+  offline_.setVisible(true);
+  if (!kept_ || std::exchange(hasAppeared_, true) || answered_) return;
+  environment().queues.mainAfter(patience, [weak = std::weak_ptr(sharedFrom(this))] {
+    if (const auto self = weak.lock()) self->loadKept();
+  });
 }
 
 void VehiclesTableViewController::viewDidDisappear(bool animated) {
   PagedVehicles::viewDidDisappear(animated);
   rows_.setShown(false);
+  offline_.setVisible(false);
+}
+
+void VehiclesTableViewController::loadKept() {
+  if (!kept_ || !waitsForAnswer() || offline_.list()) return;
+  kept_->load([weak = std::weak_ptr(sharedFrom(this))](auto list) {
+    const auto self = weak.lock();
+    if (self && self->waitsForAnswer()) self->offline_.show(std::move(list));
+  });
 }
 
 std::shared_ptr<TableViewCell> VehiclesTableViewController::tableViewCellForRowAtIndexPath(
@@ -77,8 +101,12 @@ void VehiclesTableViewController::markOpenVehicle() {
   itemsTableView().selectRowAtIndexPath(row);
 }
 
-void VehiclesTableViewController::pageFailed() {
+void VehiclesTableViewController::pageFailed(bool answered) {
   failed_ = true;
+  if (answered)
+    noteAnswer();
+  else
+    loadKept();
   failureLabel_.setText(localized("The list of vehicles is incomplete"));
 }
 
@@ -90,6 +118,7 @@ void VehiclesTableViewController::showIfEmpty() {
 void VehiclesTableViewController::pageEnded() {
   if (session_.hasEnded()) return;
   showIfEmpty();
+  if (!failed_) noteAnswer();
   if (!failed_ && items().vehicles) {
     const auto& all = *items().vehicles;
     VehiclesResponse news;
@@ -98,6 +127,11 @@ void VehiclesTableViewController::pageEnded() {
     held_->take(news, std::exchange(handedOn_, all.size()));
   }
   if (fleet_) fleet_->follow(items(), failed_);
+}
+
+void VehiclesTableViewController::noteAnswer() {
+  answered_ = true;
+  offline_.show(nullptr);
 }
 
 void VehiclesTableViewController::showFind(Component&) {
@@ -119,6 +153,11 @@ void VehiclesTableViewController::showFind(Component&) {
 // Opens behind the search, which uncovers it.
 void VehiclesTableViewController::findViewControllerDidChooseVehicle(FindViewController&,
                                                                      const Vehicle& vehicle) {
+  open(vehicle);
+  if (environment().device.isPad()) itemsTableView().reloadData();  // drops the mark of what was open before
+}
+
+void VehiclesTableViewController::open(const Vehicle& vehicle) {
   if (!environment().device.isPad()) {
     performSegueWithIdentifier("DetailSegue", vehicle);
     return;
@@ -160,7 +199,9 @@ void VehiclesTableViewController::openBesideList(const Vehicle& vehicle) {
 
 void VehiclesTableViewController::continueFrom(VehiclesTableViewController& before) {
   PagedVehicles::continueFrom(before);
-  if (before.failed_) pageFailed();
+  answered_ = before.answered_;
+  offline_.show(before.offline_.list());
+  if (before.failed_) pageFailed(before.answered_);
   showIfEmpty();
 }
 

@@ -5,7 +5,9 @@
 #include <string>
 
 #include "board/held_vehicles.h"
+#include "kept/kept_fleet.h"
 #include "shell/find_view_controller.h"
+#include "shell/offline_list.h"
 #include "shell/paged_vehicles.h"
 #include "shell/row_readings.h"
 #include "ui/controls/alert_view.h"
@@ -16,12 +18,14 @@ namespace fleetor {
 /// "My Vehicles": where a signed-in user starts. On a phone it opens a vehicle by pushing its pager; on a
 /// tablet it is the permanent left column, puts the pager beside itself and carries what the side menu
 /// carries on a phone. After a failed page, and where there is no vehicle, it offers to load the list again.
+/// While the first page stays away, because the service cannot be reached, the vehicles that are kept from
+/// before are shown beside the list.
 class VehiclesTableViewController final : public PagedVehicles<PageViewController>,
                                           public AlertViewDelegate,
                                           public FindViewControllerDelegate {
  public:
   VehiclesTableViewController(Environment& environment, std::shared_ptr<HeldVehicles> held,
-                              std::shared_ptr<LastReadings> readings);
+                              std::shared_ptr<LastReadings> readings, KeptFleet* kept);
 
   Label& failureLabel() { return failureLabel_; }  ///< empty while nothing has failed
 
@@ -61,7 +65,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
 
  protected:
   bool showsRegistration() const override { return true; }
-  void pageFailed() override;
+  void pageFailed(bool answered) override;
   void pageEnded() override;
 
  private:
@@ -72,6 +76,10 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   std::shared_ptr<NavigationController> stackOf(const std::string& storyboardIdentifier);
   void loadAgain();  ///< in a new screen
   void showIfEmpty();
+  bool waitsForAnswer() const { return !answered_ && !session_.hasEnded(); }
+  void loadKept();
+  void noteAnswer();
+  void open(const Vehicle& vehicle);
   void openBesideList(const Vehicle& vehicle);
   void putBesideList(const std::shared_ptr<NavigationController>& stack);
 
@@ -79,6 +87,10 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   std::shared_ptr<HeldVehicles> held_;
   std::size_t handedOn_ = 0;  ///< of the items, to `held_`
   RowReadings rows_;
+  KeptFleet* kept_;  ///< null: nothing is kept
+  OfflineList offline_;
+  bool hasAppeared_ = false;
+  bool answered_ = false;  ///< the service has answered
   Label failureLabel_;
   ImageView noVehiclesImageView_;
   Button reloadButton_;

@@ -217,6 +217,7 @@ bool GuardedKeyStore::takeStoredItems() {
     memory_.add(item);
   }
   kept_ = worthKeeping(memory_.items());
+  isStored_ = true;
   reading_ = Reading::done;
   return true;
 }
@@ -234,6 +235,7 @@ void GuardedKeyStore::keep() {
 
 void GuardedKeyStore::storeAnew(Items items) {
   kept_ = std::move(items);
+  isStored_ = false;
   reading_ = Reading::done;
   waitsUntil_ = inside(kept_.empty() ? shortWait : bound_);
   {
@@ -259,7 +261,9 @@ void GuardedKeyStore::watch(unsigned change) {
 }
 
 void GuardedKeyStore::settle(unsigned change, const std::string& problem) {
-  if (change != change_ || std::exchange(settled_, change) == change || problem.empty()) return;
+  if (change != change_ || std::exchange(settled_, change) == change) return;
+  isStored_ = problem.empty();
+  if (isStored_) return;
   {
     const std::lock_guard lock(worker_->mutex);
     worker_->givenUp = change;

@@ -60,6 +60,7 @@ class GuardedKeyStore final : public KeyStore {
   bool add(const SecItem& item) override;
   bool update(const SecItem& query, const SecItem& changes) override;
   bool remove(const SecItem& query) override;
+  bool isKept() const override { return isStored_ && !kept_.empty(); }
   void listen(Queues* queues, std::function<void(KeyStoreEvent)> listener) override;
 
  private:
@@ -82,8 +83,9 @@ class GuardedKeyStore final : public KeyStore {
   TransientKeyStore memory_;
   Items kept_;  ///< what the system's store has, or is to have
   enum class Reading { due, late, done } reading_ = Reading::done;
-  unsigned change_ = 0;   ///< number of the last change
-  unsigned settled_ = 0;  ///< the last change whose outcome is known
+  bool isStored_ = false;  ///< the system's store is known to have that
+  unsigned change_ = 0;    ///< number of the last change
+  unsigned settled_ = 0;   ///< the last change whose outcome is known
   std::function<void(KeyStoreEvent)> listener_;
 };
 

@@ -17,14 +17,26 @@ std::chrono::duration<double> SystemClock::uptime() const {
   return std::chrono::steady_clock::now().time_since_epoch();
 }
 
-std::string SystemClock::day(Date moment) const {
+namespace {
+
+std::string written(Date moment, const char* format) {
   const std::time_t seconds =
       std::chrono::system_clock::to_time_t(std::chrono::floor<std::chrono::seconds>(moment));
   ::tzset();  // a traveller's time zone changes while the client runs
   std::tm local{};
   ::localtime_r(&seconds, &local);
   char text[32];
-  return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d", &local));
+  return std::string(text, std::strftime(text, sizeof text, format, &local));
+}
+
+}  // namespace
+
+std::string SystemClock::day(Date moment) const {
+  return written(moment, "%Y-%m-%d");
+}
+
+std::string SystemClock::timeOfDay(Date moment) const {
+  return written(moment, "%H:%M");
 }
 
 }  // namespace fleetor

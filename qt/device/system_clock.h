@@ -10,6 +10,7 @@ class SystemClock final : public Clock {
   Date now() const override;
   std::chrono::duration<double> uptime() const override;
   std::string day(Date moment) const override;
+  std::string timeOfDay(Date moment) const override;
 };
 
 }  // namespace fleetor

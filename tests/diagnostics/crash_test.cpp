@@ -10,7 +10,7 @@
 #include <iterator>
 #include <sstream>
 
-#include "scratch_folder.h"
+#include "support/scratch_folder.h"
 #include "support/testing.h"
 
 namespace fleetor {

@@ -7,7 +7,7 @@
 #include "diagnostics/report_files.h"
 #include "diagnostics/report_post.h"
 #include "diagnostics/usage_events.h"
-#include "scratch_folder.h"
+#include "support/scratch_folder.h"
 #include "support/full_disk.h"
 #include "support/scripted_transport.h"
 #include "support/testing.h"

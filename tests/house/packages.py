@@ -15,6 +15,7 @@ USES = {  # package: (files, pattern in them)
     "qt6-declarative-dev": (BUILD, "Qt6::Quick"), "qt6-shadertools-dev": (BUILD, "ShaderTools"),
     "qt6-shader-baker": (BUILD, "qt_add_shaders|qt6_add_shaders"), "libsecret-1-dev": (BUILD, "libsecret-1"), "libqrencode-dev": (BUILD, "libqrencode"),
     "libcurl4-openssl-dev": (BUILD, "CURL"), "libsimdjson-dev": (BUILD, "simdjson"),
+    "libsqlite3-dev": (BUILD, "SQLite3"), "libsodium-dev": (BUILD, "libsodium"),
     "libcpp-httplib-dev": (BUILD, "cpp-httplib"), "nlohmann-json3-dev": (BUILD, "nlohmann_json"),
     "libcairo2-dev": (BUILD, "cairo"), "libpng-dev": (BUILD, "libpng"), "zlib1g-dev": (BUILD, "ZLIB"),
     "libicu-dev": (BUILD, r"find_package\(ICU"),

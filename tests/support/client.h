@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kept/kept_fleet.h"
 #include "service/api.h"
 #include "shell/app_delegate.h"
 #include "shell/launch_view_controller.h"
@@ -29,6 +30,8 @@ struct Machine {
   MemoryKeyStore keyStore;
   MemorySettings standardSettings;
   MemorySettings sharedSettings;
+  std::string keptFleet;  ///< path of the file that keeps the vehicles; empty: they are not kept
+  Date morning = VirtualQueues().now();
 
   Machine() = default;
   explicit Machine(Idiom idiom) { becomes(idiom); }
@@ -169,13 +172,18 @@ class Client {
   NotificationCenter center;
   Appearance appearance;
   Environment environment{queues, machine.device, queues, center, appearance};
-  VirtualQueues queues;
+  VirtualQueues queues{machine.morning};
+  std::unique_ptr<KeptFleet> kept =
+      machine.keptFleet.empty() ? nullptr
+                                : std::make_unique<KeptFleet>(queues, queues, machine.keyStore,
+                                                              machine.keptFleet, [](KeptFleet::Problem) {});
   ScriptedTransport transport{queues};
   FakeReachability reachability;
   FakeIndicator indicator;
   RecordingLog log;
   AppDelegate delegate{environment, machine.standardSettings, baseURL()};
-  Storyboard storyboard = makeMainStoryboard(environment, machine.standardSettings, machine.sharedSettings);
+  Storyboard storyboard =
+      makeMainStoryboard(environment, machine.standardSettings, machine.sharedSettings, kept.get());
   Application application{environment, storyboard, delegate};
 
  private:
@@ -185,7 +193,10 @@ class Client {
                   [this](const std::string& text, double seconds, bool rounded) {
                     application.window().showToast(text, seconds, rounded);
                   },
-                  [this] { delegate.showMainOrLogin(); }});
+                  [this] { delegate.showMainOrLogin(); },
+                  [this] {
+                    if (kept) kept->forget();
+                  }});
     onWindow_ = application.window().changed.connect([this] { noteToast(); });
     serveFleet(transport, 45, 45);
     transport.answer("/logout", jsonReply(envelope(0, "")));

@@ -15,6 +15,7 @@ namespace fleetor::test {
 class MemoryKeyStore final : public TransientKeyStore {
  public:
   bool failsWrites = false;
+  bool keeps = true;
   std::function<void(KeyStoreEvent)> listener;
   std::function<void()> onRemove;  ///< called before an item is removed
   int writes = 0;                  ///< calls of add, update and remove that changed something
@@ -29,6 +30,7 @@ class MemoryKeyStore final : public TransientKeyStore {
     if (onRemove && copyMatching(query)) onRemove();
     return counted(!failsWrites && TransientKeyStore::remove(query));
   }
+  bool isKept() const override { return keeps; }
   void listen(Queues*, std::function<void(KeyStoreEvent)> events) override { listener = std::move(events); }
 
  private:

@@ -39,13 +39,8 @@ class VirtualQueues final : public Queues, public Clock {
 
   std::chrono::duration<double> uptime() const override { return elapsed_; }
 
-  std::string day(Date moment) const override {
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(moment);
-    std::tm parts{};
-    gmtime_r(&seconds, &parts);
-    char text[32];
-    return {text, std::strftime(text, sizeof text, "%Y-%m-%d", &parts)};
-  }
+  std::string day(Date moment) const override { return written(moment, "%Y-%m-%d"); }
+  std::string timeOfDay(Date moment) const override { return written(moment, "%H:%M"); }
 
   std::string today() const { return day(now()); }
   Seconds elapsed() const { return elapsed_; }
@@ -54,6 +49,14 @@ class VirtualQueues final : public Queues, public Clock {
   std::size_t waiting() const { return tasks_.size(); }
 
  private:
+  static std::string written(Date moment, const char* format) {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(moment);
+    std::tm parts{};
+    gmtime_r(&seconds, &parts);
+    char text[32];
+    return {text, std::strftime(text, sizeof text, format, &parts)};
+  }
+
   struct Entry {
     Duration due;
     std::uint64_t sequence;

@@ -312,6 +312,7 @@ class ZoneClock final : public Clock {
   explicit ZoneClock(int hours) : offset_(hours) {}
   Date now() const override { return std::chrono::sys_days(std::chrono::year(2026) / 3 / 1); }
   std::string day(Date moment) const override { return VirtualQueues().day(moment + offset_); }
+  std::string timeOfDay(Date moment) const override { return VirtualQueues().timeOfDay(moment + offset_); }
   std::chrono::duration<double> uptime() const override { return {}; }
 
  private:

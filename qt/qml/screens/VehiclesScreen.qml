@@ -3,11 +3,14 @@ import QtQuick
 import Fleetor
 
 // The list of vehicles. After a failed request: a text and a button below the list, or in place of an empty one, with a picture.
+// While the service cannot be reached, what is known from before lies over the empty part of the list.
 FocusScope {
     id: root
 
     required property ViewControllerItem screen
 
+    readonly property LabelItem offline: screen.outlet("offlineLabel") as LabelItem
+    readonly property bool isOffline: (offline?.text ?? "") !== ""
     readonly property ButtonItem fleet: screen.outlet("fleetButton") as ButtonItem
 
     Shortcut {
@@ -25,10 +28,31 @@ FocusScope {
         focus: true
     }
 
+    Rectangle {
+        y: list.count > 0 ? list.contentHeight : 0
+        width: parent.width
+        height: list.height - y
+        visible: root.isOffline
+        color: Theme.background
+
+        OfflineBand {
+            id: band
+            width: parent.width
+            line: root.offline
+        }
+        TableList {
+            anchors.top: band.bottom
+            anchors.bottom: parent.bottom
+            width: parent.width
+            table: root.screen.outlet("offlineTableView") as TableItem
+            label: band.words
+        }
+    }
+
     ListOffer {
         id: offer
         width: parent.width
-        alone: list.count === 0
+        alone: list.count === 0 && !root.isOffline
         y: alone ? (parent.height - height) / 2 : parent.height - height - bar.height
         image: root.screen.outlet("noVehiclesImageView") as ImageViewItem
         line: root.screen.outlet("failureLabel") as LabelItem
