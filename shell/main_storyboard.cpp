@@ -94,8 +94,8 @@ Storyboard makeMainStoryboard(Environment& environment, Settings& standardSettin
   const auto makeBoard = [pins, held, readings, poll](Environment& of) -> std::shared_ptr<ViewController> {
     return std::make_shared<BoardViewController>(of, pins, held, readings, poll);
   };
-  const auto makePager = [pins](Environment& of) -> std::shared_ptr<ViewController> {
-    auto screen = std::make_shared<VehicleViewController>(of, pins);
+  const auto makePager = [pins, readings](Environment& of) -> std::shared_ptr<ViewController> {
+    auto screen = std::make_shared<VehicleViewController>(of, pins, readings);
     screen->addChildViewController(std::make_shared<SwipeTabBarController>(of));
     return screen;
   };

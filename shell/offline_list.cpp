@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/filled_text.h"
-#include "ui/calendar.h"
 #include "values/quantities.h"
 #include "vehicle/vehicle_table_view_cell.h"
 #include "vehicle/watch/reading_age.h"
@@ -54,18 +53,9 @@ void OfflineList::setVisible(bool visible) {
 void OfflineList::update() {
   ages_.cancel();
   if (!list_ || !visible_ || background_.inBackground()) return;
-  const std::string day = environment_.clock.day(list_->asOf);
-  const std::string time = environment_.clock.timeOfDay(list_->asOf);
-  const bool isToday = day == environment_.clock.day(environment_.clock.now());
-  label_.setText(filled(environment_.device.localizedString("Offline · as of {time}"), "{time}",
-                        isToday ? time : dayOf(list_->asOf) + ' ' + time));
+  label_.setText(offlineText(list_->asOf, environment_.clock, environment_.device));
   tableView_.reloadData();
   ages_.after(minute);
-}
-
-std::string OfflineList::dayOf(Date moment) const {
-  return environment_.device.textOfDay(fleetor::dayOf(environment_.clock.day(moment)),
-                                       environment_.device.localizedString("d MMM"));
 }
 
 // A reading from the future, by a clock that was set back, has no age.
@@ -78,7 +68,7 @@ std::string OfflineList::textOf(const KeptFleet::Entry& entry) const {
   return (readNumber(speed.view()) ? speed.str() + "km/h · " : "") +
          (age < hour       ? readingAge(age, device).text
           : age < wholeDay ? filled(device.localizedString("{} h"), "{}", std::to_string(hours))
-                           : dayOf(entry.arrived));
+                           : shortDay(entry.arrived, environment_.clock, device));
 }
 
 int OfflineList::tableViewNumberOfRowsInSection(TableView&, int) {

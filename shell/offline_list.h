@@ -38,7 +38,6 @@ class OfflineList final : public TableViewDataSource, public TableViewDelegate {
 
  private:
   void update();
-  std::string dayOf(Date moment) const;
   std::string textOf(const KeptFleet::Entry& entry) const;
   const KeptFleet::Entry& entryAt(IndexPath path) const;
 

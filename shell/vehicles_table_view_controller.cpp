@@ -22,7 +22,8 @@ VehiclesTableViewController::VehiclesTableViewController(Environment& environmen
                                                          KeptFleet* kept)
     : PagedVehicles(environment),
       held_(std::move(held)),
-      rows_(environment, std::move(readings)),
+      readings_(std::move(readings)),
+      rows_(environment, readings_),
       kept_(kept),
       offline_(environment, [this](const Vehicle& vehicle) { open(vehicle); }) {
   offline_.addOutletsTo(*this);
@@ -74,8 +75,14 @@ void VehiclesTableViewController::loadKept() {
   if (!kept_ || !waitsForAnswer() || offline_.list()) return;
   kept_->load([weak = std::weak_ptr(sharedFrom(this))](auto list) {
     const auto self = weak.lock();
-    if (self && self->waitsForAnswer()) self->offline_.show(std::move(list));
+    if (self && self->waitsForAnswer()) self->showKept(list);
   });
+}
+
+void VehiclesTableViewController::showKept(const OfflineList::List& list) {
+  for (const auto& [vehicle, live, arrived] : list->entries)
+    if (live) readings_->addEarlier({live, arrived});
+  offline_.show(list);
 }
 
 std::shared_ptr<TableViewCell> VehiclesTableViewController::tableViewCellForRowAtIndexPath(

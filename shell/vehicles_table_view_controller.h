@@ -78,6 +78,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   void showIfEmpty();
   bool waitsForAnswer() const { return !answered_ && !session_.hasEnded(); }
   void loadKept();
+  void showKept(const OfflineList::List& list);
   void noteAnswer();
   void open(const Vehicle& vehicle);
   void openBesideList(const Vehicle& vehicle);
@@ -86,6 +87,7 @@ class VehiclesTableViewController final : public PagedVehicles<PageViewControlle
   Session session_;
   std::shared_ptr<HeldVehicles> held_;
   std::size_t handedOn_ = 0;  ///< of the items, to `held_`
+  std::shared_ptr<LastReadings> readings_;
   RowReadings rows_;
   KeptFleet* kept_;  ///< null: nothing is kept
   OfflineList offline_;

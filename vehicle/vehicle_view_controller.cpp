@@ -38,8 +38,9 @@ constexpr int tripsPage = 3;
 
 }  // namespace
 
-VehicleViewController::VehicleViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins)
-    : PageViewController(environment), pins_(std::move(pins)) {
+VehicleViewController::VehicleViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins,
+                                             std::shared_ptr<LastReadings> readings)
+    : PageViewController(environment), pins_(std::move(pins)), readings_(std::move(readings)) {
   outlet("pagesTabBar", pagesTabBar_);
   std::vector<std::shared_ptr<TabBarItem>> items;
   for (const auto& page : pageTable) {
@@ -98,7 +99,10 @@ void VehicleViewController::showWhetherPinned() {
 }
 
 void VehicleViewController::makePages() {
-  if (!watch_) watch_ = std::make_shared<VehicleWatch>(environment().clock);
+  if (!watch_) {
+    watch_ = std::make_shared<VehicleWatch>(environment().clock);
+    if (const auto* const earlier = readings_->earlierOf(vehicle_.vehicleId)) watch_->setEarlier(*earlier);
+  }
   std::vector<std::shared_ptr<ViewController>> installed;
   for (std::size_t i = 0; i < pageCount; ++i) {
     pages_[i] = storyboard()->instantiate<DetailPageViewController>(pageTable[i].storyboardIdentifier);

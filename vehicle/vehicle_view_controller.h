@@ -11,6 +11,7 @@
 #include "ui/containers/tab_bar.h"
 #include "vehicle/day_choice.h"
 #include "vehicle/detail_page_view_controller.h"
+#include "vehicle/watch/last_readings.h"
 
 namespace fleetor {
 
@@ -27,7 +28,8 @@ class VehicleViewController final : public PageViewController,
  public:
   static constexpr std::size_t pageCount = 5;
 
-  VehicleViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins);
+  VehicleViewController(Environment& environment, std::shared_ptr<PinnedVehicles> pins,
+                        std::shared_ptr<LastReadings> readings);
 
   bool refreshFlag() const { return refreshFlag_; }
 
@@ -77,6 +79,7 @@ class VehicleViewController final : public PageViewController,
   bool isReplaced_ = false;
   Vehicle vehicle_;
   std::shared_ptr<PinnedVehicles> pins_;
+  std::shared_ptr<LastReadings> readings_;
   std::shared_ptr<BarButtonItem> pinButton_;
   Connection pinsChanged_;
   TabBar pagesTabBar_;

@@ -38,8 +38,11 @@ class Offline : public testing::Test {
 };
 
 TEST_F(Offline, ShowsWhatIsKnownWithItsAgeAndOpensIt) {
+  const std::string file = machine.keptFleet;
   for (const Idiom idiom : {Idiom::phone, Idiom::pad}) {
     machine.becomes(idiom);
+    machine.keptFleet = file + (idiom == Idiom::pad ? "-pad" : "-phone");
+    std::filesystem::copy_file(file, machine.keptFleet);
     Client client(machine);
     client.transport.answer("/vehicles", noNetwork());
     client.transport.answer("/live", noNetwork());
@@ -59,6 +62,22 @@ TEST_F(Offline, ShowsWhatIsKnownWithItsAgeAndOpensIt) {
     client.settle();
     EXPECT_EQ(client.find<VehicleViewController>()->vehicle().name, "Vehicle 2");
     EXPECT_THAT(client.takeRequests(), ElementsAre("GET /live?vehid=2"));
+
+    const auto* const pager = client.find<VehicleViewController>();
+    const auto page = pager->swipeTabBarController()->viewControllers()[0];
+    const auto text = [&](const char* label) {
+      return dynamic_cast<Label&>(*page->findOutlet(label)).text();
+    };
+    auto& rows = dynamic_cast<TableView&>(*page->findOutlet("itemsTableView"));
+    EXPECT_EQ(text("speedLabel"), "57");
+    EXPECT_EQ(text("noReportLabel"), "Offline · as of 08:00 · Long Street 5");
+    EXPECT_EQ(text("ageLabel"), "");
+    EXPECT_EQ(client.textsOf(rows), std::vector<std::string>{"..."}) << "none of these is fresh";
+    client.transport.answer("/live", liveReply(2, 12));
+    client.advance(15);
+    EXPECT_EQ(text("speedLabel"), "12");
+    EXPECT_EQ(text("noReportLabel"), "");
+    EXPECT_EQ(text("ageLabel"), "now");
   }
 }
 

@@ -32,9 +32,22 @@ void LastReadings::keep(std::shared_ptr<const Live> live) {
   received.emit(id);
 }
 
+void LastReadings::addEarlier(VehicleWatch::Earlier reading) {
+  forgetOthers();
+  const std::int64_t id = reading.live->vehicle().vehicleId;
+  earlier_.insert_or_assign(id, std::move(reading));
+}
+
+const VehicleWatch::Earlier* LastReadings::earlierOf(std::int64_t vehicleId) {
+  forgetOthers();
+  const auto found = earlier_.find(vehicleId);
+  return found == earlier_.end() ? nullptr : &found->second;
+}
+
 void LastReadings::forgetOthers() {
   if (!session_.hasEnded()) return;
   entries_.clear();
+  earlier_.clear();
   session_ = {};
 }
 

@@ -8,11 +8,13 @@
 #include "service/session.h"
 #include "ui/environment.h"
 #include "ui/signal.h"
+#include "vehicle/watch/vehicle_watch.h"
 
 namespace fleetor {
 
-/// The latest record that this session has received of each vehicle, whichever screen asked for it. Another
-/// session begins with none. In memory only. Main thread only.
+/// The latest record that this session has received of each vehicle, whichever screen asked for it, and apart
+/// from these what is known from an earlier run. Another session begins with none. In memory only. Main
+/// thread only.
 class LastReadings {
  public:
   struct Entry {
@@ -34,6 +36,9 @@ class LastReadings {
   const Entry* of(std::int64_t vehicleId);
   void keep(std::shared_ptr<const Live> live);
 
+  void addEarlier(VehicleWatch::Earlier reading);
+  const VehicleWatch::Earlier* earlierOf(std::int64_t vehicleId);  ///< null: none; valid until the next call
+
   void forgetOthers();  ///< what another session has left
 
   Signal<std::int64_t> received;  ///< the vehicle's id
@@ -42,6 +47,7 @@ class LastReadings {
   Environment& environment_;
   Session session_;
   std::map<std::int64_t, Entry> entries_;
+  std::map<std::int64_t, VehicleWatch::Earlier> earlier_;
 };
 
 }  // namespace fleetor

@@ -52,13 +52,22 @@ void LiveStatus::setVisible(bool visible) {
 
 void LiveStatus::received(const Live& live, Seconds arrived) {
   arrived_ = arrived;
+  showMovement(live);
+  update();
+}
+
+void LiveStatus::showMovement(const Live& live) {
   const bool hasSpeed = readNumber(live.speed).has_value();
   speedLabel_.setText(hasSpeed ? live.speed.str() : "");
   speedUnitLabel_.setText(hasSpeed ? speedUnit : "");
   const auto course = courseOf(live);
   courseImageView_.setImage(course ? "RowCourse" : "");
   if (course) courseImageView_.setRotation(*course);
-  update();
+}
+
+const VehicleWatch::Earlier* LiveStatus::earlier() const {
+  const bool isLatest = !arrived_ && watch_ && !watch_->latest() && watch_->earlier();
+  return isLatest ? &*watch_->earlier() : nullptr;
 }
 
 void LiveStatus::clear() {
@@ -89,6 +98,13 @@ Seconds LiveStatus::showMotion(Seconds age) {
 }
 
 void LiveStatus::update() {
+  if (const auto* const before = earlier()) {
+    showMovement(*before->live);
+    speedLabel_.setFaded(true);
+    noReportLabel_.setText(offlineText(before->arrived, environment_.clock, environment_.device) +
+                           (before->live->street.empty() ? "" : " · " + before->live->street.str()));
+    return;
+  }
   const Seconds age = arrived_ ? now() - *arrived_ : Seconds(0);
   const Seconds silence = arrived_ && watch_ ? now() - watch_->reported() : Seconds(0);
   const ReadingAge known = readingAge(age, environment_.device);

@@ -18,7 +18,8 @@ namespace fleetor {
 /// What a page shows beside the latest record: how old it is, for how long the vehicle has reported nothing
 /// new, its speed and course, whether it drives or stands, and since when. Numbers that are not wholly
 /// understood are left out. Ages are counted from the arrival, by the device's stopwatch; the service's times
-/// are only compared with each other. Main thread only.
+/// are only compared with each other. Before the first record it shows what is known from an earlier run, and
+/// of when that is. Main thread only.
 ///
 /// One timer at most, and only while the page is visible, the program in the foreground, and there is a
 /// record. A text changes every 5 seconds in the first minute and every minute from then on.
@@ -42,7 +43,9 @@ class LiveStatus {
 
   Label& ageLabel() { return ageLabel_; }              ///< "now", "20 s", "2 min"; empty without a record
   ImageView& ageImageView() { return ageImageView_; }  ///< its mark in the colour of the freshness
-  Label& noReportLabel() { return noReportLabel_; }    ///< "no new report for 12 min", or empty
+  Label& noReportLabel() {
+    return noReportLabel_;
+  }  ///< "no new report for 12 min", "Offline · as of 14:03", or empty
 
   /// The passing of time, or the page's return, has changed something.
   Signal<> aged;
@@ -53,6 +56,8 @@ class LiveStatus {
   std::string withTime(const char* key, const std::string& time) const;
   Seconds showMotion(Seconds age);  ///< and when its words change next
   bool isShown() const { return visible_ && !background_.inBackground() && arrived_; }
+  void showMovement(const Live& live);
+  const VehicleWatch::Earlier* earlier() const;  ///< null: it is not to be shown
   void update();
   void age();
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/filled_text.h"
+#include "ui/calendar.h"
 
 namespace fleetor {
 
@@ -28,6 +29,16 @@ std::string durationText(Seconds time, const Device& device) {
   const long minutes = std::lround(std::floor(time / aMinute));
   const std::string rest = numbered(device.localizedString("{} min"), minutes % 60);
   return minutes < 60 ? rest : numbered(device.localizedString("{} h"), minutes / 60) + " " + rest;
+}
+
+std::string shortDay(Date moment, const Clock& clock, const Device& device) {
+  return device.textOfDay(dayOf(clock.day(moment)), device.localizedString("d MMM"));
+}
+
+std::string offlineText(Date asOf, const Clock& clock, const Device& device) {
+  const bool isToday = clock.day(asOf) == clock.day(clock.now());
+  return filled(device.localizedString("Offline · as of {time}"), "{time}",
+                (isToday ? "" : shortDay(asOf, clock, device) + ' ') + clock.timeOfDay(asOf));
 }
 
 ReadingAge readingAge(Seconds age, const Device& device) {

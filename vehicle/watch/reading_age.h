@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/clock.h"
 #include "platform/device.h"
 #include "platform/queues.h"
 
@@ -23,6 +24,13 @@ struct ReadingAge {
 };
 
 ReadingAge readingAge(Seconds age, const Device& device);
+
+/// The day of that moment on this device: "20 Nov".
+std::string shortDay(Date moment, const Clock& clock, const Device& device);
+
+/// Of what is known from before: "Offline · as of 14:03", with the day before the time when that is not
+/// today.
+std::string offlineText(Date asOf, const Clock& clock, const Device& device);
 
 /// Whole minutes: "12 min", "1 h 5 min".
 std::string durationText(Seconds time, const Device& device);

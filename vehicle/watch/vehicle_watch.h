@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "model/vehicle_records.h"
 #include "platform/clock.h"
@@ -32,6 +33,11 @@ class VehicleWatch {
     std::string reportedSince;  ///< "14:05" in the service's time where the day's track tells, or empty
   };
 
+  struct Earlier {
+    std::shared_ptr<const Live> live;
+    Date arrived;
+  };
+
   /// The clock outlives the watch.
   explicit VehicleWatch(const Clock& clock) : clock_(clock) {}
 
@@ -40,6 +46,10 @@ class VehicleWatch {
   /// The track of a day. If it ends with a stop and the vehicle stands there, it has stood since that stop
   /// began, until it is seen to drive or may have driven unseen. Days before the latest one are ignored.
   void received(const DayPoints& points);
+
+  /// What an earlier run has received last.
+  void setEarlier(Earlier earlier) { earlier_ = std::move(earlier); }
+  const std::optional<Earlier>& earlier() const { return earlier_; }
 
   /// The latest record, which arrived at `seen` by the stopwatch; null before the first.
   const std::shared_ptr<const Live>& latest() const { return last_; }
@@ -64,6 +74,7 @@ class VehicleWatch {
   const Clock& clock_;
   Uptime seen_{};
   Uptime reported_{};
+  std::optional<Earlier> earlier_;
   std::shared_ptr<const Live> last_;  ///< seen at `seen_`
   std::optional<Motion> motion_;
   std::optional<Stop> stop_;  ///< with which the latest day's track ends

@@ -19,12 +19,12 @@ Rectangle {
     color: Theme.raised
     border.width: 1
     border.color: Theme.mapShade
-    visible: age.words !== ""
+    visible: age.words !== "" || silence.text !== ""
 
     Copyable {
         anchors.fill: parent
         screen: root.screen
-        text: [doing.text, speed.words, `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
+        text: [doing.text, speed.words, age.words && `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
     }
     StatusVoice {
         screen: root.screen
