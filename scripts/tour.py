@@ -607,6 +607,19 @@ def tiles_away(demo, name, *options):
     return client
 
 
+def offline(demo, name, *options):
+    """A start without the service: what an earlier run has received, in the list and on the pages of a vehicle."""
+    demo.stop()
+    client = Client(name, *options)
+    client.find("Offline")
+    client.picture("offline")
+    client.click("Café van 1")
+    client.find("Offline.*Larkhåven")
+    client.save(f"{client.prefix}-offline-vehicle.png")  # it does not rest: it waits for a record
+    client.close()
+    demo.start(datetime.time(14, 30))
+
+
 def sign_out(client):
     client.click("Log out")
     client.find("Are you sure")
@@ -672,6 +685,8 @@ STOPS = (
     ("tablet", lambda: walk_on_the_tablet(service)),
     ("dark tablet", lambda: dark("tablet", *TABLET)),
     ("Arabic tablet", lambda: language("ar", "tablet", *TABLET)),
+    ("offline phone", lambda: offline(service, "phone", *PHONE)),
+    ("offline tablet", lambda: offline(service, "tablet", *TABLET)),
     ("phone without tiles", lambda: tiles_away(service, "phone", *PHONE).close()),
     ("tablet without tiles", lambda: sign_out(tiles_away(service, "tablet", *TABLET))),
     ("first visits", first_visit_elsewhere),

@@ -106,6 +106,12 @@ class KeyStoreGuard : public testing::Test {
     void signIn(const std::string& token) { keychain().setObject(token, sec::valueData); }
     void signOut() { keychain().resetKeychainItem(); }
 
+    void awaitKept() {
+      EXPECT_FALSE(store.isKept());
+      queues_.runMainUntil([this] { return store.isKept(); }, 20s);
+      EXPECT_TRUE(store.isKept());
+    }
+
     std::vector<KeyStoreEvent> awaitEvents() {
       queues_.runMainUntil([this] { return !events_.empty(); }, 20s);
       return std::exchange(events_, {});
@@ -161,8 +167,10 @@ TEST_F(KeyStoreGuard, KeepsASignInOverRestartsUntilTheSignOut) {
   {
     Run run(*this);
     EXPECT_EQ(run.token(), "first");
+    EXPECT_TRUE(run.store.isKept());
     run.signIn("second");
     run.signIn("third");
+    run.awaitKept();
   }
   EXPECT_EQ(tokenAtNextStart(), "third");
   EXPECT_EQ(keyring->sets().size(), 1u);
@@ -170,6 +178,7 @@ TEST_F(KeyStoreGuard, KeepsASignInOverRestartsUntilTheSignOut) {
     Run run(*this);
     run.signOut();
     EXPECT_EQ(run.token(), "");
+    EXPECT_FALSE(run.store.isKept());
     EXPECT_FALSE(std::filesystem::exists(markPath)) << "at once";
     EXPECT_TRUE(isKeyringEmpty());
   }
@@ -327,6 +336,7 @@ TEST_F(KeyStoreGuard, KeepsNothingWithoutAPlaceForTheMark) {
   Run run(*this);
   run.signIn("token");
   EXPECT_THAT(run.awaitEvents(), ElementsAre(KeyStoreEvent::notKept));
+  EXPECT_FALSE(run.store.isKept());
   EXPECT_THAT(keyring->sets(), IsEmpty());
   EXPECT_EQ(run.token(), "token");
 }
