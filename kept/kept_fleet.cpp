@@ -12,7 +12,8 @@ namespace fleetor {
 
 namespace {
 
-constexpr Seconds gathering{10};
+constexpr Seconds gathering{60};
+constexpr Seconds firstGathering{10};  ///< of a new sign-in
 constexpr std::chrono::days keptFor{30};
 constexpr const char* keyIdentifier = "Fleetor_Kept";
 
@@ -110,7 +111,7 @@ KeptFleet::KeptFleet(Queues& queues, const Clock& clock, KeyStore& keyStore, std
       until_(std::make_shared<KeptFleet*>(this)) {}
 
 KeptFleet::~KeptFleet() {
-  writeNow();
+  if (key_) writeNow();
   until_.reset();
   turns_->finish();
 }
@@ -148,7 +149,7 @@ void KeptFleet::takeReading(std::shared_ptr<const Live> live) {
 
 void KeptFleet::changed() {
   if (std::exchange(isWaiting_, true)) return;
-  queues_.mainAfter(gathering, [until = std::weak_ptr(until_)] {
+  queues_.mainAfter(key_ ? gathering : firstGathering, [until = std::weak_ptr(until_)] {
     const auto self = until.lock();
     if (!self) return;
     (*self)->isWaiting_ = false;

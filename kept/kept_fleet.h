@@ -22,8 +22,8 @@ class SealKey;
 /// vehicles, for at most 30 days. The file is sealed with a key that lies in the key store, beside the
 /// sign-in. As long as the key store does not keep what it is given, nothing is written.
 ///
-/// Changes are gathered for 10 seconds; all work on the file is done on the global queue. A file that cannot
-/// be read is set aside, and a new one begins. Main thread only.
+/// Changes are gathered for a minute, the first ones of a sign-in for 10 seconds; all work on the file is
+/// done on the global queue. A file that cannot be read is set aside, and a new one begins. Main thread only.
 class KeptFleet {
  public:
   struct Entry {
@@ -45,7 +45,7 @@ class KeptFleet {
   /// What is handed in outlives this object. `path` is that of the file.
   KeptFleet(Queues& queues, const Clock& clock, KeyStore& keyStore, std::string path,
             std::function<void(Problem)> report);
-  ~KeptFleet();  ///< writes what is gathered
+  ~KeptFleet();  ///< writes what is gathered, on this thread
   KeptFleet(const KeptFleet&) = delete;
   KeptFleet& operator=(const KeptFleet&) = delete;
 

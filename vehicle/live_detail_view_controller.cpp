@@ -90,7 +90,9 @@ void LiveDetailViewController::clearView() {
 void LiveDetailViewController::updateCover() {
   const bool waiting = items_.empty();
   mapView().setCovered(waiting);
-  noteLabel().setText(waiting ? localized("Waiting for the next position") : "");
+  const std::string earlier = status_.earlierText();
+  noteLabel().setText(
+      !waiting ? "" : localized("Waiting for the next position") + (earlier.empty() ? "" : "\n" + earlier));
   if (waiting)
     loadingIndicator().startAnimating();
   else

@@ -11,7 +11,8 @@ namespace fleetor {
 
 /// Where the vehicle is now and its trail: the positions polled while the page is visible, each more than a
 /// metre from the one before. The trail is not stored, has no limit, and is lost when the program goes to the
-/// background. Until there is a first position the map is covered.
+/// background. Until there is a first position the map is covered; what is known from an earlier run is
+/// written there.
 ///
 /// The map follows the vehicle unless the user switches that off with "followButton", which is selected while
 /// it does.

@@ -17,7 +17,7 @@ Window {
     title: "Fleetor"
     visible: true
     color: Theme.background
-    minimumWidth: content.pad ? 560 : 240 // the list on a tablet takes 300
+    minimumWidth: content.pad ? 620 : 240 // the list on a tablet takes 300
     minimumHeight: 240
     Component.onCompleted: {
         Theme.forceDark = forceDark;

@@ -60,7 +60,7 @@ class Kept : public testing::Test {
     takeVehicles(ids);
     for (const int id : ids)
       takeReading(id, 10 * id);
-    queues.advance(Seconds(10));
+    queues.advance(Seconds(60));
   }
 
   std::shared_ptr<const KeptFleet::List> loaded() {
@@ -174,7 +174,7 @@ TEST_F(Kept, IsWrittenOnlyWhileTheKeyStoreKeepsItsItems) {
   keep({1});
   keyStore.keeps = true;
   takeReading(1, 60);
-  queues.advance(Seconds(10));
+  queues.advance(Seconds(60));
   EXPECT_EQ(content(), "1:60") << "nothing was lost";
 }
 

@@ -72,6 +72,9 @@ TEST_F(Offline, ShowsWhatIsKnownWithItsAgeAndOpensIt) {
     EXPECT_EQ(text("speedLabel"), "57");
     EXPECT_EQ(text("noReportLabel"), "Offline · as of 08:00 · Long Street 5");
     EXPECT_EQ(text("ageLabel"), "");
+    const auto live = pager->swipeTabBarController()->viewControllers()[1];
+    EXPECT_EQ(dynamic_cast<Label&>(*live->findOutlet("noteLabel")).text(),
+              "Waiting for the next position\nOffline · as of 08:00 · 57km/h · Long Street 5");
     EXPECT_EQ(client.textsOf(rows), std::vector<std::string>{"..."}) << "none of these is fresh";
     client.transport.answer("/live", liveReply(2, 12));
     client.advance(15);

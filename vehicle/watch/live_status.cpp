@@ -97,12 +97,21 @@ Seconds LiveStatus::showMotion(Seconds age) {
   return untilNextMinute(lasting);
 }
 
+std::string LiveStatus::earlierText(bool withSpeed) const {
+  const auto* const before = earlier();
+  if (!before) return {};
+  const Live& live = *before->live;
+  std::string text = offlineText(before->arrived, environment_.clock, environment_.device);
+  if (withSpeed && readNumber(live.speed)) text += " · " + live.speed.str() + speedUnit;
+  if (!live.street.empty()) text += " · " + live.street.str();
+  return text;
+}
+
 void LiveStatus::update() {
   if (const auto* const before = earlier()) {
     showMovement(*before->live);
     speedLabel_.setFaded(true);
-    noReportLabel_.setText(offlineText(before->arrived, environment_.clock, environment_.device) +
-                           (before->live->street.empty() ? "" : " · " + before->live->street.str()));
+    noReportLabel_.setText(earlierText(false));
     return;
   }
   const Seconds age = arrived_ ? now() - *arrived_ : Seconds(0);

@@ -41,6 +41,9 @@ class LiveStatus {
   /// Late after 30 seconds, old after 5 minutes.
   Freshness freshness() const { return freshness_; }
 
+  /// "Offline · as of 14:03 · 52km/h · Long Street 5" before the first record, if that is known.
+  std::string earlierText(bool withSpeed = true) const;
+
   Label& ageLabel() { return ageLabel_; }              ///< "now", "20 s", "2 min"; empty without a record
   ImageView& ageImageView() { return ageImageView_; }  ///< its mark in the colour of the freshness
   Label& noReportLabel() {

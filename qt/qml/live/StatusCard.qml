@@ -19,12 +19,12 @@ Rectangle {
     color: Theme.raised
     border.width: 1
     border.color: Theme.mapShade
-    visible: age.words !== "" || silence.text !== ""
+    visible: age.words !== ""
 
     Copyable {
         anchors.fill: parent
         screen: root.screen
-        text: [doing.text, speed.words, age.words && `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
+        text: [doing.text, speed.words, `${root.mark?.accessibleName ?? ""}: ${age.words}`, silence.text].filter(Boolean).join(", ")
     }
     StatusVoice {
         screen: root.screen
@@ -58,7 +58,7 @@ Rectangle {
             id: silence
             width: Math.min(implicitWidth, root.widest - 24)
             visible: text !== ""
-            text: root.noReport?.text ?? ""
+            text: age.words === "" ? "" : root.noReport?.text ?? ""
             color: Theme.secondaryText
             font.pixelSize: Theme.smallSize
             wrapMode: Text.Wrap
