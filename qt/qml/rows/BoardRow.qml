@@ -87,6 +87,7 @@ RowBody {
         }
         RowText {
             wraps: true
+            mostLines: 5
             visible: text !== ""
             text: row.address?.text ?? ""
             color: Theme.secondaryText
