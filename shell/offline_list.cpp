@@ -12,7 +12,7 @@
 namespace fleetor {
 
 namespace {
-constexpr double rowHeight = 68.0;
+constexpr double keptRowHeight = 68.0;
 constexpr Seconds minute{60};
 constexpr Seconds hour{3600};
 constexpr Seconds wholeDay{86400};
@@ -89,7 +89,7 @@ std::shared_ptr<TableViewCell> OfflineList::tableViewCellForRowAtIndexPath(Table
 }
 
 double OfflineList::tableViewHeightForRowAtIndexPath(TableView&, IndexPath) {
-  return rowHeight;
+  return keptRowHeight;
 }
 
 void OfflineList::tableViewDidSelectRowAtIndexPath(TableView&, IndexPath path) {

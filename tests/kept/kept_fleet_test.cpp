@@ -38,6 +38,7 @@ class Kept : public testing::Test {
   }
   void takeVehicles(const std::vector<int>& ids, bool complete = true) {
     std::vector<Vehicle> vehicles;
+    vehicles.reserve(ids.size());
     for (const int id : ids)
       vehicles.push_back(vehicle(id));
     fleet->takeVehicles(vehicles, complete);
