@@ -13,7 +13,7 @@ namespace fleetor {
 namespace {
 
 constexpr Seconds gathering{60};
-constexpr Seconds firstGathering{10};  ///< of a new sign-in
+constexpr Seconds firstGathering{2};  ///< of a new sign-in
 constexpr std::chrono::days keptFor{30};
 constexpr const char* keyIdentifier = "Fleetor_Kept";
 
@@ -119,7 +119,8 @@ KeptFleet::~KeptFleet() {
 void KeptFleet::begin() {
   if (std::exchange(hasBegun_, true)) return;
   key_ = storedKey();
-  if (!key_) runOnFile([](File& file) { file.remove(); });
+  isNew_ = !key_;
+  if (isNew_) runOnFile([](File& file) { file.remove(); });
 }
 
 std::shared_ptr<const SealKey> KeptFleet::storedKey() const {
@@ -149,7 +150,7 @@ void KeptFleet::takeReading(std::shared_ptr<const Live> live) {
 
 void KeptFleet::changed() {
   if (std::exchange(isWaiting_, true)) return;
-  queues_.mainAfter(key_ ? gathering : firstGathering, [until = std::weak_ptr(until_)] {
+  queues_.mainAfter(isNew_ ? firstGathering : gathering, [until = std::weak_ptr(until_)] {
     const auto self = until.lock();
     if (!self) return;
     (*self)->isWaiting_ = false;
@@ -169,6 +170,7 @@ void KeptFleet::writeNow() {
     keyStore_.add(item);
     if (!keyStore_.isKept()) return changed();
   }
+  isNew_ = false;
   runOnFile([key = key_, now = clock_.now(), gathered = std::exchange(gathered_, {}),
              until = std::weak_ptr(until_), &queues = queues_](File& file) mutable {
     if (file.write(*key, now, gathered)) return;

@@ -22,7 +22,7 @@ class SealKey;
 /// vehicles, for at most 30 days. The file is sealed with a key that lies in the key store, beside the
 /// sign-in. As long as the key store does not keep what it is given, nothing is written.
 ///
-/// Changes are gathered for a minute, the first ones of a sign-in for 10 seconds; all work on the file is
+/// Changes are gathered for a minute, the first ones of a sign-in for 2 seconds; all work on the file is
 /// done on the global queue. A file that cannot be read is set aside, and a new one begins. Main thread only.
 class KeptFleet {
  public:
@@ -93,6 +93,7 @@ class KeptFleet {
   bool hasBegun_ = false;
   std::shared_ptr<const SealKey> key_;
   Gathered gathered_;
+  bool isNew_ = false;                 ///< nothing has been written since the sign-in
   bool isWaiting_ = false;             ///< for more
   std::shared_ptr<KeptFleet*> until_;  ///< reset when what was begun is to do nothing any more
   bool hasReported_[2] = {};

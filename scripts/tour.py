@@ -614,7 +614,7 @@ def offline(demo, name, *options):
     client.find("Offline")
     client.picture("offline")
     client.click("Café van 1")
-    client.find("Offline.*Larkhåven")
+    client.find(".*Offline.*Larkhåven")
     client.save(f"{client.prefix}-offline-vehicle.png")  # it does not rest: it waits for a record
     client.close()
     demo.start(datetime.time(14, 30))

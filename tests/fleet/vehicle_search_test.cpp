@@ -1,5 +1,7 @@
 #include "fleet/vehicle_search.h"
 
+#include <ranges>
+
 #include "support/testing.h"
 
 namespace fleetor {
@@ -7,8 +9,8 @@ namespace {
 
 /// The text with its marks in brackets.
 std::string marked(std::string text, const std::vector<TextRange>& marks) {
-  for (auto mark = marks.rbegin(); mark != marks.rend(); ++mark)
-    text.insert(mark->end, "]").insert(mark->begin, "[");
+  for (const TextRange& mark : std::views::reverse(marks))
+    text.insert(mark.end, "]").insert(mark.begin, "[");
   return text;
 }
 

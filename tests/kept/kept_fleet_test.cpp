@@ -102,11 +102,11 @@ class Kept : public testing::Test {
 
 TEST_F(Kept, GivesTheNextRunTheListWithItsReadingsAndTheirTimes) {
   takeVehicles({3, 1, 2});
-  queues.advance(Seconds(5));
+  queues.advance(Seconds(1));
   takeReading(1, 50);
   takeReading(1, 57);
   EXPECT_FALSE(std::filesystem::exists(path)) << "gathered";
-  queues.advance(Seconds(5));
+  queues.advance(Seconds(1));
   const std::string bytes = bytesOf(path);
   EXPECT_TRUE(bytes.starts_with("SQLite"));
   for (const char* word : {"Vehicle", "KR 1", "Long Street", "speed"})
@@ -122,7 +122,7 @@ TEST_F(Kept, GivesTheNextRunTheListWithItsReadingsAndTheirTimes) {
   ASSERT_TRUE(list);
   EXPECT_EQ(list->entries[1].vehicle, vehicle(1));
   EXPECT_EQ(list->entries[1].live->street, "Long Street 5");
-  EXPECT_EQ(queues.now() - list->entries[1].arrived, std::chrono::seconds(5));
+  EXPECT_EQ(queues.now() - list->entries[1].arrived, std::chrono::seconds(1));
   EXPECT_EQ(list->asOf, list->entries[2].arrived) << "the latest of all";
 }
 

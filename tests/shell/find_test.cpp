@@ -27,7 +27,7 @@ class Find : public testing::TestWithParam<Idiom> {
     client.settle();
   }
   std::vector<std::string> rows() {
-    return client.textsOf(client.find<FindViewController>()->foundTableView());
+    return Client::textsOf(client.find<FindViewController>()->foundTableView());
   }
   void chooseOrder(int entry) {
     client.tapRightButtonOf(*client.find<FindViewController>());

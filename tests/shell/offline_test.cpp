@@ -75,7 +75,7 @@ TEST_F(Offline, ShowsWhatIsKnownWithItsAgeAndOpensIt) {
     const auto live = pager->swipeTabBarController()->viewControllers()[1];
     EXPECT_EQ(dynamic_cast<Label&>(*live->findOutlet("noteLabel")).text(),
               "Waiting for the next position\nOffline · as of 08:00 · 57km/h · Long Street 5");
-    EXPECT_EQ(client.textsOf(rows), std::vector<std::string>{"..."}) << "none of these is fresh";
+    EXPECT_EQ(Client::textsOf(rows), std::vector<std::string>{"..."}) << "none of these is fresh";
     client.transport.answer("/live", liveReply(2, 12));
     client.advance(15);
     EXPECT_EQ(text("speedLabel"), "12");
@@ -104,7 +104,7 @@ TEST_F(Offline, WaitsForTheAnswerAndGivesWayToIt) {
   EXPECT_EQ(lineOf(client), "");
   client.advance(0.2);
   EXPECT_EQ(tableOf(client).numberOfRows(), 20);
-  EXPECT_EQ(client.textsOf(client.vehicles()), std::vector<std::string>{"..."});
+  EXPECT_EQ(Client::textsOf(client.vehicles()), std::vector<std::string>{"..."});
   client.transport.answerOpen("/vehicles", vehiclesPage(client.transport.last(), 45, 45));
   client.settle();
   EXPECT_EQ(lineOf(client), "");
