@@ -18,6 +18,7 @@ TEST(MarkerList, FollowsEveryChangeOfOrder) {
   std::array<MapAnnotationView, 4> views{MapAnnotationView("a"), MapAnnotationView("b"),
                                          MapAnnotationView("c"), MapAnnotationView("d")};
   std::vector<std::unique_ptr<MapMarkerItem>> items;
+  items.reserve(views.size());
   for (auto& view : views)
     items.push_back(std::make_unique<MapMarkerItem>(view, adapters));
   MapMarkerModel model;
