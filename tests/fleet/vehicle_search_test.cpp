@@ -1,7 +1,5 @@
 #include "fleet/vehicle_search.h"
 
-#include <ranges>
-
 #include "support/testing.h"
 
 namespace fleetor {
@@ -9,8 +7,8 @@ namespace {
 
 /// The text with its marks in brackets.
 std::string marked(std::string text, const std::vector<TextRange>& marks) {
-  for (const TextRange& mark : std::views::reverse(marks))
-    text.insert(mark.end, "]").insert(mark.begin, "[");
+  std::for_each(marks.rbegin(), marks.rend(),
+                [&](const TextRange& mark) { text.insert(mark.end, "]").insert(mark.begin, "["); });
   return text;
 }
 
