@@ -18,12 +18,15 @@ constexpr Seconds hour{3600};
 constexpr Seconds wholeDay{86400};
 }  // namespace
 
-OfflineList::OfflineList(Environment& environment, std::function<void(const Vehicle&)> open)
+OfflineList::OfflineList(Environment& environment, std::shared_ptr<LastReadings> readings,
+                         std::function<void(const Vehicle&)> open)
     : environment_(environment),
+      readings_(std::move(readings)),
       open_(std::move(open)),
       tableView_(environment),
       ages_(environment.queues, environment.clock, [this] { update(); }),
-      background_(environment.notificationCenter, [this] { update(); }) {
+      background_(environment.notificationCenter, [this] { update(); }),
+      received_(readings_->received.connect([this](std::int64_t) { update(); })) {
   tableView_.registerMaker("VehicleCell", [](const std::string& identifier) {
     return std::make_shared<VehicleTableViewCell>(identifier);
   });
@@ -59,10 +62,13 @@ void OfflineList::update() {
 }
 
 // A reading from the future, by a clock that was set back, has no age.
-std::string OfflineList::textOf(const KeptFleet::Entry& entry) const {
-  const Seconds age = environment_.clock.now() - entry.arrived;
-  if (!entry.live || age < Seconds(0)) return {};
-  const Text& speed = entry.live->speed;
+std::string OfflineList::textOf(const KeptFleet::Entry& entry) {
+  const auto* const fresh = readings_->of(entry.vehicle.vehicleId);
+  const Seconds age = fresh ? environment_.clock.uptime() - fresh->arrived
+                            : Seconds(environment_.clock.now() - entry.arrived);
+  const auto& live = fresh ? fresh->live : entry.live;
+  if (!live || age < Seconds(0)) return {};
+  const Text& speed = live->speed;
   const Device& device = environment_.device;
   const auto hours = std::lround(std::floor(age / hour));
   return (readNumber(speed.view()) ? speed.str() + "km/h · " : "") +

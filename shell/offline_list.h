@@ -10,6 +10,7 @@
 #include "ui/environment.h"
 #include "ui/table/table_view.h"
 #include "ui/wake_up.h"
+#include "vehicle/watch/last_readings.h"
 
 namespace fleetor {
 
@@ -20,8 +21,10 @@ class OfflineList final : public TableViewDataSource, public TableViewDelegate {
  public:
   using List = std::shared_ptr<const KeptFleet::List>;
 
-  /// `open` is called with the vehicle that the user has tapped.
-  OfflineList(Environment& environment, std::function<void(const Vehicle&)> open);
+  /// A row shows what `readings` have received of its vehicle instead of what is kept. `open` is called with
+  /// the vehicle that the user has tapped.
+  OfflineList(Environment& environment, std::shared_ptr<LastReadings> readings,
+              std::function<void(const Vehicle&)> open);
 
   /// Gives the screen the outlets "offlineLabel", empty while there is nothing, and "offlineTableView".
   void addOutletsTo(Outlets& screen);
@@ -38,10 +41,11 @@ class OfflineList final : public TableViewDataSource, public TableViewDelegate {
 
  private:
   void update();
-  std::string textOf(const KeptFleet::Entry& entry) const;
+  std::string textOf(const KeptFleet::Entry& entry);
   const KeptFleet::Entry& entryAt(IndexPath path) const;
 
   Environment& environment_;
+  std::shared_ptr<LastReadings> readings_;
   std::function<void(const Vehicle&)> open_;
   Label label_;
   TableView tableView_;
@@ -49,6 +53,7 @@ class OfflineList final : public TableViewDataSource, public TableViewDelegate {
   bool visible_ = false;
   WakeUp ages_;
   BackgroundWatch background_;
+  Connection received_;
 };
 
 }  // namespace fleetor

@@ -25,7 +25,7 @@ VehiclesTableViewController::VehiclesTableViewController(Environment& environmen
       readings_(std::move(readings)),
       rows_(environment, readings_),
       kept_(kept),
-      offline_(environment, [this](const Vehicle& vehicle) { open(vehicle); }) {
+      offline_(environment, readings_, [this](const Vehicle& vehicle) { open(vehicle); }) {
   offline_.addOutletsTo(*this);
   outlet("failureLabel", failureLabel_);
   outlet("reloadButton", reloadButton_);

@@ -81,6 +81,13 @@ TEST_F(Offline, ShowsWhatIsKnownWithItsAgeAndOpensIt) {
     EXPECT_EQ(text("speedLabel"), "12");
     EXPECT_EQ(text("noReportLabel"), "");
     EXPECT_EQ(text("ageLabel"), "now");
+    if (idiom == Idiom::phone) client.tapLeftButtonOf(*client.find<VehicleViewController>());
+    EXPECT_EQ(readingIn(client, 1), "12km/h · now");
+    client.transport.answer("/live", noNetwork());
+    tableOf(client).tap(1);
+    client.settle();
+    const auto again = client.find<VehicleViewController>()->swipeTabBarController()->viewControllers()[0];
+    EXPECT_EQ(dynamic_cast<Label&>(*again->findOutlet("noReportLabel")).text(), "");
   }
 }
 

@@ -28,6 +28,7 @@ const LastReadings::Entry* LastReadings::of(std::int64_t vehicleId) {
 void LastReadings::keep(std::shared_ptr<const Live> live) {
   forgetOthers();
   const std::int64_t id = live->vehicle().vehicleId;
+  earlier_.erase(id);
   entries_.insert_or_assign(id, Entry{std::move(live), environment_.clock.uptime()});
   received.emit(id);
 }
@@ -35,7 +36,7 @@ void LastReadings::keep(std::shared_ptr<const Live> live) {
 void LastReadings::addEarlier(VehicleWatch::Earlier reading) {
   forgetOthers();
   const std::int64_t id = reading.live->vehicle().vehicleId;
-  earlier_.insert_or_assign(id, std::move(reading));
+  if (!entries_.contains(id)) earlier_.insert_or_assign(id, std::move(reading));
 }
 
 const VehicleWatch::Earlier* LastReadings::earlierOf(std::int64_t vehicleId) {
