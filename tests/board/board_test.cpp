@@ -53,6 +53,8 @@ TEST_F(Board, ShowsTheFirst24VehiclesOfAListThatItFetchesItself) {
   board.boardTableView().tap(4);
   client.settle();
   EXPECT_EQ(client.find<VehicleViewController>()->vehicle().name, "Vehicle 5");
+  for (int i = 0; i < 2; ++i)  // pinned, and not any more: both concern the board
+    client.tap(*client.find<VehicleViewController>()->navigationItem().rightBarButtonItems().at(1));
   client.takeRequests();
   client.advance(40);
   EXPECT_THAT(client.takeRequests(), Each("GET /live?vehid=5"));
